@@ -1,0 +1,17 @@
+// Port to the toolkit's handler of broken assertions. Called on the main thread only.
+#pragma once
+
+#include <string_view>
+
+namespace norvik {
+
+class AssertionHandler {
+ public:
+  virtual ~AssertionHandler() = default;
+
+  // Reports an assertion that did not hold. Returns: what called it carries on without the asserted.
+  virtual void handleFailureInFunction(std::string_view function, std::string_view file, int line,
+                                       std::string_view description) = 0;
+};
+
+}  // namespace norvik

@@ -1,0 +1,68 @@
+// Port to the system's authorization service: rights obtained from an administrator, and tools run with them.
+// Called on the main thread only.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace norvik {
+
+using OSStatus = int32_t;
+inline constexpr OSStatus errAuthorizationSuccess = 0;
+inline constexpr OSStatus errAuthorizationInvalidRef = -60002;
+inline constexpr OSStatus errAuthorizationDenied = -60005;
+inline constexpr OSStatus errAuthorizationToolExecuteFailure = -60031;
+
+// An authorization as the service knows it; opaque to the pane. Null is none.
+using AuthorizationRef = struct AuthorizationOpaque*;
+
+using AuthorizationFlags = uint32_t;
+inline constexpr AuthorizationFlags kAuthorizationFlagDefaults = 0;
+inline constexpr AuthorizationFlags kAuthorizationFlagInteractionAllowed = 1u << 0;
+inline constexpr AuthorizationFlags kAuthorizationFlagExtendRights = 1u << 1;
+inline constexpr AuthorizationFlags kAuthorizationFlagDestroyRights = 1u << 3;
+
+struct AuthorizationItem {
+  std::string_view name;
+  std::string_view value;  // bytes, no terminator
+  uint32_t flags = 0;
+};
+
+using AuthorizationRights = std::span<const AuthorizationItem>;
+
+class AuthorizationService {
+ public:
+  virtual ~AuthorizationService() = default;
+
+  // Makes an authorization that holds no rights yet and stores it in `authorization`, which the caller frees
+  // with AuthorizationFree. On failure answers an error and stores null. Never asks a person.
+  virtual OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
+                                       AuthorizationRef& authorization) = 0;
+
+  // Asks that `authorization` be given all of `rights`. With kAuthorizationFlagInteractionAllowed a person
+  // may be asked and the call blocks until they have answered; without it the call answers at once. A null
+  // authorization is errAuthorizationInvalidRef.
+  virtual OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
+                                           AuthorizationFlags flags) = 0;
+
+  // Takes the named right from `authorization`, so that the next request for it is decided afresh.
+  virtual OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) = 0;
+
+  // Frees `authorization`, which must not be used again. With kAuthorizationFlagDestroyRights its rights end
+  // for every process that shares them.
+  virtual OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) = 0;
+
+  // Starts the tool at `path` as the super-user with the null-terminated vector `arguments` (without the
+  // tool's own name) and returns without waiting for its end. Tools take effect in the order in which they
+  // were started. `communicationsPipe`, where not null, receives a stream that reads the tool's standard
+  // output, which the caller closes through the files port, or null where the service hands back none. Any
+  // error means that the tool was not started.
+  virtual OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
+                                                      AuthorizationFlags flags, const char* const* arguments,
+                                                      FileRef* communicationsPipe) = 0;
+};
+
+}  // namespace norvik

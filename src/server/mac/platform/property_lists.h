@@ -1,0 +1,29 @@
+// Port to the property lists kept in files, and to the user's home folder. Called on the main thread only;
+// blocks as the file system does.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/property_list.h"
+
+namespace norvik {
+
+class PropertyListFiles {
+ public:
+  virtual ~PropertyListFiles() = default;
+
+  // The dictionary at the root of the property list in the file, whichever encoding it has. Nothing when the
+  // file is missing, unreadable, no property list, or its root is no dictionary.
+  virtual std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) = 0;
+
+  // Writes the dictionary to the file in XML format. Not atomically: the file is emptied and written in
+  // place, so that it keeps its owner and mode. False when it could not be written whole.
+  virtual bool writeToFile(const PropertyList& dictionary, const std::string& path) = 0;
+
+  // `path` with a leading "~" replaced by the home folder of the user who runs the pane.
+  virtual std::string stringByExpandingTildeInPath(std::string_view path) = 0;
+};
+
+}  // namespace norvik

@@ -1,0 +1,66 @@
+// Saving the server's settings: the file goes through a temporary one that the user may write to the place
+// where only the administrator may; settings of the operating system are changed on the way.
+#include "control/tool_commands.h"
+#include "platform/platform.h"
+#include "stores/settings.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr const char* kServerConfigFolder = "/etc/norvik";
+
+void mergeServerSettings(NVKServerPrefs& pane) {
+  for (const Setting& setting : serverSettings()) {
+    const int64_t value = setting.pendingValue(pane);
+    // An unknown multi-user mode leaves what the file says of it.
+    const bool unknown =
+        setting.field == decltype(setting.field)(&NVKServerPrefs::m_admin_multiUser) && value == -1;
+    if (!unknown) setting.storeIn(*pane.m_admin_Config, value);
+  }
+}
+
+}  // namespace
+
+bool NVKServerPrefs::saveAdminConfig() {
+  if (!m_admin_Config || !authorized()) {
+    logFailure("Norvik[E]: Admin preferences could not be saved.");
+    return false;
+  }
+  if (adminConfigChanged()) {
+    mergeServerSettings(*this);
+    adjustSystem();
+  }
+  m_admin_Config->as<PropertyList::Dictionary>()->insert_or_assign(kConfigVersionKey, kConfigVersion);
+  if (!installServerConfig()) return false;
+  adoptSettings(*this, serverSettings());
+  return true;
+}
+
+// What is adjusted here stays so even when the file cannot be written afterwards, which is meant.
+void NVKServerPrefs::adjustSystem() {
+  if (maxFilesChanged() && saveMaxFiles()) m_needReboot = true;
+  const int64_t noQuartz = new_admin_noQuartz();
+  if (noQuartz != m_admin_noQuartz) {
+    runTool(kSetTileSize, noQuartz == 1 ? "0" : "256");
+    m_admin_noQuartz = noQuartz;
+    m_needReboot = true;
+  }
+  const int64_t scrSaver = new_admin_scrSaver();
+  if (scrSaver != m_admin_scrSaver) {
+    runTool(kSetLoginIdleTime, scrSaver == 1 ? "1200" : "0");
+    m_admin_scrSaver = scrSaver;
+  }
+}
+
+bool NVKServerPrefs::installServerConfig() {
+  const std::string temporary = getTempFilePath(kServerConfigTempName);
+  if (!writeSettingsFile(*m_admin_Config, temporary, kCouldNotWriteFile)) return false;
+  // An attempt without rights, on purpose: the folder is the installer's to make, and the move needs it
+  // there.
+  platform().files.mkdir(kServerConfigFolder, 0775);
+  return installFile({kMoveServerConfig, kChmodServerConfig, kChownServerConfig}, temporary,
+                     kServerConfigFile);
+}
+
+}  // namespace norvik

@@ -1,0 +1,94 @@
+// What every settings group shares: a setting as a row of a table, and how a row is loaded, compared, shown
+// and stored. The tables themselves stand in the groups' own files.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <span>
+#include <variant>
+
+#include "pane/pane.h"
+#include "platform/property_list.h"
+
+namespace norvik {
+
+enum class StoredAs {
+  boolean,
+  invertedBoolean,  // the file says the opposite of the field
+  integer32,        // read as the low 32 bits of the stored number
+  integer64,
+  nowhere,  // not in the group's file
+};
+
+// How a load positions the controls from the field.
+enum class Shown {
+  value,       // as it is
+  on,          // on when not 0
+  onPositive,  // on when above 0
+  onZero,      // on when 0: the box shows the negation of the setting
+  item,        // a pop-up's item number, from 1
+  elsewhere,   // by code of its own, or deliberately not at all
+};
+
+inline constexpr int64_t kLeast = std::numeric_limits<int64_t>::min();
+inline constexpr int64_t kMost = std::numeric_limits<int64_t>::max();
+
+// One setting. Field and pending value are whole numbers, or booleans where the group keeps them so.
+struct Setting {
+  using Number = int64_t NVKServerPrefs::*;
+  using Flag = bool NVKServerPrefs::*;
+  using PendingNumber = int64_t (NVKServerPrefs::*)() const;
+  using PendingFlag = bool (NVKServerPrefs::*)() const;
+
+  const char* service;  // the dictionary within the root that holds the key; null for the root itself
+  const char* key;
+  StoredAs stored;
+  std::variant<Number, Flag> field;
+  std::variant<PendingNumber, PendingFlag> pending;
+  int64_t missing;  // what a missing key means
+  int64_t least;    // outside these two the value of a missing key holds: nothing is clamped
+  int64_t most;
+  Shown shown;
+  Control NVKServerPrefs::*controls[4];  // those that edit it; null where there are fewer
+  int64_t standard = 0;                  // what a value of 0 stands for
+
+  int64_t baseline(const NVKServerPrefs& pane) const;
+  void setBaseline(NVKServerPrefs& pane, int64_t value) const;
+  int64_t pendingValue(const NVKServerPrefs& pane) const;
+  bool differs(const NVKServerPrefs& pane) const { return baseline(pane) != pendingValue(pane); }
+
+  // The value that a loaded dictionary gives the setting.
+  int64_t valueIn(const PropertyList& dictionary) const;
+  // Stores a value, making the service's dictionary where there is none; other keys stay.
+  void storeIn(PropertyList& dictionary, int64_t value) const;
+  // Positions the first control from the field, as `shown` says.
+  void show(NVKServerPrefs& pane) const;
+};
+
+using SettingsTable = std::span<const Setting>;
+
+SettingsTable userSettings();
+SettingsTable serverSettings();
+SettingsTable notificationSettings();
+
+// Reads every field of the table from the dictionary, then shows it.
+void loadSettings(NVKServerPrefs& pane, SettingsTable table, const PropertyList& dictionary);
+bool settingsDiffer(const NVKServerPrefs& pane, SettingsTable table);
+// Stores every pending value of the table.
+void storeSettings(const NVKServerPrefs& pane, SettingsTable table, PropertyList& dictionary);
+// Makes the pending values the baseline.
+void adoptSettings(NVKServerPrefs& pane, SettingsTable table);
+
+// Writes the dictionary to a file; where that fails, logs `failure` with the path as its one %s.
+bool writeSettingsFile(const PropertyList& dictionary, const std::string& path, const char* failure);
+
+// Every save of the agent's and of the server's file writes this key, changed or not.
+inline constexpr const char* kConfigVersionKey = "NVKConfigVersion";
+inline constexpr const char* kConfigVersion = "1.0";
+
+inline constexpr const char* kCouldNotWriteFile = "Norvik[E]: Could not write file: %s";
+
+// Logs a line at error priority, warnings too. `format` holds at most one %s, which stands for `text`.
+void logFailure(const char* format, std::string_view text = {});
+
+}  // namespace norvik

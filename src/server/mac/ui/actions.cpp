@@ -1,0 +1,277 @@
+// What a click on each control does. Every control sends the same action; the table says who answers it. No
+// action writes a stored value: what is pending lives in the controls until it is applied.
+#include "pane/pane.h"
+#include "platform/platform.h"
+#include "ui/image_controls.h"
+
+namespace norvik {
+
+namespace {
+
+using P = NVKServerPrefs;
+
+constexpr const char* kSupportPage = "https://www.veltrane.com/norvik/support";
+constexpr const char* kSupportPageKey = "NVKProductSupport";
+
+constexpr const char* kOpenFilesTitle = "Multiuser Mode Adjustment";
+constexpr const char* kOpenFilesMessage =
+    "If you wish to connect more than one user simultaneously, it is recommended that you adjust \"Open "
+    "Files Limit\" as "
+    "well.\n\nDo you want to make this adjustment automatically?\n";
+
+constexpr const char* kDriverTitle = "Norvik OpenGL driver mode";
+// The misspelt word is part of the text as it was translated and documented.
+constexpr const char* kDriverMessage =
+    "You have chosen Norvik OpenGL driver mode.\nThis mode is recommended for serving multiple remote "
+    "connections "
+    "simultaneously. Please note that Norvik OpenGL driver was created to resolve known issues with the "
+    "sharing of the "
+    "OpenGL hardware driver for multiple connections. However, Norvik OpenGL driver cannot guarantee correct "
+    "functionality for all applications that require hadrware acceleration. It is strongly recommended to "
+    "enable remote "
+    "login access (SSH) before applying this mode. To disable Norvik OpenGL driver using the command line, "
+    "please enter "
+    "the following command:\n\nsudo nvkservice gldcmd uninstall -f\n\nAre you sure you want to switch to "
+    "Norvik OpenGL "
+    "driver mode?\n";
+
+constexpr const char* kQuartzTitle = "Disabling Quartz Extreme acceleration";
+constexpr const char* kQuartzMessage =
+    "This adjustment may solve a number of graphics problems in remote desktop sessions. However, we cannot "
+    "guarantee "
+    "correct functionality for all applications that require hardware acceleration.\n\nAre you sure you want "
+    "to disable "
+    "Quartz Extreme acceleration?\n";
+
+bool confirmed(const char* title, const char* message, const char* proceed, const char* decline) {
+  return platform().alerts.NSRunAlertPanel(title, message, proceed, decline, nullptr) == NSAlertDefaultReturn;
+}
+
+void switchTo(Control& control, bool on) {
+  control.setState(on ? kOnState : kOffState);
+}
+
+void refresh(P& pane) {
+  pane.updateGui(true, false);
+}
+
+// A user page that follows the server's image settings takes what the server's controls say; one that does
+// not keeps its own, each slider on a whole number.
+void followImageDefaults(P& pane, Control& /*sender*/) {
+  const bool follows = pane.new_user_imgDefs() != 0;
+  for (const ImageControl& image : kImageControls) {
+    const int64_t value = (pane.*(follows ? image.serverPending : image.userPending))();
+    Control& control = pane.*image.userControl;
+    if (control.kind() == ControlKind::slider) {
+      control.setDoubleValue(static_cast<double>(static_cast<float>(value)));
+    } else {
+      control.selectItemAtIndex(value);
+    }
+  }
+  refresh(pane);
+}
+
+void changeImageDefaults(P& pane, Control& /*sender*/) {
+  pane.buttonClicked(pane.ib_user_chkbox_imgDefs);
+}
+
+void edit(P& pane, Control& /*sender*/) {
+  refresh(pane);
+}
+
+// Whether the lock may close: what is pending was applied or discarded, or nothing is.
+bool settledBeforeLocking(P& pane) {
+  if (!pane.adminConfigChanged()) return true;
+  const int answer = platform().alerts.NSRunAlertPanel("Norvik preferences was changed",
+                                                       "What do you want to do with changes you made?",
+                                                       "Apply now", "Discard changes", "Continue editing");
+  if (answer == NSAlertDefaultReturn) {
+    pane.applyAllChanges();
+    return true;
+  }
+  if (answer != NSAlertAlternateReturn) return false;
+  pane.discardServerAndUserChanges();
+  pane.loadNotificationSettings();
+  return true;
+}
+
+void clickLock(P& pane, Control& /*sender*/) {
+  if (!pane.authorized()) {
+    pane.authorize(true, false);
+  } else if (settledBeforeLocking(pane)) {
+    pane.deauthorize();
+  } else {
+    return;  // goes on editing: nothing changed, so nothing is refreshed
+  }
+  refresh(pane);
+}
+
+void clickRestart(P& pane, Control& /*sender*/) {
+  pane.restartServer();
+  refresh(pane);
+}
+
+void clickStart(P& pane, Control& /*sender*/) {
+  if (nvkd_pid() != -1) {
+    pane.stopServer();
+  } else {
+    pane.startServer();
+  }
+  refresh(pane);
+}
+
+void clickDisplays(P& pane, Control& /*sender*/) {
+  pane.runDispManager();
+  refresh(pane);
+}
+
+void clickAccess(P& pane, Control& /*sender*/) {
+  pane.runAccessManager();
+  refresh(pane);
+}
+
+void clickApply(P& pane, Control& /*sender*/) {
+  pane.applyAllChanges();
+  refresh(pane);
+}
+
+// The field goes back to the standard port after the refresh, which is meant: the next tick takes it up.
+void clickNvkPort(P& pane, Control& sender) {
+  refresh(pane);
+  if (!sender.isOn()) pane.ib_admin_edbox_nvkPort.setIntegerValue(kNvkDefaultPort);
+}
+
+void clickRdpPort(P& pane, Control& sender) {
+  refresh(pane);
+  if (!sender.isOn()) pane.ib_admin_edbox_rdpPort.setIntegerValue(kRdpDefaultPort);
+}
+
+void offerOpenFilesLimit(P& pane) {
+  if (pane.m_admin_maxFiles.action != kLimitAdjust) return;
+  if (confirmed(kOpenFilesTitle, kOpenFilesMessage, "Yes, Proceed", "No, I'll Do It Later"))
+    pane.changeMaxFiles();
+}
+
+void clickSessionMode(P& pane, Control& sender) {
+  const int64_t action = pane.new_admin_loginAct();
+  switchTo(pane.ib_admin_rbutton_toHidden, action == 2);
+  switchTo(pane.ib_admin_rbutton_toConsole, action == 0);
+  switchTo(pane.ib_admin_rbutton_lockScreen, action == 1);
+  const int64_t multiUser = pane.new_admin_multiUser();
+  if (&sender == &pane.ib_admin_chkbox_multiUser && multiUser != pane.m_admin_multiUser && multiUser == 1) {
+    switchTo(pane.ib_admin_chkbox_actOnLogin, false);  // the radio buttons keep what was set above
+    offerOpenFilesLimit(pane);
+  }
+  // On every click of either box, whichever way: a computer that is used from afar must wake and stay awake.
+  switchTo(pane.ib_admin_chkbox_scrSaver, true);
+  switchTo(pane.ib_admin_chkbox_wakeUp, true);
+  refresh(pane);
+}
+
+void clickActionOnConnect(P& pane, Control& sender) {
+  for (Control* radio : {&pane.ib_admin_rbutton_toHidden, &pane.ib_admin_rbutton_toConsole,
+                         &pane.ib_admin_rbutton_lockScreen}) {
+    switchTo(*radio, radio == &sender);
+  }
+  refresh(pane);
+}
+
+void chooseDriverMode(P& pane, Control& sender) {
+  const int64_t mode = pane.new_admin_gldMode();
+  if (mode != pane.m_admin_gldMode && mode >= 1 &&
+      !confirmed(kDriverTitle, kDriverMessage, "Yes, Proceed", "No, Thank You")) {
+    sender.selectItemAtIndex(pane.m_admin_gldMode);
+  }
+  refresh(pane);
+}
+
+void clickAdjust(P& pane, Control& /*sender*/) {
+  pane.changeMaxFiles();
+  refresh(pane);
+}
+
+void clickNoQuartz(P& pane, Control& sender) {
+  const int64_t noQuartz = pane.new_admin_noQuartz();
+  if (noQuartz != pane.m_admin_noQuartz && noQuartz == 1 &&
+      !confirmed(kQuartzTitle, kQuartzMessage, "Yes, Proceed", "No, Thank You")) {
+    switchTo(sender, false);
+  }
+  refresh(pane);
+}
+
+void clickHelp(P& /*pane*/, Control& /*sender*/) {
+  Bundles& bundles = platform().bundles;
+  const auto page = bundles.CFBundleGetValueForInfoDictionaryKey(bundles.paneBundle(), kSupportPageKey);
+  platform().workspace.openURL(page.value_or(kSupportPage));
+}
+
+struct Action {
+  Control P::*control;
+  void (*answer)(P& pane, Control& sender);
+};
+
+// clang-format off
+constexpr Action kActions[] = {
+    {&P::ib_user_popup_imgMode,           edit},
+    {&P::ib_user_slider_imgDept,          edit},
+    {&P::ib_user_slider_imgCapt,          edit},
+    {&P::ib_user_slider_imgBuff,          edit},
+    {&P::ib_user_slider_imgShad,          edit},
+    {&P::ib_admin_chkbox_nvkEnabled,      edit},
+    {&P::ib_admin_chkbox_nvkSound,        edit},
+    {&P::ib_admin_chkbox_nvkPrint,        edit},
+    {&P::ib_admin_chkbox_nvkClipb,        edit},
+    {&P::ib_admin_chkbox_rdpEnabled,      edit},
+    {&P::ib_admin_chkbox_rdpSound,        edit},
+    {&P::ib_admin_chkbox_rdpPrint,        edit},
+    {&P::ib_admin_chkbox_rdpClipb,        edit},
+    {&P::ib_admin_chkbox_wakeUp,          edit},
+    {&P::ib_admin_chkbox_scrSaver,        edit},
+    {&P::ib_user_chkbox_mseSwap,          edit},
+    {&P::ib_admin_chkbox_ntfShowNews,     edit},
+    {&P::ib_admin_chkbox_ntfShowNotices,  edit},
+    {&P::ib_admin_chkbox_ntfShowUpdates,  edit},
+    {&P::ib_admin_chkbox_ntfShowWarnings, edit},
+    {&P::ib_admin_chkbox_ntfPrLow,        edit},
+    {&P::ib_admin_chkbox_ntfPrMedium,     edit},
+    {&P::ib_admin_chkbox_ntfPrHigh,       edit},
+    {&P::ib_admin_popup_ntfRepeat,        edit},
+    {&P::ib_admin_popup_ntfClose,         edit},
+    {&P::ib_admin_popup_ntfShow,          edit},
+    {&P::ib_admin_popup_imgMode,          changeImageDefaults},
+    {&P::ib_admin_slider_imgDept,         changeImageDefaults},
+    {&P::ib_admin_slider_imgCapt,         changeImageDefaults},
+    {&P::ib_admin_slider_imgBuff,         changeImageDefaults},
+    {&P::ib_admin_slider_imgShad,         changeImageDefaults},
+    {&P::ib_user_chkbox_imgDefs,          followImageDefaults},
+    {&P::ib_admin_button_svrRestart,      clickRestart},
+    {&P::ib_admin_button_svrStart,        clickStart},
+    {&P::ib_admin_button_dispManager,     clickDisplays},
+    {&P::ib_admin_button_accManager,      clickAccess},
+    {&P::ib_button_Apply,                 clickApply},
+    {&P::ib_admin_chkbox_nvkPort,         clickNvkPort},
+    {&P::ib_admin_chkbox_rdpPort,         clickRdpPort},
+    {&P::ib_admin_chkbox_multiUser,       clickSessionMode},
+    {&P::ib_admin_chkbox_actOnLogin,      clickSessionMode},
+    {&P::ib_admin_rbutton_toHidden,       clickActionOnConnect},
+    {&P::ib_admin_rbutton_toConsole,      clickActionOnConnect},
+    {&P::ib_admin_rbutton_lockScreen,     clickActionOnConnect},
+    {&P::ib_admin_popup_gldMode,          chooseDriverMode},
+    {&P::ib_admin_button_maxFAdjust,      clickAdjust},
+    {&P::ib_admin_chkbox_noQuartz,        clickNoQuartz},
+    {&P::ib_button_Help,                  clickHelp},
+};
+// clang-format on
+
+}  // namespace
+
+// Senders that are not in the table, such as the port fields, answer nothing: the next tick sees what was
+// typed.
+void NVKServerPrefs::buttonClicked(Control& sender) {
+  if (&sender == &ib_button_Auth) return clickLock(*this, sender);
+  for (const Action& action : kActions) {
+    if (&(this->*action.control) == &sender) return action.answer(*this, sender);
+  }
+}
+
+}  // namespace norvik

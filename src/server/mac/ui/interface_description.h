@@ -1,0 +1,90 @@
+// The interface description: which pages there are, which controls stand on them in which order, and how each
+// looks. It is the only place where a label, range, item or help text is told; hosts lay out what it says and
+// the pane makes its controls from it. Read from a property list; touches no toolkit.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/property_list.h"
+#include "ui/geometry.h"
+
+namespace norvik {
+
+enum class ControlKind {
+  checkBox,
+  radioButton,
+  slider,
+  popUp,
+  textField,
+  label,
+  pushButton,
+  lockButton,
+  outlineView,
+  tabView,
+};
+
+struct ControlDescription {
+  std::string outlet;  // the control's name, "ib_admin_chkbox_nvkPort"
+  ControlKind kind = ControlKind::label;
+  // What a person reads beside the control and hears as its name: behind the mark of a check box or radio
+  // button, in front of a slider, pop-up or text field. A push button shows its title instead, a label its
+  // text.
+  std::string label;
+  std::string help;     // one or two sentences; tool tip, accessible description and command-line help
+  std::string setting;  // the short name for the command line, "nvk.port"; empty where nothing is set
+  std::string choice;   // radio buttons: the word for this button; those with one setting form a group
+  // Outlet of the check box that must be on before this control means anything, under or beside which it
+  // stands; empty where there is none.
+  std::string requires_outlet;
+  // Range of a slider or of a number typed into a text field; both ends count.
+  std::optional<double> minimum;
+  std::optional<double> maximum;
+  std::string minimum_label;  // names of a slider's two ends
+  std::string maximum_label;
+  int tick_marks = 0;              // of a slider; 0 for none
+  std::optional<double> value;     // where a slider stands before anything is loaded
+  std::vector<std::string> items;  // of a pop-up, in order
+  std::string title;               // of a push button before the first refresh
+  bool display_only = false;       // a text field that nobody types into
+  bool hidden = false;             // never shown to a person (kept for the code that refers to it)
+
+  bool operator==(const ControlDescription&) const = default;
+};
+
+// Controls that stand beside one another.
+struct RowDescription {
+  std::string label;  // in front of the whole row, beside the controls' own labels; may be empty
+  std::vector<ControlDescription> controls;
+};
+
+struct SectionDescription {
+  std::string title;  // heading; may be empty
+  std::string note;   // a sentence under the heading; may be empty
+  std::vector<RowDescription> rows;
+};
+
+struct TabDescription {
+  std::string label;  // "user:Image": group key, colon, page title
+  std::vector<SectionDescription> sections;
+};
+
+struct InterfaceDescription {
+  std::string title;                      // of the window
+  Size size;                              // of the main view, before it is fitted to the window
+  std::vector<ControlDescription> frame;  // controls outside the pages: sidebar, tab view, lock, Help, Apply
+  std::vector<TabDescription> tabs;
+
+  // Every control, frame first, then page by page. Pointers into this description.
+  std::vector<const ControlDescription*> controls() const;
+  // The control of that outlet; null when the description has none.
+  const ControlDescription* find(std::string_view outlet) const;
+};
+
+// Reads a description. On failure returns nothing and sets `error` to what is wrong and where, such as
+// "tabs/2/sections/0/rows/1: kind is missing".
+std::optional<InterfaceDescription> readInterfaceDescription(const PropertyList& list, std::string& error);
+
+}  // namespace norvik

@@ -1,0 +1,186 @@
+// Keeping the view in step: the status texts, and which controls may be used. Runs four times a second, so it
+// sets nothing that is set already and makes no text anew that is the same.
+#include <string_view>
+
+#include "pane/pane.h"
+#include "platform/platform.h"
+
+namespace norvik {
+
+namespace {
+
+using P = NVKServerPrefs;
+
+constexpr std::string_view kNvkUnreachable = "Norvik clients cannot connect to this computer.";
+constexpr std::string_view kRdpUnreachable = "RDP clients cannot connect to this computer.";
+
+// What enabling depends on, asked once for each pass.
+enum Condition : unsigned {
+  kEnabled = 1u << 0,         // the pane as a whole
+  kOwnImage = 1u << 1,        // the user does not follow the server's image settings
+  kUnlocked = 1u << 2,        // the pane as a whole, and the lock
+  kMultiUserKnown = 1u << 3,  // the server has a multi-user mode
+  kRunning = 1u << 4,         // the daemon as last shown
+  kActs = 1u << 5,            // an action on connect is chosen, or the box is mixed
+  kSingleUser = 1u << 6,      // multi-user mode is not chosen
+  kNvk = 1u << 7,             // the service's box
+  kRdp = 1u << 8,
+  kNvkPort = 1u << 9,  // the box for a port of its own, or the box is mixed
+  kRdpPort = 1u << 10,
+  kLimitKnown = 1u << 11,  // the open files limit can be changed
+  kPending = 1u << 12,     // something is there to apply
+};
+
+struct EnablingRule {
+  Control P::*control;
+  unsigned conditions;  // all of them
+};
+
+// The clipboard box of RDP follows the switch of NVK, which is meant: the two services share one clipboard.
+// clang-format off
+constexpr EnablingRule kEnablingRules[] = {
+    {&P::ib_user_chkbox_imgDefs,          kEnabled},
+    {&P::ib_user_slider_imgDept,          kOwnImage},
+    {&P::ib_user_popup_imgMode,           kOwnImage},
+    {&P::ib_user_slider_imgCapt,          kOwnImage},
+    {&P::ib_user_slider_imgBuff,          kOwnImage},
+    {&P::ib_user_slider_imgShad,          kOwnImage},
+    {&P::ib_admin_chkbox_multiUser,       kUnlocked | kMultiUserKnown},
+    {&P::ib_admin_button_svrStart,        kUnlocked},
+    {&P::ib_admin_button_svrRestart,      kUnlocked | kRunning},
+    {&P::ib_admin_chkbox_actOnLogin,      kUnlocked},
+    {&P::ib_admin_rbutton_toHidden,       kUnlocked | kActs},
+    {&P::ib_admin_rbutton_lockScreen,     kUnlocked | kActs | kSingleUser},
+    {&P::ib_admin_rbutton_toConsole,      kUnlocked | kActs | kSingleUser},
+    {&P::ib_admin_chkbox_nvkEnabled,      kUnlocked},
+    {&P::ib_admin_chkbox_nvkPort,         kUnlocked | kNvk},
+    {&P::ib_admin_edbox_nvkPort,          kUnlocked | kNvk | kNvkPort},
+    {&P::ib_admin_chkbox_nvkClipb,        kUnlocked | kNvk},
+    {&P::ib_admin_chkbox_nvkSound,        kUnlocked},
+    {&P::ib_admin_chkbox_nvkPrint,        kUnlocked},
+    {&P::ib_admin_chkbox_rdpEnabled,      kUnlocked},
+    {&P::ib_admin_chkbox_rdpPort,         kUnlocked | kRdp},
+    {&P::ib_admin_edbox_rdpPort,          kUnlocked | kRdp | kRdpPort},
+    {&P::ib_admin_chkbox_rdpClipb,        kUnlocked | kNvk},
+    {&P::ib_admin_chkbox_rdpSound,        kUnlocked},
+    {&P::ib_admin_chkbox_rdpPrint,        kUnlocked},
+    {&P::ib_admin_slider_imgDept,         kUnlocked},
+    {&P::ib_admin_popup_imgMode,          kUnlocked},
+    {&P::ib_admin_slider_imgCapt,         kUnlocked},
+    {&P::ib_admin_slider_imgBuff,         kUnlocked},
+    {&P::ib_admin_slider_imgShad,         kUnlocked},
+    {&P::ib_admin_button_maxFAdjust,      kUnlocked | kLimitKnown},
+    {&P::ib_admin_chkbox_wakeUp,          kUnlocked},
+    {&P::ib_admin_chkbox_scrSaver,        kUnlocked},
+    {&P::ib_admin_chkbox_noQuartz,        kUnlocked},
+    {&P::ib_admin_button_dispManager,     kUnlocked},
+    {&P::ib_admin_button_accManager,      kUnlocked},
+    {&P::ib_admin_chkbox_ntfShowNews,     kUnlocked},
+    {&P::ib_admin_chkbox_ntfShowNotices,  kUnlocked},
+    {&P::ib_admin_chkbox_ntfShowUpdates,  kUnlocked},
+    {&P::ib_admin_chkbox_ntfShowWarnings, kUnlocked},
+    {&P::ib_admin_chkbox_ntfPrLow,        kUnlocked},
+    {&P::ib_admin_chkbox_ntfPrMedium,     kUnlocked},
+    {&P::ib_admin_chkbox_ntfPrHigh,       kUnlocked},
+    {&P::ib_admin_popup_ntfRepeat,        kUnlocked},
+    {&P::ib_admin_popup_ntfClose,         kUnlocked},
+    {&P::ib_admin_popup_ntfShow,          kUnlocked},
+    {&P::ib_button_Apply,                 kEnabled | kPending},
+};
+// clang-format on
+
+unsigned when(bool holds, Condition condition) {
+  return holds ? condition : 0u;
+}
+
+unsigned conditionsNow(const P& p, bool enable) {
+  return when(enable, kEnabled) | when(enable && !p.ib_user_chkbox_imgDefs.isOn(), kOwnImage) |
+         when(enable && p.authorized(), kUnlocked) | when(p.m_admin_multiUser >= 0, kMultiUserKnown) |
+         when(p.m_serverPid != -1, kRunning) |
+         when(p.ib_admin_chkbox_actOnLogin.state() != kOffState, kActs) |
+         when(p.new_admin_multiUser() < 1, kSingleUser) | when(p.ib_admin_chkbox_nvkEnabled.isOn(), kNvk) |
+         when(p.ib_admin_chkbox_rdpEnabled.isOn(), kRdp) |
+         when(p.ib_admin_chkbox_nvkPort.state() != kOffState, kNvkPort) |
+         when(p.ib_admin_chkbox_rdpPort.state() != kOffState, kRdpPort) |
+         when(p.m_admin_maxFiles.action != kLimitUnknown, kLimitKnown) |
+         when(enable && (p.userConfigChanged() || p.adminConfigChanged() || p.notificationSettingsChanged()),
+              kPending);
+}
+
+struct ServerTexts {
+  std::string_view button;
+  std::string_view description;
+  std::string_view state;
+};
+constexpr ServerTexts kStopped{"Start", "Click Start to allow others to access this computer.", "Stopped"};
+constexpr ServerTexts kStarted{"Stop", "Click Stop to prevent others from accessing this computer.",
+                               "Started"};
+
+// What the texts were last made from; shared by all panes of the process.
+int64_t svr_pid = 0;
+int64_t nvk_port = 0;
+int64_t nvk_state = 0;
+int64_t rdp_port = 0;
+int64_t rdp_state = 0;
+
+bool sameAsLastRefresh(const P& p) {
+  return svr_pid == p.m_serverPid && nvk_port == p.new_admin_nvkPort() &&
+         nvk_state == p.new_admin_nvkState() && rdp_port == p.new_admin_rdpPort() &&
+         rdp_state == p.new_admin_rdpState();
+}
+
+void showAddresses(P& p) {
+  const bool running = p.m_serverPid != -1;
+  const bool nvkReachable = nvk_state != 0 && running;
+  const bool rdpReachable = rdp_state != 0 && running;
+  if (nvkReachable) p.updateNvkAddr(nvk_port);
+  p.ib_admin_label_nvkAddress.setStringValue(nvkReachable ? SBUF_NVKADR : kNvkUnreachable);
+  if (rdpReachable) p.updateRdpAddr(rdp_port);
+  p.ib_admin_label_rdpAddress.setStringValue(rdpReachable ? SBUF_RDPADR : kRdpUnreachable);
+}
+
+void showServerState(P& p) {
+  const ServerTexts& texts = p.m_serverPid == -1 ? kStopped : kStarted;
+  p.ib_admin_button_svrStart.setTitle(texts.button);
+  p.ib_admin_label_svrDesc.setStringValue(texts.description);
+  p.ib_admin_label_svrState.setStringValue(texts.state);
+}
+
+void showLock(P& p) {
+  p.ib_label_Auth.setStringValue(p.authorized() ? "Click the lock to prevent administrative changes"
+                                                : "Click the lock to make administrative changes");
+  p.ib_button_Auth.setImage(p.authorized() ? p.m_authImage2 : p.m_authImage1);
+}
+
+}  // namespace
+
+void NVKServerPrefs::updateGui(bool skipUnchanged, bool redraw) {
+  svr_pid = nvkd_pid();
+  if (skipUnchanged && sameAsLastRefresh(*this)) return;
+  m_serverPid = static_cast<int32_t>(svr_pid);
+  nvk_port = new_admin_nvkPort();
+  nvk_state = new_admin_nvkState();
+  rdp_port = new_admin_rdpPort();
+  rdp_state = new_admin_rdpState();
+  showAddresses(*this);
+  showServerState(*this);
+  showLock(*this);
+  enableGui(true, redraw);
+}
+
+void NVKServerPrefs::enableGui(bool enable, bool redraw) {
+  const unsigned now = conditionsNow(*this, enable);
+  for (const EnablingRule& rule : kEnablingRules) {
+    (this->*rule.control).setEnabled((now & rule.conditions) == rule.conditions);
+  }
+  if (redraw) redrawView(&main_view_);
+}
+
+// Children first, so that what a pass changed is seen at once and not in the next drawing cycle.
+void NVKServerPrefs::redrawView(View* view) {
+  if (view == nullptr) return;
+  for (View* subview : view->subviews()) redrawView(subview);
+  platform().drawing.displayIfNeeded(*view);
+}
+
+}  // namespace norvik
