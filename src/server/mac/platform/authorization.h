@@ -48,7 +48,8 @@ class AuthorizationService {
   virtual OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                            AuthorizationFlags flags) = 0;
 
-  // Takes the named right from `authorization`, so that the next request for it is decided afresh.
+  // Takes the named right from `authorization`, so that the next request for it is decided afresh: without
+  // interaction it succeeds only while an earlier grant still stands.
   virtual OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) = 0;
 
   // Frees `authorization`, which must not be used again. With kAuthorizationFlagDestroyRights its rights end

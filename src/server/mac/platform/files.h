@@ -24,7 +24,7 @@ class Files {
   // Opens the file; the caller closes it with fclose. Null when it cannot be opened, which is also so for a
   // directory, whichever the mode.
   virtual FileRef fopen(const char* path, FileMode mode) = 0;
-  // Moves the position; 0 on success, -1 on failure. A pipe cannot be sought.
+  // Moves the position; 0 on success, -1 on failure. A pipe cannot be sought, nor a place before the start.
   virtual int fseek(FileRef file, int64_t offset, SeekOrigin origin) = 0;
   // The position in bytes from the start, or -1 on failure.
   virtual int64_t ftell(FileRef file) = 0;
@@ -36,7 +36,8 @@ class Files {
   // Closes and forgets the stream.
   virtual void fclose(FileRef file) = 0;
 
-  // Makes one directory with the permission bits `mode`; 0 on success, -1 where it exists or cannot be made.
+  // Makes one directory with the permission bits `mode`, less those that the process withholds from all that
+  // it makes; 0 on success, -1 where something is there already or the directory cannot be made.
   virtual int mkdir(const char* path, uint32_t mode) = 0;
 };
 

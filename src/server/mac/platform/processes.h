@@ -41,8 +41,8 @@ class ProcessManager {
  public:
   virtual ~ProcessManager() = default;
 
-  // Advances `process` to the next one of the logged-in user's processes; kNoProcess starts from the first.
-  // procNotFound, with `process` left alone, after the last.
+  // Advances `process` to the next one of the logged-in user's applications; kNoProcess starts from the
+  // first. procNotFound, with `process` left alone, after the last.
   virtual OSErr GetNextProcess(ProcessSerialNumber& process) = 0;
   // Fills type, signature and number, whatever the record's length says; an error for a process that is gone
   // or that belongs to no bundle.
@@ -69,7 +69,8 @@ class PosixProcesses {
  public:
   virtual ~PosixProcesses() = default;
 
-  // Sends a signal to a process by its id.
+  // Sends a signal to a process by its id. An id is never taken for more than one process: 0 always exists
+  // and is not to be signalled, one below 0 does not exist.
   virtual KillResult kill(int32_t pid, Signal signal) = 0;
   // The id of the process that the pane runs in.
   virtual int32_t getpid() = 0;

@@ -22,7 +22,8 @@ class PropertyListFiles {
   // place, so that it keeps its owner and mode. False when it could not be written whole.
   virtual bool writeToFile(const PropertyList& dictionary, const std::string& path) = 0;
 
-  // `path` with a leading "~" replaced by the home folder of the user who runs the pane.
+  // `path` with a leading "~", alone or before a "/", replaced by the home folder of the user who runs the
+  // pane, which has no "/" at its end. Any other path as it is.
   virtual std::string stringByExpandingTildeInPath(std::string_view path) = 0;
 };
 

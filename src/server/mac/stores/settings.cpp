@@ -129,22 +129,37 @@ void logFailure(const char* format, std::string_view text) {
 
 namespace {
 
-const Setting* settingOf(const NVKServerPrefs& pane, const Control& control) {
-  for (const SettingsTable table : {userSettings(), serverSettings(), notificationSettings()}) {
-    for (const Setting& setting : table) {
-      for (Control NVKServerPrefs::*edits : setting.controls) {
-        if (edits != nullptr && &(pane.*edits) == &control) return &setting;
-      }
+const Setting* settingIn(SettingsTable table, const NVKServerPrefs& pane, const Control& control) {
+  for (const Setting& setting : table) {
+    for (Control NVKServerPrefs::*edits : setting.controls) {
+      if (edits != nullptr && &(pane.*edits) == &control) return &setting;
     }
   }
   return nullptr;
 }
 
+const Setting* settingOf(const NVKServerPrefs& pane, const Control& control) {
+  for (const SettingsTable table : {userSettings(), serverSettings(), notificationSettings()}) {
+    if (const Setting* setting = settingIn(table, pane, control)) return setting;
+  }
+  return nullptr;
+}
+
+bool isOpenFilesControl(const NVKServerPrefs& pane, const Control& control) {
+  return &control == &pane.ib_admin_edbox_maxFSoft || &control == &pane.ib_admin_edbox_maxFHard ||
+         &control == &pane.ib_admin_button_maxFAdjust;
+}
+
 }  // namespace
 
 bool NVKServerPrefs::differsFromStored(const Control& control) const {
+  if (isOpenFilesControl(*this, control)) return authorized() && maxFilesChanged();
+  if (const Setting* setting = settingIn(userSettings(), *this, control)) {
+    const bool followed = setting->shown == Shown::elsewhere && new_user_imgDefs() == 1;
+    return !followed && setting->differs(*this);
+  }
   const Setting* setting = settingOf(*this, control);
-  return setting != nullptr && setting->differs(*this);
+  return setting != nullptr && authorized() && setting->differs(*this);
 }
 
 bool NVKServerPrefs::differsFromDefault(const Control& control) const {

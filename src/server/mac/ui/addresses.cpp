@@ -22,8 +22,7 @@ constexpr std::size_t kLongestDomain = 5;     // a last label, its dot included,
 
 void copyText(char* buffer, int size, const std::string& text) {
   const std::size_t length = std::min(text.size(), static_cast<std::size_t>(size - 1));
-  std::memcpy(buffer, text.data(), length);
-  std::memset(buffer + length, 0, static_cast<std::size_t>(size) - length);
+  std::fill(std::copy_n(text.data(), length, buffer), buffer + size, '\0');
 }
 
 void formSentence(char* buffer, const char* service, int64_t port, int64_t standard) {

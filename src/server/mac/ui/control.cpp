@@ -61,7 +61,7 @@ void Control::setStringValue(std::string_view text) {
 void Control::setTitle(std::string_view title) {
   change(title_, title);
 }
-void Control::setImage(PictureRef image) {
+void Control::setImage(const PictureRef& image) {
   change(image_, image);
 }
 void Control::setTransparent(bool transparent) {

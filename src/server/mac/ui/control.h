@@ -102,7 +102,7 @@ class Control : public View {
   const std::string& title() const { return title_; }
   void setTitle(std::string_view title);
   const PictureRef& image() const { return image_; }
-  virtual void setImage(PictureRef image);
+  virtual void setImage(const PictureRef& image);
   bool isTransparent() const { return transparent_; }
   void setTransparent(bool transparent);
 

@@ -140,6 +140,8 @@ constexpr Key<ControlDescription> kControlKeys[] = {
     {"value", Presence::optional, into<&ControlDescription::value>},
     {"items", Presence::optional, into<&ControlDescription::items>},
     {"title", Presence::optional, into<&ControlDescription::title>},
+    {"copyTitle", Presence::optional, into<&ControlDescription::copy_title>},
+    {"indicator", Presence::optional, into<&ControlDescription::indicator>},
     {"displayOnly", Presence::optional, into<&ControlDescription::display_only>},
     {"hidden", Presence::optional, into<&ControlDescription::hidden>},
 };
@@ -178,6 +180,7 @@ bool readHeight(const PropertyList& value, const std::string& path, InterfaceDes
 
 constexpr Key<InterfaceDescription> kRootKeys[] = {
     {"title", Presence::needed, into<&InterfaceDescription::title>},
+    {"changedHelp", Presence::optional, into<&InterfaceDescription::changed_help>},
     {"width", Presence::needed, readWidth},
     {"height", Presence::needed, readHeight},
     {"frame", Presence::needed, into<&InterfaceDescription::frame>},

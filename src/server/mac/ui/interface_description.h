@@ -48,6 +48,8 @@ struct ControlDescription {
   std::optional<double> value;     // where a slider stands before anything is loaded
   std::vector<std::string> items;  // of a pop-up, in order
   std::string title;               // of a push button before the first refresh
+  std::string copy_title;          // of a label with an address: what the button that copies it says
+  bool indicator = false;          // a label that tells a state: a coloured dot stands before it
   bool display_only = false;       // a text field that nobody types into
   bool hidden = false;             // never shown to a person (kept for the code that refers to it)
 
@@ -74,6 +76,7 @@ struct TabDescription {
 struct InterfaceDescription {
   std::string title;                      // of the window
   Size size;                              // of the main view, before it is fitted to the window
+  std::string changed_help;               // what a host says beside a control with an edit that is not applied yet
   std::vector<ControlDescription> frame;  // controls outside the pages: sidebar, tab view, lock, Help, Apply
   std::vector<TabDescription> tabs;
 

@@ -110,11 +110,11 @@ void NVKButton::setButtonColor(const std::optional<Color>& color) {
   if (NVKButtonCell* tinted = tintedCell()) tinted->setButtonColor(color);
 }
 
-void NVKButton::setImage(PictureRef newImage) {
+void NVKButton::setImage(const PictureRef& newImage) {
   const bool another = newImage != image();
   cell_->image = newImage;
   if (another && tintedCell() != nullptr) needs_display_ = true;
-  Control::setImage(std::move(newImage));
+  Control::setImage(newImage);
 }
 
 void NVKButton::viewDidMoveToWindow(const Rect& visibleRect) {

@@ -95,7 +95,7 @@ class NVKButton : public Control {
   std::optional<Color> buttonColor() const;
   void setButtonColor(const std::optional<Color>& color);
 
-  void setImage(PictureRef image) override;
+  void setImage(const PictureRef& image) override;
 
   // Whether the button has to be drawn again; cleared by whoever draws it.
   bool needsDisplay() const { return needs_display_; }
