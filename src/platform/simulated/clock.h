@@ -1,0 +1,29 @@
+// The clock of the simulated computer, which only sleeping moves.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <utility>
+#include <vector>
+
+namespace norvik {
+
+class SimulatedClock {
+ public:
+  // Told after the clock moved, how long the sleep was.
+  using SleepListener = std::function<void(uint32_t microseconds)>;
+
+  // Since the computer was made.
+  int64_t microseconds() const { return microseconds_; }
+  // The time of day as run loops count it, in seconds of absolute time; well after 0.
+  double absoluteTime() const;
+
+  void sleep(uint32_t microseconds);
+  void addSleepListener(SleepListener listener) { listeners_.push_back(std::move(listener)); }
+
+ private:
+  int64_t microseconds_ = 0;
+  std::vector<SleepListener> listeners_;
+};
+
+}  // namespace norvik

@@ -1,0 +1,78 @@
+// Launches take effect by counting sleeps; the pid file tells whether the daemon runs.
+#include "server_service.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace norvik {
+
+namespace {
+
+constexpr std::string_view kPidFile = "/var/run/nvkserverd.pid";
+constexpr uint32_t kSecond = 1'000'000;
+
+}  // namespace
+
+ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock)
+    : fileSystem_(fileSystem), processes_(processes) {
+  clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
+}
+
+std::optional<int32_t> ServerService::pidInFile() const {
+  const auto file = fileSystem_.find(kPidFile);
+  if (file == nullptr) return std::nullopt;
+  std::string_view text = file->bytes;
+  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+  int32_t pid = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
+  // A sign is no digit, and a number beyond all process ids names no process.
+  if (error != std::errc{} || text.front() == '-') return std::nullopt;
+  return pid;
+}
+
+bool ServerService::daemonRuns() const {
+  const auto pid = pidInFile();
+  return pid && processes_.exists(*pid);
+}
+
+void ServerService::setDaemon(std::optional<int32_t> pid) {
+  if (!pid) return take(Change::down);
+  fileSystem_.put(kPidFile, std::to_string(*pid) + '\n');
+  processes_.setState(*pid, ProcessTable::State::alive);
+}
+
+void ServerService::take(Change change) {
+  if (change == Change::up) {
+    if (daemonRuns()) return;
+    // The daemon runs even where it has no folder to leave its pid file in.
+    if (const auto file = fileSystem_.create(kPidFile, FileSystem::kRoot)) {
+      file->bytes = std::to_string(startedPid_) + '\n';
+    }
+    processes_.setState(startedPid_, ProcessTable::State::alive);
+    return;
+  }
+  if (const auto pid = pidInFile()) processes_.setState(*pid, ProcessTable::State::dead);
+  fileSystem_.remove(kPidFile);
+}
+
+void ServerService::run(const std::vector<std::string>& arguments) {
+  if (arguments.empty()) return;
+  if (arguments[0] == "start" && !daemonRuns()) schedule(Change::up, startDelay_);
+  if (arguments[0] == "stop" && daemonRuns()) schedule(Change::down, stopDelay_);
+}
+
+void ServerService::schedule(Change change, std::optional<int64_t> sleeps) {
+  if (!sleeps) return;
+  if (*sleeps == 0) return take(change);
+  pending_.push_back({change, *sleeps});
+}
+
+void ServerService::slept(uint32_t microseconds) {
+  if (microseconds != kSecond) return;
+  for (Pending& pending : pending_) {
+    if (--pending.sleeps == 0) take(pending.change);
+  }
+  std::erase_if(pending_, [](const Pending& pending) { return pending.sleeps == 0; });
+}
+
+}  // namespace norvik
