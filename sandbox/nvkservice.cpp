@@ -1,0 +1,78 @@
+// The service tool's stand-in: starts and stops the daemon, has it read its configuration again, and stands
+// in for the two management tools by saying what would open.
+#include <signal.h>
+
+#include <algorithm>
+#include <iostream>
+
+#include "processes.h"
+#include "program.h"
+#include "waits.h"
+
+namespace norvik::sandbox {
+namespace {
+
+constexpr std::chrono::seconds kLimit(15);
+constexpr const char* kUsage =
+    "nvkservice start [-f] [-w] | stop [-w] | apply | dspcmd manage | admcmd manage\n"
+    "  -f  start in any case, as it does without the word\n"
+    "  -w  wait until it is done";
+
+int say(const Root& root, const std::string& line, int status) {
+  logLine(root, "service", line);
+  (status == 0 ? std::cout : std::cerr) << "nvkservice: " << line << std::endl;
+  return status;
+}
+
+int start(const Root& root, bool wait) {
+  if (runningDaemon(root)) return say(root, "start: the daemon runs already", 0);
+  if (runAndWait(root, root.inside(kServerDaemon)) != 0)
+    return say(root, "start: the daemon cannot be started", 1);
+  if (wait && !waitUntil(kLimit, [&] { return runningDaemon(root).has_value(); }))
+    return say(root, "start: the daemon did not come up", 1);
+  return say(root, wait ? "start: the daemon runs" : "start: the daemon was started", 0);
+}
+
+int stop(const Root& root, bool wait) {
+  auto daemon = runningDaemon(root);
+  if (!daemon) return say(root, "stop: the daemon does not run", 0);
+  if (kill(*daemon, SIGTERM) != 0) return say(root, "stop: the daemon cannot be signalled", 1);
+  if (wait && !waitUntil(kLimit, [&] { return !runningDaemon(root); }))
+    return say(root, "stop: the daemon did not go down", 1);
+  return say(root, wait ? "stop: the daemon has ended" : "stop: the daemon was told", 0);
+}
+
+int apply(const Root& root) {
+  auto daemon = runningDaemon(root);
+  // It reads the new configuration when it starts.
+  if (!daemon) return say(root, "apply: the daemon does not run", 0);
+  if (kill(*daemon, SIGHUP) != 0) return say(root, "apply: the daemon cannot be signalled", 1);
+  return say(root, "apply: the daemon was told", 0);
+}
+
+bool onlyOptions(const Arguments& arguments, std::string_view allowed) {
+  return std::all_of(arguments.begin() + 1, arguments.end(), [allowed](const std::string& word) {
+    return word.size() == 2 && word[0] == '-' && allowed.find(word[1]) != std::string_view::npos;
+  });
+}
+
+int run(const Root& root, const Arguments& arguments) {
+  if (arguments.empty()) return usage(kUsage);
+  const std::string& verb = arguments[0];
+  bool wait = std::find(arguments.begin(), arguments.end(), "-w") != arguments.end();
+  bool manages = arguments.size() == 2 && arguments[1] == "manage";
+  waitForEarlierFileTools(root);
+  if (verb == "start" && onlyOptions(arguments, "fw")) return start(root, wait);
+  if (verb == "stop" && onlyOptions(arguments, "w")) return stop(root, wait);
+  if (verb == "apply" && arguments.size() == 1) return apply(root);
+  if (verb == "dspcmd" && manages) return say(root, "dspcmd manage: the display manager would open", 0);
+  if (verb == "admcmd" && manages) return say(root, "admcmd manage: the access manager would open", 0);
+  return usage(kUsage);
+}
+
+}  // namespace
+}  // namespace norvik::sandbox
+
+int main(int argc, char** argv) {
+  return norvik::sandbox::runProgram(argc, argv, norvik::sandbox::run);
+}

@@ -1,0 +1,11 @@
+// Stands in for the tool that restarts the computer, and only says so in a log.
+#include "program.h"
+
+int main(int argc, char** argv) {
+  using namespace norvik::sandbox;
+  return runProgram(argc, argv, [](const Root& root, const Arguments& arguments) {
+    if (!arguments.empty()) return usage("reboot");
+    logLine(root, "reboot", "the computer would restart now");
+    return 0;
+  });
+}

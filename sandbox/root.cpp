@@ -1,0 +1,84 @@
+// The sandbox's root folder.
+#include "root.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <fstream>
+#include <stdexcept>
+
+namespace norvik::sandbox {
+
+namespace fs = std::filesystem;
+
+std::optional<Root> Root::in(const fs::path& folder) {
+  std::error_code error;
+  fs::path real = fs::canonical(folder, error);
+  if (error || !fs::is_directory(real / kOwnFolder, error)) return std::nullopt;
+  return Root(real);
+}
+
+std::optional<Root> Root::find() {
+  if (const char* named = std::getenv("NORVIK_ROOT")) return in(named);
+  std::error_code error;
+  fs::path folder = fs::read_symlink("/proc/self/exe", error);
+  while (folder.has_relative_path()) {
+    folder = folder.parent_path();
+    if (auto root = in(folder)) return root;
+  }
+  return std::nullopt;
+}
+
+fs::path Root::inside(std::string_view path) const {
+  fs::path wanted(path);
+  bool climbs = std::find(wanted.begin(), wanted.end(), "..") != wanted.end();
+  if (!wanted.is_absolute() || climbs)
+    throw std::runtime_error(std::string(path) + ": not a path in the sandbox");
+  fs::path place = folder_ / wanted.relative_path();
+  fs::path real = fs::weakly_canonical(place);
+  auto parts = std::mismatch(folder_.begin(), folder_.end(), real.begin(), real.end());
+  if (parts.first != folder_.end())
+    throw std::runtime_error(std::string(path) + ": leads out of the sandbox");
+  return place;
+}
+
+// Not by a stream: a process's file in /proc may open and then fail to be read, which a stream's buffer
+// throws for.
+std::optional<std::string> readFile(const fs::path& path) {
+  int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) return std::nullopt;
+  std::string content;
+  std::array<char, 16384> block{};
+  ssize_t got = 0;
+  while ((got = read(file, block.data(), block.size())) > 0)
+    content.append(block.data(), static_cast<size_t>(got));
+  close(file);
+  if (got < 0) return std::nullopt;
+  return content;
+}
+
+void replaceFile(const fs::path& path, std::string_view content) {
+  fs::path next = path;
+  next += ".next." + std::to_string(getpid());
+  std::ofstream file(next, std::ios::binary | std::ios::trunc);
+  file << content;
+  file.close();
+  if (!file) {
+    std::error_code ignored;
+    fs::remove(next, ignored);
+    throw std::runtime_error(path.string() + ": cannot be written");
+  }
+  fs::rename(next, path);
+}
+
+std::string trimmed(std::string_view text) {
+  constexpr std::string_view kSpace = " \t\r\n";
+  size_t begin = text.find_first_not_of(kSpace);
+  if (begin == std::string_view::npos) return {};
+  return std::string(text.substr(begin, text.find_last_not_of(kSpace) - begin + 1));
+}
+
+}  // namespace norvik::sandbox

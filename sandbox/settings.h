@@ -1,0 +1,28 @@
+// Settings files as the stand-ins read them: with the defaults of whoever writes them, and as a line for a
+// log.
+#pragma once
+
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/property_list.h"
+#include "root.h"
+
+namespace norvik::sandbox {
+
+struct Setting {
+  enum class Kind { kBoolean, kInteger };
+  const char* key;
+  Kind kind;
+  int32_t byDefault;
+};
+
+// The dictionary in a file of the sandbox's computer; an empty one when there is none to be read.
+PropertyList readSettings(const Root& root, std::string_view path);
+
+// "KEY=VALUE KEY=VALUE ...", with the default where a key is missing.
+std::string describeSettings(const PropertyList& list, std::span<const Setting> settings);
+
+}  // namespace norvik::sandbox
