@@ -1,0 +1,259 @@
+// The stages of a change.
+#include "changing.h"
+
+#include <algorithm>
+
+#include "hosts/checks/value_check.h"
+#include "progress.h"
+#include "report.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr std::chrono::seconds kToolLimit{30};
+
+// A group of settings that Apply saves.
+struct Group {
+  const char* name;
+  bool (NVKServerPrefs::*changed)() const;
+};
+constexpr Group kGroups[] = {
+    {"user settings", &NVKServerPrefs::userConfigChanged},
+    {"server settings", &NVKServerPrefs::adminConfigChanged},
+    {"open files limit", &NVKServerPrefs::maxFilesChanged},
+    {"notification settings", &NVKServerPrefs::notificationSettingsChanged},
+};
+
+struct Shown {
+  std::string name;
+  std::string text;
+  nlohmann::ordered_json json;
+};
+
+// Everything that a person can read off the pane and that an edit may change.
+std::vector<Shown> snapshot(const Context& context, Session& session) {
+  std::vector<Shown> values;
+  for (const PaneSetting& setting : session.settings()) {
+    values.push_back({setting.name(), setting.text(), setting.json()});
+  }
+  for (const ControlDescription* description : context.interface.controls()) {
+    if (!description->display_only) continue;
+    const std::string& text = session.pane().outlet(description->outlet)->stringValue();
+    values.push_back({description->label, text, text});
+  }
+  return values;
+}
+
+std::string reasonFor(const std::string& name, const Work& work) {
+  if (std::ranges::count(work.requested, name) > 0) return "";
+  const auto reason = work.reasons.find(name);
+  return reason != work.reasons.end() ? reason->second : "changed along with it";
+}
+
+// How the pane stood before the edits.
+struct Start {
+  std::vector<Shown> values;
+  std::vector<std::string> pending;
+  std::vector<int64_t> ports;
+};
+
+// What changed, and what Apply would save besides because the file said otherwise from the start.
+std::vector<Change> changesSince(const Start& start, const Context& context, Session& session,
+                                 const Work& work) {
+  const auto& before = start.values;
+  const auto after = snapshot(context, session);
+  std::vector<Change> changes;
+  for (std::size_t i = 0; i < after.size(); ++i) {
+    const std::string& name = after[i].name;
+    Change change{name, before[i].text, after[i].text, before[i].json, after[i].json, reasonFor(name, work)};
+    const bool changed = change.from != change.to;
+    if (!changed && std::ranges::count(start.pending, name) == 0) continue;
+    if (!changed) change.because = "the file holds another value";
+    changes.push_back(std::move(change));
+  }
+  return changes;
+}
+
+std::vector<std::string> changedGroups(const NVKServerPrefs& pane) {
+  std::vector<std::string> names;
+  for (const Group& group : kGroups) {
+    if ((pane.*group.changed)()) names.emplace_back(group.name);
+  }
+  return names;
+}
+
+bool isWanted(const Outcome& outcome, const Work& work) {
+  return std::ranges::any_of(outcome.changes, [&](const Change& change) {
+    return change.from != change.to || std::ranges::count(work.requested, change.name) > 0;
+  });
+}
+
+Trouble unanswered(const Question& question) {
+  std::string sentence = "the question \"" + question.title + "\" needs an answer: give";
+  for (std::size_t i = 0; i < question.buttons.size(); ++i) {
+    sentence += (i > 0 ? " or" : "");
+    sentence += " --answer " + std::string(answerWord(NSAlertDefaultReturn - static_cast<int>(i))) +
+                " for \"" + question.buttons[i] + "\"";
+  }
+  return {kExitUsage, sentence + ". Nothing was changed."};
+}
+
+// A port that stood there before is none of this command's business.
+Trouble checkPorts(const Context& context, Session& session, const Start& start, Outcome& outcome) {
+  const NVKServerPrefs& pane = session.pane();
+  const auto ports = pendingPorts(pane);
+  const auto fields = portFields(pane);
+  for (std::size_t i = 0; i < fields.size(); ++i) {
+    if (ports[i] == start.ports[i]) continue;
+    const auto finding = checkPort(pane, context.interface, *fields[i], context.services.portInUse);
+    if (finding && finding->blocks) return {kExitData, finding->sentence};
+    if (finding) outcome.warnings.push_back(finding->sentence);
+  }
+  return {};
+}
+
+// The edits and, where something came of them, Apply.
+Outcome carryOut(const Context& context, Session& session, const Questions& questions, const Work& work) {
+  Outcome outcome;
+  NVKServerPrefs& pane = session.pane();
+  if (work.needsLock && !session.unlock()) {
+    outcome.trouble = {kExitNoPermission, "this needs administrator rights, which were not granted."};
+    return outcome;
+  }
+  const Start start{snapshot(context, session), pendingSettings(session), pendingPorts(pane)};
+  outcome.trouble = work.edit(session, outcome.notes);
+  if (!outcome.trouble && questions.unanswered() != nullptr) {
+    outcome.trouble = unanswered(*questions.unanswered());
+  }
+  if (!outcome.trouble) outcome.trouble = checkPorts(context, session, start, outcome);
+  if (outcome.trouble) return outcome;
+  outcome.changes = changesSince(start, context, session, work);
+  if (isWanted(outcome, work) && pane.ib_button_Apply.isEnabled()) {
+    outcome.saved = changedGroups(pane);
+    session.click(pane.ib_button_Apply);
+    outcome.applied = true;
+  }
+  outcome.pending = pendingSettings(session);
+  outcome.questions = questions.asked();
+  outcome.deeds = session.deeds();
+  return outcome;
+}
+
+Outcome rehearse(const Context& context, const Work& work, Conduct conduct, const Answers& answers) {
+  Questions questions(answers, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, conduct);
+  Outcome outcome = carryOut(context, session, questions, work);
+  if (!outcome.trouble && questions.unanswered() != nullptr) {
+    outcome.trouble = unanswered(*questions.unanswered());
+    outcome.applied = false;
+  }
+  return outcome;
+}
+
+// What the controls said as Apply was pressed, to be compared with what is read back.
+struct Expected {
+  std::map<std::string, int64_t> values;
+  NVKServerLimit limit;
+};
+
+Expected expectedOf(Session& session) {
+  Expected expected{{}, session.pane().m_admin_maxFiles.launchd};
+  for (const PaneSetting& setting : session.settings()) {
+    if (const auto value = setting.value()) expected.values[setting.name()] = *value;
+  }
+  return expected;
+}
+
+// A tool that was launched and failed afterwards is unknown to the pane. A pane that is opened anew and told
+// the same once more shows what did not get into the files: it still has something to save.
+std::vector<std::string> unsaved(const Context& context, const Expected& expected, const Outcome& outcome) {
+  Questions questions({NSAlertDefaultReturn, nullptr}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, Conduct::pretending);
+  session.unlock();
+  for (const auto& [name, value] : expected.values) {
+    if (PaneSetting* setting = session.find(name)) setting->put(value);
+  }
+  auto missing = pendingSettings(session);
+  const auto wasAsked = [&](const std::string& name) {
+    return std::ranges::any_of(outcome.changes, [&](const Change& change) { return change.name == name; });
+  };
+  std::erase_if(missing, [&](const std::string& name) { return !wasAsked(name); });
+  const NVKServerLimit& limit = session.pane().m_admin_maxFiles.launchd;
+  const bool limitSaved = limit.soft == expected.limit.soft && limit.hard == expected.limit.hard;
+  if (!limitSaved && std::ranges::count(outcome.saved, "open files limit") > 0) {
+    missing.emplace_back("the open files limit");
+  }
+  return missing;
+}
+
+// Work that also notes what the controls say when its edits are done.
+Work noting(const Work& work, std::optional<Expected>& expected) {
+  Work noted = work;
+  noted.edit = [&work, &expected](Session& session, std::vector<std::string>& notes) {
+    Trouble trouble = work.edit(session, notes);
+    expected = expectedOf(session);
+    return trouble;
+  };
+  return noted;
+}
+
+bool couldNotWrite(const Deeds& deeds) {
+  return std::ranges::any_of(deeds.logged, [](const std::string& line) {
+    return line.find("Could not write file") != std::string::npos;
+  });
+}
+
+Outcome perform(const Context& context, const Work& work) {
+  std::optional<Expected> expected;
+  Outcome outcome;
+  {
+    Questions questions(context.answers, context.err);
+    Progress progress(nullptr);
+    Session session(context, questions, progress, Conduct::real);
+    outcome = carryOut(context, session, questions, noting(work, expected));
+  }
+  if (!outcome.applied) return outcome;
+  if (!context.services.waitForTools(kToolLimit)) {
+    outcome.warnings.emplace_back("the tools that were launched have not ended yet.");
+    return outcome;
+  }
+  const auto missing = unsaved(context, *expected, outcome);
+  if (!missing.empty()) {
+    outcome.trouble = {kExitCannotCreate, "not saved: " + listInWords(missing, "and") + "."};
+  } else if (couldNotWrite(outcome.deeds)) {
+    outcome.trouble = {kExitCannotCreate, "a file could not be written."};
+  }
+  return outcome;
+}
+
+}  // namespace
+
+std::vector<std::string> pendingSettings(Session& session) {
+  std::vector<std::string> names;
+  for (const PaneSetting& setting : session.settings()) {
+    const auto differs = [&](const Control* control) { return session.pane().differsFromStored(*control); };
+    if (std::ranges::any_of(setting.controls(), differs)) names.push_back(setting.name());
+  }
+  return names;
+}
+
+ExitStatus change(const Context& context, const Work& work, bool dryRun) {
+  const bool attended = context.answers.person != nullptr;
+  if (dryRun || work.worksUnlooked) {
+    Answers answers{context.answers.fixed, nullptr};
+    // Who will be asked later, or only wants to know, is shown where the marked answer leads.
+    if (!answers.fixed && (attended || dryRun)) answers.fixed = NSAlertDefaultReturn;
+    const Outcome outcome = rehearse(context, work, Conduct::pretending, answers);
+    if (dryRun || outcome.trouble) return report(context, outcome, dryRun);
+  }
+  if (work.needsLock && (!attended || context.answers.fixed)) {
+    const Outcome outcome = rehearse(context, work, Conduct::looking, {context.answers.fixed, nullptr});
+    if (outcome.trouble) return report(context, outcome, false);
+  }
+  return report(context, perform(context, work), false);
+}
+
+}  // namespace norvik
