@@ -11,6 +11,8 @@ namespace norvik::scenario {
 
 Session::Session(InterfaceDescription shipped) : interface_(std::move(shipped)) {
   installPlatform(&computer.platform());
+  // A scenario says itself when the state timer fires: with `tick`.
+  computer.runLoop.setFiresInPasses(false);
   computer.effects.setSink([this](EffectKind kind, const std::string& line) {
     if (trace.shows(kind)) effects_.push_back(line);
   });

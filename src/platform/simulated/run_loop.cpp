@@ -64,6 +64,7 @@ void SimulatedRunLoop::CFRelease(CFRunLoopTimerRef ref) {
 
 void SimulatedRunLoop::runOnceInDefaultMode() {
   effects_.report(EffectKind::runLoop, "run-loop");
+  if (!firesInPasses_) return;
   std::vector<CFRunLoopTimerRef> due;
   for (const auto& timer : timers_) {
     if (timer->nextDate <= clock_.absoluteTime())

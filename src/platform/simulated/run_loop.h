@@ -19,6 +19,8 @@ class SimulatedRunLoop : public RunLoop {
 
   // Whether timers can be made.
   void setTimerCreationGranted(bool granted) { creationGranted_ = granted; }
+  // Whether a pass fires the timers whose date has come; otherwise only `fire` does.
+  void setFiresInPasses(bool fires) { firesInPasses_ = fires; }
   // The interval of a timer that was added and is valid; nothing for any other and for null.
   std::optional<double> runningInterval(CFRunLoopTimerRef timer) const;
   // Fires a running timer once, whatever the clock says. False where it does not run.
@@ -40,6 +42,7 @@ class SimulatedRunLoop : public RunLoop {
   const SimulatedClock& clock_;
   const EffectReporter& effects_;
   bool creationGranted_ = true;
+  bool firesInPasses_ = true;
   std::vector<std::unique_ptr<Timer>> timers_;
 };
 

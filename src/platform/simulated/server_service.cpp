@@ -2,7 +2,9 @@
 #include "server_service.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cctype>
+
+#include "platform/property_list.h"
 
 namespace norvik {
 
@@ -18,16 +20,14 @@ ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, Si
   clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
 }
 
+// As whoever reads the file takes it: leading digits, of which the low 32 bits count, and 0 for none.
 std::optional<int32_t> ServerService::pidInFile() const {
   const auto file = fileSystem_.find(kPidFile);
   if (file == nullptr) return std::nullopt;
-  std::string_view text = file->bytes;
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
-  int32_t pid = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
-  // A sign is no digit, and a number beyond all process ids names no process.
-  if (error != std::errc{} || text.front() == '-') return std::nullopt;
-  return pid;
+  const std::size_t begin = file->bytes.find_first_not_of(" \t\n\v\f\r");
+  const bool isNumber =
+      begin != std::string::npos && std::isdigit(static_cast<unsigned char>(file->bytes[begin]));
+  return isNumber ? static_cast<int32_t>(leadingInteger(file->bytes)) : 0;
 }
 
 bool ServerService::daemonRuns() const {
@@ -58,7 +58,7 @@ void ServerService::take(Change change) {
 void ServerService::run(const std::vector<std::string>& arguments) {
   if (arguments.empty()) return;
   if (arguments[0] == "start" && !daemonRuns()) schedule(Change::up, startDelay_);
-  if (arguments[0] == "stop" && daemonRuns()) schedule(Change::down, stopDelay_);
+  if (arguments[0] == "stop") schedule(Change::down, stopDelay_);
 }
 
 void ServerService::schedule(Change change, std::optional<int64_t> sleeps) {

@@ -28,7 +28,8 @@ class ServerService {
   // The process id of a daemon that comes up.
   void setStartedPid(int32_t pid) { startedPid_ = pid; }
 
-  // A launch of the tool. "start" with a running daemon, "stop" without one and every other word do nothing.
+  // A launch of the tool. "start" with a running daemon and every other word do nothing; "stop" takes away
+  // what there is, a pid file that nobody left behind included.
   void run(const std::vector<std::string>& arguments);
 
  private:
