@@ -35,6 +35,8 @@ TEST_F(LinuxFilesTest, DoNotWaitForTheOtherEndOfAPipe) {
   EXPECT_EQ(readAll(files, "/tmp/pipe"), "");
   EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/pipe"));
   EXPECT_FALSE(propertyLists.writeToFile(PropertyList(), "/tmp/pipe"));
+  const Descriptor writer(::open(folder.onDisk("/tmp/pipe").c_str(), O_RDWR));
+  EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/pipe"));
 }
 
 TEST_F(LinuxFilesTest, TellOfAPipeThatHasNoReaderAnyMore) {

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "captured_syslog.h"
 #include "platform/linux/linux_computer.h"
 #include "sandbox_folder.h"
 
@@ -146,6 +147,22 @@ TEST(LinuxNotificationsTest, GoNowhereWithoutABus) {
   }
   LinuxNotificationCenter("unix:path=/missing/bus").postNotificationName("not UTF-8: \xff", nullptr, 0);
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
+}
+
+TEST(LinuxSystemLogTest, GivesLinesToSyslogAsTheyStand) {
+  capturedSyslog().clear();
+  LinuxSystemLog log("norvik", nullptr);
+  log.syslog(kLogError, "Norvik[E]: 100 %s of %n %d");
+  log.syslog(4, std::string_view("a part of it", 6));
+  EXPECT_EQ(capturedSyslog(), (std::vector<std::string>{"3 Norvik[E]: 100 %s of %n %d", "4 a part"}));
+}
+
+TEST(LinuxSystemLogTest, TellsOfAnAssertionWhereItStands) {
+  capturedSyslog().clear();
+  LinuxSystemLog log("norvik", nullptr);
+  LinuxAssertionHandler(log).handleFailureInFunction("save", "settings.cpp", 7, "no 100 %s");
+  EXPECT_EQ(capturedSyslog(),
+            std::vector<std::string>{"3 Norvik[E]: Assertion failure in save, settings.cpp:7: no 100 %s"});
 }
 
 class SandboxOptionsTest : public testing::Test {

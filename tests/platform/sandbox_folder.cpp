@@ -3,6 +3,8 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -27,6 +29,17 @@ const char* const kFolders[] = {
 std::string infoPropertyList(const std::string& identifier) {
   return "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key><string>" + identifier +
          "</string></dict></plist>\n";
+}
+
+// A socket is there before anybody listens on it.
+bool takesConnections(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const bool connected = ::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+  ::close(socket);
+  return connected;
 }
 
 // In the child. What the program says is not for the tests' output.
@@ -123,7 +136,7 @@ std::optional<int> SandboxFolder::endedBy(pid_t pid, std::chrono::milliseconds l
 
 void SandboxFolder::startBus() {
   start({"/usr/bin/dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + busAddress()});
-  ASSERT_TRUE(eventually([this] { return fs::exists(onDisk("/bus")); })) << "no message bus";
+  ASSERT_TRUE(eventually([this] { return takesConnections(onDisk("/bus")); })) << "no message bus";
 }
 
 bool eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit) {

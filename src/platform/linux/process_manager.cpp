@@ -21,9 +21,6 @@ namespace {
 
 constexpr std::size_t kStatusLimit = 65536;
 
-// A program that was replaced while it runs keeps this behind its path.
-constexpr std::string_view kDeleted = " (deleted)";
-
 std::string processFile(uint32_t pid, std::string_view name) {
   return "/proc/" + std::to_string(pid) + "/" + std::string(name);
 }
@@ -46,12 +43,13 @@ std::optional<uid_t> userOf(uint32_t pid) {
   return user;
 }
 
-// Empty for a process that is gone, that ended and waits for its parent, or that we may not look into.
+// Empty for a process that is gone, that ended and waits for its parent, or that we may not look into. A
+// program that was replaced while it runs has " (deleted)" behind its name, which does not matter: its
+// folders count.
 std::string executableOf(uint32_t pid) {
   std::string path(PATH_MAX, '\0');
   const ssize_t length = ::readlink(processFile(pid, "exe").c_str(), path.data(), path.size());
   path.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-  if (path.ends_with(kDeleted)) path.resize(path.size() - kDeleted.size());
   return path;
 }
 

@@ -15,7 +15,7 @@ LinuxSystemLog::~LinuxSystemLog() {
 }
 
 void LinuxSystemLog::syslog(int priority, std::string_view line) {
-  ::syslog(priority, std::string(line).c_str(), 0);
+  ::syslog(priority, "%s", std::string(line).c_str());
   if (observer_) observer_(priority, line);
 }
 
