@@ -5,6 +5,7 @@
 
 #include "hosts/checks/value_check.h"
 #include "progress.h"
+#include "reading_back.h"
 #include "report.h"
 
 namespace norvik {
@@ -21,7 +22,7 @@ struct Group {
 constexpr Group kGroups[] = {
     {"user settings", &NVKServerPrefs::userConfigChanged},
     {"server settings", &NVKServerPrefs::adminConfigChanged},
-    {"open files limit", &NVKServerPrefs::maxFilesChanged},
+    {kOpenFilesLimit, &NVKServerPrefs::maxFilesChanged},
     {"notification settings", &NVKServerPrefs::notificationSettingsChanged},
 };
 
@@ -152,43 +153,6 @@ Outcome rehearse(const Context& context, const Work& work, Conduct conduct, cons
   return outcome;
 }
 
-// What the controls said as Apply was pressed, to be compared with what is read back.
-struct Expected {
-  std::map<std::string, int64_t> values;
-  NVKServerLimit limit;
-};
-
-Expected expectedOf(Session& session) {
-  Expected expected{{}, session.pane().m_admin_maxFiles.launchd};
-  for (const PaneSetting& setting : session.settings()) {
-    if (const auto value = setting.value()) expected.values[setting.name()] = *value;
-  }
-  return expected;
-}
-
-// A tool that was launched and failed afterwards is unknown to the pane. A pane that is opened anew and told
-// the same once more shows what did not get into the files: it still has something to save.
-std::vector<std::string> unsaved(const Context& context, const Expected& expected, const Outcome& outcome) {
-  Questions questions({NSAlertDefaultReturn, nullptr}, context.err);
-  Progress progress(nullptr);
-  Session session(context, questions, progress, Conduct::pretending);
-  session.unlock();
-  for (const auto& [name, value] : expected.values) {
-    if (PaneSetting* setting = session.find(name)) setting->put(value);
-  }
-  auto missing = pendingSettings(session);
-  const auto wasAsked = [&](const std::string& name) {
-    return std::ranges::any_of(outcome.changes, [&](const Change& change) { return change.name == name; });
-  };
-  std::erase_if(missing, [&](const std::string& name) { return !wasAsked(name); });
-  const NVKServerLimit& limit = session.pane().m_admin_maxFiles.launchd;
-  const bool limitSaved = limit.soft == expected.limit.soft && limit.hard == expected.limit.hard;
-  if (!limitSaved && std::ranges::count(outcome.saved, "open files limit") > 0) {
-    missing.emplace_back("the open files limit");
-  }
-  return missing;
-}
-
 // Work that also notes what the controls say when its edits are done.
 Work noting(const Work& work, std::optional<Expected>& expected) {
   Work noted = work;
@@ -220,7 +184,7 @@ Outcome perform(const Context& context, const Work& work) {
     outcome.warnings.emplace_back("the tools that were launched have not ended yet.");
     return outcome;
   }
-  const auto missing = unsaved(context, *expected, outcome);
+  const auto missing = notSaved(context, *expected, outcome);
   if (!missing.empty()) {
     outcome.trouble = {kExitCannotCreate, "not saved: " + listInWords(missing, "and") + "."};
   } else if (couldNotWrite(outcome.deeds)) {
@@ -249,7 +213,7 @@ ExitStatus change(const Context& context, const Work& work, bool dryRun) {
     const Outcome outcome = rehearse(context, work, Conduct::pretending, answers);
     if (dryRun || outcome.trouble) return report(context, outcome, dryRun);
   }
-  if (work.needsLock && (!attended || context.answers.fixed)) {
+  if (work.needsLock && !attended) {
     const Outcome outcome = rehearse(context, work, Conduct::looking, {context.answers.fixed, nullptr});
     if (outcome.trouble) return report(context, outcome, false);
   }

@@ -25,6 +25,9 @@ struct Work {
   std::map<std::string, std::string> reasons;  // why a setting is changed that the person did not name
 };
 
+// The name of the one group of settings that others ask for by name.
+inline constexpr const char* kOpenFilesLimit = "open files limit";
+
 // A value that a person sees, before and after.
 struct Change {
   std::string name;  // of a setting, or the label of a field that only shows something

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
+#include <nlohmann/json_fwd.hpp>
+#include <string>
 #include <string_view>
 
 #include "exit_status.h"
@@ -33,6 +35,8 @@ struct Context {
   bool json = false;
   Answers answers;
 
+  // Writes a result as JSON, over several lines.
+  void print(const nlohmann::ordered_json& result) const;
   // Writes a diagnostic, led by the program's name.
   void complain(std::string_view sentence) const;
 };

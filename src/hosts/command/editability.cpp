@@ -83,6 +83,7 @@ std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, cons
 
 std::string switchesInWords(const std::vector<NeededSwitch>& switches) {
   std::vector<std::string> words;
+  words.reserve(switches.size());
   for (const NeededSwitch& needed : switches) words.push_back(needed.name + (needed.on ? "=on" : "=off"));
   return listInWords(words, "and");
 }

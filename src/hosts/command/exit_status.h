@@ -8,6 +8,7 @@ enum ExitStatus : int {
   kExitUsage = 64,         // a wrong command, an unknown name, a question that nobody can answer
   kExitData = 65,          // a value of another kind or out of its range
   kExitUnavailable = 69,   // the server did not come up or go down
+  kExitSoftware = 70,      // a fault of the program's own
   kExitCannotCreate = 73,  // a file was not written
   kExitNoPermission = 77,  // not authorized
 };

@@ -24,7 +24,11 @@ ExitStatus getSettings(const Context& context, const Words& names) {
     values[name] = setting->json();
     lines += setting->text() + '\n';
   }
-  context.out << (context.json ? values.dump(2) + '\n' : lines);
+  if (context.json) {
+    context.print(values);
+  } else {
+    context.out << lines;
+  }
   return kExitOk;
 }
 

@@ -51,7 +51,7 @@ ExitStatus show(const Context& context) {
     const Json json{{"now", jsonOf(limits.system)},
                     {"nextStart", jsonOf(limits.launchd)},
                     {"action", actionWord(limits.action)}};
-    context.out << json.dump(2) << '\n';
+    context.print(json);
     return kExitOk;
   }
   const auto label = [&](const Control& field) { return context.interface.find(field.name())->label; };

@@ -126,7 +126,7 @@ std::optional<InterfaceDescription> shippedInterface() {
 
 int run(int argc, char** argv) {
   const auto interface = shippedInterface();
-  if (!interface) return 70;
+  if (!interface) return kExitSoftware;
   ExitStatus status = kExitOk;
   const SettingsSource settings = [&] { return shownSettings(*interface); };
   const auto line = parseCommandLine(argc, argv, settings, std::cout, std::cerr, status);

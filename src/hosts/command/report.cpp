@@ -126,7 +126,7 @@ ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
   // What never came to Apply has nothing to tell but why.
   if (!outcome.trouble || outcome.applied) {
     if (context.json) {
-      context.out << outcomeJson(outcome, dryRun).dump(2) << '\n';
+      context.print(outcomeJson(outcome, dryRun));
     } else {
       writeText(context, outcome, dryRun);
     }

@@ -39,7 +39,7 @@ Trouble judge(ServerOrder order, int32_t before, int32_t after) {
 
 void writeState(const Context& context, NVKServerPrefs& pane) {
   if (context.json) {
-    context.out << statusJson(pane).dump(2) << '\n';
+    context.print(statusJson(pane));
     return;
   }
   std::vector<TableRow> rows;

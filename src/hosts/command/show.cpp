@@ -188,7 +188,7 @@ ExitStatus showSettings(const Context& context, const std::string& page) {
   const auto pages = one != nullptr ? std::vector<Page>{{one}} : pagesOf(session, page);
   if (pages.empty()) return unknownPage(context, session, page);
   if (context.json) {
-    context.out << pagesJson(session, pages).dump(2) << '\n';
+    context.print(pagesJson(session, pages));
   } else if (one != nullptr) {
     writeSetting(context.out, session, *one);
   } else {

@@ -15,7 +15,7 @@ namespace norvik {
 namespace {
 
 // The pane's sentences have blank lines in them, where a line of text wants none.
-std::string onOneLine(std::string text) {
+std::string onOneLine(const std::string& text) {
   std::string line;
   for (const char c : text) {
     if (c != '\n') {
@@ -96,7 +96,7 @@ ExitStatus showStatus(const Context& context) {
   if (context.json) {
     auto status = statusJson(session.pane());
     status["pending"] = pending;
-    context.out << status.dump(2) << '\n';
+    context.print(status);
     return kExitOk;
   }
   std::vector<TableRow> rows;

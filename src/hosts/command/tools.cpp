@@ -41,8 +41,7 @@ ExitStatus openTool(const Context& context, ManagementTool tool) {
   }
   context.services.waitForTools(kToolLimit);
   if (context.json) {
-    const nlohmann::ordered_json json{{"commands", commandsJson(session.deeds())}};
-    context.out << json.dump(2) << '\n';
+    context.print({{"commands", commandsJson(session.deeds())}});
   } else {
     context.out << "Opened with " << commandLine(*launch) << '\n';
   }

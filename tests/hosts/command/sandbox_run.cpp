@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr const char* kSpeed = "50";
+constexpr const char* kSpeed = "20";
 
 std::string contentOf(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);

@@ -29,7 +29,7 @@ Result runProgram(const std::string& name, const Words& words, const std::filesy
 
 class SandboxRun {
  public:
-  // A fresh sandbox, with what runs at log-in, at fifty times the real speed.
+  // A fresh sandbox, with what runs at log-in, at twenty times the real speed.
   SandboxRun();
   // Ends everything in it and removes it.
   ~SandboxRun();

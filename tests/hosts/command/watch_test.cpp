@@ -14,7 +14,7 @@ namespace {
 // A running watch; ended with the object where it still runs.
 class Watch {
  public:
-  Watch(const SandboxRun& box, Words words) : box_(box), child_(box.start(words, "watch")) {}
+  Watch(const SandboxRun& box, const Words& words) : box_(box), child_(box.start(words, "watch")) {}
   ~Watch() {
     if (child_ > 0) end(SIGKILL);
   }
