@@ -32,6 +32,8 @@ class ProcessTable {
 
   // What the process is from now on, whatever else is known of it.
   void setState(int32_t pid, State state) { states_[pid] = state; }
+  // Forgets what was told of it: it is there only where the list has it or the pane runs in it.
+  void forget(int32_t pid) { states_.erase(pid); }
   // Adds a process at the end of the process manager's list.
   void add(ListedProcess process) { listed_.push_back(std::move(process)); }
   const std::vector<ListedProcess>& listed() const { return listed_; }

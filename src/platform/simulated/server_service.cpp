@@ -11,6 +11,7 @@ namespace norvik {
 namespace {
 
 constexpr std::string_view kPidFile = "/var/run/nvkserverd.pid";
+constexpr std::size_t kPidTextLength = 31;
 constexpr uint32_t kSecond = 1'000'000;
 
 }  // namespace
@@ -20,14 +21,16 @@ ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, Si
   clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
 }
 
-// As whoever reads the file takes it: leading digits, of which the low 32 bits count, and 0 for none.
+// As whoever reads the file takes it: digits at the beginning of its first 31 bytes, of which the low 32 bits
+// count, and 0 for none; nothing for an empty file.
 std::optional<int32_t> ServerService::pidInFile() const {
   const auto file = fileSystem_.find(kPidFile);
-  if (file == nullptr) return std::nullopt;
-  const std::size_t begin = file->bytes.find_first_not_of(" \t\n\v\f\r");
+  if (file == nullptr || file->bytes.empty()) return std::nullopt;
+  const std::string_view text = std::string_view(file->bytes).substr(0, kPidTextLength);
+  const std::size_t begin = text.find_first_not_of(" \t\n\v\f\r");
   const bool isNumber =
-      begin != std::string::npos && std::isdigit(static_cast<unsigned char>(file->bytes[begin]));
-  return isNumber ? static_cast<int32_t>(leadingInteger(file->bytes)) : 0;
+      begin != std::string_view::npos && std::isdigit(static_cast<unsigned char>(text[begin]));
+  return isNumber ? static_cast<int32_t>(leadingInteger(text)) : 0;
 }
 
 bool ServerService::daemonRuns() const {
@@ -51,7 +54,7 @@ void ServerService::take(Change change) {
     processes_.setState(startedPid_, ProcessTable::State::alive);
     return;
   }
-  if (const auto pid = pidInFile()) processes_.setState(*pid, ProcessTable::State::dead);
+  if (const auto pid = pidInFile()) processes_.forget(*pid);
   fileSystem_.remove(kPidFile);
 }
 
