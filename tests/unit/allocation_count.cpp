@@ -7,10 +7,21 @@
 
 namespace {
 std::atomic<long> count = 0;
+std::atomic<bool> refuses = false;
 }  // namespace
 
 long norvik::allocationCount() {
   return count;
+}
+
+void norvik::refuseNextNothrowAllocation() {
+  refuses = true;
+}
+
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  if (refuses.exchange(false)) return nullptr;
+  ++count;
+  return std::malloc(size != 0 ? size : 1);
 }
 
 void* operator new(std::size_t size) {

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include "allocation_count.h"
 #include "pixels.h"
 #include "stub_computer.h"
 
@@ -203,6 +204,15 @@ TEST_F(NVKButtonTest, ACellOfAnotherFamilyIsKeptAndNothingIsReported) {
   const ButtonCell* decoded = decodeWithStrangeCell();
   EXPECT_EQ(&button.cell(), decoded);
   EXPECT_TRUE(computer.system.failures.empty());
+}
+
+TEST_F(NVKButtonTest, ADecodedCellThatMemoryIsTooShortToReplaceIsKept) {
+  auto plain = std::make_unique<ButtonCell>();
+  refuseNextNothrowAllocation();
+  const ButtonCell* decoded = decodeWith(std::move(plain));
+  EXPECT_EQ(&button.cell(), decoded);
+  ASSERT_EQ(computer.system.failures.size(), 1u);
+  EXPECT_EQ(computer.system.failures[0].description, "Failed to copy object.");
 }
 
 TEST_F(NVKButtonTest, PassesTheColourToATintedCellAlone) {

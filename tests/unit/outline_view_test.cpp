@@ -141,6 +141,8 @@ TEST_F(OutlineViewTest, SelectsWithNobodyToTell) {
   lone.setDelegate(&tree);
   lone.reloadData();
   lone.setDelegate(nullptr);
+  lone.clickRow(0);
+  EXPECT_EQ(lone.selectedRow(), -1);
   lone.selectRow(1);
   EXPECT_EQ(lone.selectedRow(), 1);
   EXPECT_EQ(tree.selections, 0);

@@ -97,6 +97,41 @@ TEST_F(PaneTest, ATimerWithoutAPaneDoesNothing) {
   EXPECT_EQ(pane.m_serverPid, 4321);
 }
 
+TEST_F(PaneTest, WakingAgainMakesNoSecondTimer) {
+  NVKServerPrefs pane(interface);
+  pane.awakeFromNib();
+  const auto timer = pane.m_uiTimer;
+  computer.runLoop.makesTimers = false;
+  __main_pane = nullptr;
+  pane.awakeFromNib();
+  EXPECT_EQ(pane.m_uiTimer, timer);
+}
+
+TEST_F(PaneTest, ATickRefreshesNothingWhileTheStateIsNotTracked) {
+  NVKServerPrefs pane(interface);
+  pane.awakeFromNib();
+  computer.files.pidFile = "4321\n";
+  pane.m_trackState = false;
+  pane.onStateTimer();
+  EXPECT_EQ(pane.m_serverPid, -1);
+  EXPECT_EQ(pane.ib_admin_label_svrState.stringValue(), "Stopped");
+}
+
+TEST_F(PaneTest, WithoutAReferenceNoAnswerUnlocksThePane) {
+  computer.authorization.makesReferences = false;
+  computer.authorization.grants = true;
+  NVKServerPrefs pane(interface);
+  EXPECT_FALSE(pane.authorize(true, false));
+  EXPECT_FALSE(pane.authorized());
+}
+
+TEST_F(PaneTest, APidFileThatCannotBeSoughtBackNamesNoDaemon) {
+  computer.files.pidFile = "4321\n";
+  EXPECT_EQ(nvkd_pid(), 4321);
+  computer.files.rewinds = false;
+  EXPECT_EQ(nvkd_pid(), -1);
+}
+
 TEST_F(PaneTest, DrawingNoViewDoesNothing) {
   NVKServerPrefs pane(interface);
   EXPECT_NO_THROW(pane.redrawView(nullptr));
@@ -147,6 +182,7 @@ TEST_F(SettingMarksTest, APendingOpenFilesLimitMarksItsThreeControls) {
                                      &pane.ib_admin_button_maxFAdjust};
   for (const Control* control : controls) EXPECT_FALSE(pane.differsFromStored(*control)) << control->name();
   unlock();
+  for (const Control* control : controls) EXPECT_FALSE(pane.differsFromStored(*control)) << control->name();
   pane.m_admin_maxFiles.action = kLimitRevert;
   for (const Control* control : controls) EXPECT_TRUE(pane.differsFromStored(*control)) << control->name();
 }

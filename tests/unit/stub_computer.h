@@ -62,10 +62,11 @@ struct StubRunLoop : RunLoop {
 
 struct StubAuthorization : AuthorizationService {
   bool grants = false;
+  bool makesReferences = true;
 
   OSStatus AuthorizationCreate(AuthorizationRights, AuthorizationFlags, AuthorizationRef& made) override {
-    made = reinterpret_cast<AuthorizationRef>(this);
-    return errAuthorizationSuccess;
+    made = makesReferences ? reinterpret_cast<AuthorizationRef>(this) : nullptr;
+    return makesReferences ? errAuthorizationSuccess : errAuthorizationInvalidRef;
   }
   OSStatus AuthorizationCopyRights(AuthorizationRef, AuthorizationRights, AuthorizationFlags) override {
     return grants ? errAuthorizationSuccess : errAuthorizationDenied;
@@ -85,13 +86,16 @@ struct StubAuthorization : AuthorizationService {
 // The pid file is the only one there is, and the daemon that it names is alive.
 struct StubFiles : Files, PropertyListFiles, PosixProcesses {
   std::string_view pidFile;  // its content; no file where empty
+  bool rewinds = true;       // a seek to the start succeeds
 
   FileRef fopen(const char* path, FileMode mode) override {
     const bool found = mode == FileMode::readBinary && !pidFile.empty() &&
                        std::string_view(path) == "/var/run/nvkserverd.pid";
     return found ? reinterpret_cast<FileRef>(this) : nullptr;
   }
-  int fseek(FileRef, int64_t, SeekOrigin) override { return 0; }
+  int fseek(FileRef, int64_t, SeekOrigin origin) override {
+    return origin == SeekOrigin::end || rewinds ? 0 : -1;
+  }
   int64_t ftell(FileRef) override { return static_cast<int64_t>(pidFile.size()); }
   std::size_t fread(void* bytes, std::size_t size, FileRef) override {
     std::memcpy(bytes, pidFile.data(), size);
@@ -135,7 +139,8 @@ struct StubSystem : SystemVersion, Bundles, SystemLog, AssertionHandler {
   };
   bool tellsVersion = true;
   int versionQueries = 0;
-  std::vector<Failure> failures;  // the assertions that did not hold
+  std::vector<Failure> failures;   // the assertions that did not hold
+  std::vector<std::string> lines;  // of the log, each behind its priority
 
   OSErr Gestalt(OSType, int32_t& response) override {
     ++versionQueries;
@@ -152,7 +157,9 @@ struct StubSystem : SystemVersion, Bundles, SystemLog, AssertionHandler {
   std::optional<std::string> resource(CFBundleRef, std::string_view, std::string_view) override {
     return "TIFF";
   }
-  void syslog(int, std::string_view) override {}
+  void syslog(int priority, std::string_view line) override {
+    lines.push_back(std::to_string(priority) + " " + std::string(line));
+  }
   void handleFailureInFunction(std::string_view function, std::string_view file, int line,
                                std::string_view description) override {
     failures.push_back({std::string(function), std::string(file), std::string(description), line});

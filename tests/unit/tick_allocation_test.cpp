@@ -44,6 +44,10 @@ struct State {
   void (*bring)(StubComputer& computer, NVKServerPrefs& pane);
 };
 
+void PrintTo(const State& state, std::ostream* out) {
+  *out << state.name;
+}
+
 struct Count : ControlObserver {
   int changes = 0;
   void controlChanged(Control&) override { ++changes; }
