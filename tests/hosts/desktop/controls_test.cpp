@@ -17,7 +17,8 @@ namespace {
 
 std::vector<std::string> outletsOf(ControlKind kind) {
   std::vector<std::string> outlets;
-  for (const ControlDescription* control : shippedInterface().controls()) {
+  const InterfaceDescription interface = shippedInterface();
+  for (const ControlDescription* control : interface.controls()) {
     const bool shown = !control->hidden && control->outlet.find("gldMode") == std::string::npos;
     if (control->kind == kind && !control->display_only && shown) outlets.push_back(control->outlet);
   }

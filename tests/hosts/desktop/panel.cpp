@@ -51,6 +51,7 @@ NVKServerPrefs& awake(NVKServerPrefs& pane) {
 Panel::Panel()
     : window(awake(pane), interface,
              [this](const ControlDescription& field) { return portProblem(pane, interface, control(field.outlet.c_str())); }) {
+  window.fill();
   window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
 }
@@ -142,11 +143,17 @@ void Panel::choose(const char* outlet, int item) {
   settle();
   if (!popUp->view()->isVisible()) return;  // a locked one does not open
   const QRect row = popUp->view()->visualRect(popUp->model()->index(item, 0));
+  QTest::mouseMove(popUp->view()->viewport(), row.center());
+  QTest::qWait(2 * QApplication::doubleClickInterval());  // sooner it would be the click that opened it
   QTest::mouseClick(popUp->view()->viewport(), Qt::LeftButton, {}, row.center());
   settle();
 }
 
 void Panel::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  if (QApplication::activeWindow() == nullptr) {  // without a window manager nobody brings it back after a panel
+    window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  }
   QWidget* focus = QApplication::focusWidget();
   QTest::keyClick(focus != nullptr ? focus : &window, key, modifiers);
   settle();
@@ -155,7 +162,8 @@ void Panel::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 void Panel::turnWheel(QWidget* over) {
   const QPointF at(over->rect().center());
   QWheelEvent event(at, over->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-  QCoreApplication::sendEvent(over, &event);
+  QSpontaneKeyEvent::setSpontaneous(&event);  // as from the window system; others are not passed on to the page
+  qApp->notify(over, &event);
   settle();
 }
 

@@ -86,8 +86,16 @@ class Marks : public SimulatedPanel {
   // The marks that are on, on the page that shows.
   int shown() {
     int count = 0;
-    for (const auto* mark : panel.window.findChildren<ChangeMark*>()) count += mark->isVisible() && mark->isOn() ? 1 : 0;
+    for (const ChangeMark* mark : all()) count += mark->isVisible() && mark->isOn() ? 1 : 0;
     return count;
+  }
+
+  QList<ChangeMark*> all() {
+    QList<ChangeMark*> marks;
+    for (auto* mark : panel.window.findChildren<QWidget*>(QStringLiteral("changeMark"))) {
+      marks += static_cast<ChangeMark*>(mark);
+    }
+    return marks;
   }
 };
 
@@ -115,7 +123,7 @@ TEST_F(Marks, NothingOfALockedAdministratorIsMarked) {
   EXPECT_EQ(shown(), 1);
   pane.deauthorize();
   panel.tick();
-  for (const auto* mark : panel.window.findChildren<ChangeMark*>()) EXPECT_FALSE(mark->isOn());
+  for (const ChangeMark* mark : all()) EXPECT_FALSE(mark->isOn());
 }
 
 class PortNote : public SimulatedPanel {

@@ -16,15 +16,17 @@ class ServerState : public SimulatedPanel {
     panel.unlock();
     panel.choosePage("admin", "Server");
     label = panel.as<QLabel>("ib_admin_label_svrState");
-    dot = panel.window.findChild<StateDot*>();
+    dot = static_cast<StateDot*>(panel.widget("stateDot"));
     ASSERT_NE(dot, nullptr);
   }
 
-  // Calls `look` now and then while the click on the button is under way.
+  // Calls `look` now and then while the click on the button is under way, as whatever else the event loop brings.
   template <typename Look>
   void clickAndLook(Look look) {
     QTimer looks;
-    QObject::connect(&looks, &QTimer::timeout, &looks, look);
+    QObject::connect(&looks, &QTimer::timeout, &looks, [this, look] {
+      if (desktop.busy.isBusy() && pane.m_serverPid == 0) look();
+    });
     looks.start(3);
     panel.click("ib_admin_button_svrStart");
   }

@@ -1,0 +1,197 @@
+// norvik-settings: the settings panel in a window. Options, one instance, the size and page of the last time.
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QIcon>
+#include <QSettings>
+#include <QStandardPaths>
+#include <sysexits.h>
+
+#include <cstdio>
+#include <string_view>
+
+#include "desktop_computer.h"
+#include "hosts/checks/port_check.h"
+#include "hosts/checks/port_in_use.h"
+#include "look.h"
+#include "pictures.h"
+#include "platform/property_lists/codec.h"
+#include "resources/resources.h"
+#include "settings_window.h"
+#include "single_instance.h"
+
+namespace norvik::desktop {
+namespace {
+
+constexpr std::chrono::seconds kToolPatience{30};
+
+// What is remembered from one time to the next.
+const QString kGeometryKey = QStringLiteral("geometry");
+const QString kRowKey = QStringLiteral("row");
+
+struct Options {
+  QString root;
+  QString pictures;
+  bool dark = false;
+};
+
+Options parsed(const QApplication& application) {
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("The settings of the Norvik remote access server."));
+  parser.addHelpOption();
+  parser.addVersionOption();
+  const QCommandLineOption root(QStringLiteral("root"), QStringLiteral("Work on the sandbox in DIR."),
+                                QStringLiteral("DIR"));
+  const QCommandLineOption picture(QStringLiteral("picture"),
+                                   QStringLiteral("Write a picture of every page to DIR and end."),
+                                   QStringLiteral("DIR"));
+  const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Use dark colours, whatever the desktop uses."));
+  parser.addOptions({root, picture, dark});
+  parser.process(application);
+  const QString folder = parser.value(root);
+  return {folder.isEmpty() ? folder : QDir(folder).absolutePath(), parser.value(picture), parser.isSet(dark)};
+}
+
+// Panels of different users and roots do not get in one another's way.
+QString meetingPlace(const Options& options) {
+  if (!options.root.isEmpty()) return options.root + QStringLiteral("/.norvik/settings.lock");
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/norvik-settings.lock");
+}
+
+// What is remembered of a sandbox stays in it.
+std::unique_ptr<QSettings> memory(const Options& options) {
+  if (options.root.isEmpty()) return std::make_unique<QSettings>();
+  return std::make_unique<QSettings>(options.root + QStringLiteral("/.norvik/desktop.ini"), QSettings::IniFormat);
+}
+
+InterfaceDescription shippedInterface() {
+  std::string error = "no property list";
+  const auto list = decodePropertyList(interfacePropertyList());
+  auto interface = list ? readInterfaceDescription(*list, error) : std::nullopt;
+  if (interface) return *interface;
+  std::fprintf(stderr, "norvik-settings: the interface description is damaged: %s\n", error.c_str());
+  std::exit(EX_SOFTWARE);
+}
+
+// Pictures need no display, and should not depend on one.
+void choosePlatform(int argc, char** argv) {
+  for (int i = 1; i < argc; ++i) {
+    if (std::string_view(argv[i]).starts_with("--picture")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  }
+}
+
+void useIcon() {
+  const auto icon = resourceFile("icon", "png");
+  if (!icon) return;
+  QPixmap pixmap;
+  pixmap.loadFromData(reinterpret_cast<const uchar*>(icon->data()), static_cast<uint>(icon->size()));
+  QApplication::setWindowIcon(QIcon(pixmap));
+}
+
+// The pane in its window on the computer that the options name.
+class Session {
+ public:
+  explicit Session(const Options& options);
+  ~Session() { computer_.setWindow(nullptr); }
+
+  // 0, or a status of sysexits.h.
+  int writePictures(const QString& folder);
+  // Until the window is closed and what it started is done.
+  int run(SingleInstance& instance);
+
+ private:
+  void fill();
+  void recallPage();
+  void remember();
+  void comeForward();
+  QString portProblem(const ControlDescription& field) const;
+
+  DesktopComputer computer_;
+  const InterfaceDescription interface_ = shippedInterface();
+  NVKServerPrefs pane_{interface_};
+  SettingsWindow window_;
+  const std::unique_ptr<QSettings> memory_;
+};
+
+Session::Session(const Options& options)
+    : computer_(options.root.isEmpty() ? systemOptions() : sandboxOptions(options.root.toStdString())),
+      window_(pane_, interface_, [this](const ControlDescription& field) { return portProblem(field); }),
+      memory_(memory(options)) {
+  computer_.setWindow(&window_);
+}
+
+QString Session::portProblem(const ControlDescription& field) const {
+  const auto finding = checkPort(pane_, interface_, *const_cast<NVKServerPrefs&>(pane_).outlet(field.outlet), portInUse);
+  return finding ? text(finding->sentence) : QString();
+}
+
+int Session::writePictures(const QString& folder) {
+  pane_.awakeFromNib();
+  window_.fill();
+  QString failed;
+  if (desktop::writePictures(pane_, window_, folder, failed)) return EX_OK;
+  std::fprintf(stderr, "norvik-settings: could not write %s\n", qPrintable(failed));
+  return EX_CANTCREAT;
+}
+
+// The bare window stands first, so that whoever opened it sees at once that it opens; then all the rest.
+int Session::run(SingleInstance& instance) {
+  instance.askedForward = [this] { comeForward(); };
+  window_.restoreGeometry(memory_->value(kGeometryKey).toByteArray());
+  window_.painted = [this] { fill(); };
+  window_.closed = [this] { remember(); };
+  window_.show();
+  const int status = QApplication::exec();
+  computer_.computer().waitForTools(kToolPatience);
+  return status;
+}
+
+void Session::fill() {
+  useIcon();
+  pane_.awakeFromNib();
+  window_.fill();
+  computer_.runLoop().ticked = [this] { window_.ticked(); };
+  recallPage();
+  pane_.willSelect();
+  pane_.didSelect();
+}
+
+void Session::recallPage() {
+  const int row = memory_->value(kRowKey, -1).toInt();
+  if (row >= 0) pane_.ib_oview_confBar.clickRow(row);
+}
+
+void Session::remember() {
+  memory_->setValue(kGeometryKey, window_.saveGeometry());
+  memory_->setValue(kRowKey, pane_.ib_oview_confBar.selectedRow());
+}
+
+void Session::comeForward() {
+  window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
+  window_.raise();
+  window_.activateWindow();
+}
+
+int run(QApplication& application) {
+  const Options options = parsed(application);
+  if (options.dark) useDarkLook(application);
+  if (!options.pictures.isEmpty()) return Session(options).writePictures(options.pictures);
+  SingleInstance instance(meetingPlace(options));
+  const auto claim = instance.claim();
+  if (claim == SingleInstance::Claim::asked) return EX_OK;
+  if (claim == SingleInstance::Claim::first) return Session(options).run(instance);
+  std::fprintf(stderr, "norvik-settings: another panel is open and does not answer\n");
+  return EX_TEMPFAIL;
+}
+
+}  // namespace
+}  // namespace norvik::desktop
+
+int main(int argc, char** argv) {
+  norvik::desktop::choosePlatform(argc, argv);
+  QApplication application(argc, argv);
+  QApplication::setOrganizationName(QStringLiteral("Norvik"));
+  QApplication::setApplicationName(QStringLiteral("norvik-settings"));
+  QApplication::setApplicationVersion(QStringLiteral(NORVIK_VERSION));
+  return norvik::desktop::run(application);
+}
