@@ -2,9 +2,11 @@
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QEventLoop>
 #include <QIcon>
 #include <QSettings>
 #include <QStandardPaths>
+#include <QTimer>
 #include <sysexits.h>
 
 #include <cstdio>
@@ -24,6 +26,7 @@ namespace norvik::desktop {
 namespace {
 
 constexpr std::chrono::seconds kToolPatience{30};
+constexpr std::chrono::seconds kScreenPatience{1};  // a window that starts minimised is not painted
 
 // What is remembered from one time to the next.
 const QString kGeometryKey = QStringLiteral("geometry");
@@ -100,6 +103,7 @@ class Session {
   int run(SingleInstance& instance);
 
  private:
+  void showBare();
   void fill();
   void recallPage();
   void remember();
@@ -134,16 +138,27 @@ int Session::writePictures(const QString& folder) {
   return EX_CANTCREAT;
 }
 
-// The bare window stands first, so that whoever opened it sees at once that it opens; then all the rest.
 int Session::run(SingleInstance& instance) {
   instance.askedForward = [this] { comeForward(); };
-  window_.restoreGeometry(memory_->value(kGeometryKey).toByteArray());
-  window_.painted = [this] { fill(); };
   window_.closed = [this] { remember(); };
-  window_.show();
+  showBare();
+  if (!window_.isVisible()) return EX_OK;  // closed already
+  fill();
   const int status = QApplication::exec();
   computer_.computer().waitForTools(kToolPatience);
   return status;
+}
+
+// The bare window stands first, so that whoever opened it sees at once that it opens; then all the rest. What is typed
+// meanwhile waits for it.
+void Session::showBare() {
+  window_.restoreGeometry(memory_->value(kGeometryKey).toByteArray());
+  QEventLoop shown;
+  window_.painted = [&shown] { shown.quit(); };
+  window_.show();
+  QTimer::singleShot(kScreenPatience, &shown, &QEventLoop::quit);
+  shown.exec(QEventLoop::ExcludeUserInputEvents);
+  window_.painted = nullptr;
 }
 
 void Session::fill() {
