@@ -97,6 +97,14 @@ TEST_F(PaneTest, ATimerWithoutAPaneDoesNothing) {
   EXPECT_EQ(pane.m_serverPid, 4321);
 }
 
+TEST_F(PaneTest, ThatIsSelectedBeforeItWakesFitsItsViewAlone) {
+  NVKServerPrefs pane(interface);
+  pane.mainView().setFrame({5, 6, 7, 8});
+  pane.willSelect();
+  EXPECT_EQ(pane.mainView().frame(), (Rect{0, 6, 800, 8}));
+  EXPECT_EQ(__main_pane, nullptr);
+}
+
 TEST_F(PaneTest, WakingAgainMakesNoSecondTimer) {
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();

@@ -37,8 +37,12 @@ void AddressLabel::setText(const QString& text) {
   copy_->setVisible(!address().isEmpty());
 }
 
-QString AddressLabel::text() const { return label_->text(); }
+QString AddressLabel::text() const {
+  return label_->text();
+}
 
-QString AddressLabel::address() const { return label_->text().section(QStringLiteral("\n\n"), 1); }
+QString AddressLabel::address() const {
+  return label_->text().section(QStringLiteral("\n\n"), 1);
+}
 
 }  // namespace norvik::desktop

@@ -3,12 +3,16 @@
 
 namespace norvik::desktop {
 
-QString text(std::string_view utf8) { return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())); }
+QString text(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
 
 Binding::Binding(NVKServerPrefs& pane, Control& control, const ControlDescription& description)
     : pane_(pane), control_(control), description_(description) {}
 
-Binding::~Binding() { control_.setObserver(nullptr); }
+Binding::~Binding() {
+  control_.setObserver(nullptr);
+}
 
 void Binding::attach(QWidget* widget) {
   widget_ = widget;

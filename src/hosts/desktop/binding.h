@@ -1,5 +1,5 @@
-// A control of the model and the widget that mirrors it, kept in step both ways. One kind of binding for each kind of
-// control; none knows a setting by name. Touches Qt Widgets and the pane module.
+// A control of the model and the widget that mirrors it, kept in step both ways. One kind of binding for each
+// kind of control; none knows a setting by name. Touches Qt Widgets and the pane module.
 #pragma once
 
 #include <QString>
@@ -37,8 +37,8 @@ class Binding : public ControlObserver {
   void controlChanged(Control& control) final;
 
  protected:
-  // To be called once by the constructor of each kind, when the widget can take the model's state. Names the widget
-  // after the outlet, gives it its accessible texts and its tool tip, and shows the model's state.
+  // To be called once by the constructor of each kind, when the widget can take the model's state. Names the
+  // widget after the outlet, gives it its accessible texts and its tool tip, and shows the model's state.
   void attach(QWidget* widget);
   // Shows the model's value in the widget, setting nothing that is set already and sending nothing back.
   virtual void showValue() = 0;
@@ -60,10 +60,10 @@ class Binding : public ControlObserver {
   QWidget* widget_ = nullptr;
 };
 
-// The binding for a control of the description; its widget is made as a child of `parent`. Null for kinds that have a
-// place of their own in the window: the sidebar and the tab view.
-std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control, const ControlDescription& description,
-                                     QWidget* parent);
+// The binding for a control of the description; its widget is made as a child of `parent`. Null for kinds
+// that have a place of their own in the window: the sidebar and the tab view.
+std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control,
+                                     const ControlDescription& description, QWidget* parent);
 
 // A UTF-8 text of the model or of the description.
 QString text(std::string_view utf8);

@@ -18,7 +18,9 @@ void ChangeMark::setOn(bool on) {
   update();
 }
 
-QSize ChangeMark::sizeHint() const { return {fontMetrics().averageCharWidth() / 2 + 1, fontMetrics().height()}; }
+QSize ChangeMark::sizeHint() const {
+  return {fontMetrics().averageCharWidth() / 2 + 1, fontMetrics().height()};
+}
 
 void ChangeMark::paintEvent(QPaintEvent* /*event*/) {
   if (!on_) return;

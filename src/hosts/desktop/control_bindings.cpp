@@ -1,5 +1,5 @@
-// The bindings of what a person reads or presses: labels, addresses, push buttons, the lock; and the one place where a
-// kind finds its binding.
+// The bindings of what a person reads or presses: labels, addresses, push buttons, the lock; and the one
+// place where a kind finds its binding.
 #include <QLabel>
 #include <QPushButton>
 
@@ -14,8 +14,8 @@ namespace norvik::desktop {
 
 namespace {
 
-// A text that nobody edits: a label's, or that of a field which only shows its value. Its spoken name holds the value
-// as well, since a name hides the text from who only hears.
+// A text that nobody edits: a label's, or that of a field which only shows its value. Its spoken name holds
+// the value as well, since a name hides the text from who only hears.
 class LabelBinding : public Binding {
  public:
   LabelBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
@@ -52,7 +52,8 @@ class AddressBinding : public Binding {
 
 class PushButtonBinding : public Binding {
  public:
-  PushButtonBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
+  PushButtonBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
+                    QWidget* parent)
       : Binding(pane, model, description), button_(new QPushButton(parent)) {
     button_->setAutoDefault(false);
     clickPromptly(button_);
@@ -78,7 +79,8 @@ class PushButtonBinding : public Binding {
 
 class LockButtonBinding : public Binding {
  public:
-  LockButtonBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
+  LockButtonBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
+                    QWidget* parent)
       : Binding(pane, model, description), button_(new LockButton(static_cast<NVKButton&>(model), parent)) {
     attach(button_);
     QObject::connect(button_, &QAbstractButton::clicked, button_, [this] { sendAction(); });
@@ -91,14 +93,15 @@ class LockButtonBinding : public Binding {
 
 }  // namespace
 
-std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control, const ControlDescription& description,
-                                     QWidget* parent) {
+std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control,
+                                     const ControlDescription& description, QWidget* parent) {
   switch (description.kind) {
     case ControlKind::textField:
       if (!description.display_only) return makeEditorBinding(pane, control, description, parent);
       return std::make_unique<LabelBinding>(pane, control, description, parent);
     case ControlKind::label:
-      if (description.copy_title.empty()) return std::make_unique<LabelBinding>(pane, control, description, parent);
+      if (description.copy_title.empty())
+        return std::make_unique<LabelBinding>(pane, control, description, parent);
       return std::make_unique<AddressBinding>(pane, control, description, parent);
     case ControlKind::pushButton:
       return std::make_unique<PushButtonBinding>(pane, control, description, parent);

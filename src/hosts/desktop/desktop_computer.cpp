@@ -27,7 +27,9 @@ DesktopComputer::DesktopComputer(const LinuxComputerOptions& options)
   installPlatform(&platform_);
 }
 
-DesktopComputer::~DesktopComputer() { installPlatform(nullptr); }
+DesktopComputer::~DesktopComputer() {
+  installPlatform(nullptr);
+}
 
 void DesktopComputer::setWindow(QWidget* window) {
   application_.setWindow(window);

@@ -24,16 +24,31 @@ namespace {
 constexpr std::chrono::milliseconds kBusyRetry{100};  // until an activation that came at a bad time is told
 }  // namespace
 
-Busy::Busy() { qApp->installEventFilter(this); }
-Busy::~Busy() { qApp->removeEventFilter(this); }
+Busy::Busy() {
+  qApp->installEventFilter(this);
+}
+Busy::~Busy() {
+  qApp->removeEventFilter(this);
+}
 
 bool Busy::eventFilter(QObject* /*watched*/, QEvent* event) {
-  static constexpr QEvent::Type kInput[] = {
-      QEvent::KeyPress,     QEvent::KeyRelease,  QEvent::MouseButtonPress, QEvent::MouseButtonRelease,
-      QEvent::MouseButtonDblClick, QEvent::Wheel, QEvent::TouchBegin,      QEvent::TouchUpdate,
-      QEvent::TouchEnd,     QEvent::Shortcut,    QEvent::ShortcutOverride, QEvent::ContextMenu,
-      QEvent::TabletPress,  QEvent::TabletRelease, QEvent::InputMethod,    QEvent::DragEnter,
-      QEvent::Drop};
+  static constexpr QEvent::Type kInput[] = {QEvent::KeyPress,
+                                            QEvent::KeyRelease,
+                                            QEvent::MouseButtonPress,
+                                            QEvent::MouseButtonRelease,
+                                            QEvent::MouseButtonDblClick,
+                                            QEvent::Wheel,
+                                            QEvent::TouchBegin,
+                                            QEvent::TouchUpdate,
+                                            QEvent::TouchEnd,
+                                            QEvent::Shortcut,
+                                            QEvent::ShortcutOverride,
+                                            QEvent::ContextMenu,
+                                            QEvent::TabletPress,
+                                            QEvent::TabletRelease,
+                                            QEvent::InputMethod,
+                                            QEvent::DragEnter,
+                                            QEvent::Drop};
   if (!isBusy()) return false;
   if (event->type() == QEvent::Close) {
     event->ignore();
@@ -59,9 +74,10 @@ Color QtApplication::windowBackgroundColor() {
 }
 
 void QtApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) {
-  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &life_, [this, observer](Qt::ApplicationState state) {
-    if (state == Qt::ApplicationActive) tell(observer);
-  });
+  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &life_,
+                   [this, observer](Qt::ApplicationState state) {
+                     if (state == Qt::ApplicationActive) tell(observer);
+                   });
 }
 
 void QtApplication::tell(const std::weak_ptr<ActivationObserver>& observer) {
@@ -79,8 +95,8 @@ struct PanelButton {
   int answer;
 };
 
-// The one that Escape and closing stand for: the third one, which goes on editing, or else the one that declines.
-// None where both of two do something.
+// The one that Escape and closing stand for: the third one, which goes on editing, or else the one that
+// declines. None where both of two do something.
 const PanelButton* doNothing(const PanelButton (&buttons)[3]) {
   if (buttons[2].words != nullptr) return &buttons[2];
   for (const PanelButton& button : buttons) {
@@ -106,7 +122,7 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   std::map<QAbstractButton*, int> answers;
   for (const PanelButton& button : buttons) {
     if (button.words == nullptr) continue;
-    const auto role = &button == harmless ? QMessageBox::RejectRole
+    const auto role = &button == harmless      ? QMessageBox::RejectRole
                       : &button == &buttons[0] ? QMessageBox::AcceptRole
                                                : QMessageBox::DestructiveRole;
     QPushButton* made = panel.addButton(withoutMnemonic(text(button.words)), role);
@@ -119,7 +135,9 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   return answer != answers.end() ? answer->second : NSAlertOtherReturn;
 }
 
-void QtWorkspace::openURL(std::string_view url) { QDesktopServices::openUrl(QUrl(text(url))); }
+void QtWorkspace::openURL(std::string_view url) {
+  QDesktopServices::openUrl(QUrl(text(url)));
+}
 
 void QtDrawing::display(Control& control) {
   if (window_ == nullptr) return;
@@ -140,12 +158,15 @@ struct Timer {
   std::function<void()> fire;
 };
 
-Timer* timerOf(CFRunLoopTimerRef timer) { return reinterpret_cast<Timer*>(timer); }
+Timer* timerOf(CFRunLoopTimerRef timer) {
+  return reinterpret_cast<Timer*>(timer);
+}
 
 }  // namespace
 
 // Every fire date is in the past here: the first tick comes with the first pass of the event loop.
-CFRunLoopTimerRef QtRunLoop::CFRunLoopTimerCreate(double /*fireDate*/, double interval, CFRunLoopTimerCallBack callback,
+CFRunLoopTimerRef QtRunLoop::CFRunLoopTimerCreate(double /*fireDate*/, double interval,
+                                                  CFRunLoopTimerCallBack callback,
                                                   const CFRunLoopTimerContext& context) {
   auto* timer = new Timer;
   const auto reference = reinterpret_cast<CFRunLoopTimerRef>(timer);
@@ -165,9 +186,13 @@ void QtRunLoop::CFRunLoopAddTimer(CFRunLoopTimerRef timer) {
   QTimer::singleShot(0, &clock, timerOf(timer)->fire);
 }
 
-void QtRunLoop::CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) { timerOf(timer)->clock.stop(); }
+void QtRunLoop::CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) {
+  timerOf(timer)->clock.stop();
+}
 
-void QtRunLoop::CFRelease(CFRunLoopTimerRef timer) { delete timerOf(timer); }
+void QtRunLoop::CFRelease(CFRunLoopTimerRef timer) {
+  delete timerOf(timer);
+}
 
 void QtRunLoop::runOnceInDefaultMode() {
   busy_.enter();
@@ -178,8 +203,8 @@ void QtRunLoop::runOnceInDefaultMode() {
 void QtProcesses::usleep(uint32_t microseconds) {
   busy_.enter();
   QEventLoop loop;
-  QTimer::singleShot(std::chrono::microseconds(std::llround(microseconds / speed_)).count() / 1000, Qt::PreciseTimer,
-                     &loop, &QEventLoop::quit);
+  QTimer::singleShot(std::chrono::microseconds(std::llround(microseconds / speed_)).count() / 1000,
+                     Qt::PreciseTimer, &loop, &QEventLoop::quit);
   loop.exec();
   busy_.leave();
 }

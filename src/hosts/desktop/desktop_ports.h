@@ -1,5 +1,6 @@
-// The ports that belong to the window: run loop and timer, alert panels, web addresses, main window, forced drawing, and
-// the waits that must leave the window painting. All in Qt; every other port is the computer's own.
+// The ports that belong to the window: run loop and timer, alert panels, web addresses, main window, forced
+// drawing, and the waits that must leave the window painting. All in Qt; every other port is the computer's
+// own.
 #pragma once
 
 #include <QObject>
@@ -12,8 +13,8 @@
 
 namespace norvik::desktop {
 
-// While a start or stop of the server blocks, the window paints and answers the window system, but no input, no timer
-// and no activation gets through. Counted, so that waits may nest.
+// While a start or stop of the server blocks, the window paints and answers the window system, but no input,
+// no timer and no activation gets through. Counted, so that waits may nest.
 class Busy : public QObject {
  public:
   Busy();
@@ -51,8 +52,8 @@ class QtApplication : public HostApplication {
 class QtAlertPanels : public AlertPanels {
  public:
   void setWindow(QWidget* window) { window_ = window; }
-  int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton, const char* alternateButton,
-                      const char* otherButton) override;
+  int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
+                      const char* alternateButton, const char* otherButton) override;
 
  private:
   QPointer<QWidget> window_;
@@ -84,8 +85,8 @@ class QtRunLoop : public RunLoop {
   void CFRelease(CFRunLoopTimerRef timer) override;
   void runOnceInDefaultMode() override;
 
-  // Called after each tick that got through. None does while an alert panel is up: a panel runs the loop in a mode of
-  // its own.
+  // Called after each tick that got through. None does while an alert panel is up: a panel runs the loop in a
+  // mode of its own.
   std::function<void()> ticked;
 
  private:
@@ -95,7 +96,8 @@ class QtRunLoop : public RunLoop {
 // Everything of the computer's own processes but the wait, which goes on painting.
 class QtProcesses : public PosixProcesses {
  public:
-  QtProcesses(PosixProcesses& computer, Busy& busy, double speed) : computer_(computer), busy_(busy), speed_(speed) {}
+  QtProcesses(PosixProcesses& computer, Busy& busy, double speed)
+      : computer_(computer), busy_(busy), speed_(speed) {}
 
   KillResult kill(int32_t pid, Signal signal) override { return computer_.kill(pid, signal); }
   int32_t getpid() override { return computer_.getpid(); }

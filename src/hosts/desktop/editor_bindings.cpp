@@ -1,8 +1,8 @@
 // Each kind of editor: the model's value into the widget, a person's edit back into the model.
 #include "editor_bindings.h"
 
-#include <QCheckBox>
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
@@ -21,8 +21,10 @@ namespace {
 
 class CheckBoxBinding : public Binding {
  public:
-  CheckBoxBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
-      : Binding(pane, model, description), box_(new QCheckBox(withoutMnemonic(text(description.label)), parent)) {
+  CheckBoxBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
+                  QWidget* parent)
+      : Binding(pane, model, description),
+        box_(new QCheckBox(withoutMnemonic(text(description.label)), parent)) {
     clickPromptly(box_);
     attach(box_);
     QObject::connect(box_, &QCheckBox::clicked, box_, [this](bool on) {
@@ -43,7 +45,8 @@ class CheckBoxBinding : public Binding {
 
 class RadioButtonBinding : public Binding {
  public:
-  RadioButtonBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
+  RadioButtonBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
+                     QWidget* parent)
       : Binding(pane, model, description),
         button_(new QRadioButton(withoutMnemonic(text(description.label)), parent)) {
     button_->setAutoExclusive(false);  // the model says which of the group is on; it may be none
@@ -118,7 +121,8 @@ class PopUpBinding : public Binding {
 // What is typed counts at once; it sends no action, as the pane's next tick takes it up.
 class TextFieldBinding : public Binding {
  public:
-  TextFieldBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
+  TextFieldBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
+                   QWidget* parent)
       : Binding(pane, model, description), field_(new QLineEdit(parent)) {
     field_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     attach(field_);

@@ -40,8 +40,9 @@ Image toModule(const QImage& from) {
     const QRgb* line = reinterpret_cast<const QRgb*>(from.constScanLine(y));
     for (int x = 0; x < from.width(); ++x) {
       const QRgb p = line[x];
-      image.setPixel(x, y, {static_cast<uint8_t>(qRed(p)), static_cast<uint8_t>(qGreen(p)),
-                            static_cast<uint8_t>(qBlue(p)), static_cast<uint8_t>(qAlpha(p))});
+      image.setPixel(x, y,
+                     {static_cast<uint8_t>(qRed(p)), static_cast<uint8_t>(qGreen(p)),
+                      static_cast<uint8_t>(qBlue(p)), static_cast<uint8_t>(qAlpha(p))});
     }
   }
   return image;
@@ -120,7 +121,8 @@ void LockButton::paintEvent(QPaintEvent* /*event*/) {
   // The picture stands on the tinted button: darkened by a dark window's tint it could not be made out.
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   const int side = std::min(width(), height()) * 3 / 4;
-  if (!picture().isNull()) painter.drawImage(QRect((width() - side) / 2, (height() - side) / 2, side, side), picture());
+  if (!picture().isNull())
+    painter.drawImage(QRect((width() - side) / 2, (height() - side) / 2, side, side), picture());
 }
 
 const QImage& LockButton::picture() {

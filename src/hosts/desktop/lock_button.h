@@ -1,4 +1,5 @@
-// The lock button in the window: the style's plain button, tinted and darkened by the pane module's own compositing.
+// The lock button in the window: the style's plain button, tinted and darkened by the pane module's own
+// compositing.
 #pragma once
 
 #include <QAbstractButton>

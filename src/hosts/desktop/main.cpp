@@ -1,4 +1,5 @@
 // norvik-settings: the settings panel in a window. Options, one instance, the size and page of the last time.
+#include <sysexits.h>
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
@@ -7,7 +8,6 @@
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
-#include <sysexits.h>
 
 #include <cstdio>
 #include <string_view>
@@ -48,7 +48,8 @@ Options parsed(const QApplication& application) {
   const QCommandLineOption picture(QStringLiteral("picture"),
                                    QStringLiteral("Write a picture of every page to DIR and end."),
                                    QStringLiteral("DIR"));
-  const QCommandLineOption dark(QStringLiteral("dark"), QStringLiteral("Use dark colours, whatever the desktop uses."));
+  const QCommandLineOption dark(QStringLiteral("dark"),
+                                QStringLiteral("Use dark colours, whatever the desktop uses."));
   parser.addOptions({root, picture, dark});
   parser.process(application);
   const QString folder = parser.value(root);
@@ -58,13 +59,15 @@ Options parsed(const QApplication& application) {
 // Panels of different users and roots do not get in one another's way.
 QString meetingPlace(const Options& options) {
   if (!options.root.isEmpty()) return options.root + QStringLiteral("/.norvik/settings.lock");
-  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) + QStringLiteral("/norvik-settings.lock");
+  return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
+         QStringLiteral("/norvik-settings.lock");
 }
 
 // What is remembered of a sandbox stays in it.
 std::unique_ptr<QSettings> memory(const Options& options) {
   if (options.root.isEmpty()) return std::make_unique<QSettings>();
-  return std::make_unique<QSettings>(options.root + QStringLiteral("/.norvik/desktop.ini"), QSettings::IniFormat);
+  return std::make_unique<QSettings>(options.root + QStringLiteral("/.norvik/desktop.ini"),
+                                     QSettings::IniFormat);
 }
 
 InterfaceDescription shippedInterface() {
@@ -125,7 +128,8 @@ Session::Session(const Options& options)
 }
 
 QString Session::portProblem(const ControlDescription& field) const {
-  const auto finding = checkPort(pane_, interface_, *const_cast<NVKServerPrefs&>(pane_).outlet(field.outlet), portInUse);
+  const auto finding =
+      checkPort(pane_, interface_, *const_cast<NVKServerPrefs&>(pane_).outlet(field.outlet), portInUse);
   return finding ? text(finding->sentence) : QString();
 }
 
@@ -149,8 +153,8 @@ int Session::run(SingleInstance& instance) {
   return status;
 }
 
-// The bare window stands first, so that whoever opened it sees at once that it opens; then all the rest. What is typed
-// meanwhile waits for it.
+// The bare window stands first, so that whoever opened it sees at once that it opens; then all the rest. What
+// is typed meanwhile waits for it.
 void Session::showBare() {
   window_.restoreGeometry(memory_->value(kGeometryKey).toByteArray());
   QEventLoop shown;

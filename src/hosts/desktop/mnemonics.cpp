@@ -43,7 +43,8 @@ QString withoutMnemonic(const QString& words) {
 
 void addMnemonics(QWidget& widget, QSet<QChar>& taken) {
   for (QWidget* child : widget.findChildren<QWidget*>()) {
-    if (auto* button = qobject_cast<QAbstractButton*>(child); button != nullptr && !button->text().isEmpty()) {
+    if (auto* button = qobject_cast<QAbstractButton*>(child);
+        button != nullptr && !button->text().isEmpty()) {
       button->setText(withMnemonic(shown(button->text()), taken));
     } else if (auto* label = qobject_cast<QLabel*>(child); label != nullptr && label->buddy() != nullptr) {
       label->setText(withMnemonic(shown(label->text()), taken));

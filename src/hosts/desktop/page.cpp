@@ -1,4 +1,5 @@
-// The layout of a page, and what follows the model beside its controls. Sizes come from the font and the style alone.
+// The layout of a page, and what follows the model beside its controls. Sizes come from the font and the
+// style alone.
 #include "page.h"
 
 #include <QGridLayout>
@@ -29,7 +30,9 @@ bool isCaptioned(ControlKind kind) {
 }
 
 // Whether a caption leads the keyboard to the control.
-bool takesFocus(const ControlDescription& control) { return isCaptioned(control.kind) && !control.display_only; }
+bool takesFocus(const ControlDescription& control) {
+  return isCaptioned(control.kind) && !control.display_only;
+}
 
 bool isSlider(const RowDescription& row) {
   return row.controls.size() == 1 && row.controls[0].kind == ControlKind::slider;
@@ -50,7 +53,8 @@ QHBoxLayout* lineIn(QWidget* widget) {
 
 }  // namespace
 
-Page::Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab, Problem problem)
+Page::Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
+           Problem problem)
     : pane_(pane), interface_(interface), problem_(std::move(problem)), grid_(new QGridLayout) {
   auto* column = new QVBoxLayout(this);
   column->addLayout(grid_);
@@ -79,7 +83,9 @@ void Page::addSection(const SectionDescription& section) {
   for (const RowDescription& row : section.rows) addRow(row);
 }
 
-void Page::addSpace(double lines) { addAcross(new LineSpace(lines, this)); }
+void Page::addSpace(double lines) {
+  addAcross(new LineSpace(lines, this));
+}
 
 void Page::addAcross(QWidget* widget) {
   grid_->addWidget(widget, grid_->rowCount(), kCaptionColumn, 1, kColumns - kCaptionColumn);
@@ -115,14 +121,16 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
       row.captions.push_back(words);
     }
     row.widgets.push_back(words);
-    grid_->addWidget(words, at, kCaptionColumn, Qt::AlignRight | (isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter));
+    grid_->addWidget(words, at, kCaptionColumn,
+                     Qt::AlignRight | (isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter));
     grid_->addWidget(fields, at, kFieldColumn, 1, width);
   } else {
     grid_->addWidget(fields, at, kCaptionColumn, 1, kColumns - kCaptionColumn);
   }
 }
 
-// What a row's caption says: the row's own label, or that of its only control. Null where neither is to be said.
+// What a row's caption says: the row's own label, or that of its only control. Null where neither is to be
+// said.
 QLabel* Page::caption(const RowDescription& row) {
   const bool alone = row.controls.size() == 1 && isCaptioned(row.controls[0].kind);
   const std::string& words = !row.label.empty() || !alone ? row.label : row.controls[0].label;
@@ -178,6 +186,7 @@ void Page::addEnds(Row& row, const ControlDescription& slider) {
   line->addWidget(quietLabel(text(slider.maximum_label), ends));
   grid_->addWidget(ends, grid_->rowCount(), kFieldColumn);
   row.widgets.push_back(ends);
+  row.ends = ends;
 }
 
 void Page::follow(Row& row) {
@@ -195,6 +204,7 @@ void Page::showRow(const Row& row) {
   const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
   for (QWidget* widget : row.widgets) widget->setVisible(shown);
   for (QLabel* caption : row.captions) caption->setEnabled(caption->buddy()->isEnabledTo(this));
+  if (row.ends != nullptr) row.ends->setEnabled(row.bindings.front()->control().isEnabled());
   for (StateDot* dot : row.dots) dot->showModel();
 }
 
@@ -215,7 +225,8 @@ void Page::describe(const Binding& binding, bool differs) {
 void Page::refreshMarks() {
   for (const auto& row : rows_) {
     bool differs = false;
-    for (const Binding* binding : row->bindings) differs = differs || pane_.differsFromStored(binding->control());
+    for (const Binding* binding : row->bindings)
+      differs = differs || pane_.differsFromStored(binding->control());
     if (row->mark->isOn() == differs) continue;
     row->mark->setOn(differs);
     for (const Binding* binding : row->bindings) describe(*binding, differs);
@@ -224,7 +235,8 @@ void Page::refreshMarks() {
 
 void Page::refreshNotes() {
   for (const Note& note : notes_) {
-    const QString words = note.binding->control().isEnabled() ? problem_(note.binding->description()) : QString();
+    const QString words =
+        note.binding->control().isEnabled() ? problem_(note.binding->description()) : QString();
     if (note.label->text() == words) continue;
     note.label->setText(words);
     describe(*note.binding, pane_.differsFromStored(note.binding->control()));

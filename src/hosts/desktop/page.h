@@ -1,5 +1,5 @@
-// One page of settings, laid out from its description: sections under headings, captions lined up, a mark before each
-// row that differs from what is stored, a note behind a field whose text is no good.
+// One page of settings, laid out from its description: sections under headings, captions lined up, a mark
+// before each row that differs from what is stored, a note behind a field whose text is no good.
 #pragma once
 
 #include <QWidget>
@@ -24,7 +24,8 @@ class Page : public QWidget {
   // What is wrong with what a field holds, in words; empty where nothing is.
   using Problem = std::function<QString(const ControlDescription& description)>;
 
-  Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab, Problem problem);
+  Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
+       Problem problem);
   ~Page() override;
 
   const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
@@ -32,8 +33,8 @@ class Page : public QWidget {
   // Called when a control took up a change of the model.
   std::function<void(const Binding&)> changed;
 
-  // Bring the marks, and the notes behind the fields, up to the model; repaint only what changed. The notes ask the
-  // computer which ports are in use.
+  // Bring the marks, and the notes behind the fields, up to the model; repaint only what changed. The notes
+  // ask the computer which ports are in use.
   void refreshMarks();
   void refreshNotes();
 
@@ -43,6 +44,7 @@ class Page : public QWidget {
     std::vector<Binding*> bindings;
     std::vector<StateDot*> dots;
     std::vector<QLabel*> captions;  // those that lead to a control; greyed with it
+    QWidget* ends = nullptr;        // of a slider; greyed with it
     std::vector<QWidget*> widgets;  // all that stands in the row
   };
   struct Note {

@@ -7,8 +7,8 @@
 
 namespace norvik::desktop {
 
-// Writes the pictures into the folder, which is made where it is missing. False, with the path in `failed`, where one
-// could not be written. Leaves the pane unlocked.
+// Writes the pictures into the folder, which is made where it is missing. False, with the path in `failed`,
+// where one could not be written. Leaves the pane unlocked.
 bool writePictures(NVKServerPrefs& pane, SettingsWindow& window, const QString& folder, QString& failed);
 
 }  // namespace norvik::desktop

@@ -10,7 +10,9 @@ namespace {
 
 class PromptClick : public QObject {
  public:
-  explicit PromptClick(QAbstractButton* button) : QObject(button), button_(button) { button->installEventFilter(this); }
+  explicit PromptClick(QAbstractButton* button) : QObject(button), button_(button) {
+    button->installEventFilter(this);
+  }
 
  private:
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
@@ -24,6 +26,8 @@ class PromptClick : public QObject {
 
 }  // namespace
 
-void clickPromptly(QAbstractButton* button) { new PromptClick(button); }
+void clickPromptly(QAbstractButton* button) {
+  new PromptClick(button);
+}
 
 }  // namespace norvik::desktop

@@ -1,5 +1,6 @@
-// Has the letter of a button press it at once. The toolkit lets it look pressed for a tenth of a second first, and whoever
-// goes on typing meanwhile, Return to apply or Escape to leave, would be ahead of the own click.
+// Has the letter of a button press it at once. The toolkit lets it look pressed for a tenth of a second
+// first, and whoever goes on typing meanwhile, Return to apply or Escape to leave, would be ahead of the own
+// click.
 #pragma once
 
 class QAbstractButton;

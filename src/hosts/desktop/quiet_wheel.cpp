@@ -6,9 +6,13 @@
 
 namespace norvik::desktop {
 
-QuietWheel::QuietWheel(QWidget* widget, When when) : QObject(widget), when_(when) { widget->installEventFilter(this); }
+QuietWheel::QuietWheel(QWidget* widget, When when) : QObject(widget), when_(when) {
+  widget->installEventFilter(this);
+}
 
-void QuietWheel::quiet(QWidget* widget, When when) { new QuietWheel(widget, when); }
+void QuietWheel::quiet(QWidget* widget, When when) {
+  new QuietWheel(widget, when);
+}
 
 bool QuietWheel::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() != QEvent::Wheel) return false;

@@ -27,15 +27,16 @@ namespace {
 
 constexpr int kTicksBetweenNotes = 12;  // three seconds
 
-// The window at first, in characters and lines of its font; no more than so much of the screen.
-constexpr int kColumns = 125;
-constexpr int kLines = 34;
+// The window at first, in heights of its font's body; no more than so much of the screen.
+constexpr double kBodiesWide = 60;
+constexpr double kBodiesHigh = 40;
 constexpr double kMostOfScreen = 0.9;
 
 QScrollArea* scrolled(QWidget* page, const QString& name) {
   auto* area = new QScrollArea;
   area->setAccessibleName(name);
-  for (QScrollBar* bar : {area->verticalScrollBar(), area->horizontalScrollBar()}) bar->setAccessibleName(name);
+  for (QScrollBar* bar : {area->verticalScrollBar(), area->horizontalScrollBar()})
+    bar->setAccessibleName(name);
   area->setWidget(page);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
@@ -45,7 +46,8 @@ QScrollArea* scrolled(QWidget* page, const QString& name) {
 
 }  // namespace
 
-SettingsWindow::SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription& interface, Page::Problem problem)
+SettingsWindow::SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription& interface,
+                               Page::Problem problem)
     : pane_(pane), interface_(interface), problem_(std::move(problem)) {
   setWindowTitle(text(interface.title));
   resize(sizeHint().boundedTo(screen()->availableSize() * kMostOfScreen));
@@ -72,7 +74,6 @@ void SettingsWindow::fill() {
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { revealFocus(now); });
   pane_.ib_tview_confView.setObserver(this);
   showPage();
-  refresh();
   sidebar_->setFocus();
 }
 
@@ -116,8 +117,8 @@ QWidget* SettingsWindow::makeFrame() {
   return frame;
 }
 
-// An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its next tick
-// now. Who types a port and presses Return need not wait for the clock.
+// An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its
+// next tick now. Who types a port and presses Return need not wait for the clock.
 void SettingsWindow::edited() {
   pane_.onStateTimer();
   refresh();
@@ -152,7 +153,9 @@ void SettingsWindow::orderTabs() {
 }
 
 Binding* SettingsWindow::binding(const QString& outlet) const {
-  const auto named = [&outlet](const std::unique_ptr<Binding>& b) { return text(b->control().name()) == outlet; };
+  const auto named = [&outlet](const std::unique_ptr<Binding>& b) {
+    return text(b->control().name()) == outlet;
+  };
   const auto here = std::ranges::find_if(bindings_, named);
   if (here != bindings_.end()) return here->get();
   for (const Page* page : pages_) {
@@ -170,26 +173,35 @@ void SettingsWindow::refresh() {
 
 void SettingsWindow::ticked() {
   if (--ticksToNotes_ <= 0) return refresh();
-  for (Page* page : pages_) page->refreshMarks();
+  pages_[static_cast<std::size_t>(stack_->currentIndex())]->refreshMarks();
 }
 
-void SettingsWindow::controlChanged(Control& /*control*/) { showPage(); }
+void SettingsWindow::controlChanged(Control& /*control*/) {
+  showPage();
+}
 
 void SettingsWindow::showPage() {
   const auto& items = pane_.ib_tview_confView.items();
   for (std::size_t i = 0; i < items.size(); ++i) {
     if (&items[i] == pane_.ib_tview_confView.selectedItem()) stack_->setCurrentIndex(static_cast<int>(i));
   }
+  refresh();
 }
 
 // A control that the keyboard reaches is scrolled into sight.
 void SettingsWindow::revealFocus(QWidget* widget) {
   auto* area = static_cast<QScrollArea*>(stack_->currentWidget());
-  if (widget != nullptr && area != nullptr && area->widget()->isAncestorOf(widget)) area->ensureWidgetVisible(widget);
+  if (widget != nullptr && area != nullptr && area->widget()->isAncestorOf(widget))
+    area->ensureWidgetVisible(widget);
 }
 
+// From what is known of the font without loading it, as that is the longest part of a start.
 QSize SettingsWindow::sizeHint() const {
-  return {fontMetrics().averageCharWidth() * kColumns, fontMetrics().height() * kLines};
+  constexpr double kPointsPerInch = 72;
+  const QFont face = font();
+  const double body =
+      face.pixelSize() > 0 ? face.pixelSize() : face.pointSizeF() * logicalDpiY() / kPointsPerInch;
+  return QSizeF(body * kBodiesWide, body * kBodiesHigh).toSize();
 }
 
 void SettingsWindow::paintEvent(QPaintEvent* event) {

@@ -1,5 +1,5 @@
-// The window: sidebar, pages, and below them the lock with its hint, Help and Apply. Lays out the interface description
-// and mirrors one pane; knows no setting.
+// The window: sidebar, pages, and below them the lock with its hint, Help and Apply. Lays out the interface
+// description and mirrors one pane; knows no setting.
 #pragma once
 
 #include <QSet>
@@ -20,7 +20,8 @@ class Sidebar;
 
 class SettingsWindow : public QWidget, public ControlObserver {
  public:
-  // The bare window, in its size, so that it can be shown before anything is loaded. `pane` and `interface` outlive it.
+  // The bare window, in its size, so that it can be shown before anything is loaded. `pane` and `interface`
+  // outlive it.
   SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription& interface, Page::Problem problem);
   ~SettingsWindow() override;
 
@@ -29,7 +30,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
 
   // Brings marks and notes up to the model. Each edit does it by itself.
   void refresh();
-  // The same after a tick of the pane; the notes only every few seconds, as they ask the computer.
+  // The same for the page that shows, after a tick of the pane; the rest only every few seconds, as it takes
+  // longer and asks the computer.
   void ticked();
 
   const std::vector<Page*>& pages() const { return pages_; }
@@ -44,7 +46,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
 
   // Called once, when the bare window stands painted on the screen.
   std::function<void()> painted;
-  // Called when a person closed the window and what was pending has been settled, right before the window goes.
+  // Called when a person closed the window and what was pending has been settled, right before the window
+  // goes.
   std::function<void()> closed;
 
  protected:

@@ -1,5 +1,5 @@
-// Rows into items: a heading stands out and cannot be chosen, a page stands under its heading, a greyed one cannot be
-// chosen either.
+// Rows into items: a heading stands out and cannot be chosen, a page stands under its heading, a greyed one
+// cannot be chosen either.
 #include "sidebar.h"
 
 #include <QPainter>
@@ -63,8 +63,9 @@ class RowDelegate : public QStyledItemDelegate {
     painter->save();
     painter->setFont(row.font);
     const int in = indent(row, index);
-    style.drawItemText(painter, row.rect.adjusted(in, 0, -in / 2, 0), Qt::AlignVCenter | Qt::AlignLeading, row.palette,
-                       true, row.fontMetrics.elidedText(row.text, Qt::ElideRight, row.rect.width() - in),
+    style.drawItemText(painter, row.rect.adjusted(in, 0, -in / 2, 0), Qt::AlignVCenter | Qt::AlignLeading,
+                       row.palette, true,
+                       row.fontMetrics.elidedText(row.text, Qt::ElideRight, row.rect.width() - in),
                        selected ? QPalette::HighlightedText : QPalette::Text);
     painter->restore();
     drawFocus(painter, row);
@@ -104,7 +105,8 @@ Sidebar::Sidebar(OutlineView& outline, const ControlDescription& description, QW
     : QListWidget(parent), outline_(outline) {
   setObjectName(text(outline.name()));
   setAccessibleName(text(description.label));
-  for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) bar->setAccessibleName(text(description.label));
+  for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()})
+    bar->setAccessibleName(text(description.label));
   setAccessibleDescription(text(description.help));
   setToolTip(text(description.help));
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -118,9 +120,13 @@ Sidebar::Sidebar(OutlineView& outline, const ControlDescription& description, QW
   });
 }
 
-Sidebar::~Sidebar() { outline_.setObserver(nullptr); }
+Sidebar::~Sidebar() {
+  outline_.setObserver(nullptr);
+}
 
-void Sidebar::controlChanged(Control& /*control*/) { showRows(); }
+void Sidebar::controlChanged(Control& /*control*/) {
+  showRows();
+}
 
 void Sidebar::showRows() {
   const QSignalBlocker quiet(this);
@@ -155,6 +161,8 @@ QSize Sidebar::sizeHint() const {
   return {width, QListWidget::sizeHint().height()};
 }
 
-QSize Sidebar::minimumSizeHint() const { return {sizeHint().width(), QListWidget::minimumSizeHint().height()}; }
+QSize Sidebar::minimumSizeHint() const {
+  return {sizeHint().width(), QListWidget::minimumSizeHint().height()};
+}
 
 }  // namespace norvik::desktop

@@ -1,5 +1,5 @@
-// The sidebar: the rows of the model's outline view as a list. The model decides what can be selected and which page
-// shows.
+// The sidebar: the rows of the model's outline view as a list. The model decides what can be selected and
+// which page shows.
 #pragma once
 
 #include <QListWidget>

@@ -1,7 +1,6 @@
 // One panel a person and computer: a second start only asks the first to come forward.
 #pragma once
 
-#include <QLockFile>
 #include <QString>
 #include <functional>
 #include <memory>
@@ -12,7 +11,8 @@ namespace norvik::desktop {
 
 class SingleInstance {
  public:
-  // `path` names a lock file in a folder that only the user may write; panels with one path are one panel's instances.
+  // `path` names a lock file in a folder that only the user may write; panels with one path are one panel's
+  // instances.
   explicit SingleInstance(const QString& path);
   ~SingleInstance();
   SingleInstance(const SingleInstance&) = delete;
@@ -30,12 +30,13 @@ class SingleInstance {
   std::function<void()> askedForward;
 
  private:
+  bool lock();
   void listen();
   void answer();
   bool ask() const;
 
   const QString path_;
-  QLockFile lock_;
+  int lock_ = -1;
   int socket_ = -1;
   std::unique_ptr<QSocketNotifier> calls_;
 };

@@ -10,9 +10,13 @@ LineSpace::LineSpace(double lines, QWidget* parent) : QWidget(parent), lines_(li
   setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
 }
 
-QSize LineSpace::sizeHint() const { return {0, static_cast<int>(std::lround(fontMetrics().height() * lines_))}; }
+QSize LineSpace::sizeHint() const {
+  return {0, static_cast<int>(std::lround(fontMetrics().height() * lines_))};
+}
 
-BoxSpace::BoxSpace(QWidget* parent) : QWidget(parent) { setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum); }
+BoxSpace::BoxSpace(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum);
+}
 
 QSize BoxSpace::sizeHint() const {
   return {style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +

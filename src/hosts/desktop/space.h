@@ -15,8 +15,8 @@ class LineSpace : public QWidget {
   double lines_;
 };
 
-// As wide as the mark of a check box with the room behind it, so that what stands under a box begins where its words
-// do.
+// As wide as the mark of a check box with the room behind it, so that what stands under a box begins where
+// its words do.
 class BoxSpace : public QWidget {
  public:
   explicit BoxSpace(QWidget* parent);

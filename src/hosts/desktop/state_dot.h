@@ -1,5 +1,5 @@
-// The coloured dot before a label that tells a state: green while the server runs, grey while it does not, amber while
-// that is changing.
+// The coloured dot before a label that tells a state: green while the server runs, grey while it does not,
+// amber while that is changing.
 #pragma once
 
 #include <QColor>

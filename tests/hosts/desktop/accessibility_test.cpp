@@ -11,10 +11,10 @@ namespace {
 
 bool isInteractive(QAccessible::Role role) {
   static const QSet<QAccessible::Role> kRoles{
-      QAccessible::PushButton, QAccessible::CheckBox,  QAccessible::RadioButton, QAccessible::Slider,
-      QAccessible::ComboBox,   QAccessible::EditableText, QAccessible::List,     QAccessible::ListItem,
-      QAccessible::ScrollBar,  QAccessible::SpinBox,   QAccessible::PageTab,     QAccessible::MenuItem,
-      QAccessible::ButtonMenu, QAccessible::Table,     QAccessible::Tree};
+      QAccessible::PushButton, QAccessible::CheckBox,     QAccessible::RadioButton, QAccessible::Slider,
+      QAccessible::ComboBox,   QAccessible::EditableText, QAccessible::List,        QAccessible::ListItem,
+      QAccessible::ScrollBar,  QAccessible::SpinBox,      QAccessible::PageTab,     QAccessible::MenuItem,
+      QAccessible::ButtonMenu, QAccessible::Table,        QAccessible::Tree};
   return kRoles.contains(role);
 }
 

@@ -1,7 +1,7 @@
-// The alert panels: exact words, sheets of the window, each button's answer, and what Escape and the close button stand
-// for.
-#include <QCheckBox>
+// The alert panels: exact words, sheets of the window, each button's answer, and what Escape and the close
+// button stand for.
 #include <QApplication>
+#include <QCheckBox>
 #include <QMessageBox>
 #include <QTimer>
 
@@ -80,11 +80,13 @@ TEST_F(Alerts, SayWhatTheyAreToldAndAnswerByTheirButtons) {
 }
 
 TEST_F(Alerts, EscapeDoesNothing) {
-  for (const AlertCase& alert : kAlerts) EXPECT_EQ(answerTo(alert, Qt::Key_Escape), alert.harmless) << alert.title;
+  for (const AlertCase& alert : kAlerts)
+    EXPECT_EQ(answerTo(alert, Qt::Key_Escape), alert.harmless) << alert.title;
 }
 
 TEST_F(Alerts, ClosingDoesNothing) {
-  for (const AlertCase& alert : kAlerts) EXPECT_EQ(answerTo(alert, Answers::Close()), alert.harmless) << alert.title;
+  for (const AlertCase& alert : kAlerts)
+    EXPECT_EQ(answerTo(alert, Answers::Close()), alert.harmless) << alert.title;
 }
 
 TEST_F(Alerts, ReturnTakesTheDefault) {
@@ -132,8 +134,9 @@ TEST_F(Alerts, SeveralUsersOfferTheOpenFilesLimit) {
   panel.click("ib_admin_chkbox_multiUser");
   ASSERT_EQ(yes.seen.size(), 1u);
   EXPECT_EQ(yes.seen[0].message,
-            QStringLiteral("If you wish to connect more than one user simultaneously, it is recommended that you adjust "
-                           "\"Open Files Limit\" as well.\n\nDo you want to make this adjustment automatically?\n"));
+            QStringLiteral(
+                "If you wish to connect more than one user simultaneously, it is recommended that you adjust "
+                "\"Open Files Limit\" as well.\n\nDo you want to make this adjustment automatically?\n"));
   EXPECT_TRUE(pane.maxFilesChanged());
 }
 

@@ -1,5 +1,5 @@
-// Every control of every page: found by its outlet's name, showing what the model holds, and worked by a real click,
-// key or drag.
+// Every control of every page: found by its outlet's name, showing what the model holds, and worked by a real
+// click, key or drag.
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLabel>
@@ -123,7 +123,8 @@ class EachControl : public SimulatedPanel {
       EXPECT_EQ(address->address(), QStringLiteral("host.example.org:5000"));
     } else {
       panel.control(outlet).setStringValue("What is the case");
-      EXPECT_EQ(panel.as<QLabel>(outlet)->text().remove(QLatin1Char('&')), QStringLiteral("What is the case"));
+      EXPECT_EQ(panel.as<QLabel>(outlet)->text().remove(QLatin1Char('&')),
+                QStringLiteral("What is the case"));
     }
   }
 };
@@ -132,18 +133,28 @@ TEST_F(EachControl, ACheckBox) {
   Answers yes(QStringLiteral("Yes, Proceed"));
   each(ControlKind::checkBox, &EachControl::box);
 }
-TEST_F(EachControl, ARadioButton) { each(ControlKind::radioButton, &EachControl::radio); }
-TEST_F(EachControl, ASlider) { each(ControlKind::slider, &EachControl::slider); }
-TEST_F(EachControl, APopUp) { each(ControlKind::popUp, &EachControl::popUp); }
-TEST_F(EachControl, ATextField) { each(ControlKind::textField, &EachControl::field); }
-TEST_F(EachControl, ALabel) { each(ControlKind::label, &EachControl::label); }
+TEST_F(EachControl, ARadioButton) {
+  each(ControlKind::radioButton, &EachControl::radio);
+}
+TEST_F(EachControl, ASlider) {
+  each(ControlKind::slider, &EachControl::slider);
+}
+TEST_F(EachControl, APopUp) {
+  each(ControlKind::popUp, &EachControl::popUp);
+}
+TEST_F(EachControl, ATextField) {
+  each(ControlKind::textField, &EachControl::field);
+}
+TEST_F(EachControl, ALabel) {
+  each(ControlKind::label, &EachControl::label);
+}
 
 class Controls : public SimulatedPanel {};
 
 TEST_F(Controls, WhatNobodyShallSeeIsNotSeen) {
   openEverything();
-  for (const char* outlet : {"ib_admin_popup_gldMode", "ib_admin_label_gldMode", "ib_admin_chkbox_testIntNotif",
-                             "ib_admin_chkbox_debug"}) {
+  for (const char* outlet : {"ib_admin_popup_gldMode", "ib_admin_label_gldMode",
+                             "ib_admin_chkbox_testIntNotif", "ib_admin_chkbox_debug"}) {
     panel.choosePageOf(outlet);
     EXPECT_FALSE(panel.widget(outlet)->isVisible()) << outlet;
   }

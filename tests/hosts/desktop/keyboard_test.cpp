@@ -50,10 +50,11 @@ class Keyboard : public SimulatedPanel {
 TEST_F(Keyboard, TabGoesFromTheSidebarThroughThePageToTheButtons) {
   openEverything();
   panel.choosePage("admin", "Norvik clients");
-  EXPECT_EQ(stops().join(QLatin1Char(' ')),
-            QStringLiteral("ib_oview_confBar ib_admin_chkbox_nvkEnabled ib_admin_label_nvkAddress_copy "
-                           "ib_admin_chkbox_nvkPort ib_admin_edbox_nvkPort ib_admin_chkbox_nvkClipb "
-                           "ib_admin_chkbox_nvkSound ib_admin_chkbox_nvkPrint ib_button_Auth ib_button_Help"));
+  EXPECT_EQ(
+      stops().join(QLatin1Char(' ')),
+      QStringLiteral("ib_oview_confBar ib_admin_chkbox_nvkEnabled ib_admin_label_nvkAddress_copy "
+                     "ib_admin_chkbox_nvkPort ib_admin_edbox_nvkPort ib_admin_chkbox_nvkClipb "
+                     "ib_admin_chkbox_nvkSound ib_admin_chkbox_nvkPrint ib_button_Auth ib_button_Help"));
 }
 
 TEST_F(Keyboard, TabStopsAtEveryControlThatCanBeWorked) {
@@ -83,7 +84,8 @@ TEST_F(Keyboard, EveryLabelOfAPageHasALetterOfItsOwn) {
     panel.choosePage(tab.label.substr(0, colon), tab.label.substr(colon + 1));
     const auto found = letters();
     for (auto letter = found.begin(); letter != found.end(); ++letter) {
-      EXPECT_EQ(letter.value().size(), 1) << tab.label << ": " << letter.value().join(QLatin1Char('|')).toStdString();
+      EXPECT_EQ(letter.value().size(), 1)
+          << tab.label << ": " << letter.value().join(QLatin1Char('|')).toStdString();
     }
     for (const auto* button : panel.window.findChildren<QAbstractButton*>()) {
       if (!button->isVisible() || button->text().isEmpty()) continue;
@@ -101,7 +103,8 @@ TEST_F(Keyboard, ALetterStaysUniqueWhenAButtonTakesAnotherTitle) {
   EXPECT_EQ(panel.as<QPushButton>("ib_admin_button_svrStart")->text(), QStringLiteral("&Start"));
   panel.control("ib_admin_button_svrStart").setTitle("Halt");
   panel.settle();
-  for (const QStringList& bearers : letters()) EXPECT_EQ(bearers.size(), 1) << bearers.join(QLatin1Char('|')).toStdString();
+  for (const QStringList& bearers : letters())
+    EXPECT_EQ(bearers.size(), 1) << bearers.join(QLatin1Char('|')).toStdString();
 }
 
 TEST_F(Keyboard, TheTypicalChangeByKeysAlone) {
@@ -121,7 +124,8 @@ TEST_F(Keyboard, TheTypicalChangeByKeysAlone) {
 
 TEST_F(Keyboard, ReturnAppliesWhereverTheFocusIs) {
   openEverything();
-  for (const char* outlet : {"ib_admin_chkbox_nvkClipb", "ib_admin_edbox_nvkPort", "ib_oview_confBar", "ib_button_Help"}) {
+  for (const char* outlet :
+       {"ib_admin_chkbox_nvkClipb", "ib_admin_edbox_nvkPort", "ib_oview_confBar", "ib_button_Help"}) {
     panel.choosePage("admin", "Norvik clients");
     panel.click("ib_admin_chkbox_nvkPrint");
     const int64_t stored = pane.m_admin_nvkPrint;

@@ -1,4 +1,5 @@
-// The layout of every page in fonts from small to large: nothing clipped, nothing overlapping, nothing unlabelled.
+// The layout of every page in fonts from small to large: nothing clipped, nothing overlapping, nothing
+// unlabelled.
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
@@ -37,7 +38,8 @@ class Layout : public SimulatedPanel {
   static void expectWhole(const QWidget* widget) {
     const auto* label = qobject_cast<const QLabel*>(widget);
     const bool wraps = label != nullptr && label->wordWrap();
-    const QSize wanted = wraps ? QSize(0, widget->heightForWidth(widget->width())) : widget->minimumSizeHint();
+    const QSize wanted =
+        wraps ? QSize(0, widget->heightForWidth(widget->width())) : widget->minimumSizeHint();
     EXPECT_GE(widget->width(), wanted.width()) << named(widget).toStdString();
     EXPECT_GE(widget->height(), wanted.height()) << named(widget).toStdString();
     const QRect inParent(widget->mapTo(widget->parentWidget(), QPoint()), widget->size());
@@ -51,7 +53,8 @@ class Layout : public SimulatedPanel {
       const QRect here(leaves[i]->mapTo(&root, QPoint()), leaves[i]->size());
       for (qsizetype j = i + 1; j < leaves.size(); ++j) {
         const QRect there(leaves[j]->mapTo(&root, QPoint()), leaves[j]->size());
-        EXPECT_FALSE(here.intersects(there)) << named(leaves[i]).toStdString() << " | " << named(leaves[j]).toStdString();
+        EXPECT_FALSE(here.intersects(there))
+            << named(leaves[i]).toStdString() << " | " << named(leaves[j]).toStdString();
       }
     }
   }

@@ -1,4 +1,5 @@
-// Closing the window is leaving the pane: what is pending is asked about, and the answer carried out, before it goes.
+// Closing the window is leaving the pane: what is pending is asked about, and the answer carried out, before
+// it goes.
 #include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>

@@ -44,8 +44,10 @@ TEST_F(Lock, RefusedStaysClosed) {
 TEST_F(Lock, AHeadingCannotBeChosen) {
   panel.choosePage("user", "Mouse");
   auto* sidebar = panel.as<QListWidget>("ib_oview_confBar");
-  QTest::mouseClick(sidebar->viewport(), Qt::LeftButton, {}, sidebar->visualItemRect(sidebar->item(0)).center());
-  QTest::mouseClick(sidebar->viewport(), Qt::LeftButton, {}, sidebar->viewport()->rect().bottomLeft() + QPoint(5, -5));
+  QTest::mouseClick(sidebar->viewport(), Qt::LeftButton, {},
+                    sidebar->visualItemRect(sidebar->item(0)).center());
+  QTest::mouseClick(sidebar->viewport(), Qt::LeftButton, {},
+                    sidebar->viewport()->rect().bottomLeft() + QPoint(5, -5));
   EXPECT_EQ(page(), "user:Mouse");
   EXPECT_EQ(sidebar->currentRow(), 2);
 }
@@ -73,17 +75,20 @@ TEST_F(Lock, NothingLockedChangesByKeyWheelOrDrag) {
       if (!widget->isVisible() || control->display_only) continue;
       SCOPED_TRACE(control->outlet);
       Control& model = panel.control(control->outlet.c_str());
-      const auto before = std::tuple(model.state(), model.doubleValue(), model.indexOfSelectedItem(), model.stringValue());
+      const auto before =
+          std::tuple(model.state(), model.doubleValue(), model.indexOfSelectedItem(), model.stringValue());
       EXPECT_FALSE(widget->isEnabled());
       panel.click(control->outlet.c_str());
-      if (auto* slider = qobject_cast<QSlider*>(widget)) panel.drag(control->outlet.c_str(), slider->maximum());
+      if (auto* slider = qobject_cast<QSlider*>(widget))
+        panel.drag(control->outlet.c_str(), slider->maximum());
       if (control->kind == ControlKind::popUp) panel.choose(control->outlet.c_str(), 1);
       widget->setFocus();
       EXPECT_FALSE(widget->hasFocus());
-      for (const auto key : {Qt::Key_Space, Qt::Key_Up, Qt::Key_Right, Qt::Key_5}) QTest::keyClick(widget, key);
+      for (const auto key : {Qt::Key_Space, Qt::Key_Up, Qt::Key_Right, Qt::Key_5})
+        QTest::keyClick(widget, key);
       panel.turnWheel(widget);
-      EXPECT_EQ(before,
-                std::tuple(model.state(), model.doubleValue(), model.indexOfSelectedItem(), model.stringValue()));
+      EXPECT_EQ(before, std::tuple(model.state(), model.doubleValue(), model.indexOfSelectedItem(),
+                                   model.stringValue()));
     }
   }
   EXPECT_EQ(desktop.launches, std::vector<std::string>());

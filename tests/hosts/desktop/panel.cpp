@@ -49,8 +49,9 @@ NVKServerPrefs& awake(NVKServerPrefs& pane) {
 }  // namespace
 
 Panel::Panel()
-    : window(awake(pane), interface,
-             [this](const ControlDescription& field) { return portProblem(pane, interface, control(field.outlet.c_str())); }) {
+    : window(awake(pane), interface, [this](const ControlDescription& field) {
+        return portProblem(pane, interface, control(field.outlet.c_str()));
+      }) {
   window.fill();
   window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
@@ -58,7 +59,9 @@ Panel::Panel()
 
 Panel::~Panel() = default;
 
-Control& Panel::control(const char* outlet) { return *pane.outlet(outlet); }
+Control& Panel::control(const char* outlet) {
+  return *pane.outlet(outlet);
+}
 
 QWidget* Panel::widget(const char* outlet) {
   auto* found = window.findChild<QWidget*>(QString::fromUtf8(outlet));
@@ -104,7 +107,8 @@ void Panel::choosePageOf(const char* outlet) {
 void Panel::click(const char* outlet) {
   QWidget* target = widget(outlet);
   QPoint at = target->rect().center();
-  const bool marked = qobject_cast<QCheckBox*>(target) != nullptr || qobject_cast<QRadioButton*>(target) != nullptr;
+  const bool marked =
+      qobject_cast<QCheckBox*>(target) != nullptr || qobject_cast<QRadioButton*>(target) != nullptr;
   if (marked) at.setX(target->style()->pixelMetric(QStyle::PM_IndicatorWidth) / 2);
   QTest::mouseClick(target, Qt::LeftButton, {}, at);
   settle();
@@ -129,7 +133,9 @@ void Panel::drag(const char* outlet, int value) {
   option.tickInterval = slider->tickInterval();
   const auto handleAt = [&](int position) {
     option.sliderPosition = option.sliderValue = position;
-    return slider->style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider).center();
+    return slider->style()
+        ->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderHandle, slider)
+        .center();
   };
   QTest::mousePress(slider, Qt::LeftButton, {}, handleAt(slider->value()));
   QTest::mouseMove(slider, handleAt(value));
@@ -150,7 +156,8 @@ void Panel::choose(const char* outlet, int item) {
 }
 
 void Panel::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  if (QApplication::activeWindow() == nullptr) {  // without a window manager nobody brings it back after a panel
+  if (QApplication::activeWindow() ==
+      nullptr) {  // without a window manager nobody brings it back after a panel
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
   }
@@ -161,8 +168,10 @@ void Panel::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
 
 void Panel::turnWheel(QWidget* over) {
   const QPointF at(over->rect().center());
-  QWheelEvent event(at, over->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-  QSpontaneKeyEvent::setSpontaneous(&event);  // as from the window system; others are not passed on to the page
+  QWheelEvent event(at, over->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QSpontaneKeyEvent::setSpontaneous(
+      &event);  // as from the window system; others are not passed on to the page
   qApp->notify(over, &event);
   settle();
 }
@@ -170,9 +179,12 @@ void Panel::turnWheel(QWidget* over) {
 namespace {
 
 Answers::Seen described(const QMessageBox& panel) {
-  Answers::Seen seen{panel.text(), panel.informativeText(), {},
+  Answers::Seen seen{panel.text(),
+                     panel.informativeText(),
+                     {},
                      panel.windowModality() == Qt::WindowModal && panel.parentWidget() != nullptr};
-  for (const QAbstractButton* button : panel.buttons()) seen.buttons += button->text().remove(QLatin1Char('&'));
+  for (const QAbstractButton* button : panel.buttons())
+    seen.buttons += button->text().remove(QLatin1Char('&'));
   seen.buttons.sort();
   return seen;
 }

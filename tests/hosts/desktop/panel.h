@@ -1,4 +1,5 @@
-// A pane and its window as a test works them: by clicks, keys and drags at the widgets that bear the outlets' names.
+// A pane and its window as a test works them: by clicks, keys and drags at the widgets that bear the outlets'
+// names.
 #pragma once
 
 #include <QWidget>

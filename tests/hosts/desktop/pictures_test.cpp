@@ -20,7 +20,9 @@ class Pictures : public Program {
     return QDir(folder);
   }
 
-  static double lightness(const QImage& picture) { return picture.scaled(1, 1, {}, Qt::SmoothTransformation).pixelColor(0, 0).lightnessF(); }
+  static double lightness(const QImage& picture) {
+    return picture.scaled(1, 1, {}, Qt::SmoothTransformation).pixelColor(0, 0).lightnessF();
+  }
 };
 
 TEST_F(Pictures, ShowEveryPageInEveryLook) {

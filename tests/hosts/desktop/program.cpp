@@ -16,7 +16,9 @@ namespace {
 
 constexpr int kPatience = 10000;  // milliseconds
 
-QString program(const char* name) { return QStringLiteral(NORVIK_BIN_DIR "/") + QString::fromUtf8(name); }
+QString program(const char* name) {
+  return QStringLiteral(NORVIK_BIN_DIR "/") + QString::fromUtf8(name);
+}
 
 PropertyList service(int port) {
   return PropertyList::Dictionary{{"PortNumber", int64_t{port}}, {"Disabled", false}};
@@ -48,7 +50,8 @@ QByteArray greetingOn(int port) {
 }
 
 void Program::SetUp() {
-  ASSERT_EQ(sandbox({QStringLiteral("start"), root_.path(), QStringLiteral("--speed"), QStringLiteral("50")}), 0);
+  ASSERT_EQ(sandbox({QStringLiteral("start"), root_.path(), QStringLiteral("--speed"), QStringLiteral("50")}),
+            0);
   nvkPort = freePort();
   rdpPort = freePort();
   QFile file(path(QStringLiteral("etc/norvik/svr.cfg")));
@@ -69,7 +72,9 @@ void Program::TearDown() {
   EXPECT_EQ(sandbox({QStringLiteral("stop"), root_.path()}), 0);
 }
 
-int Program::sandbox(const QStringList& words) { return QProcess::execute(program("norvik-sandbox"), words); }
+int Program::sandbox(const QStringList& words) {
+  return QProcess::execute(program("norvik-sandbox"), words);
+}
 
 int Program::run(const QStringList& words) {
   QProcess process;
@@ -87,7 +92,8 @@ void Program::start() {
 }
 
 bool Program::ends() {
-  return panel.waitForFinished(kPatience) && panel.exitStatus() == QProcess::NormalExit && panel.exitCode() == 0;
+  return panel.waitForFinished(kPatience) && panel.exitStatus() == QProcess::NormalExit &&
+         panel.exitCode() == 0;
 }
 
 QString Program::x(const QStringList& words) {

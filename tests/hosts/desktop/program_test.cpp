@@ -6,7 +6,9 @@
 namespace norvik::desktop {
 namespace {
 
-QString word(const char* utf8) { return QString::fromUtf8(utf8); }
+QString word(const char* utf8) {
+  return QString::fromUtf8(utf8);
+}
 
 const QString kTitle = QStringLiteral("Norvik Server");
 const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.veltrane.nvkagent.plist");
@@ -17,8 +19,8 @@ class OnScreen : public Program {
     const QString window = activeWindow(kTitle);
     const QString shape = x({word("getwindowgeometry"), word("--shell"), window});
     const QString height = shape.section(word("HEIGHT="), 1).section(QLatin1Char('\n'), 0, 0);
-    x({word("mousemove"), word("--window"), window, word("30"), QString::number(height.toInt() - 30), word("click"),
-       word("1")});
+    x({word("mousemove"), word("--window"), window, word("30"), QString::number(height.toInt() - 30),
+       word("click"), word("1")});
   }
 
   bool swapsButtons() { return boolValue(listIn(kAgentFile).find("SwapMouseButtons")); }

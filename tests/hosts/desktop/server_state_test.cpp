@@ -1,4 +1,5 @@
-// Starting and stopping: the dots, the greyed page, the window that goes on painting, and nothing getting through.
+// Starting and stopping: the dots, the greyed page, the window that goes on painting, and nothing getting
+// through.
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -20,7 +21,8 @@ class ServerState : public SimulatedPanel {
     ASSERT_NE(dot, nullptr);
   }
 
-  // Calls `look` now and then while the click on the button is under way, as whatever else the event loop brings.
+  // Calls `look` now and then while the click on the button is under way, as whatever else the event loop
+  // brings.
   template <typename Look>
   void clickAndLook(Look look) {
     QTimer looks;
@@ -52,14 +54,17 @@ TEST_F(ServerState, StartCountsDotsWhileEverythingIsGreyed) {
     if (texts.isEmpty() || texts.last() != label->text()) texts += label->text();
     colours += dot->color().rgb();
     greyed = greyed && !panel.widget("ib_admin_button_svrStart")->isEnabled() &&
-             !panel.widget("ib_user_chkbox_imgDefs")->isEnabled() && !panel.widget("ib_button_Apply")->isEnabled();
+             !panel.widget("ib_user_chkbox_imgDefs")->isEnabled() &&
+             !panel.widget("ib_button_Apply")->isEnabled();
   });
   ASSERT_GT(texts.size(), 5);
   EXPECT_TRUE(texts.first().startsWith(QStringLiteral("Starting...")));
-  for (qsizetype i = 1; i < texts.size(); ++i) EXPECT_TRUE(texts[i].startsWith(texts[i - 1]) && texts[i].size() > texts[i - 1].size());
+  for (qsizetype i = 1; i < texts.size(); ++i)
+    EXPECT_TRUE(texts[i].startsWith(texts[i - 1]) && texts[i].size() > texts[i - 1].size());
   EXPECT_TRUE(greyed);
   EXPECT_EQ(label->text(), QStringLiteral("Started"));
-  EXPECT_EQ(panel.as<QPushButton>("ib_admin_button_svrStart")->text().remove(QLatin1Char('&')), QStringLiteral("Stop"));
+  EXPECT_EQ(panel.as<QPushButton>("ib_admin_button_svrStart")->text().remove(QLatin1Char('&')),
+            QStringLiteral("Stop"));
   colours += dot->color().rgb();
   EXPECT_EQ(colours.size(), 3) << "stopped, changing, running";
 }
@@ -68,7 +73,9 @@ TEST_F(ServerState, StopCountsDotsToo) {
   desktop.computer.service.setDaemon(77);
   panel.tick();
   QString longest;
-  clickAndLook([&] { if (label->text().size() > longest.size()) longest = label->text(); });
+  clickAndLook([&] {
+    if (label->text().size() > longest.size()) longest = label->text();
+  });
   EXPECT_TRUE(longest.startsWith(QStringLiteral("Stopping....")));
   EXPECT_EQ(label->text(), QStringLiteral("Stopped"));
 }
@@ -100,7 +107,8 @@ TEST_F(ServerState, NeitherInputNorTicksNorClosingGetThrough) {
     auto* handle = panel.window.windowHandle();
     QTest::keyClick(handle, Qt::Key_Escape);
     QTest::keyClick(handle, Qt::Key_Q, Qt::ControlModifier);
-    QTest::mouseClick(handle, Qt::LeftButton, {}, panel.widget("ib_button_Auth")->mapTo(&panel.window, QPoint(9, 9)));
+    QTest::mouseClick(handle, Qt::LeftButton, {},
+                      panel.widget("ib_button_Auth")->mapTo(&panel.window, QPoint(9, 9)));
   });
   EXPECT_TRUE(tried);
   EXPECT_TRUE(panel.window.isVisible());

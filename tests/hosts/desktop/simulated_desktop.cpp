@@ -21,7 +21,8 @@ std::string serverConfiguration() {
 }
 
 std::string agentConfiguration() {
-  return encodeXmlPropertyList(PropertyList::Dictionary{{"ImageUseDefaults", false}, {"ImageQualityMode", int64_t{1}}});
+  return encodeXmlPropertyList(
+      PropertyList::Dictionary{{"ImageUseDefaults", false}, {"ImageQualityMode", int64_t{1}}});
 }
 
 }  // namespace
@@ -58,10 +59,13 @@ SimulatedDesktop::SimulatedDesktop()
   installPlatform(&platform_);
 }
 
-SimulatedDesktop::~SimulatedDesktop() { installPlatform(nullptr); }
+SimulatedDesktop::~SimulatedDesktop() {
+  installPlatform(nullptr);
+}
 
 bool SimulatedDesktop::launched(const std::string& words) const {
-  return std::ranges::any_of(launches, [&words](const std::string& line) { return line.find(words) != std::string::npos; });
+  return std::ranges::any_of(
+      launches, [&words](const std::string& line) { return line.find(words) != std::string::npos; });
 }
 
 }  // namespace norvik::desktop

@@ -1,5 +1,5 @@
-// The desktop's own ports over the simulated computer: real windows, real events, and a world behind them that a test
-// sets up and looks at.
+// The desktop's own ports over the simulated computer: real windows, real events, and a world behind them
+// that a test sets up and looks at.
 #pragma once
 
 #include <string>
@@ -26,14 +26,15 @@ class SimulatedWaits : public QtProcesses {
 
 class SimulatedDesktop {
  public:
-  // With settings stored that differ from what a missing file means, a daemon that is stopped, and a lock that opens
-  // for whoever asks.
+  // With settings stored that differ from what a missing file means, a daemon that is stopped, and a lock
+  // that opens for whoever asks.
   SimulatedDesktop();
   ~SimulatedDesktop();
   SimulatedDesktop(const SimulatedDesktop&) = delete;
   SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 
-  // The command lines of the tools that were launched, "TOOL ARGUMENT...", and the addresses that were opened.
+  // The command lines of the tools that were launched, "TOOL ARGUMENT...", and the addresses that were
+  // opened.
   bool launched(const std::string& words) const;
   std::vector<std::string> launches;
   std::vector<std::string> opened;

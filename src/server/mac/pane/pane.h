@@ -310,8 +310,8 @@ class NVKServerPrefs : public OutlineViewDelegate {
   int64_t new_admin_repeatTimeout() const, new_admin_closeTimeout() const, new_admin_showTimeout() const;
 
   // What hosts show beside a control, from the tables that the change tests use: stores/settings.cpp.
-  // Whether the control takes part in a setting that Apply would change. As in the change tests, nothing of the
-  // administrator's counts while locked, and no image value of a user who follows the server's.
+  // Whether the control takes part in a setting that Apply would change. As in the change tests, nothing of
+  // the administrator's counts while locked, and no image value of a user who follows the server's.
   bool differsFromStored(const Control& control) const;
   // Whether it takes part in a setting whose pending value is not the one that a missing key means.
   bool differsFromDefault(const Control& control) const;

@@ -74,9 +74,9 @@ struct TabDescription {
 };
 
 struct InterfaceDescription {
-  std::string title;                      // of the window
-  Size size;                              // of the main view, before it is fitted to the window
-  std::string changed_help;               // what a host says beside a control with an edit that is not applied yet
+  std::string title;         // of the window
+  Size size;                 // of the main view, before it is fitted to the window
+  std::string changed_help;  // what a host says beside a control with an edit that is not applied yet
   std::vector<ControlDescription> frame;  // controls outside the pages: sidebar, tab view, lock, Help, Apply
   std::vector<TabDescription> tabs;
 

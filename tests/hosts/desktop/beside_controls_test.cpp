@@ -1,0 +1,89 @@
+// What stands beside the controls: the mark of a setting that Apply will change, and the note of a port that is none.
+#include <QLabel>
+#include <QPushButton>
+
+#include "hosts/desktop/change_mark.h"
+#include "simulated_panel.h"
+
+namespace norvik::desktop {
+namespace {
+
+class Marks : public SimulatedPanel {
+ protected:
+  // The marks that are on, on the page that shows.
+  int shown() {
+    int count = 0;
+    for (const ChangeMark* mark : all()) count += mark->isVisible() && mark->isOn() ? 1 : 0;
+    return count;
+  }
+
+  QList<ChangeMark*> all() {
+    QList<ChangeMark*> marks;
+    for (auto* mark : panel.window.findChildren<QWidget*>(QStringLiteral("changeMark"))) {
+      marks += static_cast<ChangeMark*>(mark);
+    }
+    return marks;
+  }
+};
+
+TEST_F(Marks, ShowWhatApplyWillChange) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  EXPECT_EQ(shown(), 0);
+  panel.click("ib_admin_chkbox_nvkClipb");
+  EXPECT_EQ(shown(), 1);
+  panel.type("ib_admin_edbox_nvkPort", QStringLiteral("5000"));
+  EXPECT_EQ(shown(), 2);
+  EXPECT_TRUE(panel.widget("ib_admin_edbox_nvkPort")
+                  ->accessibleDescription()
+                  .endsWith(text(panel.interface.changed_help)));
+  panel.click("ib_admin_chkbox_nvkClipb");
+  EXPECT_EQ(shown(), 1);
+  panel.click("ib_button_Apply");
+  EXPECT_EQ(shown(), 0);
+}
+
+TEST_F(Marks, NothingOfALockedAdministratorIsMarked) {
+  openEverything();
+  panel.choosePage("admin", "Image");
+  panel.drag("ib_admin_slider_imgDept", 8);
+  EXPECT_EQ(shown(), 1);
+  pane.deauthorize();
+  panel.tick();
+  for (const ChangeMark* mark : all()) EXPECT_FALSE(mark->isOn());
+}
+
+class PortNote : public SimulatedPanel {
+ protected:
+  QString noteFor(const QString& typed) {
+    panel.type("ib_admin_edbox_nvkPort", typed);
+    return panel.as<QLabel>("ib_admin_edbox_nvkPort_note")->text();
+  }
+};
+
+TEST_F(PortNote, TellsWhatIsWrongInWords) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  EXPECT_EQ(noteFor(QStringLiteral("5000")), QString());
+  EXPECT_EQ(noteFor(QStringLiteral("abc")),
+            QStringLiteral("A port is a whole number from 1 to 65535, not \"abc\"."));
+  EXPECT_EQ(noteFor(QStringLiteral("65536")),
+            QStringLiteral("A port is a whole number from 1 to 65535, not \"65536\"."));
+  EXPECT_NE(noteFor(QStringLiteral("3390")), QString()) << "the other service's";
+  EXPECT_NE(noteFor(QStringLiteral("4321")), QString()) << "in use";
+  EXPECT_EQ(panel.widget("ib_admin_edbox_nvkPort")->accessibleDescription().left(9),
+            QStringLiteral("Port 4321"));
+  EXPECT_TRUE(panel.widget("ib_button_Apply")->isEnabled()) << "the pane's own rules stay";
+  EXPECT_EQ(noteFor(QStringLiteral("5001")), QString());
+}
+
+TEST_F(PortNote, IsQuietForAFieldThatCannotBeEdited) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  EXPECT_NE(noteFor(QStringLiteral("abc")), QString());
+  panel.click("ib_admin_chkbox_nvkPort");
+  EXPECT_EQ(panel.as<QLabel>("ib_admin_edbox_nvkPort_note")->text(), QString());
+}
+
+}  // namespace
+}  // namespace norvik::desktop
