@@ -113,6 +113,30 @@ TEST(InterfaceDescription, ListsControlsFrameFirstThenPageByPage) {
   EXPECT_EQ(read->find("ib_other"), nullptr);
 }
 
+TEST(InterfaceDescription, ATextFieldsRangeMayHaveOneEnd) {
+  for (const char* missing : {"minimum", "maximum"}) {
+    PropertyList list = goodDescription();
+    at(list, "tabs/0/sections/0/rows/0/controls/1").as<Dictionary>()->erase(missing);
+    std::string error;
+    const auto read = readInterfaceDescription(list, error);
+    ASSERT_TRUE(read) << error;
+    EXPECT_EQ(read->find("ib_field")->minimum.has_value(), missing != std::string_view("minimum"));
+    EXPECT_EQ(read->find("ib_field")->maximum.has_value(), missing != std::string_view("maximum"));
+  }
+}
+
+TEST(InterfaceDescription, FindsAFaultInALaterSection) {
+  PropertyList list = goodDescription();
+  const Dictionary apply{
+      {"outlet", "ib_apply"}, {"kind", "push button"}, {"label", "Again"}, {"title", "Again"}};
+  at(list, "tabs/0/sections")
+      .as<Array>()
+      ->push_back(Dictionary{{"rows", Array{Dictionary{{"controls", Array{apply}}}}}});
+  std::string error;
+  EXPECT_FALSE(readInterfaceDescription(list, error));
+  EXPECT_TRUE(error.starts_with("tabs/0/sections/1/rows/0/controls/0")) << error;
+}
+
 TEST(InterfaceDescription, KnowsTheWordOfEveryKind) {
   const std::pair<const char*, ControlKind> words[] = {{"check box", ControlKind::checkBox},
                                                        {"text field", ControlKind::textField},

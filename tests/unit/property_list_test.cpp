@@ -73,9 +73,7 @@ TEST(PropertyListTest, LeadingIntegerOfText) {
   EXPECT_EQ(leadingInteger(""), 0);
   EXPECT_EQ(leadingInteger(" \t\r\n\v\f+42 43"), 42);
   EXPECT_EQ(leadingInteger("-0012x"), -12);
-  EXPECT_EQ(leadingInteger("\x08"
-                           "42"),
-            0);
+  EXPECT_EQ(leadingInteger("\x08 42"), 0);  // no white space, though a control character
   EXPECT_EQ(leadingInteger("+-1"), 0);
   EXPECT_EQ(leadingInteger("- 1"), 0);
   EXPECT_EQ(leadingInteger("9223372036854775807"), INT64_MAX);
