@@ -1,4 +1,5 @@
-// What stands beside the controls: the mark of a setting that Apply will change, and the note of a port that is none.
+// What stands beside the controls: the mark of a setting that Apply will change, and the note of a port that
+// is none.
 #include <QLabel>
 #include <QPushButton>
 
