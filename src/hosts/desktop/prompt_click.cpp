@@ -1,7 +1,8 @@
-// An event filter for the letters of buttons.
+// An event filter for the letters of buttons, their own and those of labels that speak for them.
 #include "prompt_click.h"
 
 #include <QAbstractButton>
+#include <QLabel>
 #include <QShortcutEvent>
 
 namespace norvik::desktop {
@@ -10,8 +11,8 @@ namespace {
 
 class PromptClick : public QObject {
  public:
-  explicit PromptClick(QAbstractButton* button) : QObject(button), button_(button) {
-    button->installEventFilter(this);
+  PromptClick(QWidget* bearer, QAbstractButton* button) : QObject(bearer), button_(button) {
+    bearer->installEventFilter(this);
   }
 
  private:
@@ -27,7 +28,12 @@ class PromptClick : public QObject {
 }  // namespace
 
 void clickPromptly(QAbstractButton* button) {
-  new PromptClick(button);
+  new PromptClick(button, button);
+}
+
+void clickPromptly(QAbstractButton* button, QLabel* words) {
+  words->setBuddy(button);
+  new PromptClick(words, button);
 }
 
 }  // namespace norvik::desktop

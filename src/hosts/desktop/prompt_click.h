@@ -4,10 +4,14 @@
 #pragma once
 
 class QAbstractButton;
+class QLabel;
 
 namespace norvik::desktop {
 
 // For as long as the button lives.
 void clickPromptly(QAbstractButton* button);
+
+// The same by the letter of a label, which becomes the button's; for as long as both live.
+void clickPromptly(QAbstractButton* button, QLabel* words);
 
 }  // namespace norvik::desktop

@@ -19,6 +19,7 @@
 
 #include "hosts/checks/setting_description.h"
 #include "mnemonics.h"
+#include "prompt_click.h"
 #include "sidebar.h"
 
 namespace norvik::desktop {
@@ -104,14 +105,15 @@ QWidget* SettingsWindow::makeFrame() {
   auto* frame = new QWidget(this);
   auto* row = new QHBoxLayout(frame);
   row->setContentsMargins(0, 0, 0, 0);
-  QWidget* lock = nullptr;
+  QAbstractButton* lock = nullptr;
   for (const ControlDescription& description : interface_.frame) {
     if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
     QWidget* widget = bind(description, frame).widget();
     row->addWidget(widget, description.kind == ControlKind::label ? 1 : 0);
-    if (description.kind == ControlKind::lockButton) lock = widget;
+    if (description.kind == ControlKind::lockButton) lock = qobject_cast<QAbstractButton*>(widget);
     // The lock has no words of its own: the hint lends it a letter.
-    if (auto* hint = qobject_cast<QLabel*>(widget)) hint->setBuddy(lock);
+    auto* hint = qobject_cast<QLabel*>(widget);
+    if (hint != nullptr && lock != nullptr) clickPromptly(lock, hint);
   }
   static_cast<QPushButton*>(binding(text(pane_.ib_button_Apply.name()))->widget())->setDefault(true);
   return frame;

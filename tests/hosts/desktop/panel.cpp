@@ -213,7 +213,8 @@ Answers::Answers(Close) : Answers([](QWidget& panel) { panel.close(); }) {}
 
 void Answers::look() {
   auto* panel = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-  if (panel == nullptr || !panel->isVisible()) return;
+  if (panel == nullptr || !panel->isVisible() || panel == last_) return;
+  last_ = panel;
   seen.push_back(described(*panel));
   act_(*panel);
 }

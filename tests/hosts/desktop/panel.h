@@ -2,6 +2,7 @@
 // names.
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
 #include <functional>
 #include <string>
@@ -80,6 +81,7 @@ class Answers : public QObject {
   explicit Answers(std::function<void(QWidget& panel)> act);
   void look();
   std::function<void(QWidget& panel)> act_;
+  QPointer<QWidget> last_;  // each panel is answered once
 };
 
 }  // namespace norvik::desktop

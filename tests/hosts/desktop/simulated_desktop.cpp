@@ -55,12 +55,20 @@ SimulatedDesktop::SimulatedDesktop()
   computer.effects.setSink([this](EffectKind kind, const std::string& line) {
     if (kind == EffectKind::launch) launches.push_back(line);
     if (kind == EffectKind::openUrl) opened.push_back(line);
+    if (kind == EffectKind::authorization) rememberGrant(line);
   });
   installPlatform(&platform_);
 }
 
 SimulatedDesktop::~SimulatedDesktop() {
   installPlatform(nullptr);
+}
+
+// As on a real computer, a check that asks nobody finds open what a person opened, until it is given up. An
+// activation may come at any time, also late, and makes such a check.
+void SimulatedDesktop::rememberGrant(const std::string& line) {
+  if (line.ends_with("InteractionAllowed -> granted")) computer.authorization.setSilentGranted(true);
+  if (line.starts_with("authorization free")) computer.authorization.setSilentGranted(false);
 }
 
 bool SimulatedDesktop::launched(const std::string& words) const {

@@ -48,6 +48,7 @@ class SimulatedDesktop {
   SimulatedWaits processes{computer.posix, busy, 100};
 
  private:
+  void rememberGrant(const std::string& line);
   Platform platform_;
 };
 
