@@ -76,6 +76,12 @@ int Program::sandbox(const QStringList& words) {
   return QProcess::execute(program("norvik-sandbox"), words);
 }
 
+void Program::startServer() {
+  ASSERT_EQ(QProcess::execute(path(QStringLiteral("usr/sbin/nvkservice")),
+                              {QStringLiteral("start"), QStringLiteral("-w")}),
+            0);
+}
+
 int Program::run(const QStringList& words) {
   QProcess process;
   process.setProcessEnvironment(panel.processEnvironment());
@@ -92,8 +98,8 @@ void Program::start() {
 }
 
 bool Program::ends() {
-  return panel.waitForFinished(kPatience) && panel.exitStatus() == QProcess::NormalExit &&
-         panel.exitCode() == 0;
+  if (panel.state() != QProcess::NotRunning && !panel.waitForFinished(kPatience)) return false;
+  return panel.exitStatus() == QProcess::NormalExit && panel.exitCode() == 0;
 }
 
 QString Program::x(const QStringList& words) {

@@ -25,6 +25,8 @@ class Program : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
+  // Has the sandbox's server run before the panel does.
+  void startServer();
   // Runs the panel to its end, or starts it and waits for its window. More words and variables may follow.
   int run(const QStringList& words);
   void start();
