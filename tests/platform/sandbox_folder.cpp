@@ -89,6 +89,7 @@ std::optional<std::string> SandboxFolder::read(const std::string& path) const {
 }
 
 void SandboxFolder::putScript(const std::string& path, const std::string& commands) {
+  fs::remove(onDisk(path));  // one that is just being started could not be written over
   put(path, "#!/bin/sh\n" + commands + "\n");
   fs::permissions(onDisk(path), fs::perms(0755));
 }
