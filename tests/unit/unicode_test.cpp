@@ -67,9 +67,11 @@ TEST(UnicodeTest, KnowsWhatIsNoCharacter) {
 }
 
 TEST(UnicodeTest, WhiteSpaceIsTheTabAndTheSpaceSeparators) {
-  for (const char32_t code : {0x09, 0x20, 0xa0, 0x1680, 0x2000, 0x200a, 0x202f, 0x205f, 0x3000})
+  for (const char32_t code :
+       {U'\x09', U'\x20', U'\xa0', U'\x1680', U'\x2000', U'\x200a', U'\x202f', U'\x205f', U'\x3000'})
     EXPECT_TRUE(isWhiteSpace(code)) << uint32_t{code};
-  for (const char32_t code : {0x00, 0x0a, 0x0b, 0x0d, 0x1f, 0x21, 0x85, 0x180e, 0x200b, 0x2028, 0xfeff})
+  for (const char32_t code : {U'\x00', U'\x0a', U'\x0b', U'\x0d', U'\x1f', U'\x21', U'\x85', U'\x180e',
+                              U'\x200b', U'\x2028', U'\xfeff'})
     EXPECT_FALSE(isWhiteSpace(code)) << uint32_t{code};
 }
 
@@ -77,7 +79,7 @@ TEST(UnicodeTest, LineEndsAreSeven) {
   int count = 0;
   for (char32_t code = 0; code <= 0x10ffff; ++code) count += isLineEnd(code) ? 1 : 0;
   EXPECT_EQ(count, 7);
-  for (const char32_t code : {0x0a, 0x0b, 0x0c, 0x0d, 0x85, 0x2028, 0x2029})
+  for (const char32_t code : {U'\x0a', U'\x0b', U'\x0c', U'\x0d', U'\x85', U'\x2028', U'\x2029'})
     EXPECT_TRUE(isLineEnd(code)) << uint32_t{code};
 }
 

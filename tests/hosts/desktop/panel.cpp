@@ -213,10 +213,10 @@ Answers::Answers(Close) : Answers([](QWidget& panel) { panel.close(); }) {}
 
 void Answers::look() {
   auto* panel = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-  if (panel == nullptr || !panel->isVisible() || panel == last_) return;
+  if (panel == nullptr || !panel->isVisible()) return;
+  if (panel != last_) seen.push_back(described(*panel));
   last_ = panel;
-  seen.push_back(described(*panel));
-  act_(*panel);
+  act_(*panel);  // again, where a window that has just come up did not take it
 }
 
 }  // namespace norvik::desktop

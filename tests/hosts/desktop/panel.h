@@ -81,7 +81,7 @@ class Answers : public QObject {
   explicit Answers(std::function<void(QWidget& panel)> act);
   void look();
   std::function<void(QWidget& panel)> act_;
-  QPointer<QWidget> last_;  // each panel is answered once
+  QPointer<QWidget> last_;  // each panel is seen once
 };
 
 }  // namespace norvik::desktop
