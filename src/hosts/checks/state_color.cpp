@@ -1,0 +1,24 @@
+// The three colours.
+#include "hosts/checks/state_color.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr Color fromBytes(int red, int green, int blue) {
+  return {red / 255.0, green / 255.0, blue / 255.0, 1.0};
+}
+
+constexpr Color kRunning = fromBytes(0x34, 0xa8, 0x53);
+constexpr Color kChanging = fromBytes(0xe8, 0xa3, 0x17);
+constexpr Color kStopped = fromBytes(0x8a, 0x8d, 0x91);
+
+}  // namespace
+
+// The pid is 0 from the moment that a start or stop begins until the next refresh.
+Color stateColor(const NVKServerPrefs& pane) {
+  if (pane.m_serverPid == 0) return kChanging;
+  return pane.m_serverPid == -1 ? kStopped : kRunning;
+}
+
+}  // namespace norvik

@@ -1,0 +1,18 @@
+// The toolkit, for .mm files alone, and the one place where the two systems that have it differ. Everything
+// else of this host uses what both have.
+#pragma once
+
+#import <AppKit/AppKit.h>
+#import <Foundation/NSDistributedNotificationCenter.h>
+#import <PreferencePanes/PreferencePanes.h>
+
+// Posts a notification to the processes that listen for it; `options` are those of the port.
+inline void NVKPost(NSString* name, NSString* object, NSUInteger options) {
+  NSDistributedNotificationCenter* center = [NSDistributedNotificationCenter defaultCenter];
+#ifdef GNUSTEP
+  // Knows one session only, and the other option, to deliver at once, is the first bit.
+  [center postNotificationName:name object:object userInfo:nil deliverImmediately:(options & 1) != 0];
+#else
+  [center postNotificationName:name object:object userInfo:nil options:options];
+#endif
+}

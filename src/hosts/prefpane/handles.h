@@ -1,0 +1,27 @@
+// Objects of the toolkit as C++ headers name them: opaque, so that a header needs no toolkit, and counted, so
+// that whoever holds one keeps it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace norvik::prefpane {
+
+// Holds an object of the toolkit, or none. A copy holds the same object.
+class Handle {
+ public:
+  Handle() = default;
+  // Retains the object.
+  explicit Handle(void* object);
+  Handle(const Handle& other);
+  Handle& operator=(Handle other) noexcept;
+  ~Handle();
+
+  // Borrowed; null for none.
+  void* get() const { return object_; }
+
+ private:
+  void* object_ = nullptr;
+};
+
+}  // namespace norvik::prefpane

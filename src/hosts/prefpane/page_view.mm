@@ -1,0 +1,245 @@
+// The layout of a page, from the top down. Sizes come from the font.
+#include "page_view.h"
+
+#include <algorithm>
+
+#import "appkit.h"
+#import "flipped_view.h"
+#include "hosts/checks/port_check.h"
+#include "hosts/checks/port_in_use.h"
+#include "hosts/checks/state_color.h"
+#include "text.h"
+
+namespace norvik::prefpane {
+
+namespace {
+
+constexpr CGFloat kPageWidth = 372;  // the narrowest host leaves no more beside the sidebar
+constexpr CGFloat kMarkWidth = 14;
+constexpr CGFloat kGap = 8;
+constexpr CGFloat kBeforeSection = 12;
+constexpr CGFloat kBetweenRows = 7;
+constexpr CGFloat kIndent = 20;  // of a control that means something only while a box is on
+constexpr CGFloat kStateWidth = 120;
+constexpr CGFloat kValueWidth = 28;  // of what a slider stands at
+constexpr int kAddressLines = 5;     // a sentence of two and three addresses
+constexpr int kDescriptionLines = 2;
+constexpr int kNoteLines = 2;
+
+// Kinds whose own label stands in front of them; the others carry it.
+bool isCaptioned(const ControlDescription& control) {
+  return control.kind == ControlKind::slider || control.kind == ControlKind::popUp ||
+         control.kind == ControlKind::textField;
+}
+
+// What stands in front of a row: its own label, or that of its only control.
+const std::string& captionOf(const RowDescription& row) {
+  const bool alone = row.controls.size() == 1 && isCaptioned(row.controls[0]);
+  return row.label.empty() && alone ? row.controls[0].label : row.label;
+}
+
+bool isShown(const ControlDescription& control, NVKServerPrefs& pane) {
+  return !control.hidden && !pane.outlet(control.outlet)->isHidden();
+}
+
+bool isShown(const RowDescription& row, NVKServerPrefs& pane) {
+  const auto shown = [&pane](const ControlDescription& control) { return isShown(control, pane); };
+  return std::any_of(row.controls.begin(), row.controls.end(), shown);
+}
+
+CGFloat widestCaption(const TabDescription& tab, NVKServerPrefs& pane) {
+  CGFloat widest = 0;
+  for (const SectionDescription& section : tab.sections) {
+    for (const RowDescription& row : section.rows) {
+      if (captionOf(row).empty() || !isShown(row, pane)) continue;
+      widest = std::max(widest, NSWidth([NVKCaption(text(captionOf(row))) frame]));
+    }
+  }
+  return widest;
+}
+
+CGFloat lineHeight() {
+  return NSHeight([NVKCaption(@"Ag") frame]);
+}
+
+NSTextField* quiet(NSTextField* words) {
+  [words setTextColor:[NSColor disabledControlTextColor]];
+  return words;
+}
+
+NSView* asView(const Handle& handle) {
+  return static_cast<NSView*>(handle.get());
+}
+
+void show(NSTextField* view, NSString* words) {
+  if (![[view stringValue] isEqualToString:words]) [view setStringValue:words];
+}
+
+}  // namespace
+
+PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab)
+    : pane_(pane),
+      interface_(interface),
+      view_([[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease]),
+      captionWidth_(widestCaption(tab, pane)),
+      y_(kGap) {
+  for (const SectionDescription& section : tab.sections) addSection(section);
+  [asView(view_) setFrameSize:NSMakeSize(kPageWidth, y_ + kGap)];
+}
+
+void PageView::addSection(const SectionDescription& section) {
+  std::vector<NSTextField*> head;
+  if (!section.title.empty()) {
+    NSTextField* title = NVKCaption(text(section.title));
+    [title setFont:[NSFont boldSystemFontOfSize:0]];
+    [title sizeToFit];
+    head.push_back(title);
+  }
+  if (!section.note.empty()) head.push_back(quiet(NVKParagraph(text(section.note), kPageWidth - kMarkWidth)));
+  if (!head.empty() && !mirrors_.empty()) y_ += kBeforeSection;
+  for (NSTextField* words : head) {
+    [words setFrameOrigin:NSMakePoint(kMarkWidth, y_)];
+    [asView(view_) addSubview:words];
+    y_ += NSHeight([words frame]) + 2;
+  }
+  if (!head.empty()) y_ += kBetweenRows;
+  for (const RowDescription& row : section.rows) {
+    if (isShown(row, pane_)) addRow(row);
+  }
+}
+
+void PageView::placeBeside(void* view, double x) {
+  NSView* placed = static_cast<NSView*>(view);
+  [placed setFrameOrigin:NSMakePoint(x, y_)];
+  [asView(view_) addSubview:placed];
+  placed_.emplace_back(view);
+  rowHeight_ = std::max(rowHeight_, NSHeight([placed frame]));
+}
+
+void PageView::addRow(const RowDescription& row) {
+  rowHeight_ = lineHeight();
+  placed_.clear();
+  NSTextField* dot = NVKCaption(@"\u2022");
+  [dot setToolTip:text(interface_.changed_help)];
+  [dot setHidden:YES];
+  placeBeside(dot, 0);
+  Mark mark{Handle(dot), {}};
+  double x = kMarkWidth;
+  if (const std::string& words = captionOf(row); !words.empty()) {
+    NSTextField* caption = NVKCaption(text(words));
+    placeBeside(caption, x + captionWidth_ - NSWidth([caption frame]));
+    x += captionWidth_ + kGap;
+  }
+  const double begin = x;
+  for (const ControlDescription& control : row.controls) {
+    if (isShown(control, pane_)) x = addControl(control, x, mark) + kGap;
+  }
+  for (const Handle& placed : placed_) {
+    NSView* view = asView(placed);
+    const CGFloat below = std::floor((rowHeight_ - NSHeight([view frame])) / 2);
+    [view setFrameOrigin:NSMakePoint(NSMinX([view frame]), y_ + below)];
+  }
+  y_ += rowHeight_;
+  for (const Mirror* mirror : mark.mirrors) addBelow(*mirror, begin);
+  y_ += kBetweenRows;
+  marks_.push_back(std::move(mark));
+}
+
+// Answers where the control and what belongs beside it ends.
+double PageView::addControl(const ControlDescription& description, double x, Mark& mark) {
+  if (!description.requires_outlet.empty() && mark.mirrors.empty()) x += kIndent;
+  mirrors_.push_back(std::make_unique<Mirror>(pane_, *pane_.outlet(description.outlet), description));
+  Mirror& mirror = *mirrors_.back();
+  const bool beside = !mark.mirrors.empty() && isCaptioned(description);
+  mark.mirrors.push_back(&mirror);
+  if (beside) {
+    NSTextField* caption = NVKCaption(text(description.label));
+    placeBeside(caption, x);
+    x = NSMaxX([caption frame]) + kGap;
+  }
+  NSView* view = static_cast<NSView*>(mirror.view());
+  if (description.kind == ControlKind::label) {
+    if (description.indicator) x = addDot(x);
+    const int lines = description.indicator            ? 1
+                      : description.copy_title.empty() ? kDescriptionLines
+                                                       : kAddressLines;
+    const CGFloat width = description.indicator ? kStateWidth : kPageWidth - x;
+    [view setFrameSize:NSMakeSize(width, lines * lineHeight())];
+  }
+  placeBeside(view, x);
+  return addBeside(mirror, NSMaxX([view frame]) + kGap);
+}
+
+// What a slider stands at, right behind it.
+double PageView::addBeside(Mirror& mirror, double x) {
+  if (mirror.description().kind != ControlKind::slider) return x - kGap;
+  NSTextField* value = NVKCaption(@"");
+  [value setFrameSize:NSMakeSize(kValueWidth, lineHeight())];
+  placeBeside(value, x);
+  const Control* model = &mirror.control();
+  mirror.changed = [=] { show(value, text(std::to_string(model->truncatedValue()))); };
+  mirror.changed();
+  return x + kValueWidth;
+}
+
+double PageView::addDot(double x) {
+  const CGFloat side = std::floor(lineHeight() * 2 / 3);
+  NVKDot* dot = [[[NVKDot alloc] initWithFrame:NSMakeRect(0, 0, side, side)] autorelease];
+  placeBeside(dot, x);
+  dot_ = Handle(dot);
+  return x + side + kGap;
+}
+
+// What a control has under it: the names of a slider's ends, what is wrong with a port, the copying of an
+// address.
+void PageView::addBelow(const Mirror& mirror, double x) {
+  const ControlDescription& description = mirror.description();
+  const NSRect bar = [static_cast<NSView*>(mirror.view()) frame];
+  CGFloat height = 0;
+  const auto add = [&](NSView* view, CGFloat left) {
+    [view setFrameOrigin:NSMakePoint(left, y_)];
+    [asView(view_) addSubview:view];
+    height = std::max(height, NSHeight([view frame]));
+  };
+  if (description.kind == ControlKind::slider) {
+    add(quiet(NVKCaption(text(description.minimum_label))), x);
+    NSTextField* most = quiet(NVKCaption(text(description.maximum_label)));
+    add(most, NSMaxX(bar) - NSWidth([most frame]));
+  } else if (description.kind == ControlKind::textField && !description.display_only) {
+    NSTextField* note = NVKParagraph(@"", kPageWidth - x - kIndent);
+    [note setFrameSize:NSMakeSize(NSWidth([note frame]), kNoteLines * lineHeight())];
+    add(note, x + kIndent);
+    notes_.push_back({Handle(note), &mirror});
+  } else if (!description.copy_title.empty()) {
+    add(NVKCopyButton(text(description.copy_title), static_cast<NSTextField*>(mirror.view())), NSMinX(bar));
+  }
+  y_ += height;
+}
+
+void PageView::refreshMarks() {
+  if (dot_.get() != nullptr) refreshDot();
+  for (const Mark& mark : marks_) {
+    const bool differs = std::any_of(mark.mirrors.begin(), mark.mirrors.end(), [this](const Mirror* mirror) {
+      return pane_.differsFromStored(mirror->control());
+    });
+    if ([asView(mark.view) isHidden] == differs) [asView(mark.view) setHidden:!differs];
+  }
+}
+
+void PageView::refreshDot() {
+  const Color color = stateColor(pane_);
+  [static_cast<NVKDot*>(dot_.get()) setColor:[NSColor colorWithCalibratedRed:color.red
+                                                                       green:color.green
+                                                                        blue:color.blue
+                                                                       alpha:color.alpha]];
+}
+
+void PageView::refreshNotes() {
+  for (const Note& note : notes_) {
+    const Control& field = note.field->control();
+    const auto finding = field.isEnabled() ? checkPort(pane_, interface_, field, portInUse) : std::nullopt;
+    show(static_cast<NSTextField*>(note.view.get()), finding ? text(finding->sentence) : @"");
+  }
+}
+
+}  // namespace norvik::prefpane
