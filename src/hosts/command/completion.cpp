@@ -4,13 +4,12 @@
 #include <algorithm>
 
 #include "command_line.h"
+#include "commands.h"
 #include "hosts/checks/value_check.h"
 
 namespace norvik {
 
 namespace {
-
-using Words = std::vector<std::string>;
 
 std::string joined(const Words& words) {
   std::string text;

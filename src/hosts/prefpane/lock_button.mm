@@ -4,14 +4,13 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 #import "lock_button_classes.h"
 #include "text.h"
 #include "ui/nvk_button.h"
 
-#ifdef GNUSTEP
 #import <objc/runtime.h>
-#endif
 
 namespace {
 
@@ -212,12 +211,15 @@ id ConvertObjectIntoSubclass(id object, Class subclass) {
                      @"Invalid parameter not satisfying: [subclass isSubclassOfClass:[object class]]");
     return nil;
   }
-  const size_t more = class_getInstanceSize(subclass) - class_getInstanceSize([object class]);
+  const size_t known = class_getInstanceSize([object class]);
+  const size_t more = class_getInstanceSize(subclass) - known;
   id copy = NSCopyObject(object, more, [object zone]);
   if (copy == nil) {
     reportConversion(kNoCopyLine, @"Failed to copy object.");
     return nil;
   }
+  // Not every toolkit stops copying at the end of the object.
+  std::memset(reinterpret_cast<char*>(copy) + known, 0, more);
   object_setClass(copy, subclass);
   return copy;
 }

@@ -77,9 +77,15 @@ int Program::sandbox(const QStringList& words) {
 }
 
 void Program::startServer() {
-  ASSERT_EQ(QProcess::execute(path(QStringLiteral("usr/sbin/nvkservice")),
-                              {QStringLiteral("start"), QStringLiteral("-w")}),
-            0);
+  ASSERT_EQ(orderServer(QStringLiteral("start")), 0);
+}
+
+void Program::stopServer() {
+  ASSERT_EQ(orderServer(QStringLiteral("stop")), 0);
+}
+
+int Program::orderServer(const QString& order) {
+  return QProcess::execute(path(QStringLiteral("usr/sbin/nvkservice")), {order, QStringLiteral("-w")});
 }
 
 int Program::run(const QStringList& words) {

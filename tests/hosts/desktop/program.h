@@ -25,8 +25,9 @@ class Program : public testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  // Has the sandbox's server run before the panel does.
+  // Has the sandbox's server run, or not run any more, without the panel.
   void startServer();
+  void stopServer();
   // Runs the panel to its end, or starts it and waits for its window. More words and variables may follow.
   int run(const QStringList& words);
   void start();
@@ -48,6 +49,7 @@ class Program : public testing::Test {
 
  private:
   int sandbox(const QStringList& words);
+  int orderServer(const QString& order);
   QTemporaryDir root_;
 };
 

@@ -30,9 +30,9 @@ int64_t port(const Control& custom, const Control& field, int64_t standard) {
   return typed != 0 ? typed : standard;
 }
 
-}  // namespace
-
 using P = NVKServerPrefs;
+
+}  // namespace
 
 // clang-format off
 int64_t P::new_user_imgDefs() const { return box(ib_user_chkbox_imgDefs); }

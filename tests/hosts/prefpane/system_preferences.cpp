@@ -1,0 +1,111 @@
+// Mouse, keyboard and pixels.
+#include "system_preferences.h"
+
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+
+namespace norvik::prefpane {
+
+namespace {
+
+constexpr int kFirstRow = 69;  // pixels from the top of the window to the middle of the first row
+constexpr int kRowHeight = 22;
+constexpr QSize kAlone(592, 414);  // the window while no pane is open
+
+QString number(int value) {
+  return QString::number(value);
+}
+
+}  // namespace
+
+void SystemPreferences::open() {
+  panel.start(QStringLiteral(NORVIK_IN_SANDBOX),
+              {path(QString()), QStringLiteral(NORVIK_BIN_DIR "/Norvik.prefPane"),
+               QStringLiteral("SystemPreferences")});
+  ASSERT_TRUE(panel.waitForStarted());
+  ASSERT_TRUE(desktop::eventually([this] {
+    window_ = x({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
+                 QStringLiteral("^System Preferences$")})
+                  .section(QLatin1Char('\n'), -1);
+    return !window_.isEmpty() && size() == kAlone;
+  }));
+}
+
+void SystemPreferences::openPane() {
+  // The first click on a window of another program only brings it forward.
+  ASSERT_TRUE(desktop::eventually([this] {
+    click(kIcon);
+    return size() != kAlone;
+  }));
+  ASSERT_TRUE(desktop::eventually([this] { return darkest(kUserImage) < 60; }));
+}
+
+bool SystemPreferences::close() {
+  keys({QStringLiteral("alt+F4")});
+  return ends();
+}
+
+QSize SystemPreferences::size() {
+  const QString shape = x({QStringLiteral("getwindowgeometry"), QStringLiteral("--shell"), window_});
+  const auto value = [&shape](const char* name) {
+    return shape.section(QString::fromUtf8(name), 1).section(QLatin1Char('\n'), 0, 0).toInt();
+  };
+  return {value("WIDTH="), value("HEIGHT=")};
+}
+
+void SystemPreferences::click(const QPoint& at, int times) {
+  const int y = at.y() < 0 ? size().height() + at.y() : at.y();
+  clickIn(window_, {at.x(), y}, times);
+}
+
+void SystemPreferences::clickIn(const QString& window, const QPoint& at, int times) {
+  QStringList words{QStringLiteral("mousemove"), QStringLiteral("--window"), window, number(at.x()),
+                    number(at.y())};
+  for (int i = 0; i < times; ++i) {
+    words +=
+        {QStringLiteral("sleep"), QStringLiteral("0.05"), QStringLiteral("mousedown"), QStringLiteral("1"),
+         QStringLiteral("sleep"), QStringLiteral("0.05"), QStringLiteral("mouseup"),   QStringLiteral("1")};
+  }
+  x(words);
+}
+
+void SystemPreferences::clickRow(int row) {
+  click({70, kFirstRow + row * kRowHeight});
+}
+
+QImage SystemPreferences::look() {
+  return QGuiApplication::primaryScreen()->grabWindow(window_.toULongLong()).toImage();
+}
+
+QImage SystemPreferences::lookOfPage() {
+  QImage page;
+  int equal = 0;
+  EXPECT_TRUE(desktop::eventually([&] {
+    const QImage next = look().copy(kPage);
+    equal = next == page ? equal + 1 : 0;
+    page = next;
+    return equal == 3;
+  }));
+  return page;
+}
+
+int SystemPreferences::darkest(int row) {
+  const QImage words = look().copy(QRect(38, kFirstRow + row * kRowHeight - 8, 100, 16));
+  int least = 255;
+  for (int y = 0; y < words.height(); ++y) {
+    for (int x = 0; x < words.width(); ++x) least = std::min(least, qGray(words.pixel(x, y)));
+  }
+  return least;
+}
+
+bool SystemPreferences::becomesOther(const QImage& before, const std::function<QImage()>& look) {
+  return desktop::eventually([&] { return look() != before; });
+}
+
+QString SystemPreferences::panelWindow() {
+  const QString active = x({QStringLiteral("getactivewindow")});
+  return active != window_ ? active : QString();
+}
+
+}  // namespace norvik::prefpane

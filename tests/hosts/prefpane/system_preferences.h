@@ -1,0 +1,54 @@
+// The real System Preferences with the pane installed for a sandbox's user, worked by mouse and looked at by
+// its pixels.
+#pragma once
+
+#include <QImage>
+#include <QPoint>
+#include <QRect>
+
+#include "program.h"
+
+namespace norvik::prefpane {
+
+// Where things stand in the window, in pixels from its upper left corner, or from its lower edge where
+// negative.
+inline constexpr QPoint kShowAll(40, 20);
+inline constexpr QPoint kIcon(532, 70);  // of the pane, among the others
+inline constexpr QPoint kLock(40, -41);
+inline constexpr QPoint kApply(540, -41);
+inline constexpr QRect kPage(190, 50, 390, 360);
+
+// Rows of the sidebar.
+enum Row { kUserImage = 1, kMouse = 2, kServer = 4, kNorvikClients = 5, kRows = 11 };
+
+class SystemPreferences : public desktop::Program {
+ protected:
+  // Starts the program and waits for its window.
+  void open();
+  // Opens the pane by a click on its icon.
+  void openPane();
+  // Ends it as its window's close button does; answers whether it did.
+  bool close();
+
+  void click(const QPoint& at, int times = 1);
+  // The same in another window.
+  void clickIn(const QString& window, const QPoint& at, int times = 1);
+  void clickRow(int row);
+  // How the window looks, or a part of it.
+  QImage look();
+  // The page's, once it stands still.
+  QImage lookOfPage();
+  // The darkest there is in the words of a row, from 0 to 255.
+  int darkest(int row);
+  // Whether what the function answers becomes other than it was.
+  bool becomesOther(const QImage& before, const std::function<QImage()>& look);
+
+  // The frontmost window of the program other than the main one; empty where there is none.
+  QString panelWindow();
+
+ private:
+  QSize size();
+  QString window_;
+};
+
+}  // namespace norvik::prefpane
