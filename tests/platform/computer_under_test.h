@@ -102,7 +102,8 @@ class ComputerUnderTest {
 using ComputerMaker = std::unique_ptr<ComputerUnderTest> (*)();
 
 std::unique_ptr<ComputerUnderTest> makeSimulatedUnderTest();
-std::unique_ptr<ComputerUnderTest> makeLinuxUnderTest();
+// With another run loop than its own, where one is given, which is borrowed.
+std::unique_ptr<ComputerUnderTest> makeLinuxUnderTest(RunLoop* runLoop = nullptr);
 
 struct Adapter {
   const char* name;
@@ -121,9 +122,12 @@ class ContractTest : public testing::TestWithParam<Adapter> {
   Ports ports = computer->ports();
 };
 
-// All adapters, for INSTANTIATE_TEST_SUITE_P.
+// The adapters that a program of tests has, one list each.
+const std::vector<Adapter>& adapters();
+
+// All of them, for INSTANTIATE_TEST_SUITE_P.
 inline auto everyAdapter() {
-  return testing::Values(Adapter{"simulated", makeSimulatedUnderTest}, Adapter{"linux", makeLinuxUnderTest});
+  return testing::ValuesIn(adapters());
 }
 
 inline std::string adapterName(const testing::TestParamInfo<Adapter>& info) {

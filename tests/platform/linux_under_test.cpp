@@ -20,7 +20,8 @@ constexpr const char* kReadOnlyFile = "/sys/devices/system/cpu/possible";
 
 class LinuxUnderTest : public ComputerUnderTest {
  public:
-  LinuxUnderTest() : computer_(options()) {
+  explicit LinuxUnderTest(RunLoop* runLoop)
+      : computer_(options()), runLoop_(runLoop != nullptr ? *runLoop : computer_.runLoop) {
     folder_.putScript("/bin/mv", "exec /bin/mv \"$1\" \"$NORVIK_ROOT$2\" \"$NORVIK_ROOT$3\"");
     folder_.putScript("/bin/chmod", "exec /bin/chmod \"$1\" \"$NORVIK_ROOT$2\"");
   }
@@ -28,7 +29,7 @@ class LinuxUnderTest : public ComputerUnderTest {
   Ports ports() override {
     return {computer_.files,   computer_.propertyLists, computer_.processManager,
             computer_.posix,   computer_.authorization, computer_.notifications,
-            computer_.runLoop, computer_.host,          computer_.systemVersion,
+            runLoop_,          computer_.host,          computer_.systemVersion,
             computer_.bundles, computer_.log,           computer_.assertions};
   }
 
@@ -115,12 +116,13 @@ class LinuxUnderTest : public ComputerUnderTest {
   std::vector<std::string> logged_;
   std::unique_ptr<BusListener> listener_;
   LinuxComputer computer_;
+  RunLoop& runLoop_;
 };
 
 }  // namespace
 
-std::unique_ptr<ComputerUnderTest> makeLinuxUnderTest() {
-  return std::make_unique<LinuxUnderTest>();
+std::unique_ptr<ComputerUnderTest> makeLinuxUnderTest(RunLoop* runLoop) {
+  return std::make_unique<LinuxUnderTest>(runLoop);
 }
 
 }  // namespace norvik

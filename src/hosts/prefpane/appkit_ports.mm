@@ -29,6 +29,7 @@ using Function = std::function<void()>;
   [super dealloc];
 }
 - (void)call {
+  [[self retain] autorelease];  // what is called may let go of the timer that calls
   (*static_cast<Function*>(function_))();
 }
 @end
