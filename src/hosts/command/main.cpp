@@ -11,10 +11,9 @@
 #include "commands.h"
 #include "completion.h"
 #include "hosts/checks/port_in_use.h"
+#include "hosts/checks/shipped_interface.h"
 #include "platform/linux/linux_computer.h"
-#include "platform/property_lists/codec.h"
 #include "progress.h"
-#include "resources/resources.h"
 #include "session.h"
 
 namespace norvik {
@@ -116,17 +115,13 @@ std::vector<SettingDescription> shownSettings(const InterfaceDescription& interf
   return settings;
 }
 
-std::optional<InterfaceDescription> shippedInterface() {
-  const auto list = decodePropertyList(interfacePropertyList());
-  std::string error;
-  auto interface = list ? readInterfaceDescription(*list, error) : std::nullopt;
-  if (!interface) std::cerr << "norvikctl: the interface description is damaged: " << error << '\n';
-  return interface;
-}
-
 int run(int argc, char** argv) {
-  const auto interface = shippedInterface();
-  if (!interface) return kExitSoftware;
+  std::string damage;
+  const auto interface = shippedInterface(damage);
+  if (!interface) {
+    std::cerr << "norvikctl: the interface description is damaged: " << damage << '\n';
+    return kExitSoftware;
+  }
   ExitStatus status = kExitOk;
   const SettingsSource settings = [&] { return shownSettings(*interface); };
   const auto line = parseCommandLine(argc, argv, settings, std::cout, std::cerr, status);

@@ -112,13 +112,16 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   const PanelButton buttons[3] = {{defaultButton, NSAlertDefaultReturn},
                                   {alternateButton, NSAlertAlternateReturn},
                                   {otherButton, NSAlertOtherReturn}};
+  const PanelButton* harmless = doNothing(buttons);
   QMessageBox panel(QMessageBox::Question, text(title), text(title), QMessageBox::NoButton, window_,
-                    Qt::Sheet | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
+                    Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+  // A window that its close button does not close need not have one.
+  panel.setWindowFlag(Qt::WindowCloseButtonHint, harmless != nullptr);
+  panel.setWindowFlag(Qt::WindowSystemMenuHint, harmless != nullptr);
   panel.setObjectName(QStringLiteral("alertPanel"));
   panel.setWindowModality(Qt::WindowModal);
   panel.setTextFormat(Qt::PlainText);
   panel.setInformativeText(text(message));
-  const PanelButton* harmless = doNothing(buttons);
   std::map<QAbstractButton*, int> answers;
   for (const PanelButton& button : buttons) {
     if (button.words == nullptr) continue;

@@ -12,6 +12,7 @@
 
 #include "mnemonics.h"
 #include "prompt_click.h"
+#include "quiet_caret.h"
 #include "quiet_wheel.h"
 #include "valued_slider.h"
 
@@ -125,6 +126,7 @@ class TextFieldBinding : public Binding {
                    QWidget* parent)
       : Binding(pane, model, description), field_(new QLineEdit(parent)) {
     field_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    QuietCaret::quiet(field_);
     attach(field_);
     QObject::connect(field_, &QLineEdit::textEdited, field_, [this](const QString& typed) {
       control().setStringValue(typed.toStdString());

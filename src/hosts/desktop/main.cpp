@@ -4,20 +4,21 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QIcon>
 #include <QSettings>
 #include <QStandardPaths>
 #include <QTimer>
 
 #include <cstdio>
-#include <string_view>
 
 #include "desktop_computer.h"
+#include "display.h"
 #include "hosts/checks/port_check.h"
 #include "hosts/checks/port_in_use.h"
+#include "hosts/checks/shipped_interface.h"
 #include "look.h"
 #include "pictures.h"
-#include "platform/property_lists/codec.h"
 #include "resources/resources.h"
 #include "settings_window.h"
 #include "single_instance.h"
@@ -70,20 +71,16 @@ std::unique_ptr<QSettings> memory(const Options& options) {
                                      QSettings::IniFormat);
 }
 
-InterfaceDescription shippedInterface() {
-  std::string error = "no property list";
-  const auto list = decodePropertyList(interfacePropertyList());
-  auto interface = list ? readInterfaceDescription(*list, error) : std::nullopt;
-  if (interface) return *interface;
-  std::fprintf(stderr, "norvik-settings: the interface description is damaged: %s\n", error.c_str());
-  std::exit(EX_SOFTWARE);
+// Says on the terminal why there will be no window; the status to end with.
+int refuse(int status, const QString& why) {
+  std::fprintf(stderr, "norvik-settings: %s\n", qPrintable(why));
+  return status;
 }
 
-// Pictures need no display, and should not depend on one.
-void choosePlatform(int argc, char** argv) {
-  for (int i = 1; i < argc; ++i) {
-    if (std::string_view(argv[i]).starts_with("--picture")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  }
+InterfaceDescription interfaceOrExit() {
+  std::string error;
+  if (auto interface = shippedInterface(error)) return *interface;
+  std::exit(refuse(EX_SOFTWARE, QStringLiteral("the interface description is damaged: %1").arg(text(error))));
 }
 
 void useIcon() {
@@ -114,7 +111,7 @@ class Session {
   QString portProblem(const ControlDescription& field) const;
 
   DesktopComputer computer_;
-  const InterfaceDescription interface_ = shippedInterface();
+  const InterfaceDescription interface_ = interfaceOrExit();
   NVKServerPrefs pane_{interface_};
   SettingsWindow window_;
   const std::unique_ptr<QSettings> memory_;
@@ -138,8 +135,7 @@ int Session::writePictures(const QString& folder) {
   window_.fill();
   QString failed;
   if (desktop::writePictures(pane_, window_, folder, failed)) return EX_OK;
-  std::fprintf(stderr, "norvik-settings: could not write %s\n", qPrintable(failed));
-  return EX_CANTCREAT;
+  return refuse(EX_CANTCREAT, QStringLiteral("could not write %1").arg(failed));
 }
 
 int Session::run(SingleInstance& instance) {
@@ -193,21 +189,25 @@ void Session::comeForward() {
 
 int run(QApplication& application) {
   const Options options = parsed(application);
+  if (!options.root.isEmpty() && !QFileInfo(options.root).isDir())
+    return refuse(EX_USAGE, QStringLiteral("there is no folder \"%1\"").arg(options.root));
   if (options.dark) useDarkLook(application);
   if (!options.pictures.isEmpty()) return Session(options).writePictures(options.pictures);
   SingleInstance instance(meetingPlace(options));
   const auto claim = instance.claim();
   if (claim == SingleInstance::Claim::asked) return EX_OK;
   if (claim == SingleInstance::Claim::first) return Session(options).run(instance);
-  std::fprintf(stderr, "norvik-settings: another panel is open and does not answer\n");
-  return EX_TEMPFAIL;
+  return refuse(EX_TEMPFAIL, QStringLiteral("another panel is open and does not answer"));
 }
 
 }  // namespace
 }  // namespace norvik::desktop
 
 int main(int argc, char** argv) {
-  norvik::desktop::choosePlatform(argc, argv);
+  if (!norvik::desktop::prepareDisplay(argc, argv)) {
+    return norvik::desktop::refuse(
+        EX_UNAVAILABLE, QStringLiteral("there is no screen here to show a window on; norvikctl needs none"));
+  }
   QApplication application(argc, argv);
   QApplication::setOrganizationName(QStringLiteral("Norvik"));
   QApplication::setApplicationName(QStringLiteral("norvik-settings"));

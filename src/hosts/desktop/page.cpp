@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "change_mark.h"
-#include "mnemonics.h"
+#include "note_label.h"
 #include "space.h"
 #include "state_dot.h"
 #include "valued_slider.h"
@@ -43,6 +43,16 @@ QLabel* quietLabel(const QString& words, QWidget* parent) {
   label->setTextFormat(Qt::PlainText);
   label->setForegroundRole(QPalette::PlaceholderText);
   return label;
+}
+
+// The names of a slider's ends are as grey as its caption while it cannot be moved: styles have no lighter
+// shade of the quiet colour for that.
+void setGreyed(QWidget& ends, bool greyed) {
+  ends.setEnabled(!greyed);
+  const auto role = greyed ? QPalette::WindowText : QPalette::PlaceholderText;
+  for (auto* name : ends.findChildren<QLabel*>()) {
+    if (name->foregroundRole() != role) name->setForegroundRole(role);
+  }
 }
 
 QHBoxLayout* lineIn(QWidget* widget) {
@@ -94,15 +104,18 @@ void Page::addAcross(QWidget* widget) {
 void Page::addRow(const RowDescription& description) {
   rows_.push_back(std::make_unique<Row>());
   Row& row = *rows_.back();
-  auto* space = new LineSpace(kBeforeRow, this);
-  addAcross(space);
-  row.widgets.push_back(space);
+  if (grid_->count() > 0) {
+    auto* space = new LineSpace(kBeforeRow, this);
+    addAcross(space);
+    row.widgets.push_back(space);
+  }
   QWidget* fields = makeFields(row, description);
   row.widgets.push_back(fields);
   row.mark = new ChangeMark(text(interface_.changed_help), this);
   row.widgets.push_back(row.mark);
   addBesideCaption(row, description, fields);
   if (isSlider(description)) addEnds(row, description.controls[0]);
+  for (const Binding* binding : row.bindings) addNote(row, *binding);
   follow(row);
 }
 
@@ -159,7 +172,7 @@ QWidget* Page::makeFields(Row& row, const RowDescription& description) {
   return fields;
 }
 
-// A control with what belongs right beside it: the dot before a state, the note behind a field.
+// A control with what belongs right beside it: the dot before a state.
 void Page::addField(Row& row, QHBoxLayout& line, Binding& binding) {
   const ControlDescription& description = binding.description();
   if (description.indicator) {
@@ -168,12 +181,22 @@ void Page::addField(Row& row, QHBoxLayout& line, Binding& binding) {
   }
   const bool wide = description.kind == ControlKind::label || description.kind == ControlKind::slider;
   line.addWidget(binding.widget(), wide ? 1 : 0);
+}
+
+// The note of a field that is typed in, over the whole width under its row: beside the field there is no room
+// for a sentence. It begins where the words of the row's box do.
+void Page::addNote(Row& row, const Binding& binding) {
+  const ControlDescription& description = binding.description();
   if (description.kind != ControlKind::textField || description.display_only) return;
-  auto* note = new QLabel(binding.widget()->parentWidget());
-  note->setTextFormat(Qt::PlainText);
-  note->setWordWrap(true);
+  auto* under = new QWidget(this);
+  QHBoxLayout* line = lineIn(under);
+  line->setSpacing(0);
+  if (!description.requires_outlet.empty()) line->addWidget(new BoxSpace(under));
+  auto* note = new NoteLabel(under);
   note->setObjectName(binding.widget()->objectName() + QStringLiteral("_note"));
-  line.addWidget(note, 1);
+  line->addWidget(note, 1);
+  addAcross(under);
+  row.widgets.push_back(under);
   notes_.push_back({&binding, note});
 }
 
@@ -204,7 +227,7 @@ void Page::showRow(const Row& row) {
   const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
   for (QWidget* widget : row.widgets) widget->setVisible(shown);
   for (QLabel* caption : row.captions) caption->setEnabled(caption->buddy()->isEnabledTo(this));
-  if (row.ends != nullptr) row.ends->setEnabled(row.bindings.front()->control().isEnabled());
+  if (row.ends != nullptr) setGreyed(*row.ends, !row.bindings.front()->control().isEnabled());
   for (StateDot* dot : row.dots) dot->showModel();
 }
 
@@ -216,7 +239,7 @@ const Page::Note* Page::noteOf(const Binding& binding) const {
 // What is said of a control beside its name: the note that it has, or else its help, and that it is changed.
 void Page::describe(const Binding& binding, bool differs) {
   const Note* note = noteOf(binding);
-  QString words = note != nullptr ? note->label->text() : QString();
+  QString words = note != nullptr ? note->label->words() : QString();
   if (words.isEmpty()) words = text(binding.description().help);
   if (differs) words += (words.isEmpty() ? QString() : QStringLiteral(" ")) + text(interface_.changed_help);
   binding.widget()->setAccessibleDescription(words);
@@ -237,8 +260,8 @@ void Page::refreshNotes() {
   for (const Note& note : notes_) {
     const QString words =
         note.binding->control().isEnabled() ? problem_(note.binding->description()) : QString();
-    if (note.label->text() == words) continue;
-    note.label->setText(words);
+    if (note.label->words() == words) continue;
+    note.label->setWords(words);
     describe(*note.binding, pane_.differsFromStored(note.binding->control()));
   }
 }

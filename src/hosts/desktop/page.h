@@ -1,5 +1,5 @@
 // One page of settings, laid out from its description: sections under headings, captions lined up, a mark
-// before each row that differs from what is stored, a note behind a field whose text is no good.
+// before each row that differs from what is stored, a note under a field whose text is no good.
 #pragma once
 
 #include <QWidget>
@@ -17,6 +17,7 @@ class QLabel;
 namespace norvik::desktop {
 
 class ChangeMark;
+class NoteLabel;
 class StateDot;
 
 class Page : public QWidget {
@@ -33,7 +34,7 @@ class Page : public QWidget {
   // Called when a control took up a change of the model.
   std::function<void(const Binding&)> changed;
 
-  // Bring the marks, and the notes behind the fields, up to the model; repaint only what changed. The notes
+  // Bring the marks, and the notes under the fields, up to the model; repaint only what changed. The notes
   // ask the computer which ports are in use.
   void refreshMarks();
   void refreshNotes();
@@ -49,7 +50,7 @@ class Page : public QWidget {
   };
   struct Note {
     const Binding* binding;
-    QLabel* label;
+    NoteLabel* label;
   };
 
   void addSection(const SectionDescription& section);
@@ -59,6 +60,7 @@ class Page : public QWidget {
   void addBesideCaption(Row& row, const RowDescription& description, QWidget* fields);
   QWidget* makeFields(Row& row, const RowDescription& description);
   void addField(Row& row, QHBoxLayout& line, Binding& binding);
+  void addNote(Row& row, const Binding& binding);
   void addEnds(Row& row, const ControlDescription& slider);
   QLabel* caption(const RowDescription& row);
   void follow(Row& row);

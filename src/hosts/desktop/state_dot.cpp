@@ -1,15 +1,11 @@
-// The dot's three colours, legible on light and on dark windows.
+// The dot, drawn in the colour of the state.
 #include "state_dot.h"
 
 #include <QPainter>
 
-namespace norvik::desktop {
+#include "hosts/checks/state_color.h"
 
-namespace {
-const QColor kRunning(0x34, 0xa8, 0x53);
-const QColor kChanging(0xe8, 0xa3, 0x17);
-const QColor kStopped(0x8a, 0x8d, 0x91);
-}  // namespace
+namespace norvik::desktop {
 
 StateDot::StateDot(const NVKServerPrefs& pane, QWidget* parent) : QWidget(parent), pane_(pane) {
   setObjectName(QStringLiteral("stateDot"));
@@ -17,10 +13,9 @@ StateDot::StateDot(const NVKServerPrefs& pane, QWidget* parent) : QWidget(parent
   showModel();
 }
 
-// The pid is 0 from the moment that a start or stop begins until the next refresh.
 void StateDot::showModel() {
-  const int pid = pane_.m_serverPid;
-  const QColor color = pid == -1 ? kStopped : pid == 0 ? kChanging : kRunning;
+  const Color now = stateColor(pane_);
+  const QColor color = QColor::fromRgbF(float(now.red), float(now.green), float(now.blue), float(now.alpha));
   if (color == color_) return;
   color_ = color;
   update();

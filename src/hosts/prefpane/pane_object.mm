@@ -5,10 +5,9 @@
 #include <string>
 
 #import "appkit.h"
+#include "hosts/checks/shipped_interface.h"
 #include "main_view.h"
 #include "pane_computer.h"
-#include "platform/property_lists/codec.h"
-#include "resources/resources.h"
 #include "text.h"
 
 using norvik::ConfBarNode;
@@ -34,9 +33,8 @@ PaneComputer& computer() {
 
 const norvik::InterfaceDescription& interface() {
   static const norvik::InterfaceDescription shipped = [] {
-    std::string error = "no property list";
-    const auto list = norvik::decodePropertyList(norvik::interfacePropertyList());
-    auto read = list ? norvik::readInterfaceDescription(*list, error) : std::nullopt;
+    std::string error;
+    auto read = norvik::shippedInterface(error);
     if (!read) [NSException raise:NSGenericException format:@"Interface.plist: %s", error.c_str()];
     return *read;
   }();

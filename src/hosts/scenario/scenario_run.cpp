@@ -12,8 +12,7 @@
 #include <iostream>
 #include <optional>
 
-#include "platform/property_lists/codec.h"
-#include "resources/resources.h"
+#include "hosts/checks/shipped_interface.h"
 #include "scenario_file.h"
 #include "session.h"
 
@@ -24,10 +23,9 @@ namespace {
 constexpr int kMalformedStatus = 2;
 constexpr int kBrokenStatus = 3;
 
-InterfaceDescription shippedInterface() {
-  std::string error = "it is no property list";
-  const auto list = decodePropertyList(interfacePropertyList());
-  auto description = list ? readInterfaceDescription(*list, error) : std::nullopt;
+InterfaceDescription interfaceOrThrow() {
+  std::string error;
+  auto description = shippedInterface(error);
   if (!description) throw std::runtime_error("the interface description: " + error);
   return std::move(*description);
 }
@@ -49,7 +47,7 @@ std::vector<std::string> outputOf(Session& session, const Command& command) {
 
 std::string actualText(const std::string& text) {
   const std::vector<Passage> passages = parseScenario(text);
-  Session session(shippedInterface());
+  Session session(interfaceOrThrow());
   std::string actual;
   for (const Passage& passage : passages) {
     append(actual, passage.lines);

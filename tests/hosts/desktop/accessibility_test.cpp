@@ -48,7 +48,7 @@ TEST_F(Accessibility, NothingInteractiveIsWithoutAName) {
       panel.choosePage(tab.label.substr(0, colon), tab.label.substr(colon + 1));
       interactive = 0;
       walk(QAccessible::queryAccessibleInterface(&panel.window));
-      EXPECT_GE(interactive, 9);
+      EXPECT_GE(interactive, 8);
     }
   }
 }

@@ -4,6 +4,7 @@
 #include <QPushButton>
 
 #include "hosts/desktop/change_mark.h"
+#include "hosts/desktop/note_label.h"
 #include "simulated_panel.h"
 
 namespace norvik::desktop {
@@ -58,8 +59,10 @@ class PortNote : public SimulatedPanel {
  protected:
   QString noteFor(const QString& typed) {
     panel.type("ib_admin_edbox_nvkPort", typed);
-    return panel.as<QLabel>("ib_admin_edbox_nvkPort_note")->text();
+    return note()->words();
   }
+
+  NoteLabel* note() { return static_cast<NoteLabel*>(panel.widget("ib_admin_edbox_nvkPort_note")); }
 };
 
 TEST_F(PortNote, TellsWhatIsWrongInWords) {
@@ -83,7 +86,47 @@ TEST_F(PortNote, IsQuietForAFieldThatCannotBeEdited) {
   panel.choosePage("admin", "Norvik clients");
   EXPECT_NE(noteFor(QStringLiteral("abc")), QString());
   panel.click("ib_admin_chkbox_nvkPort");
-  EXPECT_EQ(panel.as<QLabel>("ib_admin_edbox_nvkPort_note")->text(), QString());
+  EXPECT_EQ(note()->words(), QString());
+}
+
+TEST_F(PortNote, LeavesThePageWhereItIs) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  const QWidget* below = panel.widget("ib_admin_chkbox_nvkClipb");
+  EXPECT_EQ(noteFor(QStringLiteral("5000")), QString());
+  const QPoint before = below->mapTo(&panel.window, QPoint());
+  EXPECT_NE(noteFor(QStringLiteral("65536")), QString());
+  EXPECT_EQ(below->mapTo(&panel.window, QPoint()), before);
+  EXPECT_FALSE(note()->visibleRegion().isEmpty());
+}
+
+TEST_F(PortNote, BreaksAWordThatIsWiderThanThePage) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  const QString typed(300, QLatin1Char('7'));
+  EXPECT_TRUE(noteFor(typed).contains(typed));
+  EXPECT_LE(panel.window.pages()[3]->width(), panel.as<QWidget>("ib_tview_confView")->width());
+  EXPECT_GE(note()->width(), note()->minimumSizeHint().width());
+}
+
+class Ends : public SimulatedPanel {};
+
+TEST_F(Ends, AreGreyedWithTheSlider) {
+  panel.choosePage("user", "Image");
+  const auto colorOf = [this](const QString& words) {
+    for (const auto* label : panel.window.pages().front()->findChildren<QLabel*>()) {
+      if (label->text().remove(QLatin1Char('&')) == words)
+        return label->palette().color(label->foregroundRole());
+    }
+    return QColor();
+  };
+  const QString caption = QStringLiteral("Colour depth");
+  const QString end = QStringLiteral("Fewer colours");
+  ASSERT_TRUE(panel.widget("ib_user_slider_imgDept")->isEnabled());
+  EXPECT_NE(colorOf(end), colorOf(caption));
+  panel.click("ib_user_chkbox_imgDefs");
+  ASSERT_FALSE(panel.widget("ib_user_slider_imgDept")->isEnabled());
+  EXPECT_EQ(colorOf(end), colorOf(caption));
 }
 
 }  // namespace

@@ -19,16 +19,14 @@
 #include <QWheelEvent>
 
 #include "hosts/checks/port_check.h"
+#include "hosts/checks/shipped_interface.h"
 #include "platform/platform.h"
-#include "platform/property_lists/codec.h"
-#include "resources/resources.h"
 
 namespace norvik::desktop {
 
 InterfaceDescription shippedInterface() {
   std::string error;
-  const auto list = decodePropertyList(interfacePropertyList());
-  auto interface = list ? readInterfaceDescription(*list, error) : std::nullopt;
+  auto interface = norvik::shippedInterface(error);
   EXPECT_TRUE(interface) << error;
   return interface.value_or(InterfaceDescription());
 }

@@ -1,4 +1,6 @@
 // The program on a screen, by mouse and keyboard alone.
+#include <sysexits.h>
+
 #include <QCoreApplication>
 
 #include "program.h"
@@ -82,6 +84,21 @@ TEST_F(OnScreen, ASecondStartBringsTheFirstForward) {
   EXPECT_EQ(activeWindow(kTitle), first);
   other.kill();
   other.waitForFinished();
+}
+
+TEST_F(OnScreen, AFolderThatIsNotThereIsRefused) {
+  EXPECT_EQ(run({word("--root"), path(word("nowhere"))}), EX_USAGE);
+  EXPECT_FALSE(QFile::exists(path(word("nowhere"))));
+}
+
+TEST_F(OnScreen, WithoutAScreenItEndsAtOnceAndYetHelps) {
+  QProcessEnvironment variables = panel.processEnvironment();
+  for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    variables.remove(word(variable));
+  panel.setProcessEnvironment(variables);
+  EXPECT_EQ(run({}), EX_UNAVAILABLE);
+  EXPECT_EQ(run({word("--help")}), EX_OK);
+  EXPECT_EQ(run({word("--version")}), EX_OK);
 }
 
 TEST_F(OnScreen, SizeAndPageAreRemembered) {

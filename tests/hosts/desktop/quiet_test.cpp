@@ -1,6 +1,7 @@
 // A panel that nobody touches paints nothing, and costs next to nothing.
 #include <QApplication>
 #include <QTest>
+#include <QTimer>
 
 #include "simulated_panel.h"
 
@@ -63,6 +64,32 @@ TEST_F(Quiet, SecondsOfTheRealClockPaintNothing) {
   EXPECT_GE(ticks, 8);
   EXPECT_EQ(paints.painted, QStringList());
   desktop.runLoop.ticked = nullptr;
+}
+
+TEST_F(Quiet, ACaretFlashesForAWhileAndThenRests) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  auto* rest = panel.widget("ib_admin_edbox_nvkPort")->findChild<QTimer*>(QStringLiteral("caretRest"));
+  ASSERT_NE(rest, nullptr);
+  panel.type("ib_admin_edbox_nvkPort", QStringLiteral("500"));
+  ASSERT_TRUE(rest->isActive());
+  {
+    Paints paints;
+    QTest::qWait(QApplication::cursorFlashTime() + 200);
+    EXPECT_TRUE(paints.painted.contains(QStringLiteral("ib_admin_edbox_nvkPort")));
+  }
+  const int whole = rest->interval();
+  rest->setInterval(0);  // the while is over
+  becomeQuiet();
+  {
+    Paints paints;
+    QTest::qWait(1500);
+    EXPECT_EQ(paints.painted, QStringList());
+  }
+  EXPECT_EQ(QApplication::cursorFlashTime(), 0);
+  rest->setInterval(whole);
+  panel.press(Qt::Key_0);
+  EXPECT_GT(QApplication::cursorFlashTime(), 0);
 }
 
 TEST_F(Quiet, WhatChangesIsPainted) {
