@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <stdexcept>
+#include <system_error>
 
 namespace norvik::sandbox {
 
@@ -38,7 +39,11 @@ fs::path Root::inside(std::string_view path) const {
   if (!wanted.is_absolute() || climbs)
     throw std::runtime_error(std::string(path) + ": not a path in the sandbox");
   fs::path place = folder_ / wanted.relative_path();
-  fs::path real = fs::weakly_canonical(place);
+  // Again where something on the way went while it was looked at: files come and go here.
+  std::error_code error;
+  fs::path real = fs::weakly_canonical(place, error);
+  while (error == std::errc::no_such_file_or_directory) real = fs::weakly_canonical(place, error);
+  if (error) throw fs::filesystem_error("cannot be looked at", place, error);
   auto parts = std::mismatch(folder_.begin(), folder_.end(), real.begin(), real.end());
   if (parts.first != folder_.end())
     throw std::runtime_error(std::string(path) + ": leads out of the sandbox");

@@ -90,6 +90,21 @@ QImage SystemPreferences::lookOfPage() {
   return page;
 }
 
+QPoint SystemPreferences::field() {
+  constexpr QSize kInside(20, 8);  // of an empty part of a field
+  const QImage page = lookOfPage().convertToFormat(QImage::Format_RGB32);
+  QImage white(kInside, QImage::Format_RGB32);
+  white.fill(Qt::white);
+  for (int y = 0; y + kInside.height() <= page.height(); ++y) {
+    for (int x = 0; x + kInside.width() <= page.width(); ++x) {
+      const QRect part(QPoint(x, y), kInside);
+      if (page.pixel(x, y) == white.pixel(0, 0) && page.copy(part) == white)
+        return kPage.topLeft() + part.center();
+    }
+  }
+  return {};
+}
+
 int SystemPreferences::darkest(int row) {
   const QImage words = look().copy(QRect(38, kFirstRow + row * kRowHeight - 8, 100, 16));
   int least = 255;

@@ -19,7 +19,7 @@ inline constexpr QPoint kApply(540, -41);
 inline constexpr QRect kPage(190, 50, 390, 360);
 
 // Rows of the sidebar.
-enum Row { kUserImage = 1, kMouse = 2, kServer = 4, kNorvikClients = 5, kRows = 11 };
+enum Row { kUserImage = 1, kMouse = 2, kServer = 4, kNorvikClients = 5, kNotifications = 10, kRows = 11 };
 
 class SystemPreferences : public desktop::Program {
  protected:
@@ -38,6 +38,9 @@ class SystemPreferences : public desktop::Program {
   QImage look();
   // The page's, once it stands still.
   QImage lookOfPage();
+  // A place in the field of the page that can be typed into, the only thing on it that is white; the origin
+  // where there is none.
+  QPoint field();
   // The darkest there is in the words of a row, from 0 to 255.
   int darkest(int row);
   // Whether what the function answers becomes other than it was.

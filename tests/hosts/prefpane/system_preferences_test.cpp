@@ -14,7 +14,7 @@ using desktop::greetingOn;
 const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.veltrane.nvkagent.plist");
 
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
-constexpr QPoint kPortField(520, 265);
+constexpr QPoint kNews(217, 98);      // the first box under a heading
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
 
 class Pane : public SystemPreferences {
@@ -108,7 +108,9 @@ TEST_F(Pane, TheTypicalChange) {
   clickRow(kNorvikClients);
   ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
   const int port = freePort();
-  click(kPortField, 2);
+  const QPoint portField = field();
+  ASSERT_FALSE(portField.isNull());
+  click(portField, 2);
   const QImage before = lookOfPage();
   x({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), QString::number(port)});
   ASSERT_TRUE(becomesOther(before, [this] { return lookOfPage(); }));
@@ -116,6 +118,22 @@ TEST_F(Pane, TheTypicalChange) {
   EXPECT_TRUE(eventually([port] { return greetingOn(port).startsWith("NVK"); }));
   EXPECT_TRUE(greetingOn(nvkPort).isEmpty());
   EXPECT_TRUE(close());
+}
+
+TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
+  unlock();
+  const QImage image = lookOfPage();
+  clickRow(kNotifications);
+  ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
+  const QImage stored = lookOfPage();
+  click(kNews);
+  ASSERT_TRUE(becomesOther(stored, [this] { return lookOfPage(); }));
+  click(kApply);
+  EXPECT_TRUE(eventually([this] {
+    QFile log(path(QStringLiteral(".norvik/log/menua.log")));
+    return log.open(QIODevice::ReadOnly) &&
+           log.readAll().contains("NvkMunuUpdateSettingsNotification: NvkNotificationShowNews=false");
+  }));
 }
 
 TEST_F(Pane, TheTimerTellsWhatTheServerDoes) {
