@@ -126,7 +126,18 @@ void SettingsWindow::edited() {
   refresh();
 }
 
+// While the server starts or stops, which is while its pid is not known, what the pane does not grey itself
+// is greyed too: the list of pages and the line below. Who worked by keyboard goes on where they were.
+void SettingsWindow::followServer() {
+  const bool open = pane_.m_serverPid != 0;
+  if (frame_ == nullptr || frame_->isEnabledTo(this) == open) return;
+  if (!open) focusBefore_ = focusWidget();
+  for (QWidget* widget : {static_cast<QWidget*>(sidebar_), frame_}) widget->setEnabled(open);
+  if (open && focusBefore_ != nullptr) focusBefore_->setFocus();
+}
+
 void SettingsWindow::followTexts(const Binding& changed) {
+  followServer();
   const ControlKind kind = changed.description().kind;
   if (kind == ControlKind::pushButton || kind == ControlKind::label) assignMnemonics();
 }
@@ -168,6 +179,7 @@ Binding* SettingsWindow::binding(const QString& outlet) const {
 }
 
 void SettingsWindow::refresh() {
+  followServer();
   for (Page* page : pages_) page->refreshMarks();
   for (Page* page : pages_) page->refreshNotes();
   ticksToNotes_ = kTicksBetweenNotes;

@@ -2,6 +2,7 @@
 // description and mirrors one pane; knows no setting.
 #pragma once
 
+#include <QPointer>
 #include <QSet>
 #include <QWidget>
 #include <functional>
@@ -62,6 +63,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   Binding& bind(const ControlDescription& description, QWidget* parent);
   void edited();
   void followTexts(const Binding& changed);
+  void followServer();
   void assignMnemonics();
   void orderTabs();
   void showPage();
@@ -75,6 +77,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;
+  QPointer<QWidget> focusBefore_;  // of a start or stop
   int ticksToNotes_ = 0;
   bool leaving_ = false;
 };

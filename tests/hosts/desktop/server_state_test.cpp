@@ -1,5 +1,6 @@
 // Starting and stopping: the dots, the greyed page, the window that goes on painting, and nothing getting
 // through.
+#include <QApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
@@ -55,13 +56,17 @@ TEST_F(ServerState, StartCountsDotsWhileEverythingIsGreyed) {
     colours += dot->color().rgb();
     greyed = greyed && !panel.widget("ib_admin_button_svrStart")->isEnabled() &&
              !panel.widget("ib_user_chkbox_imgDefs")->isEnabled() &&
-             !panel.widget("ib_button_Apply")->isEnabled();
+             !panel.widget("ib_button_Apply")->isEnabled() && !panel.widget("ib_button_Auth")->isEnabled() &&
+             !panel.widget("ib_button_Help")->isEnabled() && !panel.widget("ib_oview_confBar")->isEnabled();
   });
   ASSERT_GT(texts.size(), 5);
   EXPECT_TRUE(texts.first().startsWith(QStringLiteral("Starting...")));
   for (qsizetype i = 1; i < texts.size(); ++i)
     EXPECT_TRUE(texts[i].startsWith(texts[i - 1]) && texts[i].size() > texts[i - 1].size());
   EXPECT_TRUE(greyed);
+  for (const char* outlet : {"ib_button_Auth", "ib_button_Help", "ib_oview_confBar"})
+    EXPECT_TRUE(panel.widget(outlet)->isEnabled()) << outlet;
+  EXPECT_NE(QApplication::focusWidget(), nullptr);
   EXPECT_EQ(label->text(), QStringLiteral("Started"));
   EXPECT_EQ(panel.as<QPushButton>("ib_admin_button_svrStart")->text().remove(QLatin1Char('&')),
             QStringLiteral("Stop"));
