@@ -137,6 +137,21 @@ TEST(InterfaceDescription, FindsAFaultInALaterSection) {
   EXPECT_TRUE(error.starts_with("tabs/0/sections/1/rows/0/controls/0")) << error;
 }
 
+TEST(InterfaceDescription, FindsAFaultOnALaterPage) {
+  PropertyList list = goodDescription();
+  const PropertyList same = at(list, "tabs/0/sections/0/rows/1");
+  at(list, "tabs/0/sections").as<Array>()->push_back(Dictionary{{"rows", Array{}}});
+  at(list, "tabs")
+      .as<Array>()
+      ->push_back(
+          Dictionary{{"label", "user:Other"}, {"sections", Array{Dictionary{{"rows", Array{same}}}}}});
+  std::string error;
+  EXPECT_FALSE(readInterfaceDescription(list, error));
+  EXPECT_EQ(error,
+            "tabs/1/sections/0/rows/0/controls/0: outlet ib_slider already stands at "
+            "tabs/0/sections/0/rows/1/controls/0");
+}
+
 TEST(InterfaceDescription, KnowsTheWordOfEveryKind) {
   const std::pair<const char*, ControlKind> words[] = {{"check box", ControlKind::checkBox},
                                                        {"text field", ControlKind::textField},
