@@ -2,9 +2,6 @@
 // that whoever holds one keeps it.
 #pragma once
 
-#include <string>
-#include <string_view>
-
 namespace norvik::prefpane {
 
 // Holds an object of the toolkit, or none. A copy holds the same object.
