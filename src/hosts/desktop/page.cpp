@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "change_mark.h"
+#include "hosts/checks/captions.h"
 #include "note_label.h"
 #include "space.h"
 #include "state_dot.h"
@@ -24,14 +25,9 @@ enum Column { kMarkColumn, kCaptionColumn, kFieldColumn, kValueColumn, kColumns 
 constexpr double kBeforeSection = 1.1;
 constexpr double kBeforeRow = 0.5;
 
-// Kinds whose own label stands in front of them; the others carry it.
-bool isCaptioned(ControlKind kind) {
-  return kind == ControlKind::slider || kind == ControlKind::popUp || kind == ControlKind::textField;
-}
-
 // Whether a caption leads the keyboard to the control.
 bool takesFocus(const ControlDescription& control) {
-  return isCaptioned(control.kind) && !control.display_only;
+  return isCaptioned(control) && !control.display_only;
 }
 
 bool isSlider(const RowDescription& row) {
@@ -142,11 +138,9 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
   }
 }
 
-// What a row's caption says: the row's own label, or that of its only control. Null where neither is to be
-// said.
+// Null where nothing is to be said.
 QLabel* Page::caption(const RowDescription& row) {
-  const bool alone = row.controls.size() == 1 && isCaptioned(row.controls[0].kind);
-  const std::string& words = !row.label.empty() || !alone ? row.label : row.controls[0].label;
+  const std::string& words = captionOf(row);
   return words.empty() ? nullptr : new QLabel(text(words), this);
 }
 
@@ -158,7 +152,7 @@ QWidget* Page::makeFields(Row& row, const RowDescription& description) {
     bindings_.push_back(makeBinding(pane_, *pane_.outlet(control.outlet), control, fields));
     Binding& binding = *bindings_.back();
     row.bindings.push_back(&binding);
-    if (description.controls.size() > 1 && isCaptioned(control.kind)) {
+    if (description.controls.size() > 1 && isCaptioned(control)) {
       row.captions.push_back(new QLabel(text(control.label), fields));
       row.captions.back()->setBuddy(binding.widget());
       line->addWidget(row.captions.back());

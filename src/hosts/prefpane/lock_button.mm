@@ -193,9 +193,10 @@ class ToolkitPainter : public norvik::ButtonPainter {
 }
 
 - (void)setImage:(NSImage*)image {
-  const BOOL another = image != [self image];
+  // The picture that is shown already asks for no drawing; not every toolkit's button sees that by itself.
+  if (image == [self image]) return;
   [super setImage:image];
-  if (another && [[self cell] isKindOfClass:[NVKButtonCell class]]) [self setNeedsDisplay:YES];
+  if ([[self cell] isKindOfClass:[NVKButtonCell class]]) [self setNeedsDisplay:YES];
 }
 
 - (void)viewDidMoveToWindow {

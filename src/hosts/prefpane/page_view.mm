@@ -5,6 +5,7 @@
 
 #import "appkit.h"
 #import "flipped_view.h"
+#include "hosts/checks/captions.h"
 #include "hosts/checks/port_check.h"
 #include "hosts/checks/port_in_use.h"
 #include "hosts/checks/state_color.h"
@@ -25,18 +26,6 @@ constexpr CGFloat kValueWidth = 28;  // of what a slider stands at
 constexpr int kAddressLines = 5;     // a sentence of two and three addresses
 constexpr int kDescriptionLines = 2;
 constexpr int kNoteLines = 2;
-
-// Kinds whose own label stands in front of them; the others carry it.
-bool isCaptioned(const ControlDescription& control) {
-  return control.kind == ControlKind::slider || control.kind == ControlKind::popUp ||
-         control.kind == ControlKind::textField;
-}
-
-// What stands in front of a row: its own label, or that of its only control.
-const std::string& captionOf(const RowDescription& row) {
-  const bool alone = row.controls.size() == 1 && isCaptioned(row.controls[0]);
-  return row.label.empty() && alone ? row.controls[0].label : row.label;
-}
 
 bool isShown(const ControlDescription& control, NVKServerPrefs& pane) {
   return !control.hidden && !pane.outlet(control.outlet)->isHidden();

@@ -18,8 +18,8 @@ using norvik::prefpane::text;
 @interface NVKServerPrefs : NSPreferencePane {
   norvik::NVKServerPrefs* pane_;  // both owned; not every compiler makes and destroys a field by itself
   MainView* view_;
-  NSMutableDictionary*
-      items_;  // the toolkit's objects for the sidebar's nodes, which it compares by identity
+  // The toolkit's objects for the sidebar's nodes, which it compares by identity.
+  NSMutableDictionary* items_;
 }
 @end
 

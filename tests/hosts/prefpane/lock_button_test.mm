@@ -151,6 +151,9 @@ TEST(LockButton, OnlyAnotherPictureAsksForDrawing) {
   [button setNeedsDisplay:NO];
   [button setImage:picture];
   EXPECT_TRUE([button needsDisplay]);
+  [button setNeedsDisplay:NO];
+  [button setImage:picture];
+  EXPECT_FALSE([button needsDisplay]);
   [window release];
 }
 

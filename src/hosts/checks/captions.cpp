@@ -1,0 +1,16 @@
+// Labels and where they go.
+#include "hosts/checks/captions.h"
+
+namespace norvik {
+
+bool isCaptioned(const ControlDescription& control) {
+  return control.kind == ControlKind::slider || control.kind == ControlKind::popUp ||
+         control.kind == ControlKind::textField;
+}
+
+const std::string& captionOf(const RowDescription& row) {
+  const bool alone = row.controls.size() == 1 && isCaptioned(row.controls[0]);
+  return row.label.empty() && alone ? row.controls[0].label : row.label;
+}
+
+}  // namespace norvik

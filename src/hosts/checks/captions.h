@@ -1,0 +1,17 @@
+// What stands in front of a row of settings, for every host that lays out pages. Reads the description alone.
+#pragma once
+
+#include <string>
+
+#include "ui/interface_description.h"
+
+namespace norvik {
+
+// Whether a control's own label stands in front of it; the others carry it.
+bool isCaptioned(const ControlDescription& control);
+
+// What stands in front of the whole row: its own label, or that of its only control. May be empty. Part of
+// the description.
+const std::string& captionOf(const RowDescription& row);
+
+}  // namespace norvik
