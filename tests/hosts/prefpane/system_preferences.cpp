@@ -1,9 +1,12 @@
 // Mouse, keyboard and pixels.
 #include "system_preferences.h"
 
+#include <QDeadlineTimer>
+#include <QFile>
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
+#include <QThread>
 
 namespace norvik::prefpane {
 
@@ -11,7 +14,10 @@ namespace {
 
 constexpr int kFirstRow = 69;  // pixels from the top of the window to the middle of the first row
 constexpr int kRowHeight = 22;
-constexpr QSize kAlone(592, 414);  // the window while no pane is open
+constexpr QSize kAlone(592, 414);     // the window while no pane is open
+constexpr QSize kWithPane(592, 493);  // and once the pane is in it
+constexpr QPoint kListEdge(160, 59);  // black, the upper edge of the list of pages
+constexpr QPoint kBoxEdge(160, 482);  // white, the lower edge of the box around the pane
 
 QString number(int value) {
   return QString::number(value);
@@ -33,12 +39,20 @@ void SystemPreferences::open() {
 }
 
 void SystemPreferences::openPane() {
-  // The first click on a window of another program only brings it forward.
+  ASSERT_TRUE(desktop::eventually([this] { return size() == kAlone; }));
   ASSERT_TRUE(desktop::eventually([this] {
+    // The first click on a window of another program only brings it forward; a late one would find the pane.
     click(kIcon);
+    QDeadlineTimer heard(1000);
+    while (size() == kAlone && !heard.hasExpired()) QThread::msleep(20);
     return size() != kAlone;
   }));
-  ASSERT_TRUE(desktop::eventually([this] { return darkest(kUserImage) < 60; }));
+  // The window grows step by step, with the pane moving in it.
+  ASSERT_TRUE(desktop::eventually([this] {
+    const QImage image = look();
+    return image.size() == kWithPane && image.pixelColor(kListEdge) == QColor(Qt::black) &&
+           image.pixelColor(kBoxEdge) == QColor(Qt::white);
+  }));
 }
 
 bool SystemPreferences::close() {
@@ -83,11 +97,17 @@ QImage SystemPreferences::lookOfPage() {
   int equal = 0;
   EXPECT_TRUE(desktop::eventually([&] {
     const QImage next = look().copy(kPage);
-    equal = next == page ? equal + 1 : 0;
+    equal = next == page && awaitsEvents() ? equal + 1 : 0;
     page = next;
     return equal == 3;
   }));
   return page;
+}
+
+bool SystemPreferences::awaitsEvents() {
+  QFile file(QStringLiteral("/proc/%1/stat").arg(panel.processId()));
+  // The state follows the name, which stands in parentheses.
+  return file.open(QIODevice::ReadOnly) && file.readAll().contains(") S ");
 }
 
 QPoint SystemPreferences::field() {

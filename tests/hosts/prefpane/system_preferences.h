@@ -25,7 +25,7 @@ class SystemPreferences : public desktop::Program {
  protected:
   // Starts the program and waits for its window.
   void open();
-  // Opens the pane by a click on its icon.
+  // Opens the pane by a click on its icon, and waits until it stands in the window.
   void openPane();
   // Ends it as its window's close button does; answers whether it did.
   bool close();
@@ -51,6 +51,8 @@ class SystemPreferences : public desktop::Program {
 
  private:
   QSize size();
+  // Whether the program sleeps; one that the machine has made wait in the midst of drawing does not.
+  bool awaitsEvents();
   QString window_;
 };
 
