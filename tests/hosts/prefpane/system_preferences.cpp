@@ -30,7 +30,7 @@ void SystemPreferences::open() {
               {path(QString()), QStringLiteral(NORVIK_BIN_DIR "/Norvik.prefPane"),
                QStringLiteral("SystemPreferences")});
   ASSERT_TRUE(panel.waitForStarted());
-  ASSERT_TRUE(desktop::eventually([this] {
+  ASSERT_TRUE(eventually([this] {
     window_ = x({QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--name"),
                  QStringLiteral("^System Preferences$")})
                   .section(QLatin1Char('\n'), -1);
@@ -39,8 +39,8 @@ void SystemPreferences::open() {
 }
 
 void SystemPreferences::openPane() {
-  ASSERT_TRUE(desktop::eventually([this] { return size() == kAlone; }));
-  ASSERT_TRUE(desktop::eventually([this] {
+  ASSERT_TRUE(eventually([this] { return size() == kAlone; }));
+  ASSERT_TRUE(eventually([this] {
     // The first click on a window of another program only brings it forward; a late one would find the pane.
     click(kIcon);
     QDeadlineTimer heard(1000);
@@ -48,7 +48,7 @@ void SystemPreferences::openPane() {
     return size() != kAlone;
   }));
   // The window grows step by step, with the pane moving in it.
-  ASSERT_TRUE(desktop::eventually([this] {
+  ASSERT_TRUE(eventually([this] {
     const QImage image = look();
     return image.size() == kWithPane && image.pixelColor(kListEdge) == QColor(Qt::black) &&
            image.pixelColor(kBoxEdge) == QColor(Qt::white);
@@ -95,7 +95,7 @@ QImage SystemPreferences::look() {
 QImage SystemPreferences::lookOfPage() {
   QImage page;
   int equal = 0;
-  EXPECT_TRUE(desktop::eventually([&] {
+  EXPECT_TRUE(eventually([&] {
     const QImage next = look().copy(kPage);
     equal = next == page && awaitsEvents() ? equal + 1 : 0;
     page = next;
@@ -134,8 +134,18 @@ int SystemPreferences::darkest(int row) {
   return least;
 }
 
+bool SystemPreferences::eventually(const std::function<bool()>& condition) {
+  constexpr int kTremble = 10;  // once in so many looks
+  int looks = 0;
+  return desktop::eventually([&] {
+    if (++looks % kTremble == 0)
+      x({QStringLiteral("mousemove_relative"), QStringLiteral("1"), QStringLiteral("0")});
+    return condition();
+  });
+}
+
 bool SystemPreferences::becomesOther(const QImage& before, const std::function<QImage()>& look) {
-  return desktop::eventually([&] { return look() != before; });
+  return eventually([&] { return look() != before; });
 }
 
 QString SystemPreferences::panelWindow() {

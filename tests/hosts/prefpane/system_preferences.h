@@ -43,6 +43,9 @@ class SystemPreferences : public desktop::Program {
   QPoint field();
   // The darkest there is in the words of a row, from 0 to 255.
   int darkest(int row);
+  // Whether it becomes true while the mouse trembles: the toolkit may leave input that it has read lying
+  // until the next one comes.
+  bool eventually(const std::function<bool()>& condition);
   // Whether what the function answers becomes other than it was.
   bool becomesOther(const QImage& before, const std::function<QImage()>& look);
 

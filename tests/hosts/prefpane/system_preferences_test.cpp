@@ -7,7 +7,6 @@
 namespace norvik::prefpane {
 namespace {
 
-using desktop::eventually;
 using desktop::freePort;
 using desktop::greetingOn;
 
