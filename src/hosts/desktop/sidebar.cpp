@@ -112,6 +112,7 @@ Sidebar::Sidebar(OutlineView& outline, const ControlDescription& description, QW
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
   setItemDelegate(new RowDelegate(outline, this));
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, [this] { updateGeometry(); });
   outline_.setObserver(this);
   showRows();
   connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
@@ -156,9 +157,12 @@ QModelIndex Sidebar::firstFrom(int row, int step) const {
   return model()->index(row, 0);
 }
 
+// A scroll bar stands beside the words and takes nothing from them.
 QSize Sidebar::sizeHint() const {
+  const QScrollBar& bar = *verticalScrollBar();
+  const int beside = bar.maximum() > bar.minimum() ? bar.sizeHint().width() : 0;
   const int width = sizeHintForColumn(0) + fontMetrics().averageCharWidth() + 2 * frameWidth();
-  return {width, QListWidget::sizeHint().height()};
+  return {width + beside, QListWidget::sizeHint().height()};
 }
 
 QSize Sidebar::minimumSizeHint() const {

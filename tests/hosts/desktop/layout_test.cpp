@@ -5,7 +5,9 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 
 #include "hosts/desktop/look.h"
@@ -94,6 +96,20 @@ TEST_F(Layout, FollowsALargerFontWithoutANewStart) {
   QApplication::setFont(large);
   panel.settle();
   EXPECT_GT(panel.widget("ib_admin_chkbox_nvkClipb")->height(), before);
+}
+
+TEST_F(Layout, TheSidebarsScrollBarStandsBesideItsWords) {
+  openEverything();
+  const auto* sidebar = panel.as<QListWidget>("ib_oview_confBar");
+  const int before = sidebar->viewport()->width();
+  const int height = panel.window.height();
+  panel.window.resize(panel.window.width(), 1);  // as low as it goes
+  panel.settle();
+  ASSERT_TRUE(sidebar->verticalScrollBar()->isVisible());
+  EXPECT_GE(sidebar->viewport()->width(), before);
+  panel.window.resize(panel.window.width(), height);
+  panel.settle();
+  EXPECT_EQ(sidebar->width(), before + 2 * sidebar->frameWidth());
 }
 
 TEST_F(Layout, CaptionsLineUp) {
