@@ -83,4 +83,10 @@ std::optional<PortFinding> checkPort(const NVKServerPrefs& pane, const Interface
   return std::nullopt;
 }
 
+std::string portNote(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field,
+                     const PortInUse& inUse) {
+  const auto finding = field.isEnabled() ? checkPort(pane, interface, field, inUse) : std::nullopt;
+  return finding ? finding->sentence : std::string();
+}
+
 }  // namespace norvik

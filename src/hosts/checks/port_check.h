@@ -31,4 +31,8 @@ std::vector<int64_t> pendingPorts(const NVKServerPrefs& pane);
 std::optional<PortFinding> checkPort(const NVKServerPrefs& pane, const InterfaceDescription& interface,
                                      const Control& field, const PortInUse& inUse);
 
+// The sentence beside the field: empty while nobody can edit it, and where all is well.
+std::string portNote(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field,
+                     const PortInUse& inUse);
+
 }  // namespace norvik

@@ -74,22 +74,8 @@ struct Installation {
   TerminalWorkspace workspace{std::cout};
   Questions nobody{{}, std::cerr};
   Progress unseen{nullptr};
-  Platform platform{application,
-                    nobody,
-                    workspace,
-                    computer.notifications,
-                    unseen,
-                    computer.runLoop,
-                    computer.authorization,
-                    computer.files,
-                    computer.propertyLists,
-                    computer.processManager,
-                    computer.posix,
-                    computer.host,
-                    computer.systemVersion,
-                    computer.bundles,
-                    computer.log,
-                    computer.assertions};
+  Platform platform = computer.platformFor(
+      {application, nobody, workspace, computer.notifications, unseen, computer.runLoop, computer.posix});
 
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answer, line.answer ? nullptr : personAtTerminal()};

@@ -7,6 +7,7 @@
 
 #include "changing.h"
 #include "commands.h"
+#include "hosts/checks/address_text.h"
 #include "progress.h"
 #include "table.h"
 
@@ -25,12 +26,6 @@ std::string onOneLine(const std::string& text) {
     }
   }
   return line;
-}
-
-// Below its sentence, behind a blank line, stands the address alone; null where nobody can connect.
-nlohmann::ordered_json addressIn(const std::string& text) {
-  const std::size_t blank = text.find("\n\n");
-  return blank != std::string::npos ? nlohmann::ordered_json(text.substr(blank + 2)) : nullptr;
 }
 
 struct Address {
@@ -82,7 +77,9 @@ nlohmann::ordered_json statusJson(NVKServerPrefs& pane) {
   status["pid"] = running ? nlohmann::ordered_json(pane.m_serverPid) : nlohmann::ordered_json(nullptr);
   for (const Address& address : kAddresses) {
     const std::string& text = pane.outlet(address.outlet)->stringValue();
-    status["addresses"][address.key] = {{"address", addressIn(text)}, {"text", onOneLine(text)}};
+    const auto only = addressIn(text);
+    status["addresses"][address.key] = {{"address", only ? nlohmann::ordered_json(*only) : nullptr},
+                                        {"text", onOneLine(text)}};
   }
   status["locked"] = !pane.authorized();
   return status;

@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "hosts/checks/address_text.h"
 #include "mnemonics.h"
 #include "prompt_click.h"
 
@@ -42,7 +43,7 @@ QString AddressLabel::text() const {
 }
 
 QString AddressLabel::address() const {
-  return label_->text().section(QStringLiteral("\n\n"), 1);
+  return QString::fromStdString(addressIn(label_->text().toStdString()).value_or(""));
 }
 
 }  // namespace norvik::desktop

@@ -14,8 +14,7 @@ class AddressLabel : public QWidget {
   // `name` is the object's name, from which the button's is made; `copyTitle` what the button says.
   AddressLabel(const QString& name, const QString& copyTitle, QWidget* parent);
 
-  // Setting the text it has repaints nothing. The address is what follows an empty line; without one there is
-  // nothing to copy.
+  // Setting the text it has repaints nothing. Without an address in it there is nothing to copy.
   void setText(const QString& text);
   QString text() const;
   QString address() const;

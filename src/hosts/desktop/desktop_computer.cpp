@@ -1,4 +1,4 @@
-// Which adapter stands behind which port.
+// The window's ports, and the computer's for all others.
 #include "desktop_computer.h"
 
 namespace norvik::desktop {
@@ -8,22 +8,8 @@ DesktopComputer::DesktopComputer(const LinuxComputerOptions& options)
       application_(busy_),
       runLoop_(busy_),
       processes_(computer_.posix, busy_, options.speed),
-      platform_{application_,
-                alerts_,
-                workspace_,
-                computer_.notifications,
-                drawing_,
-                runLoop_,
-                computer_.authorization,
-                computer_.files,
-                computer_.propertyLists,
-                computer_.processManager,
-                processes_,
-                computer_.host,
-                computer_.systemVersion,
-                computer_.bundles,
-                computer_.log,
-                computer_.assertions} {
+      platform_(computer_.platformFor(
+          {application_, alerts_, workspace_, computer_.notifications, drawing_, runLoop_, processes_})) {
   installPlatform(&platform_);
 }
 

@@ -108,7 +108,7 @@ class Session {
   void recallPage();
   void remember();
   void comeForward();
-  QString portProblem(const ControlDescription& field) const;
+  QString portProblem(const ControlDescription& field);
 
   DesktopComputer computer_;
   const InterfaceDescription interface_ = interfaceOrExit();
@@ -124,10 +124,8 @@ Session::Session(const Options& options)
   computer_.setWindow(&window_);
 }
 
-QString Session::portProblem(const ControlDescription& field) const {
-  const auto finding =
-      checkPort(pane_, interface_, *const_cast<NVKServerPrefs&>(pane_).outlet(field.outlet), portInUse);
-  return finding ? text(finding->sentence) : QString();
+QString Session::portProblem(const ControlDescription& field) {
+  return text(portNote(pane_, interface_, *pane_.outlet(field.outlet), portInUse));
 }
 
 int Session::writePictures(const QString& folder) {

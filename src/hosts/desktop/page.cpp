@@ -152,7 +152,7 @@ QWidget* Page::makeFields(Row& row, const RowDescription& description) {
     bindings_.push_back(makeBinding(pane_, *pane_.outlet(control.outlet), control, fields));
     Binding& binding = *bindings_.back();
     row.bindings.push_back(&binding);
-    if (description.controls.size() > 1 && isCaptioned(control)) {
+    if (isCaptionedWithin(description, control)) {
       row.captions.push_back(new QLabel(text(control.label), fields));
       row.captions.back()->setBuddy(binding.widget());
       line->addWidget(row.captions.back());
@@ -181,7 +181,7 @@ void Page::addField(Row& row, QHBoxLayout& line, Binding& binding) {
 // for a sentence. It begins where the words of the row's box do.
 void Page::addNote(Row& row, const Binding& binding) {
   const ControlDescription& description = binding.description();
-  if (description.kind != ControlKind::textField || description.display_only) return;
+  if (!hasNote(description)) return;
   auto* under = new QWidget(this);
   QHBoxLayout* line = lineIn(under);
   line->setSpacing(0);
@@ -252,8 +252,7 @@ void Page::refreshMarks() {
 
 void Page::refreshNotes() {
   for (const Note& note : notes_) {
-    const QString words =
-        note.binding->control().isEnabled() ? problem_(note.binding->description()) : QString();
+    const QString words = problem_(note.binding->description());
     if (note.label->words() == words) continue;
     note.label->setWords(words);
     describe(*note.binding, pane_.differsFromStored(note.binding->control()));

@@ -17,6 +17,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "hosts/checks/server_state.h"
 #include "hosts/checks/setting_description.h"
 #include "mnemonics.h"
 #include "prompt_click.h"
@@ -126,10 +127,10 @@ void SettingsWindow::edited() {
   refresh();
 }
 
-// While the server starts or stops, which is while its pid is not known, what the pane does not grey itself
-// is greyed too: the list of pages and the line below. Who worked by keyboard goes on where they were.
+// While the server starts or stops, what the pane does not grey itself is greyed too: the list of pages and
+// the line below. Who worked by keyboard goes on where they were.
 void SettingsWindow::followServer() {
-  const bool open = pane_.m_serverPid != 0;
+  const bool open = !isServerChanging(pane_);
   if (frame_ == nullptr || frame_->isEnabledTo(this) == open) return;
   if (!open) focusBefore_ = focusWidget();
   for (QWidget* widget : {static_cast<QWidget*>(sidebar_), frame_}) widget->setEnabled(open);

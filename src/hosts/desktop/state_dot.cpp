@@ -3,7 +3,7 @@
 
 #include <QPainter>
 
-#include "hosts/checks/state_color.h"
+#include "hosts/checks/server_state.h"
 
 namespace norvik::desktop {
 

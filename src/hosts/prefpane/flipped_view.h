@@ -18,5 +18,5 @@
 NSTextField* NVKCaption(NSString* words);
 // The same, broken into lines of at most that width.
 NSTextField* NVKParagraph(NSString* words, CGFloat width);
-// A button that copies what a label says.
+// A button that copies the address in what a label says.
 NSButton* NVKCopyButton(NSString* title, NSTextField* label);

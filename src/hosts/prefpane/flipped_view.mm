@@ -3,6 +3,9 @@
 
 #include <cmath>
 
+#include "hosts/checks/address_text.h"
+#include "text.h"
+
 @implementation NVKFlippedView
 - (BOOL)isFlipped {
   return YES;
@@ -26,16 +29,18 @@
 }
 @end
 
-// A label that can be told to copy itself.
+// A label that can be told to copy the address in it.
 @interface NSTextField (NVKCopying)
-- (void)NVKCopyAll:(id)sender;
+- (void)NVKCopyAddress:(id)sender;
 @end
 
 @implementation NSTextField (NVKCopying)
-- (void)NVKCopyAll:(id)sender {
+- (void)NVKCopyAddress:(id)sender {
+  const auto address = norvik::addressIn(norvik::prefpane::utf8([self stringValue]));
+  if (!address) return;
   NSPasteboard* board = [NSPasteboard generalPasteboard];
   [board declareTypes:[NSArray arrayWithObject:NSStringPboardType] owner:nil];
-  [board setString:[self stringValue] forType:NSStringPboardType];
+  [board setString:norvik::prefpane::text(*address) forType:NSStringPboardType];
 }
 @end
 
@@ -67,6 +72,6 @@ NSButton* NVKCopyButton(NSString* title, NSTextField* label) {
   [made setTitle:title];
   [made sizeToFit];
   [made setTarget:label];
-  [made setAction:@selector(NVKCopyAll:)];
+  [made setAction:@selector(NVKCopyAddress:)];
   return made;
 }

@@ -45,6 +45,8 @@ class MainView : public ControlObserver {
   void placeButtons(double width);
   void showRows();
   void showPage();
+  PageView* shownPage() const;  // null for none
+  void refreshPage();
 
   NVKServerPrefs& pane_;
   const InterfaceDescription& interface_;

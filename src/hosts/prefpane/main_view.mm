@@ -156,18 +156,31 @@ void MainView::displayIfNeeded() {
   [[asView(view_) window] flushWindow];
 }
 
+// Only the page that shows: another is brought up to the model when it does.
 void MainView::ticked() {
-  for (const auto& page : pages_) page->refreshMarks();
+  PageView* page = shownPage();
+  if (page == nullptr) return;
+  page->refreshMarks();
   if (--ticksToNotes_ > 0) return;
   ticksToNotes_ = kTicksBetweenNotes;
-  for (const auto& page : pages_) page->refreshNotes();
+  page->refreshNotes();
+}
+
+PageView* MainView::shownPage() const {
+  NSTabView* tabs = static_cast<NSTabView*>(tabs_.get());
+  const NSInteger index = [tabs indexOfTabViewItem:[tabs selectedTabViewItem]];
+  return index == NSNotFound ? nullptr : pages_[static_cast<std::size_t>(index)].get();
+}
+
+void MainView::refreshPage() {
+  ticksToNotes_ = 0;
+  ticked();
 }
 
 // An edit counts at once, and so does what follows from it: the pane gets its next tick now.
 void MainView::edited() {
   pane_.onStateTimer();
-  ticksToNotes_ = 0;
-  ticked();
+  refreshPage();
 }
 
 void MainView::controlChanged(Control& control) {
@@ -200,6 +213,7 @@ void MainView::showPage() {
     if (&items[i] != pane_.ib_tview_confView.selectedItem()) continue;
     [static_cast<NSTabView*>(tabs_.get()) selectTabViewItemAtIndex:static_cast<NSInteger>(i)];
   }
+  refreshPage();
 }
 
 void MainView::rowChosen() {
@@ -207,7 +221,6 @@ void MainView::rowChosen() {
   const NSInteger row = [asOutline(outline_) selectedRow];
   if (row >= 0) pane_.ib_oview_confBar.clickRow(static_cast<int>(row));
   if (row != pane_.ib_oview_confBar.selectedRow()) showRows();
-  edited();
 }
 
 }  // namespace norvik::prefpane

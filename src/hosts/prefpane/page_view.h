@@ -1,5 +1,5 @@
 // One page of settings, laid out from its description: sections under headings, captions lined up, a mark
-// before each row that differs from what is stored, a note behind a port that is no good. A plain C++ header.
+// before each row that differs from what is stored, a note under a port that is no good. A plain C++ header.
 #pragma once
 
 #include <functional>
@@ -32,7 +32,7 @@ class PageView {
  private:
   struct Mark {
     Handle view;
-    std::vector<const Mirror*> mirrors;  // of its row
+    std::vector<Mirror*> mirrors;  // of its row
   };
   struct Note {
     Handle view;
@@ -41,10 +41,10 @@ class PageView {
 
   void addSection(const SectionDescription& section);
   void addRow(const RowDescription& row);
-  double addControl(const ControlDescription& description, double x, Mark& mark);
+  double addControl(const RowDescription& row, const ControlDescription& description, double x, Mark& mark);
   double addBeside(Mirror& mirror, double x);
   double addDot(double x);
-  void addBelow(const Mirror& mirror, double x);
+  void addBelow(Mirror& mirror, double x);
   void refreshDot();
   void placeBeside(void* view, double x);
 

@@ -5,10 +5,11 @@
 
 #import "appkit.h"
 #import "flipped_view.h"
+#include "hosts/checks/address_text.h"
 #include "hosts/checks/captions.h"
 #include "hosts/checks/port_check.h"
 #include "hosts/checks/port_in_use.h"
-#include "hosts/checks/state_color.h"
+#include "hosts/checks/server_state.h"
 #include "text.h"
 
 namespace norvik::prefpane {
@@ -23,7 +24,7 @@ constexpr CGFloat kBetweenRows = 7;
 constexpr CGFloat kIndent = 20;  // of a control that means something only while a box is on
 constexpr CGFloat kStateWidth = 120;
 constexpr CGFloat kValueWidth = 28;  // of what a slider stands at
-constexpr int kAddressLines = 5;     // a sentence of two and three addresses
+constexpr int kAddressLines = 5;     // a sentence of two, a blank one, and a long address
 constexpr int kDescriptionLines = 2;
 constexpr int kNoteLines = 2;
 
@@ -62,6 +63,10 @@ NSView* asView(const Handle& handle) {
 
 void show(NSTextField* view, NSString* words) {
   if (![[view stringValue] isEqualToString:words]) [view setStringValue:words];
+}
+
+void hide(NSView* view, BOOL hidden) {
+  if ([view isHidden] != hidden) [view setHidden:hidden];
 }
 
 }  // namespace
@@ -121,7 +126,7 @@ void PageView::addRow(const RowDescription& row) {
   }
   const double begin = x;
   for (const ControlDescription& control : row.controls) {
-    if (isShown(control, pane_)) x = addControl(control, x, mark) + kGap;
+    if (isShown(control, pane_)) x = addControl(row, control, x, mark) + kGap;
   }
   for (const Handle& placed : placed_) {
     NSView* view = asView(placed);
@@ -129,19 +134,19 @@ void PageView::addRow(const RowDescription& row) {
     [view setFrameOrigin:NSMakePoint(NSMinX([view frame]), y_ + below)];
   }
   y_ += rowHeight_;
-  for (const Mirror* mirror : mark.mirrors) addBelow(*mirror, begin);
+  for (Mirror* mirror : mark.mirrors) addBelow(*mirror, begin);
   y_ += kBetweenRows;
   marks_.push_back(std::move(mark));
 }
 
 // Answers where the control and what belongs beside it ends.
-double PageView::addControl(const ControlDescription& description, double x, Mark& mark) {
+double PageView::addControl(const RowDescription& row, const ControlDescription& description, double x,
+                            Mark& mark) {
   if (!description.requires_outlet.empty() && mark.mirrors.empty()) x += kIndent;
   mirrors_.push_back(std::make_unique<Mirror>(pane_, *pane_.outlet(description.outlet), description));
   Mirror& mirror = *mirrors_.back();
-  const bool beside = !mark.mirrors.empty() && isCaptioned(description);
   mark.mirrors.push_back(&mirror);
-  if (beside) {
+  if (isCaptionedWithin(row, description)) {
     NSTextField* caption = NVKCaption(text(description.label));
     placeBeside(caption, x);
     x = NSMaxX([caption frame]) + kGap;
@@ -181,7 +186,7 @@ double PageView::addDot(double x) {
 
 // What a control has under it: the names of a slider's ends, what is wrong with a port, the copying of an
 // address.
-void PageView::addBelow(const Mirror& mirror, double x) {
+void PageView::addBelow(Mirror& mirror, double x) {
   const ControlDescription& description = mirror.description();
   const NSRect bar = [static_cast<NSView*>(mirror.view()) frame];
   CGFloat height = 0;
@@ -194,13 +199,17 @@ void PageView::addBelow(const Mirror& mirror, double x) {
     add(quiet(NVKCaption(text(description.minimum_label))), x);
     NSTextField* most = quiet(NVKCaption(text(description.maximum_label)));
     add(most, NSMaxX(bar) - NSWidth([most frame]));
-  } else if (description.kind == ControlKind::textField && !description.display_only) {
+  } else if (hasNote(description)) {
     NSTextField* note = NVKParagraph(@"", kPageWidth - x - kIndent);
     [note setFrameSize:NSMakeSize(NSWidth([note frame]), kNoteLines * lineHeight())];
     add(note, x + kIndent);
     notes_.push_back({Handle(note), &mirror});
   } else if (!description.copy_title.empty()) {
-    add(NVKCopyButton(text(description.copy_title), static_cast<NSTextField*>(mirror.view())), NSMinX(bar));
+    NSButton* copy = NVKCopyButton(text(description.copy_title), static_cast<NSTextField*>(mirror.view()));
+    add(copy, NSMinX(bar));
+    const Control* model = &mirror.control();
+    mirror.changed = [=] { hide(copy, !addressIn(model->stringValue())); };
+    mirror.changed();
   }
   y_ += height;
 }
@@ -211,7 +220,7 @@ void PageView::refreshMarks() {
     const bool differs = std::any_of(mark.mirrors.begin(), mark.mirrors.end(), [this](const Mirror* mirror) {
       return pane_.differsFromStored(mirror->control());
     });
-    if ([asView(mark.view) isHidden] == differs) [asView(mark.view) setHidden:!differs];
+    hide(asView(mark.view), !differs);
   }
 }
 
@@ -225,9 +234,8 @@ void PageView::refreshDot() {
 
 void PageView::refreshNotes() {
   for (const Note& note : notes_) {
-    const Control& field = note.field->control();
-    const auto finding = field.isEnabled() ? checkPort(pane_, interface_, field, portInUse) : std::nullopt;
-    show(static_cast<NSTextField*>(note.view.get()), finding ? text(finding->sentence) : @"");
+    show(static_cast<NSTextField*>(note.view.get()),
+         text(portNote(pane_, interface_, note.field->control(), portInUse)));
   }
 }
 

@@ -1,4 +1,4 @@
-// Which adapter stands behind which port.
+// The host application's ports, and the computer's for all others.
 //
 // Property lists and the host's addresses are the computer's too, although the toolkit has both: GNUstep's
 // reader turns dates into texts and cuts numbers beyond 63 bits, and other people's values must outlive a
@@ -21,22 +21,8 @@ LinuxComputerOptions chosenOptions() {
 PaneComputer::PaneComputer()
     : computer_(chosenOptions()),
       notifications_(computer_.notifications),
-      platform_{application_,
-                alerts_,
-                workspace_,
-                notifications_,
-                drawing_,
-                runLoop_,
-                computer_.authorization,
-                computer_.files,
-                computer_.propertyLists,
-                computer_.processManager,
-                computer_.posix,
-                computer_.host,
-                computer_.systemVersion,
-                computer_.bundles,
-                computer_.log,
-                computer_.assertions} {
+      platform_(computer_.platformFor(
+          {application_, alerts_, workspace_, notifications_, drawing_, runLoop_, computer_.posix})) {
   installPlatform(&platform_);
 }
 

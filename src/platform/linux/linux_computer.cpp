@@ -48,4 +48,23 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
       log(options.syslogIdent, options.logObserver),
       assertions(log) {}
 
+Platform LinuxComputer::platformFor(const HostPorts& own) {
+  return {.application = own.application,
+          .alerts = own.alerts,
+          .workspace = own.workspace,
+          .notifications = own.notifications,
+          .drawing = own.drawing,
+          .runLoop = own.runLoop,
+          .authorization = authorization,
+          .files = files,
+          .propertyLists = propertyLists,
+          .processManager = processManager,
+          .posix = own.posix,
+          .host = host,
+          .systemVersion = systemVersion,
+          .bundles = bundles,
+          .log = log,
+          .assertions = assertions};
+}
+
 }  // namespace norvik

@@ -14,6 +14,7 @@
 #include "files.h"
 #include "host.h"
 #include "notifications.h"
+#include "platform/platform.h"
 #include "posix_processes.h"
 #include "process_manager.h"
 #include "property_list_files.h"
@@ -48,6 +49,17 @@ LinuxComputerOptions systemOptions();
 // no sense means no bus, the real time, refused.
 LinuxComputerOptions sandboxOptions(const std::string& directory);
 
+// The ports that a host has of its own, or chooses among the computer's. Borrowed.
+struct HostPorts {
+  HostApplication& application;
+  AlertPanels& alerts;
+  Workspace& workspace;
+  DistributedNotificationCenter& notifications;
+  Drawing& drawing;
+  RunLoop& runLoop;
+  PosixProcesses& posix;
+};
+
 class LinuxComputer {
  public:
   explicit LinuxComputer(const LinuxComputerOptions& options);
@@ -57,6 +69,9 @@ class LinuxComputer {
   // Blocks until every tool that was started has ended, so that a host may show what came of them. False when
   // the limit passed first; the tools go on either way, also when the host ends.
   bool waitForTools(std::chrono::milliseconds limit) { return tools_.waitForAll(limit); }
+
+  // All ports, as a host installs them: its own, and the computer's for all others.
+  Platform platformFor(const HostPorts& own);
 
  private:
   LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root);

@@ -35,8 +35,7 @@ namespace {
 
 // Port 4321 is the one that another program has.
 QString portProblem(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field) {
-  const auto finding = checkPort(pane, interface, field, [](int64_t port) { return port == 4321; });
-  return finding ? text(finding->sentence) : QString();
+  return text(portNote(pane, interface, field, [](int64_t port) { return port == 4321; }));
 }
 
 NVKServerPrefs& awake(NVKServerPrefs& pane) {

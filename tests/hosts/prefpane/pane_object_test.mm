@@ -1,7 +1,13 @@
 // The bundle as its host loads it, and the object that the host makes of it: twice, as a host may.
 #include <gtest/gtest.h>
 
+#include <functional>
+
+#import "answer.h"
 #import "hosts/prefpane/appkit.h"
+#include "hosts/prefpane/text.h"
+#include "platform/property_lists/codec.h"
+#include "resources/resources.h"
 
 namespace {
 
@@ -10,24 +16,71 @@ NSPreferencePane* newPane() {
   return [[[bundle principalClass] alloc] initWithBundle:bundle];
 }
 
-// The first view of a class in a tree; nil where there is none.
-NSView* find(NSView* view, Class wanted) {
-  if ([view isKindOfClass:wanted]) return view;
+using Wanted = std::function<bool(NSView*)>;
+
+// The first view of a tree, upper ones first, that is wanted; nil where there is none.
+NSView* find(NSView* view, const Wanted& wanted) {
+  if (wanted(view)) return view;
   for (NSUInteger i = 0; i < [[view subviews] count]; ++i) {
     if (NSView* found = find([[view subviews] objectAtIndex:i], wanted)) return found;
   }
   return nil;
 }
 
-NSInteger rowsOf(NSPreferencePane* pane) {
-  return [(NSTableView*)find([pane mainView], [NSOutlineView class]) numberOfRows];
+NSOutlineView* sidebarOf(NSPreferencePane* pane) {
+  return (NSOutlineView*)find([pane mainView],
+                              [](NSView* view) { return [view isKindOfClass:[NSOutlineView class]]; });
 }
+
+NSInteger rowsOf(NSPreferencePane* pane) {
+  return [sidebarOf(pane) numberOfRows];
+}
+
+NSButton* buttonIn(NSView* tree, NSString* title) {
+  return (NSButton*)find(tree, [title](NSView* view) {
+    return [view isKindOfClass:[NSButton class]] && [[(NSButton*)view title] isEqualToString:title];
+  });
+}
+
+NSButton* button(NSPreferencePane* pane, NSString* title) {
+  return buttonIn([pane mainView], title);
+}
+
+NSTabView* pagesOf(NSPreferencePane* pane) {
+  return (NSTabView*)find([pane mainView],
+                          [](NSView* view) { return [view isKindOfClass:[NSTabView class]]; });
+}
+
+// Whether a row of the page that shows is marked as changed.
+bool isMarked(NSPreferencePane* pane) {
+  return find([pane mainView], [](NSView* view) {
+           return [view isKindOfClass:[NSTextField class]] &&
+                  [[(NSTextField*)view stringValue] isEqualToString:@"\u2022"] && ![view isHidden];
+         }) != nil;
+}
+
+void choose(NSPreferencePane* pane, NSUInteger row) {
+  [sidebarOf(pane) selectRowIndexes:[NSIndexSet indexSetWithIndex:row] byExtendingSelection:NO];
+}
+
+NSString* const kDefaults = @"Use the server's image settings";
 
 TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
   NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
   for (NSString* key : {@"NSExecutable", @"NSPrincipalClass", @"NSPrefPaneIconFile", @"NSPrefPaneIconLabel",
                         @"CFBundleIdentifier"}) {
     EXPECT_TRUE([[info objectForKey:key] length] > 0) << [key UTF8String];
+  }
+}
+
+TEST(PaneBundle, SaysOfItselfWhatThePaneSays) {
+  NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
+  const auto builtIn = norvik::decodePropertyList(norvik::infoPropertyList());
+  ASSERT_TRUE(builtIn);
+  for (const char* key : {"CFBundleIdentifier", "CFBundleName", "CFBundleShortVersionString",
+                          "NSPrincipalClass", "NSPrefPaneIconFile", "NSPrefPaneIconLabel"}) {
+    const auto* words = builtIn->find(key)->as<std::string>();
+    EXPECT_EQ(norvik::prefpane::utf8([info objectForKey:[NSString stringWithUTF8String:key]]), *words) << key;
   }
 }
 
@@ -41,6 +94,39 @@ TEST(PaneObject, ShowsItsPagesAndLetsTheHostGo) {
   [pane release];
 }
 
+TEST(PaneObject, MarksWhatDiffersOnThePageThatShows) {
+  NSPreferencePane* pane = newPane();
+  [pane loadMainView];
+  EXPECT_FALSE(isMarked(pane));
+  [button(pane, kDefaults) performClick:nil];
+  EXPECT_TRUE(isMarked(pane));
+  choose(pane, 2);
+  EXPECT_FALSE(isMarked(pane));
+  choose(pane, 1);
+  EXPECT_TRUE(isMarked(pane));
+  choose(pane, 2);
+  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  [pane didUnselect];
+  [answer stop];
+  choose(pane, 1);
+  EXPECT_FALSE(isMarked(pane)) << "what changed while it did not show";
+  [pane release];
+}
+
+TEST(PaneObject, OffersNoCopyOfAnAddressThatIsNotThere) {
+  NSPreferencePane* pane = newPane();
+  [pane loadMainView];
+  int buttons = 0;
+  for (NSInteger i = 0; i < [pagesOf(pane) numberOfTabViewItems]; ++i) {
+    NSButton* copy = buttonIn([[pagesOf(pane) tabViewItemAtIndex:i] view], @"Copy address");
+    if (copy == nil) continue;
+    ++buttons;
+    EXPECT_TRUE([copy isHidden]);
+  }
+  EXPECT_EQ(buttons, 2) << "on the page of each service";
+  [pane release];
+}
+
 TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
   NSPreferencePane* first = newPane();
   [first loadMainView];
@@ -51,7 +137,12 @@ TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
   [second willSelect];
   [second didSelect];
   [second willUnselect];
+  [button(first, kDefaults) performClick:nil];
+  EXPECT_TRUE(isMarked(first));
+  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
   [second didUnselect];
+  [answer stop];
+  EXPECT_TRUE([[answer words] containsObject:@"Norvik Server options changed"]);
   [second release];
   EXPECT_EQ(rowsOf(first), 11);
   [first release];

@@ -4,6 +4,7 @@
 #include "hosts/prefpane/appkit_ports.h"
 #include "hosts/prefpane/text.h"
 
+#import "answer.h"
 #import "hosts/prefpane/appkit.h"
 
 namespace norvik::prefpane {
@@ -82,48 +83,6 @@ TEST(ApplicationPort, WithoutAMainWindowThereIsNoFrame) {
   EXPECT_FALSE(AppKitApplication().mainWindowFrame());
 }
 
-}  // namespace
-}  // namespace norvik::prefpane
-
-// Answers the next alert panel by a button of its own, and keeps what the panel says.
-@interface NVKAnswer : NSObject {
- @public
-  NSString* title;
-  NSMutableArray* words;
-}
-- (void)answer:(NSTimer*)timer;
-@end
-
-@implementation NVKAnswer
-- (void)visit:(NSView*)view {
-  if ([view isKindOfClass:[NSButton class]] && [[(NSButton*)view title] isEqualToString:title]) {
-    [(NSButton*)view performClick:nil];
-  } else if ([view isKindOfClass:[NSTextField class]]) {
-    [words addObject:[(NSTextField*)view stringValue]];
-  }
-  for (NSUInteger i = 0; i < [[view subviews] count]; ++i) [self visit:[[view subviews] objectAtIndex:i]];
-}
-- (void)answer:(NSTimer*)timer {
-  if ([NSApp modalWindow] == nil) return;
-  [words removeAllObjects];
-  [self visit:[[NSApp modalWindow] contentView]];
-  // A panel that waits for events looks at its answer when the next one comes.
-  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
-                                      location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:0
-                                         data1:0
-                                         data2:0]
-           atStart:NO];
-}
-@end
-
-namespace norvik::prefpane {
-namespace {
-
 TEST(AlertPort, EachButtonHasItsAnswerAndTheWordsStandAsTheyAre) {
   AppKitAlertPanels alerts;
   const struct {
@@ -131,21 +90,13 @@ TEST(AlertPort, EachButtonHasItsAnswerAndTheWordsStandAsTheyAre) {
     int answer;
   } cases[] = {{@"Apply now", 1}, {@"Discard changes", 0}, {@"Continue editing", -1}};
   for (const auto& one : cases) {
-    NVKAnswer* answer = [[NVKAnswer new] autorelease];
-    answer->title = one.button;
-    answer->words = [NSMutableArray array];
-    NSTimer* timer = [NSTimer timerWithTimeInterval:0.05
-                                             target:answer
-                                           selector:@selector(answer:)
-                                           userInfo:nil
-                                            repeats:YES];
-    [[NSRunLoop currentRunLoop] addTimer:timer forMode:NSModalPanelRunLoopMode];
+    NVKAnswer* answer = [NVKAnswer with:one.button];
     EXPECT_EQ(alerts.NSRunAlertPanel("A title", "100 % of %d %@", "Apply now", "Discard changes",
                                      "Continue editing"),
               one.answer);
-    [timer invalidate];
-    EXPECT_TRUE([answer->words containsObject:@"A title"]);
-    EXPECT_TRUE([answer->words containsObject:@"100 % of %d %@"]);
+    [answer stop];
+    EXPECT_TRUE([[answer words] containsObject:@"A title"]);
+    EXPECT_TRUE([[answer words] containsObject:@"100 % of %d %@"]);
   }
 }
 

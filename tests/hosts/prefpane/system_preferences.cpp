@@ -104,6 +104,17 @@ QImage SystemPreferences::lookOfPage() {
   return page;
 }
 
+QImage SystemPreferences::lookAfter(const std::function<void()>& deed) {
+  const QImage before = lookOfPage();
+  deed();
+  QImage after;
+  EXPECT_TRUE(eventually([&] {
+    after = lookOfPage();
+    return after != before;
+  }));
+  return after;
+}
+
 bool SystemPreferences::awaitsEvents() {
   QFile file(QStringLiteral("/proc/%1/stat").arg(panel.processId()));
   // The state follows the name, which stands in parentheses.
@@ -142,10 +153,6 @@ bool SystemPreferences::eventually(const std::function<bool()>& condition) {
       x({QStringLiteral("mousemove_relative"), QStringLiteral("1"), QStringLiteral("0")});
     return condition();
   });
-}
-
-bool SystemPreferences::becomesOther(const QImage& before, const std::function<QImage()>& look) {
-  return eventually([&] { return look() != before; });
 }
 
 QString SystemPreferences::panelWindow() {

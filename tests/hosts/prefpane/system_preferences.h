@@ -38,6 +38,14 @@ class SystemPreferences : public desktop::Program {
   QImage look();
   // The page's, once it stands still.
   QImage lookOfPage();
+  // The same once it has become another by what is done.
+  QImage lookAfter(const std::function<void()>& deed);
+  QImage lookOfRow(int row) {
+    return lookAfter([&] { clickRow(row); });
+  }
+  QImage lookAfterClick(const QPoint& at) {
+    return lookAfter([&] { click(at); });
+  }
   // A place in the field of the page that can be typed into, the only thing on it that is white; the origin
   // where there is none.
   QPoint field();
@@ -46,8 +54,6 @@ class SystemPreferences : public desktop::Program {
   // Whether it becomes true while the mouse trembles: the toolkit may leave input that it has read lying
   // until the next one comes.
   bool eventually(const std::function<bool()>& condition);
-  // Whether what the function answers becomes other than it was.
-  bool becomesOther(const QImage& before, const std::function<QImage()>& look);
 
   // The frontmost window of the program other than the main one; empty where there is none.
   QString panelWindow();

@@ -1,6 +1,8 @@
 // The pane in the real System Preferences, worked as a person works it.
+#include <QClipboard>
 #include <QDir>
 #include <QDirIterator>
+#include <QGuiApplication>
 
 #include "system_preferences.h"
 
@@ -14,6 +16,7 @@ const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.ve
 
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
 constexpr QPoint kNews(217, 98);      // the first box under a heading
+constexpr QPoint kCopy(262, 199);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
 
 class Pane : public SystemPreferences {
@@ -29,17 +32,15 @@ class Pane : public SystemPreferences {
     ASSERT_TRUE(eventually([this] { return darkest(kServer) < 60; }));
   }
 
-  // Ticks the box of the mouse page, and leaves the pane by the button that shows all.
-  void swapButtonsAndLeave() {
-    const QImage image = lookOfPage();
-    clickRow(kMouse);
-    ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
-    const QImage unticked = lookOfPage();
-    click(kFirstBox);
-    ASSERT_TRUE(becomesOther(unticked, [this] { return lookOfPage(); }));
+  // Ticks the box of the mouse page, and leaves the pane by the button that shows all. Answers the page as it
+  // was.
+  QImage swapButtonsAndLeave() {
+    const QImage unticked = lookOfRow(kMouse);
+    lookAfterClick(kFirstBox);
     EXPECT_FALSE(swapsButtons());
     click(kShowAll);
-    ASSERT_TRUE(eventually([this] { return !panelWindow().isEmpty(); }));
+    EXPECT_TRUE(eventually([&] { return !panelWindow().isEmpty(); }));
+    return unticked;
   }
 
   bool swapsButtons() { return boolValue(listIn(kAgentFile).find("SwapMouseButtons")); }
@@ -47,8 +48,7 @@ class Pane : public SystemPreferences {
 
 TEST_F(Pane, ThePagesSwitchInTheSidebar) {
   const QImage image = lookOfPage();
-  clickRow(kMouse);
-  EXPECT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
+  lookOfRow(kMouse);
   clickRow(kUserImage);
   EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
 }
@@ -67,11 +67,10 @@ const NamedPage kPages[] = {
 TEST_F(Pane, EveryPageIsAnotherOnceUnlocked) {
   const QString folder = qEnvironmentVariable("NORVIK_PICTURES");
   unlock();
-  QList<QImage> seen{QImage()};
+  lookOfRow(kMouse);
+  QList<QImage> seen;
   for (const NamedPage& page : kPages) {
-    clickRow(page.row);
-    ASSERT_TRUE(becomesOther(seen.last(), [this] { return lookOfPage(); })) << page.name;
-    const QImage shown = lookOfPage();
+    const QImage shown = lookOfRow(page.row);
     EXPECT_FALSE(seen.contains(shown)) << page.name;
     seen += shown;
     if (folder.isEmpty()) continue;
@@ -81,19 +80,12 @@ TEST_F(Pane, EveryPageIsAnotherOnceUnlocked) {
 
 TEST_F(Pane, LockedPagesAreGreyedAndRefuse) {
   for (int row = kServer; row < kRows; ++row) EXPECT_GT(darkest(row), 60) << row;
-  const QImage image = lookOfPage();
-  clickRow(kMouse);
-  ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
-  for (int i = 0; i < 2; ++i) {
-    const QImage before = lookOfPage();
-    click(kFirstBox);
-    ASSERT_TRUE(becomesOther(before, [this] { return lookOfPage(); }));
-  }
-  const QImage mouse = lookOfPage();
+  lookOfRow(kMouse);
+  lookAfterClick(kFirstBox);
+  const QImage mouse = lookAfterClick(kFirstBox);
   clickRow(kNorvikClients);
   // Clicks that are heard after it find the page that was there.
-  click(kFirstBox);
-  ASSERT_TRUE(becomesOther(mouse, [this] { return lookOfPage(); }));
+  lookAfterClick(kFirstBox);
   click(kFirstBox);
   EXPECT_TRUE(eventually([&] { return lookOfPage() == mouse; }));
   unlock();
@@ -103,30 +95,38 @@ TEST_F(Pane, LockedPagesAreGreyedAndRefuse) {
 TEST_F(Pane, TheTypicalChange) {
   startServer();
   unlock();
-  const QImage image = lookOfPage();
-  clickRow(kNorvikClients);
-  ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
+  lookOfRow(kNorvikClients);
   const int port = freePort();
   const QPoint portField = field();
   ASSERT_FALSE(portField.isNull());
   click(portField, 2);
-  const QImage before = lookOfPage();
-  x({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), QString::number(port)});
-  ASSERT_TRUE(becomesOther(before, [this] { return lookOfPage(); }));
+  lookAfter([&] {
+    x({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), QString::number(port)});
+  });
   click(kApply);
   EXPECT_TRUE(eventually([port] { return greetingOn(port).startsWith("NVK"); }));
   EXPECT_TRUE(greetingOn(nvkPort).isEmpty());
   EXPECT_TRUE(close());
 }
 
+TEST_F(Pane, TheAddressIsCopiedWhereThereIsOne) {
+  unlock();
+  const QImage stopped = lookOfRow(kNorvikClients);
+  lookAfter([this] { startServer(); });
+  const QString address = QStringLiteral(":%1").arg(nvkPort);
+  EXPECT_TRUE(eventually([&] {
+    click(kCopy);
+    const QString copied = QGuiApplication::clipboard()->text();
+    return copied.endsWith(address) && !copied.contains(QLatin1Char('\n'));
+  }));
+  stopServer();
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == stopped; }));
+}
+
 TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
   unlock();
-  const QImage image = lookOfPage();
-  clickRow(kNotifications);
-  ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
-  const QImage stored = lookOfPage();
-  click(kNews);
-  ASSERT_TRUE(becomesOther(stored, [this] { return lookOfPage(); }));
+  lookOfRow(kNotifications);
+  lookAfterClick(kNews);
   click(kApply);
   EXPECT_TRUE(eventually([this] {
     QFile log(path(QStringLiteral(".norvik/log/menua.log")));
@@ -137,12 +137,8 @@ TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
 
 TEST_F(Pane, TheTimerTellsWhatTheServerDoes) {
   unlock();
-  const QImage image = lookOfPage();
-  clickRow(kServer);
-  ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
-  const QImage stopped = lookOfPage();
-  startServer();
-  EXPECT_TRUE(becomesOther(stopped, [this] { return lookOfPage(); }));
+  const QImage stopped = lookOfRow(kServer);
+  lookAfter([this] { startServer(); });
   stopServer();
   EXPECT_TRUE(eventually([&] { return lookOfPage() == stopped; }));
 }
@@ -156,22 +152,18 @@ TEST_F(Pane, LeavingWithChangesAsksAndApplies) {
 }
 
 TEST_F(Pane, LeavingWithChangesAsksAndDiscards) {
-  swapButtonsAndLeave();
+  const QImage unticked = swapButtonsAndLeave();
   clickIn(panelWindow(), kDiscard);
   ASSERT_TRUE(eventually([this] { return panelWindow().isEmpty(); }));
   EXPECT_FALSE(swapsButtons());
   openPane();
-  const QImage ticked = lookOfPage();
-  click(kFirstBox);
-  ASSERT_TRUE(becomesOther(ticked, [this] { return lookOfPage(); }));
-  EXPECT_FALSE(swapsButtons());
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == unticked; }));
 }
 
 TEST_F(Pane, ShowAllAndBackAgain) {
   const QImage image = lookOfPage();
   for (int i = 0; i < 2; ++i) {
     click(kShowAll);
-    ASSERT_TRUE(becomesOther(image, [this] { return lookOfPage(); }));
     openPane();
     EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
   }
@@ -185,22 +177,23 @@ TEST_F(Pane, TheWindowClosesAndOpensAgain) {
   EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
 }
 
-QStringList filesBelow(const QString& folder) {
-  QStringList files;
-  QDirIterator below(folder, QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-                     QDirIterator::Subdirectories);
+// The toolkit's, hidden ones too.
+QStringList filesOfHome() {
+  QStringList files = QDir::home().entryList({QStringLiteral("*GNUstep*")}, QDir::AllEntries | QDir::Hidden);
+  QDirIterator below(QDir::homePath() + QStringLiteral("/GNUstep"),
+                     QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
   while (below.hasNext()) files += below.next();
   files.sort();
   return files;
 }
 
 TEST_F(SystemPreferences, LeavesTheHomeFolderAsItWas) {
-  const QStringList before = filesBelow(QDir::homePath() + QStringLiteral("/GNUstep"));
+  const QStringList before = filesOfHome();
   open();
   openPane();
   EXPECT_TRUE(QFile::exists(path(QStringLiteral("Users/user/GNUstep/Library/Bundles/Norvik.prefPane"))));
   ASSERT_TRUE(close());
-  EXPECT_EQ(filesBelow(QDir::homePath() + QStringLiteral("/GNUstep")), before);
+  EXPECT_EQ(filesOfHome(), before);
 }
 
 }  // namespace

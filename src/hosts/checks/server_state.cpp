@@ -1,5 +1,5 @@
-// The three colours.
-#include "hosts/checks/state_color.h"
+// What the pane's pid tells, and the three colours.
+#include "hosts/checks/server_state.h"
 
 namespace norvik {
 
@@ -15,9 +15,13 @@ constexpr Color kStopped = fromBytes(0x8a, 0x8d, 0x91);
 
 }  // namespace
 
-// The pid is 0 from the moment that a start or stop begins until the next refresh.
+// The pane holds no pid, not even that of no process, while it waits.
+bool isServerChanging(const NVKServerPrefs& pane) {
+  return pane.m_serverPid == 0;
+}
+
 Color stateColor(const NVKServerPrefs& pane) {
-  if (pane.m_serverPid == 0) return kChanging;
+  if (isServerChanging(pane)) return kChanging;
   return pane.m_serverPid == -1 ? kStopped : kRunning;
 }
 
