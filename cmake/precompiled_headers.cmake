@@ -6,7 +6,7 @@ foreach(target norvik_pane_objects norvik_command norvik-scenario norvik_simulat
   target_precompile_headers(${target} PRIVATE ${pane})
 endforeach()
 target_precompile_headers(norvik_property_lists PRIVATE ${PROJECT_SOURCE_DIR}/src/server/mac/platform/property_list.h)
-foreach(target norvik_unit_tests norvik_contract_tests norvik_command_tests)
+foreach(target norvik_server_tests norvik_adapter_tests norvik_command_tests)
   target_precompile_headers(${target} PRIVATE <gtest/gtest.h> ${pane})
 endforeach()
 if(TARGET norvik_desktop)

@@ -1,5 +1,5 @@
 // The notification bus.
-#include "bus.h"
+#include "sandbox/bus.h"
 
 #include <sys/un.h>
 
@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <stdexcept>
 
-#include "program.h"
+#include "sandbox/program.h"
 
 namespace norvik::sandbox {
 

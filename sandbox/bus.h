@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "root.h"
+#include "sandbox/root.h"
 
 namespace norvik::sandbox {
 

@@ -1,8 +1,8 @@
 // Stands in for the tool that sets permissions: an octal mode and a path.
 #include <charconv>
 
-#include "processes.h"
-#include "program.h"
+#include "sandbox/processes.h"
+#include "sandbox/program.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -4,8 +4,8 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "processes.h"
-#include "program.h"
+#include "sandbox/processes.h"
+#include "sandbox/program.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -1,5 +1,5 @@
 // Going into the background.
-#include "daemon.h"
+#include "sandbox/daemon.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -4,9 +4,9 @@
 #include <optional>
 #include <stdexcept>
 
-#include "platform/property_lists/codec.h"
-#include "processes.h"
-#include "program.h"
+#include "sandbox/processes.h"
+#include "sandbox/program.h"
+#include "src/adapters/property_lists/codec.h"
 
 namespace norvik::sandbox {
 namespace {

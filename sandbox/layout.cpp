@@ -1,9 +1,9 @@
 // The layout of a root, as tables.
-#include "layout.h"
+#include "sandbox/layout.h"
 
 #include <stdexcept>
 
-#include "platform/property_lists/codec.h"
+#include "src/adapters/property_lists/codec.h"
 
 namespace norvik::sandbox {
 

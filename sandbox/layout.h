@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "root.h"
+#include "sandbox/root.h"
 
 namespace norvik::sandbox {
 

@@ -1,6 +1,6 @@
 // Stands in for the tool that moves files: "-f", from, to.
-#include "processes.h"
-#include "program.h"
+#include "sandbox/processes.h"
+#include "sandbox/program.h"
 
 namespace norvik::sandbox {
 namespace {

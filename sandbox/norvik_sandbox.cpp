@@ -7,11 +7,11 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "bus.h"
-#include "layout.h"
-#include "processes.h"
-#include "program.h"
-#include "waits.h"
+#include "sandbox/bus.h"
+#include "sandbox/layout.h"
+#include "sandbox/processes.h"
+#include "sandbox/program.h"
+#include "sandbox/waits.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -1,7 +1,7 @@
 // The user agent's stand-in: reads its settings when it starts and on SIGUSR2, and logs them.
-#include "daemon.h"
-#include "program.h"
-#include "settings.h"
+#include "sandbox/daemon.h"
+#include "sandbox/program.h"
+#include "sandbox/settings.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "daemon.h"
-#include "program.h"
-#include "settings.h"
+#include "sandbox/daemon.h"
+#include "sandbox/program.h"
+#include "sandbox/settings.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -7,11 +7,11 @@
 
 #include <system_error>
 
-#include "daemon.h"
-#include "program.h"
-#include "services.h"
-#include "settings.h"
-#include "waits.h"
+#include "sandbox/daemon.h"
+#include "sandbox/program.h"
+#include "sandbox/services.h"
+#include "sandbox/settings.h"
+#include "sandbox/waits.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <iostream>
 
-#include "processes.h"
-#include "program.h"
-#include "waits.h"
+#include "sandbox/processes.h"
+#include "sandbox/program.h"
+#include "sandbox/waits.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -1,5 +1,5 @@
 // Processes from /proc.
-#include "processes.h"
+#include "sandbox/processes.h"
 
 #include <signal.h>
 #include <unistd.h>
@@ -9,7 +9,7 @@
 #include <sstream>
 #include <tuple>
 
-#include "waits.h"
+#include "sandbox/waits.h"
 
 namespace norvik::sandbox {
 

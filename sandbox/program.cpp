@@ -1,5 +1,5 @@
 // The common beginning of the stand-ins.
-#include "program.h"
+#include "sandbox/program.h"
 
 #include <fcntl.h>
 #include <spawn.h>

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "root.h"
+#include "sandbox/root.h"
 
 namespace norvik::sandbox {
 

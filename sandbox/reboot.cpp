@@ -1,5 +1,5 @@
 // Stands in for the tool that restarts the computer, and only says so in a log.
-#include "program.h"
+#include "sandbox/program.h"
 
 int main(int argc, char** argv) {
   using namespace norvik::sandbox;

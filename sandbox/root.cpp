@@ -1,5 +1,5 @@
 // The sandbox's root folder.
-#include "root.h"
+#include "sandbox/root.h"
 
 #include <fcntl.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // The daemon's services.
-#include "services.h"
+#include "sandbox/services.h"
 
 #include <netinet/in.h>
 #include <poll.h>

@@ -1,7 +1,7 @@
 // Settings files.
-#include "settings.h"
+#include "sandbox/settings.h"
 
-#include "platform/property_lists/codec.h"
+#include "src/adapters/property_lists/codec.h"
 
 namespace norvik::sandbox {
 

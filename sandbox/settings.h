@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/property_list.h"
-#include "root.h"
+#include "sandbox/root.h"
+#include "src/server/mac/platform/property_list.h"
 
 namespace norvik::sandbox {
 

@@ -4,7 +4,7 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "program.h"
+#include "sandbox/program.h"
 
 namespace norvik::sandbox {
 namespace {

@@ -1,5 +1,5 @@
 // Waiting by the sandbox's clock.
-#include "waits.h"
+#include "sandbox/waits.h"
 
 #include <charconv>
 #include <cmath>

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include "root.h"
+#include "sandbox/root.h"
 
 namespace norvik::sandbox {
 

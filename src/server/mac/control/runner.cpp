@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "pane/pane.h"
-#include "platform/platform.h"
-#include "stores/settings.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/stores/settings.h"
 
 namespace norvik {
 

@@ -1,15 +1,15 @@
 // Watching, starting and stopping the server daemon. Start and stop block while they count dots; the timer's
 // refreshes are held off for as long as the run loop is pumped.
-#include "control/server_process.h"
+#include "src/server/mac/control/server_process.h"
 
 #include <algorithm>
 #include <array>
 #include <string>
 
-#include "control/open_file.h"
-#include "pane/pane.h"
-#include "platform/platform.h"
-#include "stores/settings.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/open_file.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/stores/settings.h"
 
 namespace norvik {
 

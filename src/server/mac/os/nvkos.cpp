@@ -1,12 +1,12 @@
 // System and bundle versions, asked of the platform.
-#include "os/nvkos.h"
+#include "src/server/mac/os/nvkos.h"
 
 #include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "platform/platform.h"
+#include "src/server/mac/platform/platform.h"
 
 int32_t __nvkos_sys_ver[4] = {0, 0, 0, 0};
 const char __nvkos_sys_name[] = "MACOSX";

@@ -1,7 +1,7 @@
 // Apply: saves every changed group in a fixed order and makes what was saved take effect.
-#include "control/tool_commands.h"
-#include "pane/pane.h"
-#include "platform/platform.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

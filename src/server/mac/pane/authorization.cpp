@@ -1,9 +1,9 @@
 // Unlocking and locking the pane. Nothing is logged: a refusal is an answer, not a failure.
 #include <array>
 
-#include "control/tool_commands.h"
-#include "pane/pane.h"
-#include "platform/platform.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

@@ -1,7 +1,7 @@
 // The pane object's life: creation, start-up in its fixed order, being shown and hidden, the state timer,
 // tear-down.
-#include "pane/pane.h"
-#include "platform/platform.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

@@ -15,19 +15,19 @@
 #include <string_view>
 #include <vector>
 
-#include "control/server_process.h"
-#include "control/tool_commands.h"
-#include "platform/authorization.h"
-#include "platform/property_list.h"
-#include "platform/run_loop.h"
-#include "stores/line_file.h"
-#include "stores/open_files_limit.h"
-#include "stores/user_settings.h"
-#include "ui/addresses.h"
-#include "ui/control.h"
-#include "ui/interface_description.h"
-#include "ui/nvk_button.h"
-#include "ui/outline_view.h"
+#include "src/server/mac/control/server_process.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/platform/authorization.h"
+#include "src/server/mac/platform/property_list.h"
+#include "src/server/mac/platform/run_loop.h"
+#include "src/server/mac/stores/line_file.h"
+#include "src/server/mac/stores/open_files_limit.h"
+#include "src/server/mac/stores/user_settings.h"
+#include "src/server/mac/ui/addresses.h"
+#include "src/server/mac/ui/control.h"
+#include "src/server/mac/ui/interface_description.h"
+#include "src/server/mac/ui/nvk_button.h"
+#include "src/server/mac/ui/outline_view.h"
 
 namespace norvik {
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "ui/geometry.h"
+#include "src/server/mac/platform/geometry.h"
 
 namespace norvik {
 

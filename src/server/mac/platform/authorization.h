@@ -6,7 +6,7 @@
 #include <span>
 #include <string_view>
 
-#include "platform/files.h"
+#include "src/server/mac/platform/files.h"
 
 namespace norvik {
 

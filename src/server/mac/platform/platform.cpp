@@ -1,5 +1,5 @@
 // Keeps which computer is installed. Touches nothing else.
-#include "platform/platform.h"
+#include "src/server/mac/platform/platform.h"
 
 #include <cstdlib>
 

@@ -2,16 +2,16 @@
 // the set at start; the module asks nothing else of the machine.
 #pragma once
 
-#include "platform/application.h"
-#include "platform/assertions.h"
-#include "platform/authorization.h"
-#include "platform/files.h"
-#include "platform/host.h"
-#include "platform/processes.h"
-#include "platform/property_lists.h"
-#include "platform/run_loop.h"
-#include "platform/system_log.h"
-#include "platform/system_version.h"
+#include "src/server/mac/platform/application.h"
+#include "src/server/mac/platform/assertions.h"
+#include "src/server/mac/platform/authorization.h"
+#include "src/server/mac/platform/files.h"
+#include "src/server/mac/platform/host.h"
+#include "src/server/mac/platform/processes.h"
+#include "src/server/mac/platform/property_lists.h"
+#include "src/server/mac/platform/run_loop.h"
+#include "src/server/mac/platform/system_log.h"
+#include "src/server/mac/platform/system_version.h"
 
 namespace norvik {
 

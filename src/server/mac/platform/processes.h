@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/property_list.h"
+#include "src/server/mac/platform/property_list.h"
 
 namespace norvik {
 

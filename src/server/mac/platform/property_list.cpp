@@ -1,6 +1,6 @@
 // Look-up in property lists and the conversions of their values to what a setting wants. Pure computation on
 // the value given.
-#include "platform/property_list.h"
+#include "src/server/mac/platform/property_list.h"
 
 #include <cmath>
 

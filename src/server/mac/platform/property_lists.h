@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/property_list.h"
+#include "src/server/mac/platform/property_list.h"
 
 namespace norvik {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/processes.h"
+#include "src/server/mac/platform/processes.h"
 
 namespace norvik {
 

@@ -1,10 +1,10 @@
 // Reading and writing of line files, through the files port.
-#include "stores/line_file.h"
+#include "src/server/mac/stores/line_file.h"
 
-#include "control/open_file.h"
-#include "pane/pane.h"
-#include "platform/platform.h"
-#include "stores/unicode.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/open_file.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 

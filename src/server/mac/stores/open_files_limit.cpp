@@ -1,16 +1,16 @@
 // The open files limit: the kernel's values of now, and the line "limit maxfiles SOFT HARD" that the launch
 // daemon applies at the next start of the computer.
-#include "stores/open_files_limit.h"
+#include "src/server/mac/stores/open_files_limit.h"
 
 #include <array>
 #include <string>
 
-#include "control/tool_commands.h"
-#include "pane/pane.h"
-#include "platform/platform.h"
-#include "stores/line_file.h"
-#include "stores/settings.h"
-#include "stores/unicode.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/stores/line_file.h"
+#include "src/server/mac/stores/settings.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 

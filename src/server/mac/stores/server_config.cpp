@@ -1,9 +1,9 @@
 // The server's settings: their table, reading them from the configuration file, and whether the controls
 // differ from what was read. Two of them are the operating system's and are read from its own preference
 // files.
-#include "control/tool_commands.h"
-#include "platform/platform.h"
-#include "stores/settings.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/stores/settings.h"
 
 namespace norvik {
 

@@ -1,9 +1,9 @@
 // The short loops that every settings group is made of.
-#include "stores/settings.h"
+#include "src/server/mac/stores/settings.h"
 
 #include <string>
 
-#include "platform/platform.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

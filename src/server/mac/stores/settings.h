@@ -7,8 +7,8 @@
 #include <span>
 #include <variant>
 
-#include "pane/pane.h"
-#include "platform/property_list.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/property_list.h"
 
 namespace norvik {
 

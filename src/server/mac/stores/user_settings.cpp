@@ -1,9 +1,9 @@
 // The user's image and mouse settings, in the agent's preference file in the home folder. Needs no lock.
-#include "stores/user_settings.h"
+#include "src/server/mac/stores/user_settings.h"
 
-#include "platform/platform.h"
-#include "stores/settings.h"
-#include "ui/image_controls.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/stores/settings.h"
+#include "src/server/mac/ui/image_controls.h"
 
 namespace norvik {
 

@@ -1,5 +1,5 @@
 // The pending values: what the controls say at this moment. No accessor changes anything.
-#include "pane/pane.h"
+#include "src/server/mac/pane/pane.h"
 
 namespace norvik {
 

@@ -1,8 +1,8 @@
 // What a click on each control does. Every control sends the same action; the table says who answers it. No
 // action writes a stored value: what is pending lives in the controls until it is applied.
-#include "pane/pane.h"
-#include "platform/platform.h"
-#include "ui/image_controls.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
+#include "src/server/mac/ui/image_controls.h"
 
 namespace norvik {
 

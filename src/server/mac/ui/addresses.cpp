@@ -1,12 +1,12 @@
 // Finds how this computer is reached, once for each process, and forms the two sentences about it.
-#include "ui/addresses.h"
+#include "src/server/mac/ui/addresses.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
 
-#include "pane/pane.h"
-#include "platform/platform.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

@@ -1,5 +1,5 @@
 // State of the controls, and telling their observer of what really changed.
-#include "ui/control.h"
+#include "src/server/mac/ui/control.h"
 
 #include <algorithm>
 #include <charconv>

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/geometry.h"
-#include "ui/interface_description.h"
+#include "src/server/mac/platform/geometry.h"
+#include "src/server/mac/ui/interface_description.h"
 
 namespace norvik {
 

@@ -2,7 +2,7 @@
 #include <string_view>
 #include <utility>
 
-#include "pane/pane.h"
+#include "src/server/mac/pane/pane.h"
 
 namespace norvik {
 

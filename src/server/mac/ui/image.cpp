@@ -1,5 +1,5 @@
 // Compositing arithmetic on eight-bit premultiplied pixels.
-#include "ui/image.h"
+#include "src/server/mac/ui/image.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "ui/geometry.h"
+#include "src/server/mac/platform/geometry.h"
 
 namespace norvik {
 

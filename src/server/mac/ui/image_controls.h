@@ -2,7 +2,7 @@
 // follows the server's values is filled from the one, the agent's file from the other.
 #pragma once
 
-#include "pane/pane.h"
+#include "src/server/mac/pane/pane.h"
 
 namespace norvik {
 

@@ -1,7 +1,7 @@
 // Reads the interface description out of a property list. The keys of each record stand in a table and one
 // loop reads any record. A key that no table has is an error, so a slip of the pen in the resource is found
 // when the resource is read. Standard library only.
-#include "ui/interface_description.h"
+#include "src/server/mac/ui/interface_description.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@
 #include <span>
 #include <utility>
 
-#include "ui/interface_description_rules.h"
+#include "src/server/mac/ui/interface_description_rules.h"
 
 namespace norvik {
 

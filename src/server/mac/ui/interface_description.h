@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/property_list.h"
-#include "ui/geometry.h"
+#include "src/server/mac/platform/geometry.h"
+#include "src/server/mac/platform/property_list.h"
 
 namespace norvik {
 

@@ -1,5 +1,5 @@
 // The rules of an interface description, most of them as tables. Standard library only.
-#include "ui/interface_description_rules.h"
+#include "src/server/mac/ui/interface_description_rules.h"
 
 #include <cstddef>
 #include <map>

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/property_list.h"
-#include "ui/interface_description.h"
+#include "src/server/mac/platform/property_list.h"
+#include "src/server/mac/ui/interface_description.h"
 
 namespace norvik::description_rules {
 

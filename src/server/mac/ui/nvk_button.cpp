@@ -1,11 +1,11 @@
 // Drawing of the tinted button, and making its cell out of one that a plain button was described with.
-#include "ui/nvk_button.h"
+#include "src/server/mac/ui/nvk_button.h"
 
 #include <cmath>
 #include <new>
 #include <utility>
 
-#include "platform/platform.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "ui/control.h"
-#include "ui/geometry.h"
-#include "ui/image.h"
+#include "src/server/mac/platform/geometry.h"
+#include "src/server/mac/ui/control.h"
+#include "src/server/mac/ui/image.h"
 
 namespace norvik {
 

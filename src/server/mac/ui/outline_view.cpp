@@ -1,5 +1,5 @@
 // Rows, selection and page switching of the sidebar's two views.
-#include "ui/outline_view.h"
+#include "src/server/mac/ui/outline_view.h"
 
 #include <algorithm>
 #include <utility>

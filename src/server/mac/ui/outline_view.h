@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "ui/control.h"
+#include "src/server/mac/ui/control.h"
 
 namespace norvik {
 

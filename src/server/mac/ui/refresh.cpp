@@ -2,8 +2,8 @@
 // sets nothing that is set already and makes no text anew that is the same.
 #include <string_view>
 
-#include "pane/pane.h"
-#include "platform/platform.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/platform.h"
 
 namespace norvik {
 

@@ -1,7 +1,7 @@
 // The sidebar: two groups of pages, the administrator's greyed while locked. The tree is built once and kept.
 #include <algorithm>
 
-#include "pane/pane.h"
+#include "src/server/mac/pane/pane.h"
 
 namespace norvik {
 

@@ -1,0 +1,116 @@
+// Opening, reading and writing whole files over the system calls.
+#include "src/adapters/linux/descriptors.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <ctime>
+#include <utility>
+
+namespace norvik {
+
+namespace {
+
+constexpr mode_t kNewFileMode = 0666;  // less the umask
+
+sigset_t brokenPipe() {
+  sigset_t set;
+  sigemptyset(&set);
+  sigaddset(&set, SIGPIPE);
+  return set;
+}
+
+// O_NONBLOCK keeps the opening of a pipe or a device from waiting for its other end. From then on reads and
+// writes wait as usual, so that a short count means an error and not bad timing.
+Descriptor openAtOnce(const std::string& path, int flags) {
+  Descriptor file(::open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, kNewFileMode));
+  if (!file) return file;
+  const int status = ::fcntl(file.number(), F_GETFL);
+  ::fcntl(file.number(), F_SETFL, status & ~O_NONBLOCK);
+  return file;
+}
+
+}  // namespace
+
+Descriptor& Descriptor::operator=(Descriptor&& other) noexcept {
+  if (this != &other) {
+    reset();
+    number_ = other.release();
+  }
+  return *this;
+}
+
+int Descriptor::release() {
+  return std::exchange(number_, -1);
+}
+
+void Descriptor::reset() {
+  if (number_ >= 0) ::close(number_);
+  number_ = -1;
+}
+
+Descriptor openForReading(const std::string& path) {
+  Descriptor file = openAtOnce(path, O_RDONLY);
+  // The system opens a directory for reading and fails only at the first read, which is too late.
+  struct stat status {};
+  if (file && (::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode))) file.reset();
+  return file;
+}
+
+Descriptor openForWriting(const std::string& path) {
+  return openAtOnce(path, O_WRONLY | O_CREAT | O_TRUNC);
+}
+
+std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
+  const Descriptor file = openForReading(path);
+  struct stat status {};
+  if (!file || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  if (static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
+  std::string bytes;
+  bytes.reserve(static_cast<std::size_t>(status.st_size));
+  std::array<char, 16384> block;
+  for (;;) {
+    const ssize_t count = ::read(file.number(), block.data(), block.size());
+    if (count == 0) return bytes;
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return std::nullopt;
+    bytes.append(block.data(), static_cast<std::size_t>(count));
+    if (bytes.size() > limit) return std::nullopt;  // grew since it was measured
+  }
+}
+
+bool writeAll(const Descriptor& file, std::string_view bytes) {
+  const BrokenPipeGuard guard;
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(file.number(), bytes.data(), bytes.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count <= 0) return false;
+    bytes.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+BrokenPipeGuard::BrokenPipeGuard() {
+  sigset_t pending;
+  sigpending(&pending);
+  wasPending_ = sigismember(&pending, SIGPIPE) == 1;
+  const sigset_t set = brokenPipe();
+  sigset_t before;
+  pthread_sigmask(SIG_BLOCK, &set, &before);
+  wasBlocked_ = sigismember(&before, SIGPIPE) == 1;
+}
+
+BrokenPipeGuard::~BrokenPipeGuard() {
+  const int error = errno;
+  const sigset_t set = brokenPipe();
+  const timespec atOnce{};
+  if (!wasPending_) sigtimedwait(&set, nullptr, &atOnce);  // takes away what our own write raised
+  if (!wasBlocked_) pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+  errno = error;
+}
+
+}  // namespace norvik

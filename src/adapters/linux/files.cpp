@@ -1,0 +1,72 @@
+// Streams over descriptors that were opened without waiting.
+#include "src/adapters/linux/files.h"
+
+#include <sys/stat.h>
+
+#include <cerrno>
+
+namespace norvik {
+
+namespace {
+
+FILE* stream(FileRef file) {
+  return reinterpret_cast<FILE*>(file);
+}
+
+FileRef streamOver(Descriptor descriptor, const char* mode) {
+  if (!descriptor) return nullptr;
+  FILE* opened = ::fdopen(descriptor.number(), mode);
+  if (opened != nullptr) descriptor.release();  // the stream owns it now
+  return reinterpret_cast<FileRef>(opened);
+}
+
+}  // namespace
+
+FileRef readingStream(Descriptor descriptor) {
+  return streamOver(std::move(descriptor), "rb");
+}
+
+FileRef LinuxFiles::fopen(const char* path, FileMode mode) {
+  const std::string place = root_.onDisk(path);
+  if (mode == FileMode::readBinary) return readingStream(openForReading(place));
+  const FileRef file = streamOver(openForWriting(place), "wb");
+  // Without a buffer a full disk shows at the write that it stops, and not at a close whose result nobody
+  // has.
+  if (file != nullptr) std::setvbuf(stream(file), nullptr, _IONBF, 0);
+  return file;
+}
+
+int LinuxFiles::fseek(FileRef file, int64_t offset, SeekOrigin origin) {
+  return ::fseeko(stream(file), offset, origin == SeekOrigin::start ? SEEK_SET : SEEK_END);
+}
+
+int64_t LinuxFiles::ftell(FileRef file) {
+  return ::ftello(stream(file));
+}
+
+std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
+  std::size_t done = 0;
+  // A signal that the host handles may cut a read of a pipe short; that is no error of the file.
+  while (done < size) {
+    errno = 0;
+    done += std::fread(static_cast<char*>(bytes) + done, 1, size - done, stream(file));
+    if (done == size || std::ferror(stream(file)) == 0 || errno != EINTR) break;
+    std::clearerr(stream(file));
+  }
+  return done;
+}
+
+std::size_t LinuxFiles::fwrite(const void* bytes, std::size_t size, FileRef file) {
+  const BrokenPipeGuard guard;
+  return std::fwrite(bytes, 1, size, stream(file));
+}
+
+void LinuxFiles::fclose(FileRef file) {
+  std::fclose(stream(file));
+}
+
+int LinuxFiles::mkdir(const char* path, uint32_t mode) {
+  return ::mkdir(root_.onDisk(path).c_str(), static_cast<mode_t>(mode));
+}
+
+}  // namespace norvik

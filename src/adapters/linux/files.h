@@ -1,0 +1,32 @@
+// The files port over the C library's streams. A stream reference is a FILE pointer in disguise, which is how
+// the pipe of a privileged tool can be read and closed through this port too.
+#pragma once
+
+#include <cstdio>
+
+#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/linux/root_folder.h"
+#include "src/server/mac/platform/files.h"
+
+namespace norvik {
+
+class LinuxFiles : public Files {
+ public:
+  explicit LinuxFiles(RootFolder root) : root_(std::move(root)) {}
+
+  FileRef fopen(const char* path, FileMode mode) override;
+  int fseek(FileRef file, int64_t offset, SeekOrigin origin) override;
+  int64_t ftell(FileRef file) override;
+  std::size_t fread(void* bytes, std::size_t size, FileRef file) override;
+  std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override;
+  void fclose(FileRef file) override;
+  int mkdir(const char* path, uint32_t mode) override;
+
+ private:
+  RootFolder root_;
+};
+
+// A stream that reads from the descriptor and owns it, for LinuxFiles to read and close; null on failure.
+FileRef readingStream(Descriptor descriptor);
+
+}  // namespace norvik

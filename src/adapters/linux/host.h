@@ -1,0 +1,14 @@
+// The host port: name and interface addresses as the system has them.
+#pragma once
+
+#include "src/server/mac/platform/host.h"
+
+namespace norvik {
+
+class LinuxHost : public Host {
+ public:
+  int gethostname(char* name, std::size_t size) override;
+  std::vector<std::optional<std::string>> addresses() override;
+};
+
+}  // namespace norvik

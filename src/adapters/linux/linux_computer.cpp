@@ -1,0 +1,70 @@
+// Puts the ports together.
+#include "src/adapters/linux/linux_computer.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace norvik {
+
+namespace {
+
+// How long, by the computer's clock, a tool that does not end holds up the next one.
+constexpr std::chrono::duration<double> kLongestToolWait{10};
+
+std::chrono::milliseconds atSpeed(std::chrono::duration<double> time, double speed) {
+  return std::chrono::ceil<std::chrono::milliseconds>(time / speed);
+}
+
+// A tool runs in a working folder of its own, so the root that it is told must not depend on ours.
+RootFolder absoluteRoot(const std::string& root) {
+  if (root.empty()) return RootFolder();
+  std::error_code error;
+  const std::filesystem::path path = std::filesystem::absolute(root, error);
+  return RootFolder(error ? root : path.lexically_normal().string());
+}
+
+std::string withoutSlash(std::string path) {
+  while (path.ends_with('/')) path.pop_back();
+  return path;
+}
+
+}  // namespace
+
+LinuxComputerOptions::LinuxComputerOptions() : user(::getuid()) {}
+
+LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
+    : LinuxComputer(options, absoluteRoot(options.root)) {}
+
+LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
+    : tools_(root, atSpeed(kLongestToolWait, options.speed)),
+      files(root),
+      propertyLists(root, withoutSlash(options.home)),
+      processManager(root, options.user),
+      posix(options.speed),
+      authorization(tools_, options.authorization),
+      notifications(options.busAddress),
+      bundles(root, options.bundleFolders),
+      log(options.syslogIdent, options.logObserver),
+      assertions(log) {}
+
+Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
+  return {.application = own.application,
+          .alerts = own.alerts,
+          .workspace = own.workspace,
+          .notifications = own.notifications,
+          .drawing = own.drawing,
+          .runLoop = own.runLoop,
+          .authorization = authorization,
+          .files = files,
+          .propertyLists = propertyLists,
+          .processManager = processManager,
+          .posix = own.posix,
+          .host = host,
+          .systemVersion = systemVersion,
+          .bundles = bundles,
+          .log = log,
+          .assertions = assertions};
+}
+
+}  // namespace norvik

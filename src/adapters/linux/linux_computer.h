@@ -1,0 +1,97 @@
+// The computer that the program runs on, or a sandbox on it: every port that needs no toolkit, over the
+// system's own services. A host adds its own alert panels, workspace, application and drawing, and may
+// replace the run loop.
+#pragma once
+
+#include <sys/types.h>
+
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "src/adapters/linux/authorization.h"
+#include "src/adapters/linux/bundles.h"
+#include "src/adapters/linux/files.h"
+#include "src/adapters/linux/host.h"
+#include "src/adapters/linux/notifications.h"
+#include "src/adapters/linux/posix_processes.h"
+#include "src/adapters/linux/process_manager.h"
+#include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/linux/run_loop.h"
+#include "src/adapters/linux/system_log.h"
+#include "src/adapters/linux/system_version.h"
+#include "src/adapters/linux/tool_launcher.h"
+#include "src/server/mac/platform/platform.h"
+
+namespace norvik {
+
+// All paths but the root are the computer's own: a program's "/Users/user" lies below the root.
+struct LinuxComputerOptions {
+  std::string root;        // in front of every absolute path; empty for the system's own
+  std::string home;        // what a leading "~" stands for
+  std::string busAddress;  // of the bus for notifications; empty for none
+  double speed = 1;        // how much faster than the clock waits go by; 0.001 to 1000000
+  std::vector<std::string> bundleFolders;
+  std::string syslogIdent;  // before each line of the log; empty for the program's name
+  uid_t user;               // whose processes the process manager lists
+  LinuxAuthorization::InteractivePolicy authorization;  // asked where a person may be; none refuses
+  LinuxSystemLog::Observer logObserver;                 // shown each line of the log; may be none
+
+  LinuxComputerOptions();  // for the user who runs the program
+};
+
+// This system as the user who runs the program has it: home folder and bus from the environment. Nobody is an
+// administrator until the host gives a policy.
+LinuxComputerOptions systemOptions();
+
+// The sandbox in the folder `directory`, by the files in its folder .norvik: `bus` (an address), `clock` (a
+// speed) and `authorization` ("granted" or "refused", read at each request). A file that is missing or makes
+// no sense means no bus, the real time, refused.
+LinuxComputerOptions sandboxOptions(const std::string& directory);
+
+// The ports that a host has of its own, or chooses among the computer's. Borrowed.
+struct FrontEndInterfaces {
+  HostApplication& application;
+  AlertPanels& alerts;
+  Workspace& workspace;
+  DistributedNotificationCenter& notifications;
+  Drawing& drawing;
+  RunLoop& runLoop;
+  PosixProcesses& posix;
+};
+
+class LinuxComputer {
+ public:
+  explicit LinuxComputer(const LinuxComputerOptions& options);
+  LinuxComputer(const LinuxComputer&) = delete;
+  LinuxComputer& operator=(const LinuxComputer&) = delete;
+
+  // Blocks until every tool that was started has ended, so that a host may show what came of them. False when
+  // the limit passed first; the tools go on either way, also when the host ends.
+  bool waitForTools(std::chrono::milliseconds limit) { return tools_.waitForAll(limit); }
+
+  // All ports, as a host installs them: its own, and the computer's for all others.
+  Platform platformFor(const FrontEndInterfaces& own);
+
+ private:
+  LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root);
+
+  ToolLauncher tools_;
+
+ public:
+  // The ports; each lives as long as the computer.
+  LinuxFiles files;
+  LinuxPropertyListFiles propertyLists;
+  LinuxProcessManager processManager;
+  LinuxPosixProcesses posix;
+  LinuxAuthorization authorization;
+  LinuxNotificationCenter notifications;
+  LinuxRunLoop runLoop;
+  LinuxHost host;
+  LinuxSystemVersion systemVersion;
+  LinuxBundles bundles;
+  LinuxSystemLog log;
+  LinuxAssertionHandler assertions;
+};
+
+}  // namespace norvik

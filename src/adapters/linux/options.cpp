@@ -1,0 +1,69 @@
+// The two usual computers: this system, and a sandbox.
+#include <pwd.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <cstdlib>
+
+#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/linux/linux_computer.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr std::size_t kLongestSetting = 4096;
+
+// A clock beyond these is a mistake of whoever wrote the file.
+constexpr double kSlowest = 0.001;
+constexpr double kFastest = 1000000;
+
+std::string environment(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+std::string homeFolder() {
+  std::string home = environment("HOME");
+  const passwd* entry = home.empty() ? ::getpwuid(::getuid()) : nullptr;
+  return entry != nullptr ? entry->pw_dir : home;
+}
+
+// The text of a file of the sandbox's own without white space around it; empty where it is missing.
+std::string setting(const std::string& directory, const char* name) {
+  constexpr const char* kSpace = " \t\r\n";
+  const std::string text = readRegularFile(directory + "/.norvik/" + name, kLongestSetting).value_or("");
+  const std::size_t begin = text.find_first_not_of(kSpace);
+  if (begin == std::string::npos) return {};
+  return text.substr(begin, text.find_last_not_of(kSpace) + 1 - begin);
+}
+
+double speed(const std::string& text) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  const bool isWhole = error == std::errc() && end == text.data() + text.size();
+  return isWhole && value >= kSlowest && value <= kFastest ? value : 1;
+}
+
+}  // namespace
+
+LinuxComputerOptions systemOptions() {
+  LinuxComputerOptions options;
+  options.home = homeFolder();
+  options.busAddress = environment("DBUS_SESSION_BUS_ADDRESS");
+  options.bundleFolders = {"/Applications", "/Library/PreferencePanes", options.home + "/Applications"};
+  return options;
+}
+
+LinuxComputerOptions sandboxOptions(const std::string& directory) {
+  LinuxComputerOptions options;
+  options.root = directory;
+  options.home = "/Users/user";
+  options.busAddress = setting(directory, "bus");
+  options.speed = speed(setting(directory, "clock"));
+  options.bundleFolders = {"/Applications"};
+  options.authorization = [directory] { return setting(directory, "authorization") == "granted"; };
+  return options;
+}
+
+}  // namespace norvik

@@ -1,0 +1,34 @@
+// The process manager port over /proc. It lists applications only: a process whose executable lives in no
+// bundle has neither type nor creator, and a caller that walks the list may stop at the first process without
+// them, so such a process must not stand in the list at all.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+
+#include "src/adapters/linux/root_folder.h"
+#include "src/server/mac/platform/processes.h"
+
+namespace norvik {
+
+class LinuxProcessManager : public ProcessManager {
+ public:
+  // Lists the processes of `user` whose executable lies below the root.
+  LinuxProcessManager(const RootFolder& root, uid_t user);
+
+  OSErr GetNextProcess(ProcessSerialNumber& process) override;
+  OSErr GetProcessInformation(const ProcessSerialNumber& process, ProcessInfoRec& information) override;
+  std::optional<PropertyList> ProcessInformationCopyDictionary(const ProcessSerialNumber& process) override;
+  OSErr GetProcessPID(const ProcessSerialNumber& process, int32_t& pid) override;
+
+ private:
+  // The bundle of a process of the user; empty where the process is gone, another user's or of no bundle.
+  std::string bundleOf(uint32_t pid) const;
+  std::string bundleOf(const ProcessSerialNumber& process) const;
+
+  RootFolder root_;
+  uid_t user_;
+};
+
+}  // namespace norvik

@@ -1,0 +1,32 @@
+// Reads a property list only after its size is known to be within the codec's limit; writes in place.
+#include "src/adapters/linux/property_list_files.h"
+
+#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/property_lists/codec.h"
+
+namespace norvik {
+
+std::optional<PropertyList> readDictionary(const std::string& diskPath) {
+  const std::optional<std::string> bytes = readRegularFile(diskPath, kMaxPropertyListBytes);
+  if (!bytes) return std::nullopt;
+  std::optional<PropertyList> list = decodePropertyList(*bytes);
+  if (list && list->as<PropertyList::Dictionary>() == nullptr) list.reset();
+  return list;
+}
+
+std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile(const std::string& path) {
+  return readDictionary(root_.onDisk(path));
+}
+
+bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
+  const std::string text = encodeXmlPropertyList(dictionary);  // before the file is emptied
+  const Descriptor file = openForWriting(root_.onDisk(path));
+  return file && writeAll(file, text);
+}
+
+std::string LinuxPropertyListFiles::stringByExpandingTildeInPath(std::string_view path) {
+  const bool isOwnHome = path == "~" || path.starts_with("~/");
+  return isOwnHome ? home_ + std::string(path.substr(1)) : std::string(path);
+}
+
+}  // namespace norvik

@@ -1,0 +1,155 @@
+// The lexer of the XML format.
+#include "src/adapters/property_lists/xml_lexer.h"
+
+#include <charconv>
+#include <utility>
+
+#include "src/adapters/property_lists/unicode.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr std::string_view kSpace = " \t\r\n";
+constexpr std::string_view kNameEnd = " \t\r\n/><=\"'";
+
+struct Entity {
+  std::string_view name;
+  char character;
+};
+constexpr Entity kEntities[] = {{"lt", '<'}, {"gt", '>'}, {"amp", '&'}, {"quot", '"'}, {"apos", '\''}};
+
+}  // namespace
+
+bool XmlLexer::take(std::string_view prefix) {
+  if (!rest_.starts_with(prefix)) return false;
+  rest_.remove_prefix(prefix.size());
+  return true;
+}
+
+// Passes over everything to the end of the next `end`.
+bool XmlLexer::passTo(std::string_view end) {
+  size_t at = rest_.find(end);
+  if (at == std::string_view::npos) return false;
+  rest_.remove_prefix(at + end.size());
+  return true;
+}
+
+XmlLexer::Token XmlLexer::next() {
+  while (!rest_.empty()) {
+    bool passed = true;
+    if (take("<!--")) {
+      passed = passTo("-->");
+    } else if (take("<?")) {
+      passed = passTo("?>");
+    } else if (take("<!DOCTYPE")) {
+      passed = passDocumentType();
+    } else if (rest_.front() != '<' || rest_.starts_with("<![CDATA[")) {
+      return text();
+    } else {
+      return element();
+    }
+    if (!passed) return {Kind::kDamage, {}, {}};
+  }
+  return {Kind::kEndOfText, {}, {}};
+}
+
+XmlLexer::Token XmlLexer::element() {
+  rest_.remove_prefix(1);
+  Kind kind = take("/") ? Kind::kEnd : Kind::kStart;
+  std::string_view name = rest_.substr(0, rest_.find_first_of(kNameEnd));
+  rest_.remove_prefix(name.size());
+  if (name.empty() || !passAttributes()) return {Kind::kDamage, {}, {}};
+  if (kind == Kind::kStart && take("/")) kind = Kind::kEmpty;
+  if (!take(">")) return {Kind::kDamage, {}, {}};
+  return {kind, name, {}};
+}
+
+bool XmlLexer::passAttributes() {
+  while (true) {
+    size_t space = rest_.find_first_not_of(kSpace);
+    if (space == std::string_view::npos) return false;
+    rest_.remove_prefix(space);
+    if (rest_.front() == '/' || rest_.front() == '>') return true;
+    size_t name = rest_.find_first_of(kNameEnd);
+    if (space == 0 || name == 0 || name == std::string_view::npos) return false;
+    rest_.remove_prefix(name);
+    size_t equals = rest_.find_first_not_of(kSpace);
+    if (equals == std::string_view::npos || rest_[equals] != '=') return false;
+    size_t value = rest_.find_first_not_of(kSpace, equals + 1);
+    if (value == std::string_view::npos || (rest_[value] != '"' && rest_[value] != '\'')) return false;
+    size_t end = rest_.find(rest_[value], value + 1);
+    if (end == std::string_view::npos || rest_.substr(value, end - value).find('<') != std::string_view::npos)
+      return false;
+    rest_.remove_prefix(end + 1);
+  }
+}
+
+// Declarations inside a document type are passed over unread: an entity of a file's own is no entity to us,
+// which also keeps entities that double from growing without end.
+bool XmlLexer::passDocumentType() {
+  bool internal = false;
+  while (!rest_.empty()) {
+    char c = rest_.front();
+    if (take("<!--")) {
+      if (!passTo("-->")) return false;
+      continue;
+    }
+    rest_.remove_prefix(1);
+    if (c == '[') internal = true;
+    if (c == ']') internal = false;
+    if (c == '>' && !internal) return true;
+    if ((c == '"' || c == '\'') && !passTo(std::string_view(&c, 1))) return false;
+  }
+  return false;
+}
+
+XmlLexer::Token XmlLexer::text() {
+  Token token{Kind::kText, {}, {}};
+  while (!rest_.empty()) {
+    if (take("<![CDATA[")) {
+      size_t end = rest_.find("]]>");
+      if (end == std::string_view::npos) return {Kind::kDamage, {}, {}};
+      token.text += rest_.substr(0, end);
+      rest_.remove_prefix(end + 3);
+      continue;
+    }
+    if (rest_.front() == '<') break;
+    if (take("&")) {
+      if (!reference(token.text)) return {Kind::kDamage, {}, {}};
+      continue;
+    }
+    size_t plain = std::min(rest_.find_first_of("<&"), rest_.size());
+    token.text += rest_.substr(0, plain);
+    rest_.remove_prefix(plain);
+  }
+  return token;
+}
+
+bool XmlLexer::reference(std::string& to) {
+  // The longest that has a meaning is a number with some zeros before it; no bound would cost a search of the
+  // whole rest for every lone "&".
+  constexpr size_t kLongest = 32;
+  size_t end = rest_.substr(0, kLongest).find(';');
+  if (end == std::string_view::npos) return false;
+  std::string_view name = rest_.substr(0, end);
+  rest_.remove_prefix(end + 1);
+  if (name.starts_with('#')) {
+    bool hexadecimal = name.starts_with("#x");
+    name.remove_prefix(hexadecimal ? 2 : 1);
+    uint32_t number = 0;
+    auto [stop, error] =
+        std::from_chars(name.data(), name.data() + name.size(), number, hexadecimal ? 16 : 10);
+    if (error != std::errc{} || stop != name.data() + name.size() || !isScalar(number)) return false;
+    appendUtf8(to, number);
+    return true;
+  }
+  for (const Entity& entity : kEntities) {
+    if (entity.name != name) continue;
+    to += entity.character;
+    return true;
+  }
+  return false;
+}
+
+}  // namespace norvik

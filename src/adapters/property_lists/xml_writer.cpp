@@ -1,0 +1,103 @@
+// Values to the XML format. Our own few lines, because the packaged library's writer loses the sign of a zero
+// and writes a carriage return in a way that a reader must take for a line feed.
+#include "src/adapters/property_lists/codec.h"
+#include "src/adapters/property_lists/scalars.h"
+#include "src/adapters/property_lists/unicode.h"
+
+namespace norvik {
+
+namespace {
+
+// A character that XML would drop or change when it stood for itself becomes a reference.
+void appendText(std::string& xml, std::string_view text) {
+  while (!text.empty()) {
+    char32_t c = takeUtf8(text).value_or(kReplacement);
+    bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
+    if (c == '&')
+      xml += "&amp;";
+    else if (c == '<')
+      xml += "&lt;";
+    else if (c == '>')
+      xml += "&gt;";
+    else if (control)
+      xml += "&#" + std::to_string(static_cast<uint32_t>(c)) + ";";
+    else
+      appendUtf8(xml, c);
+  }
+}
+
+class XmlWriter {
+ public:
+  std::string finish(const PropertyList& root) {
+    xml_ =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+        "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
+        "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
+        "<plist version=\"1.0\">\n";
+    write(root);
+    return xml_ + "</plist>\n";
+  }
+
+  void operator()(const PropertyList::Dictionary& entries) {
+    if (entries.empty()) return line("<dict/>");
+    line("<dict>");
+    ++indent_;
+    for (const auto& [key, entry] : entries) {
+      element("key", key);
+      write(entry);
+    }
+    --indent_;
+    line("</dict>");
+  }
+
+  void operator()(const PropertyList::Array& items) {
+    if (items.empty()) return line("<array/>");
+    line("<array>");
+    ++indent_;
+    for (const PropertyList& item : items) write(item);
+    --indent_;
+    line("</array>");
+  }
+
+  void operator()(const std::string& text) { element("string", text); }
+  void operator()(bool value) { line(value ? "<true/>" : "<false/>"); }
+  void operator()(int64_t value) { element("integer", std::to_string(value)); }
+  void operator()(uint64_t value) { element("integer", std::to_string(value)); }
+  void operator()(double value) { element("real", formatReal(value)); }
+  void operator()(const PropertyList::Date& date) { element("date", formatDate(date.seconds)); }
+
+  void operator()(const PropertyList::Data& data) {
+    constexpr size_t kLineBytes = 57;  // 76 characters, the usual width
+    line("<data>");
+    for (size_t i = 0; i < data.bytes.size(); i += kLineBytes)
+      line(formatBase64(std::string_view(data.bytes).substr(i, kLineBytes)));
+    line("</data>");
+  }
+
+ private:
+  void write(const PropertyList& list) { std::visit(*this, list.value()); }
+
+  void line(std::string_view text) {
+    xml_.append(indent_, '\t');
+    xml_.append(text);
+    xml_ += '\n';
+  }
+
+  void element(std::string_view name, std::string_view text) {
+    xml_.append(indent_, '\t');
+    xml_.append("<").append(name).append(">");
+    appendText(xml_, text);
+    xml_.append("</").append(name).append(">\n");
+  }
+
+  std::string xml_;
+  size_t indent_ = 0;
+};
+
+}  // namespace
+
+std::string encodeXmlPropertyList(const PropertyList& list) {
+  return XmlWriter().finish(list);
+}
+
+}  // namespace norvik

@@ -1,0 +1,67 @@
+// The authorization service of the simulated computer: which requests are granted, and which tools it
+// launches.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "src/adapters/simulated/effects.h"
+#include "src/adapters/simulated/files.h"
+#include "src/adapters/simulated/tools.h"
+#include "src/server/mac/platform/authorization.h"
+
+namespace norvik {
+
+class SimulatedAuthorization : public AuthorizationService {
+ public:
+  SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const EffectReporter& effects);
+  ~SimulatedAuthorization() override;
+
+  // What a request without (with) interaction gets, and whether a reference can be made.
+  void setSilentGranted(bool granted) { silentGranted_ = granted; }
+  void setInteractiveGranted(bool granted) { interactiveGranted_ = granted; }
+  void setCreateGranted(bool granted) { createGranted_ = granted; }
+  // Launches of the tool are refused, with any arguments or only with that first one.
+  void refuse(const std::string& tool, const std::optional<std::string>& firstArgument);
+  // Launches of the tool are accepted again, whatever was refused.
+  void accept(const std::string& tool) { refused_.erase(tool); }
+  // Launches of the tool hand back no pipe.
+  void withholdPipe(const std::string& tool) { withoutPipe_.insert(tool); }
+
+  // How many references were made and not freed yet.
+  std::size_t references() const { return references_.size(); }
+
+  OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
+                               AuthorizationRef& authorization) override;
+  OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
+                                   AuthorizationFlags flags) override;
+  OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) override;
+  OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override;
+  OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
+                                              AuthorizationFlags flags, const char* const* arguments,
+                                              FileRef* communicationsPipe) override;
+
+ private:
+  struct Reference {};
+  // The refused first arguments of a tool; an entry without one refuses all.
+  using RefusedArguments = std::set<std::optional<std::string>>;
+
+  bool refuses(const std::string& tool, const Tools::Arguments& arguments) const;
+  bool holds(AuthorizationRef authorization) const;
+
+  Tools& tools_;
+  SimulatedFiles& files_;
+  const EffectReporter& effects_;
+  bool silentGranted_ = false;
+  bool interactiveGranted_ = true;
+  bool createGranted_ = true;
+  std::map<std::string, RefusedArguments> refused_;
+  std::set<std::string> withoutPipe_;
+  std::vector<std::unique_ptr<Reference>> references_;
+};
+
+}  // namespace norvik

@@ -1,0 +1,49 @@
+// The main run loop of the simulated computer, whose timers fire when a test says so, or when the simulated
+// clock has passed their date by the time of a pass.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "src/adapters/simulated/clock.h"
+#include "src/adapters/simulated/effects.h"
+#include "src/server/mac/platform/run_loop.h"
+
+namespace norvik {
+
+class SimulatedRunLoop : public RunLoop {
+ public:
+  SimulatedRunLoop(const SimulatedClock& clock, const EffectReporter& effects);
+  ~SimulatedRunLoop() override;
+
+  // Whether timers can be made.
+  void setTimerCreationGranted(bool granted) { creationGranted_ = granted; }
+  // Whether a pass fires the timers whose date has come; otherwise only `fire` does.
+  void setFiresInPasses(bool fires) { firesInPasses_ = fires; }
+  // The interval of a timer that was added and is valid; nothing for any other and for null.
+  std::optional<double> runningInterval(CFRunLoopTimerRef timer) const;
+  // Fires a running timer once, whatever the clock says. False where it does not run.
+  bool fire(CFRunLoopTimerRef timer);
+  // How many timers were made and not released yet.
+  std::size_t timers() const { return timers_.size(); }
+
+  CFRunLoopTimerRef CFRunLoopTimerCreate(double fireDate, double interval, CFRunLoopTimerCallBack callback,
+                                         const CFRunLoopTimerContext& context) override;
+  void CFRunLoopAddTimer(CFRunLoopTimerRef timer) override;
+  void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) override;
+  void CFRelease(CFRunLoopTimerRef timer) override;
+  void runOnceInDefaultMode() override;
+
+ private:
+  struct Timer;
+  Timer* find(CFRunLoopTimerRef timer) const;
+
+  const SimulatedClock& clock_;
+  const EffectReporter& effects_;
+  bool creationGranted_ = true;
+  bool firesInPasses_ = true;
+  std::vector<std::unique_ptr<Timer>> timers_;
+};
+
+}  // namespace norvik

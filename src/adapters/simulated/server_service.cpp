@@ -1,0 +1,81 @@
+// Launches take effect by counting sleeps; the pid file tells whether the daemon runs.
+#include "src/adapters/simulated/server_service.h"
+
+#include <algorithm>
+#include <cctype>
+
+#include "src/server/mac/platform/property_list.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr std::string_view kPidFile = "/var/run/nvkserverd.pid";
+constexpr std::size_t kPidTextLength = 31;
+constexpr uint32_t kSecond = 1'000'000;
+
+}  // namespace
+
+ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock)
+    : fileSystem_(fileSystem), processes_(processes) {
+  clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
+}
+
+// As whoever reads the file takes it: digits at the beginning of its first 31 bytes, of which the low 32 bits
+// count, and 0 for none; nothing for an empty file.
+std::optional<int32_t> ServerService::pidInFile() const {
+  const auto file = fileSystem_.find(kPidFile);
+  if (file == nullptr || file->bytes.empty()) return std::nullopt;
+  const std::string_view text = std::string_view(file->bytes).substr(0, kPidTextLength);
+  const std::size_t begin = text.find_first_not_of(" \t\n\v\f\r");
+  const bool isNumber =
+      begin != std::string_view::npos && std::isdigit(static_cast<unsigned char>(text[begin]));
+  return isNumber ? static_cast<int32_t>(leadingInteger(text)) : 0;
+}
+
+bool ServerService::daemonRuns() const {
+  const auto pid = pidInFile();
+  return pid && processes_.exists(*pid);
+}
+
+void ServerService::setDaemon(std::optional<int32_t> pid) {
+  if (!pid) return take(Change::down);
+  fileSystem_.put(kPidFile, std::to_string(*pid) + '\n');
+  processes_.setState(*pid, ProcessTable::State::alive);
+}
+
+void ServerService::take(Change change) {
+  if (change == Change::up) {
+    if (daemonRuns()) return;
+    // The daemon runs even where it has no folder to leave its pid file in.
+    if (const auto file = fileSystem_.create(kPidFile, FileSystem::kRoot)) {
+      file->bytes = std::to_string(startedPid_) + '\n';
+    }
+    processes_.setState(startedPid_, ProcessTable::State::alive);
+    return;
+  }
+  if (const auto pid = pidInFile()) processes_.forget(*pid);
+  fileSystem_.remove(kPidFile);
+}
+
+void ServerService::run(const std::vector<std::string>& arguments) {
+  if (arguments.empty()) return;
+  if (arguments[0] == "start" && !daemonRuns()) schedule(Change::up, startDelay_);
+  if (arguments[0] == "stop") schedule(Change::down, stopDelay_);
+}
+
+void ServerService::schedule(Change change, std::optional<int64_t> sleeps) {
+  if (!sleeps) return;
+  if (*sleeps == 0) return take(change);
+  pending_.push_back({change, *sleeps});
+}
+
+void ServerService::slept(uint32_t microseconds) {
+  if (microseconds != kSecond) return;
+  for (Pending& pending : pending_) {
+    if (--pending.sleeps == 0) take(pending.change);
+  }
+  std::erase_if(pending_, [](const Pending& pending) { return pending.sleeps == 0; });
+}
+
+}  // namespace norvik

@@ -1,0 +1,37 @@
+// Puts the parts together.
+#include "src/adapters/simulated/simulated_computer.h"
+
+namespace norvik {
+
+SimulatedComputer::SimulatedComputer()
+    : service(fileSystem, processes, clock),
+      tools(fileSystem, service),
+      files(fileSystem, fileFaults, effects),
+      propertyLists(fileSystem, fileFaults, effects),
+      processManager(processes),
+      posix(processes, clock, effects),
+      authorization(tools, files, effects),
+      alerts(effects),
+      workspace(effects),
+      notifications(effects),
+      drawing(effects),
+      runLoop(clock, effects),
+      log(effects),
+      platform_{.application = application,
+                .alerts = alerts,
+                .workspace = workspace,
+                .notifications = notifications,
+                .drawing = drawing,
+                .runLoop = runLoop,
+                .authorization = authorization,
+                .files = files,
+                .propertyLists = propertyLists,
+                .processManager = processManager,
+                .posix = posix,
+                .host = host,
+                .systemVersion = systemVersion,
+                .bundles = bundles,
+                .log = log,
+                .assertions = assertions} {}
+
+}  // namespace norvik

@@ -1,0 +1,68 @@
+// A whole computer in memory: every port over one world that a test sets up and looks at. Nothing of the
+// machine that it runs on can be seen through it: no clock, file, process or host name.
+//
+//   SimulatedComputer computer;
+//   computer.effects.setSink([](EffectKind, const std::string& line) { std::puts(line.c_str()); });
+//   computer.fileSystem.put("/etc/launchd.conf", "limit maxfiles 1024\n");
+//   computer.fileFaults.set(FileOperation::write, "/tmp/x", true);
+//   installPlatform(&computer.platform());
+#pragma once
+
+#include "src/adapters/simulated/application.h"
+#include "src/adapters/simulated/authorization.h"
+#include "src/adapters/simulated/bundles.h"
+#include "src/adapters/simulated/clock.h"
+#include "src/adapters/simulated/effects.h"
+#include "src/adapters/simulated/file_system.h"
+#include "src/adapters/simulated/files.h"
+#include "src/adapters/simulated/host.h"
+#include "src/adapters/simulated/outgoing.h"
+#include "src/adapters/simulated/processes.h"
+#include "src/adapters/simulated/property_list_files.h"
+#include "src/adapters/simulated/run_loop.h"
+#include "src/adapters/simulated/server_service.h"
+#include "src/adapters/simulated/tools.h"
+#include "src/server/mac/platform/platform.h"
+
+namespace norvik {
+
+// Each part can be set and asked by itself; a part that stands on another one comes after it.
+class SimulatedComputer {
+ public:
+  SimulatedComputer();
+  SimulatedComputer(const SimulatedComputer&) = delete;
+  SimulatedComputer& operator=(const SimulatedComputer&) = delete;
+
+  // The ports of this computer; lives as long as it does.
+  Platform& platform() { return platform_; }
+
+  EffectReporter effects;
+  SimulatedClock clock;
+  FileSystem fileSystem;
+  FileFaults fileFaults;
+  ProcessTable processes;
+  ServerService service;
+  Tools tools;
+
+  SimulatedFiles files;
+  SimulatedPropertyListFiles propertyLists;
+  SimulatedProcessManager processManager;
+  SimulatedPosixProcesses posix;
+  SimulatedAuthorization authorization;
+  SimulatedApplication application;
+  SimulatedAlertPanels alerts;
+  SimulatedWorkspace workspace;
+  SimulatedNotificationCenter notifications;
+  SimulatedDrawing drawing;
+  SimulatedRunLoop runLoop;
+  SimulatedHost host;
+  SimulatedSystemVersion systemVersion;
+  SimulatedBundles bundles;
+  SimulatedLog log;
+  SimulatedAssertionHandler assertions;
+
+ private:
+  Platform platform_;
+};
+
+}  // namespace norvik

@@ -1,0 +1,61 @@
+// Making a change from beginning to end, as every command that applies something does: rehearse, so that
+// nothing is begun that cannot be finished; work the controls; apply; see that it was saved.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "src/frontends/command/context.h"
+#include "src/frontends/command/session.h"
+
+namespace norvik::command {
+
+// What a command does at the controls of a pane.
+struct ChangeRequest {
+  bool requiresUnlock = true;        // the lock has to be opened first
+  bool rehearsesWhileLocked = true;  // can be rehearsed without what only the open lock lets one see
+  // Works the controls. Notes are for the person, whatever comes of it.
+  std::function<Error(Session&, std::vector<std::string>& notes)> edit;
+  std::vector<std::string> requested;          // settings that the person named
+  std::map<std::string, std::string> reasons;  // why a setting is changed that the person did not name
+};
+
+// The name of the one group of settings that others ask for by name.
+inline constexpr const char* kOpenFilesLimit = "open files limit";
+
+// A value that a person sees, before and after.
+struct Change {
+  std::string name;  // of a setting, or the label of a field that only shows something
+  std::string from, to;
+  nlohmann::ordered_json oldValue, newValue;
+  std::string because;  // why it changed where the person did not name it
+};
+
+struct Outcome {
+  Error error;
+  std::vector<std::string> notes;
+  std::vector<std::string> warnings;
+  std::vector<Change> changes;
+  std::vector<Question> questions;
+  bool applied = false;
+  std::vector<std::string> saved;    // groups of settings
+  std::vector<std::string> pending;  // settings that are still not saved
+  Effects effects;
+};
+
+// Carries the work out and writes what came of it; only what would come of it where `dryRun`. The answer is
+// the program's exit status.
+//
+// Nothing is touched before the whole of it has been rehearsed on a pane that is held back. A question that
+// nobody will be there to answer ends it there, whether it comes up while editing or only after saving.
+ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun);
+
+// The settings whose pending values differ from the stored ones.
+std::vector<std::string> pendingSettings(Session& session);
+
+}  // namespace norvik::command

@@ -1,0 +1,213 @@
+// The ports through which the pane changes something, each noting and, where told to, holding back.
+#include "src/frontends/command/recording_platform.h"
+
+namespace norvik::command {
+
+namespace {
+
+class RecordingAuthorization : public AuthorizationService {
+ public:
+  RecordingAuthorization(AuthorizationService& service, Mode mode, Effects& effects)
+      : service_(service), mode_(mode), effects_(effects) {}
+
+  OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
+                               AuthorizationRef& authorization) override {
+    if (mode_ != Mode::pretending) return service_.AuthorizationCreate(rights, flags, authorization);
+    // Any reference will do, as nobody but this object is shown it.
+    authorization = reinterpret_cast<AuthorizationRef>(this);
+    return errAuthorizationSuccess;
+  }
+
+  OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
+                                   AuthorizationFlags flags) override {
+    if (mode_ != Mode::pretending) return service_.AuthorizationCopyRights(authorization, rights, flags);
+    return (flags & kAuthorizationFlagInteractionAllowed) != 0 ? errAuthorizationSuccess
+                                                               : errAuthorizationDenied;
+  }
+
+  OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) override {
+    if (mode_ == Mode::pretending) return errAuthorizationSuccess;
+    return service_.AuthorizationRightRemove(authorization, name);
+  }
+
+  // A look keeps the rights, so that nobody is asked for a password again when it is done in earnest.
+  OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override {
+    if (mode_ == Mode::pretending) return errAuthorizationSuccess;
+    if (mode_ == Mode::looking) flags &= ~kAuthorizationFlagDestroyRights;
+    return service_.AuthorizationFree(authorization, flags);
+  }
+
+  OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
+                                              AuthorizationFlags flags, const char* const* arguments,
+                                              FileRef* communicationsPipe) override {
+    const bool reports = communicationsPipe != nullptr;
+    Launch launch{path, {}, reports, false};
+    for (const char* const* word = arguments; *word != nullptr; ++word) launch.arguments.emplace_back(*word);
+    OSStatus status = errAuthorizationSuccess;
+    if (mode_ == Mode::real || (mode_ == Mode::looking && reports)) {
+      status = service_.AuthorizationExecuteWithPrivileges(authorization, path, flags, arguments,
+                                                           communicationsPipe);
+    } else if (reports) {
+      *communicationsPipe = nullptr;
+    }
+    launch.refused = status != errAuthorizationSuccess;
+    effects_.launches.push_back(std::move(launch));
+    return status;
+  }
+
+ private:
+  AuthorizationService& service_;
+  Mode mode_;
+  Effects& effects_;
+};
+
+class RecordingFiles : public Files {
+ public:
+  RecordingFiles(Files& files, Mode mode) : files_(files), mode_(mode) {}
+
+  FileRef fopen(const char* path, FileMode mode) override {
+    if (mode == FileMode::writeBinary && mode_ != Mode::real) return nowhere();
+    return files_.fopen(path, mode);
+  }
+  int fseek(FileRef file, int64_t offset, SeekOrigin origin) override {
+    return file == nowhere() ? 0 : files_.fseek(file, offset, origin);
+  }
+  int64_t ftell(FileRef file) override { return file == nowhere() ? 0 : files_.ftell(file); }
+  std::size_t fread(void* bytes, std::size_t size, FileRef file) override {
+    return file == nowhere() ? 0 : files_.fread(bytes, size, file);
+  }
+  std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override {
+    return file == nowhere() ? size : files_.fwrite(bytes, size, file);
+  }
+  void fclose(FileRef file) override {
+    if (file != nowhere()) files_.fclose(file);
+  }
+  int mkdir(const char* path, uint32_t mode) override {
+    return mode_ == Mode::real ? files_.mkdir(path, mode) : 0;
+  }
+
+ private:
+  // A file that takes everything and keeps nothing.
+  FileRef nowhere() { return reinterpret_cast<FileRef>(this); }
+
+  Files& files_;
+  Mode mode_;
+};
+
+class RecordingPropertyLists : public PropertyListFiles {
+ public:
+  RecordingPropertyLists(PropertyListFiles& lists, Mode mode) : lists_(lists), mode_(mode) {}
+
+  std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) override {
+    return lists_.dictionaryWithContentsOfFile(path);
+  }
+  bool writeToFile(const PropertyList& dictionary, const std::string& path) override {
+    return mode_ != Mode::real || lists_.writeToFile(dictionary, path);
+  }
+  std::string stringByExpandingTildeInPath(std::string_view path) override {
+    return lists_.stringByExpandingTildeInPath(path);
+  }
+
+ private:
+  PropertyListFiles& lists_;
+  Mode mode_;
+};
+
+class RecordingNotifications : public DistributedNotificationCenter {
+ public:
+  RecordingNotifications(DistributedNotificationCenter& center, Mode mode, Effects& effects)
+      : center_(center), mode_(mode), effects_(effects) {}
+
+  void postNotificationName(const char* name, const char* object, unsigned options) override {
+    effects_.posted.emplace_back(name);
+    if (mode_ == Mode::real) center_.postNotificationName(name, object, options);
+  }
+
+ private:
+  DistributedNotificationCenter& center_;
+  Mode mode_;
+  Effects& effects_;
+};
+
+class RecordingProcesses : public PosixProcesses {
+ public:
+  RecordingProcesses(PosixProcesses& processes, Mode mode, Effects& effects)
+      : processes_(processes), mode_(mode), effects_(effects) {}
+
+  KillResult kill(int32_t pid, Signal signal) override {
+    if (signal == Signal::none) return processes_.kill(pid, signal);
+    effects_.signalled.push_back(pid);
+    return mode_ == Mode::real ? processes_.kill(pid, signal) : KillResult::sent;
+  }
+  int32_t getpid() override { return processes_.getpid(); }
+  void usleep(uint32_t microseconds) override {
+    if (mode_ == Mode::real) processes_.usleep(microseconds);
+  }
+
+ private:
+  PosixProcesses& processes_;
+  Mode mode_;
+  Effects& effects_;
+};
+
+class RecordingLog : public SystemLog {
+ public:
+  RecordingLog(SystemLog& log, Mode mode, Effects& effects) : log_(log), mode_(mode), effects_(effects) {}
+
+  void syslog(int priority, std::string_view line) override {
+    effects_.logged.emplace_back(line);
+    if (mode_ == Mode::real) log_.syslog(priority, line);
+  }
+
+ private:
+  SystemLog& log_;
+  Mode mode_;
+  Effects& effects_;
+};
+
+}  // namespace
+
+struct RecordingPlatform::Interfaces {
+  Interfaces(Platform& computer, AlertPanels& alerts, Drawing& drawing, Mode mode, Effects& effects)
+      : authorization(computer.authorization, mode, effects),
+        files(computer.files, mode),
+        propertyLists(computer.propertyLists, mode),
+        notifications(computer.notifications, mode, effects),
+        posix(computer.posix, mode, effects),
+        log(computer.log, mode, effects),
+        platform{computer.application,
+                 alerts,
+                 computer.workspace,
+                 notifications,
+                 drawing,
+                 computer.runLoop,
+                 authorization,
+                 files,
+                 propertyLists,
+                 computer.processManager,
+                 posix,
+                 computer.host,
+                 computer.systemVersion,
+                 computer.bundles,
+                 log,
+                 computer.assertions} {}
+
+  RecordingAuthorization authorization;
+  RecordingFiles files;
+  RecordingPropertyLists propertyLists;
+  RecordingNotifications notifications;
+  RecordingProcesses posix;
+  RecordingLog log;
+  Platform platform;
+};
+
+RecordingPlatform::RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing, Mode mode)
+    : interfaces_(std::make_unique<Interfaces>(computer, alerts, drawing, mode, effects_)) {
+  installPlatform(&interfaces_->platform);
+}
+
+RecordingPlatform::~RecordingPlatform() {
+  installPlatform(nullptr);
+}
+
+}  // namespace norvik::command

@@ -1,0 +1,49 @@
+// Opens and closes the pane as a host does.
+#include "src/frontends/command/session.h"
+
+#include <algorithm>
+
+namespace norvik::command {
+
+Session::Session(const Context& context, AlertPanels& alerts, Drawing& drawing, Mode mode)
+    : recording_(context.computer, alerts, drawing, mode), pane_(context.interface) {
+  pane_.awakeFromNib();
+  pane_.onStateTimer();
+  settings_ = paneSettings(context.interface, pane_);
+}
+
+Session::~Session() {
+  pane_.destroy();
+}
+
+PaneSetting* Session::find(std::string_view name) {
+  const auto found = std::ranges::find_if(settings_, [&](PaneSetting& s) { return s.name() == name; });
+  return found != settings_.end() ? &*found : nullptr;
+}
+
+PaneSetting* Session::settingOf(std::string_view outlet) {
+  for (PaneSetting& setting : settings_) {
+    for (const Control* control : setting.controls()) {
+      if (control->name() == outlet) return &setting;
+    }
+  }
+  return nullptr;
+}
+
+std::vector<std::string> Session::settingNames() const {
+  std::vector<std::string> names;
+  for (const PaneSetting& setting : settings_) names.push_back(setting.name());
+  return names;
+}
+
+bool Session::unlock() {
+  if (!pane_.authorized()) click(pane_.ib_button_Auth);
+  return pane_.authorized();
+}
+
+void Session::click(Control& control) {
+  pane_.buttonClicked(control);
+  pane_.onStateTimer();
+}
+
+}  // namespace norvik::command

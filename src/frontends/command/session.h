@@ -1,0 +1,45 @@
+// A pane that was just opened, and a person's hand on it: open the lock, work a control, press a button.
+// There is at most one session at a time, as there is one main pane.
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+#include "src/frontends/command/context.h"
+#include "src/frontends/command/pane_setting.h"
+#include "src/frontends/command/recording_platform.h"
+#include "src/server/mac/pane/pane.h"
+
+namespace norvik::command {
+
+class Session {
+ public:
+  // Creates the pane over the context's computer and awakes it. Borrows everything.
+  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, Mode mode);
+  // Closes the lock and gives up the pane.
+  ~Session();
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+
+  NVKServerPrefs& pane() { return pane_; }
+  std::vector<PaneSetting>& settings() { return settings_; }
+  const Effects& effects() const { return recording_.effects(); }
+
+  // The setting of that name, or the one that a control belongs to; null where there is none.
+  PaneSetting* find(std::string_view name);
+  PaneSetting* settingOf(std::string_view outlet);
+  std::vector<std::string> settingNames() const;
+
+  // Clicks the lock where it is closed; whether it is open then.
+  bool unlock();
+  // Sends the control's action and lets the state timer tick once, so that every text and every enabled
+  // control follows.
+  void click(Control& control);
+
+ private:
+  RecordingPlatform recording_;
+  NVKServerPrefs pane_;
+  std::vector<PaneSetting> settings_;
+};
+
+}  // namespace norvik::command

@@ -1,0 +1,201 @@
+// norvikctl show: the pages as tables, or one setting in full with its help text.
+#include <algorithm>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "src/frontends/command/commands.h"
+#include "src/frontends/command/editability.h"
+#include "src/frontends/command/nearest.h"
+#include "src/frontends/command/progress.h"
+#include "src/frontends/command/table.h"
+#include "src/frontends/shared/checks/value_check.h"
+
+namespace norvik::command {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string joined(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+  return text;
+}
+
+// What the setting takes, as short as a table wants it.
+std::string range(const SettingDescription& setting) {
+  const ControlDescription& control = setting.first();
+  switch (control.kind) {
+    case ControlKind::checkBox:
+      return "on, off";
+    case ControlKind::popUp:
+      return joined(control.items);
+    case ControlKind::radioButton: {
+      std::vector<std::string> choices;
+      for (const ControlDescription* button : setting.controls) choices.push_back(button->choice);
+      return joined(choices);
+    }
+    default:
+      return std::to_string(static_cast<int64_t>(control.minimum.value_or(0))) + " to " +
+             std::to_string(static_cast<int64_t>(control.maximum.value_or(0)));
+  }
+}
+
+bool anyControl(const PaneSetting& setting, const NVKServerPrefs& pane,
+                bool (NVKServerPrefs::*test)(const Control&) const) {
+  return std::ranges::any_of(setting.controls(),
+                             [&](const Control* control) { return (pane.*test)(*control); });
+}
+
+bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane) {
+  return !anyControl(setting, pane, &NVKServerPrefs::differsFromDefault);
+}
+
+bool isPending(const PaneSetting& setting, const NVKServerPrefs& pane) {
+  return anyControl(setting, pane, &NVKServerPrefs::differsFromStored);
+}
+
+std::string state(const PaneSetting& setting, const NVKServerPrefs& pane) {
+  return std::string(isDefault(setting, pane) ? "default" : "changed") +
+         (isPending(setting, pane) ? ", not saved" : "");
+}
+
+std::string editable(const Editability& editability) {
+  if (!editability.editable) return "no: " + editability.remark;
+  return editability.remark.empty() ? "yes" : "yes: " + editability.remark;
+}
+
+// The group's name as the sidebar has it.
+std::string groupTitle(const NVKServerPrefs& pane, const std::string& group) {
+  for (const ConfBarNode& root : pane.m_confBarRoots.value_or(std::vector<ConfBarNode>())) {
+    if (root.texts.front() == group) return root.texts.back();
+  }
+  return group;
+}
+
+// By the page's title or its start, its group, both, or what the setting's name begins with.
+bool matches(const SettingDescription& setting, const std::string& typed) {
+  const PageName& page = setting.page;
+  const std::string wanted = folded(typed);
+  if (setting.name.starts_with(wanted + ".")) return true;
+  return wanted.empty() || wanted == page.group || folded(page.title).starts_with(wanted) ||
+         wanted == page.group + ":" + folded(page.title);
+}
+
+using Page = std::vector<PaneSetting*>;
+
+std::vector<Page> pagesOf(Session& session, const std::string& typed) {
+  std::vector<Page> pages;
+  const PageName* last = nullptr;
+  for (PaneSetting& setting : session.settings()) {
+    const PageName& page = setting.description().page;
+    if (!matches(setting.description(), typed)) continue;
+    if (last == nullptr || last->title != page.title || last->group != page.group) pages.emplace_back();
+    pages.back().push_back(&setting);
+    last = &page;
+  }
+  return pages;
+}
+
+Json settingJson(Session& session, PaneSetting& setting) {
+  const ControlDescription& first = setting.description().first();
+  const Editability editability = editabilityOf(session, setting);
+  Json entry{
+      {"name", setting.name()}, {"label", first.label}, {"help", first.help}, {"value", setting.json()}};
+  entry["default"] = isDefault(setting, session.pane());
+  entry["pending"] = isPending(setting, session.pane());
+  if (first.minimum) entry["minimum"] = static_cast<int64_t>(*first.minimum);
+  if (first.maximum) entry["maximum"] = static_cast<int64_t>(*first.maximum);
+  if (!first.items.empty()) entry["items"] = first.items;
+  if (setting.description().isChoice()) {
+    entry.erase("label");
+    entry.erase("help");
+    for (const ControlDescription* button : setting.description().controls) {
+      entry["choices"].push_back(
+          {{"name", button->choice}, {"label", button->label}, {"help", button->help}});
+    }
+  }
+  entry["editable"] = editability.editable;
+  if (!editability.remark.empty()) entry["remark"] = editability.remark;
+  return entry;
+}
+
+Json pagesJson(Session& session, const std::vector<Page>& pages) {
+  Json list = Json::array();
+  for (const Page& page : pages) {
+    const PageName& name = page.front()->description().page;
+    Json settings = Json::array();
+    for (PaneSetting* setting : page) settings.push_back(settingJson(session, *setting));
+    list.push_back({{"group", name.group}, {"page", name.title}, {"settings", std::move(settings)}});
+  }
+  return Json{{"pages", std::move(list)}};
+}
+
+// All pages in one measure, so that the columns stand beneath one another throughout.
+void writePages(std::ostream& out, Session& session, const std::vector<Page>& pages) {
+  std::vector<TableRow> rows;
+  for (const Page& page : pages) {
+    const PageName& name = page.front()->description().page;
+    if (!rows.empty()) rows.emplace_back();
+    rows.push_back({name.title + " (" + groupTitle(session.pane(), name.group) + ")"});
+    for (PaneSetting* setting : page) {
+      rows.push_back({"  " + setting->name(), setting->text(), state(*setting, session.pane()),
+                      editable(editabilityOf(session, *setting)), range(setting->description())});
+    }
+  }
+  rows.insert(rows.begin(), {{"Setting", "Value", "State", "Editable", "Range or items"}, {}});
+  writeTable(out, rows);
+}
+
+void writeLockHint(std::ostream& out, const NVKServerPrefs& pane, const std::vector<Page>& pages) {
+  const auto isAdministrators = [](const Page& page) {
+    return page.front()->description().isAdministrators();
+  };
+  if (pane.authorized() || std::ranges::none_of(pages, isAdministrators)) return;
+  out << "\nThe lock is closed. \"norvikctl set\" opens it for a change, and asks for an administrator "
+         "first.\n";
+}
+
+void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
+  out << setting.name() << '\n';
+  for (const ControlDescription* control : setting.description().controls) {
+    const std::string lead = control->choice.empty() ? "" : control->choice + ": ";
+    out << "\n  " << lead << control->label << "\n  " << control->help << '\n';
+  }
+  out << '\n';
+  writeTable(out,
+             {{"Page", setting.description().page.title},
+              {"Value", setting.text() + " (" + state(setting, session.pane()) + ")"},
+              {"Takes", acceptedValues(setting.description())},
+              {"Editable", editable(editabilityOf(session, setting))}},
+             2);
+}
+
+ExitStatus unknownPage(const Context& context, Session& session, const std::string& typed) {
+  std::vector<std::string> known = session.settingNames();
+  for (const Page& page : pagesOf(session, "")) known.push_back(page.front()->description().page.title);
+  context.complain("no page or setting is named \"" + typed + "\"." + suggestion(typed, known));
+  return kExitUsage;
+}
+
+}  // namespace
+
+ExitStatus showSettings(const Context& context, const std::string& page) {
+  Questions questions({}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, Mode::looking);
+  PaneSetting* one = session.find(page);
+  const auto pages = one != nullptr ? std::vector<Page>{{one}} : pagesOf(session, page);
+  if (pages.empty()) return unknownPage(context, session, page);
+  if (context.json) {
+    context.print(pagesJson(session, pages));
+  } else if (one != nullptr) {
+    writeSetting(context.out, session, *one);
+  } else {
+    writePages(context.out, session, pages);
+    writeLockHint(context.out, session.pane(), pages);
+  }
+  return kExitOk;
+}
+
+}  // namespace norvik::command

@@ -1,0 +1,60 @@
+// norvikctl watch: the status line by line, as it changes. The pane's own timer does the looking.
+#include <chrono>
+#include <ctime>
+#include <nlohmann/json.hpp>
+#include <ostream>
+
+#include "src/frontends/command/commands.h"
+#include "src/frontends/command/progress.h"
+#include "src/frontends/command/session.h"
+#include "src/frontends/command/status.h"
+
+namespace norvik::command {
+
+namespace {
+
+constexpr std::chrono::milliseconds kPass{250};
+constexpr int kPassesBetweenLoads = 4;
+constexpr std::size_t kLabelWidth = 16;
+
+std::string timeNow(const char* format) {
+  const std::time_t now = std::time(nullptr);
+  std::tm parts{};
+  localtime_r(&now, &parts);
+  char text[40];
+  return {text, std::strftime(text, sizeof text, format, &parts)};
+}
+
+void writeLine(const Context& context, const StatusLine& line) {
+  if (context.json) {
+    const nlohmann::ordered_json json{{"time", timeNow("%FT%T%z")}, {"what", line.key}, {"text", line.text}};
+    context.out << json.dump() << std::endl;
+    return;
+  }
+  std::string label = line.label;
+  label.resize(std::max(label.size(), kLabelWidth), ' ');
+  context.out << timeNow("%T") << "  " << label << line.text << std::endl;
+}
+
+}  // namespace
+
+ExitStatus watch(const Context& context) {
+  Questions questions({}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, Mode::looking);
+  NVKServerPrefs& pane = session.pane();
+  auto lines = statusLines(context, pane);
+  for (const StatusLine& line : lines) writeLine(context, line);
+  for (int pass = 1; context.services.runFor(kPass); ++pass) {
+    // Nobody edits this pane, so what others have saved meanwhile may take the place of what it shows.
+    if (pass % kPassesBetweenLoads == 0) pane.discardServerAndUserChanges();
+    const auto now = statusLines(context, pane);
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      if (now[i].text != lines[i].text) writeLine(context, now[i]);
+    }
+    lines = now;
+  }
+  return kExitOk;
+}
+
+}  // namespace norvik::command

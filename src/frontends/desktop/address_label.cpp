@@ -1,0 +1,49 @@
+// Layout of the sentence and its button; copying to the clipboard.
+#include "src/frontends/desktop/address_label.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/desktop/prompt_click.h"
+#include "src/frontends/shared/interface/address_text.h"
+
+namespace norvik::desktop {
+
+AddressLabel::AddressLabel(const QString& name, const QString& copyTitle, QWidget* parent)
+    : QWidget(parent), label_(new QLabel(this)), copy_(new QPushButton(withoutMnemonic(copyTitle), this)) {
+  label_->setWordWrap(true);
+  label_->setTextFormat(Qt::PlainText);
+  label_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  setObjectName(name);
+  copy_->setObjectName(name + QStringLiteral("_copy"));
+  copy_->setAutoDefault(false);
+  clickPromptly(copy_);
+  copy_->setAccessibleName(copyTitle);
+  copy_->hide();
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(label_);
+  column->addWidget(copy_, 0, Qt::AlignLeft);
+  connect(copy_, &QPushButton::clicked, this, [this] { QApplication::clipboard()->setText(address()); });
+}
+
+void AddressLabel::setText(const QString& text) {
+  if (label_->text() == text) return;
+  label_->setText(text);
+  label_->setAccessibleName(text);
+  copy_->setVisible(!address().isEmpty());
+}
+
+QString AddressLabel::text() const {
+  return label_->text();
+}
+
+QString AddressLabel::address() const {
+  return QString::fromStdString(addressIn(label_->text().toStdString()).value_or(""));
+}
+
+}  // namespace norvik::desktop

@@ -1,0 +1,48 @@
+// What all bindings share: identity, accessible texts, enabled and shown.
+#include "src/frontends/desktop/binding.h"
+
+namespace norvik::desktop {
+
+QString text(std::string_view utf8) {
+  return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+Binding::Binding(NVKServerPrefs& pane, Control& control, const ControlDescription& description)
+    : pane_(pane), control_(control), description_(description) {}
+
+Binding::~Binding() {
+  control_.setObserver(nullptr);
+}
+
+void Binding::attach(QWidget* widget) {
+  widget_ = widget;
+  widget->setObjectName(text(control_.name()));
+  widget->setAccessibleName(text(description_.label));
+  widget->setAccessibleDescription(text(description_.help));
+  widget->setToolTip(text(description_.help));
+  control_.setObserver(this);
+  showState();
+}
+
+void Binding::controlChanged(Control& /*control*/) {
+  showState();
+  if (changed) changed();
+}
+
+void Binding::showState() {
+  widget_->setEnabled(control_.isEnabled());
+  widget_->setVisible(isDrawn());
+  showValue();
+}
+
+void Binding::sendAction() {
+  pane_.buttonClicked(control_);
+  showState();  // an action may have put the control back to what it was, which tells nobody
+  tellEdited();
+}
+
+void Binding::tellEdited() {
+  if (edited) edited();
+}
+
+}  // namespace norvik::desktop

@@ -1,0 +1,36 @@
+// The computer as the desktop face has it: the window's ports over Qt, all others of the Linux adapter.
+#pragma once
+
+#include "src/adapters/linux/linux_computer.h"
+#include "src/frontends/desktop/qt_platform.h"
+#include "src/server/mac/platform/platform.h"
+
+namespace norvik::desktop {
+
+class DesktopComputer {
+ public:
+  // Installs itself as the platform for as long as it lives.
+  explicit DesktopComputer(const LinuxComputerOptions& options);
+  ~DesktopComputer();
+  DesktopComputer(const DesktopComputer&) = delete;
+  DesktopComputer& operator=(const DesktopComputer&) = delete;
+
+  // The window that panels belong to and that is drawn by force; null for none.
+  void setWindow(QWidget* window);
+
+  LinuxComputer& computer() { return computer_; }
+  QtRunLoop& runLoop() { return runLoop_; }
+
+ private:
+  LinuxComputer computer_;
+  Busy busy_;
+  QtApplication application_;
+  QtAlertPanels alerts_;
+  QtWorkspace workspace_;
+  QtDrawing drawing_;
+  QtRunLoop runLoop_;
+  QtProcesses processes_;
+  Platform platform_;
+};
+
+}  // namespace norvik::desktop

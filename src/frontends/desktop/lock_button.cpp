@@ -1,0 +1,173 @@
+// Drawing the lock button through the module's cell, and passing the pointer's events on to it.
+#include "src/frontends/desktop/lock_button.h"
+
+#include <QBuffer>
+#include <QEnterEvent>
+#include <QFontMetrics>
+#include <QImageReader>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QStyleOptionButton>
+
+#include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/theme.h"
+#include "src/server/mac/platform/platform.h"
+
+namespace norvik::desktop {
+
+namespace {
+
+// The largest picture of a TIFF that may hold the same one in several sizes.
+QImage decoded(const PictureRef& picture) {
+  if (picture == nullptr) return {};
+  QByteArray bytes = QByteArray::fromStdString(picture->bytes);
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::ReadOnly);
+  QImageReader reader(&buffer, "TIFF");
+  QImage largest;
+  const int pages = reader.imageCount();  // asked for one too many, the reader complains on the terminal
+  for (int page = 0; page < pages; ++page) {
+    if (page > 0 && !reader.jumpToNextImage()) break;
+    const QImage image = reader.read();
+    if (image.width() > largest.width()) largest = image;
+  }
+  return largest;
+}
+
+Image toModule(const QImage& from) {
+  Image image(from.width(), from.height());
+  for (int y = 0; y < from.height(); ++y) {
+    const QRgb* line = reinterpret_cast<const QRgb*>(from.constScanLine(y));
+    for (int x = 0; x < from.width(); ++x) {
+      const QRgb p = line[x];
+      image.setPixel(x, y,
+                     {static_cast<uint8_t>(qRed(p)), static_cast<uint8_t>(qGreen(p)),
+                      static_cast<uint8_t>(qBlue(p)), static_cast<uint8_t>(qAlpha(p))});
+    }
+  }
+  return image;
+}
+
+QImage fromModule(const Image& from) {
+  QImage image(from.width(), from.height(), QImage::Format_ARGB32_Premultiplied);
+  for (int y = 0; y < from.height(); ++y) {
+    QRgb* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < from.width(); ++x) {
+      const Pixel p = from.pixel(x, y);
+      line[x] = qRgba(p.red, p.green, p.blue, p.alpha);
+    }
+  }
+  return image;
+}
+
+// The plain button as the widget's style draws it, in device pixels.
+class StylePainter : public ButtonPainter {
+ public:
+  StylePainter(const QWidget& widget, bool focused) : widget_(widget), focused_(focused) {}
+
+  void drawButton(const ButtonCell& cell, Image& image) override {
+    const qreal ratio = widget_.devicePixelRatioF();
+    QImage canvas(image.width(), image.height(), QImage::Format_ARGB32_Premultiplied);
+    canvas.setDevicePixelRatio(ratio);
+    canvas.fill(Qt::transparent);
+    QPainter painter(&canvas);
+    QStyleOptionButton option;
+    option.initFrom(&widget_);
+    option.palette = shadingPalette(option.palette);
+    option.rect = QRect(QPoint(0, 0), widget_.size());
+    option.state &= ~(QStyle::State_MouseOver | QStyle::State_HasFocus);
+    option.state |= cell.pressed ? QStyle::State_Sunken : QStyle::State_Raised;
+    if (cell.hovered) option.state |= QStyle::State_MouseOver;
+    if (focused_) option.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
+    widget_.style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, &widget_);
+    painter.end();
+    image = toModule(canvas);
+  }
+
+ private:
+  const QWidget& widget_;
+  bool focused_;
+};
+
+}  // namespace
+
+LockButton::LockButton(NVKButton& model, QWidget* parent) : QAbstractButton(parent), model_(model) {
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_Hover);
+}
+
+void LockButton::showModel() {
+  if (!model_.needsDisplay()) return;
+  update();
+}
+
+QSize LockButton::sizeHint() const {
+  const int side = fontMetrics().height() * 5 / 2;
+  return {side, side};
+}
+
+void LockButton::paintEvent(QPaintEvent* /*event*/) {
+  model_.setNeedsDisplay(false);
+  const qreal ratio = devicePixelRatioF();
+  const QSize pixels = size() * ratio;
+  Image view(pixels.width(), pixels.height());
+  view.setFlipped(true);
+  StylePainter plain(*this, hasFocus());
+  model_.cell().drawWithFrame({0, 0, double(pixels.width()), double(pixels.height())}, view, plain);
+  QImage image = fromModule(view);
+  image.setDevicePixelRatio(ratio);
+  QPainter painter(this);
+  painter.drawImage(0, 0, image);
+  // The picture stands on the tinted button: darkened by a dark window's tint it could not be made out.
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  const int side = std::min(width(), height()) * 3 / 4;
+  if (!picture().isNull())
+    painter.drawImage(QRect((width() - side) / 2, (height() - side) / 2, side, side), picture());
+}
+
+const QImage& LockButton::picture() {
+  if (decoded_ != model_.image()) {
+    decoded_ = model_.image();
+    image_ = decoded(decoded_);
+  }
+  return image_;
+}
+
+void LockButton::enterEvent(QEnterEvent* event) {
+  model_.mouseEntered();
+  showModel();
+  QAbstractButton::enterEvent(event);
+}
+
+void LockButton::leaveEvent(QEvent* event) {
+  model_.mouseExited();
+  showModel();
+  QAbstractButton::leaveEvent(event);
+}
+
+void LockButton::mousePressEvent(QMouseEvent* event) {
+  model_.mouseDown();
+  showModel();
+  QAbstractButton::mousePressEvent(event);
+}
+
+void LockButton::mouseReleaseEvent(QMouseEvent* event) {
+  model_.mouseUp();
+  showModel();
+  QAbstractButton::mouseReleaseEvent(event);
+}
+
+void LockButton::resizeEvent(QResizeEvent* event) {
+  model_.viewDidMoveToWindow({0, 0, double(width()), double(height())});
+  QAbstractButton::resizeEvent(event);
+}
+
+// A desktop that turns dark takes the button along: its tint is the window's colour, where it has one.
+void LockButton::changeEvent(QEvent* event) {
+  QAbstractButton::changeEvent(event);
+  if (event->type() != QEvent::PaletteChange || !model_.buttonColor()) return;
+  model_.setButtonColor(platform().application.windowBackgroundColor());
+  update();
+}
+
+}  // namespace norvik::desktop

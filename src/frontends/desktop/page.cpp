@@ -1,0 +1,262 @@
+// The layout of a page, and what follows the model beside its controls. Sizes come from the font and the
+// style alone.
+#include "src/frontends/desktop/page.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "src/frontends/desktop/change_mark.h"
+#include "src/frontends/desktop/note_label.h"
+#include "src/frontends/desktop/spacer.h"
+#include "src/frontends/desktop/state_dot.h"
+#include "src/frontends/desktop/valued_slider.h"
+#include "src/frontends/shared/interface/captions.h"
+
+namespace norvik::desktop {
+
+namespace {
+
+enum Column { kMarkColumn, kCaptionColumn, kFieldColumn, kValueColumn, kColumns };
+
+// In lines of text.
+constexpr double kBeforeSection = 1.1;
+constexpr double kBeforeRow = 0.5;
+
+// Whether a caption leads the keyboard to the control.
+bool takesFocus(const ControlDescription& control) {
+  return isCaptioned(control) && !control.display_only;
+}
+
+bool isSlider(const RowDescription& row) {
+  return row.controls.size() == 1 && row.controls[0].kind == ControlKind::slider;
+}
+
+QLabel* quietLabel(const QString& words, QWidget* parent) {
+  auto* label = new QLabel(words, parent);
+  label->setTextFormat(Qt::PlainText);
+  label->setForegroundRole(QPalette::PlaceholderText);
+  return label;
+}
+
+// The names of a slider's ends are as grey as its caption while it cannot be moved: styles have no lighter
+// shade of the quiet colour for that.
+void setGreyed(QWidget& ends, bool greyed) {
+  ends.setEnabled(!greyed);
+  const auto role = greyed ? QPalette::WindowText : QPalette::PlaceholderText;
+  for (auto* name : ends.findChildren<QLabel*>()) {
+    if (name->foregroundRole() != role) name->setForegroundRole(role);
+  }
+}
+
+QHBoxLayout* lineIn(QWidget* widget) {
+  auto* line = new QHBoxLayout(widget);
+  line->setContentsMargins(0, 0, 0, 0);
+  return line;
+}
+
+}  // namespace
+
+Page::Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
+           Problem problem)
+    : pane_(pane), interface_(interface), problem_(std::move(problem)), grid_(new QGridLayout) {
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(grid_);
+  column->addStretch();
+  grid_->setColumnStretch(kFieldColumn, 1);
+  grid_->setVerticalSpacing(0);
+  for (const SectionDescription& section : tab.sections) addSection(section);
+}
+
+Page::~Page() = default;
+
+void Page::addSection(const SectionDescription& section) {
+  if (!rows_.empty()) addSpace(kBeforeSection);
+  if (!section.title.empty()) {
+    auto* heading = new QLabel(text(section.title), this);
+    QFont bold;
+    bold.setBold(true);
+    heading->setFont(bold);
+    addAcross(heading);
+  }
+  if (!section.note.empty()) {
+    QLabel* note = quietLabel(text(section.note), this);
+    note->setWordWrap(true);
+    addAcross(note);
+  }
+  for (const RowDescription& row : section.rows) addRow(row);
+}
+
+void Page::addSpace(double lines) {
+  addAcross(new LineSpacer(lines, this));
+}
+
+void Page::addAcross(QWidget* widget) {
+  grid_->addWidget(widget, grid_->rowCount(), kCaptionColumn, 1, kColumns - kCaptionColumn);
+}
+
+void Page::addRow(const RowDescription& description) {
+  rows_.push_back(std::make_unique<Row>());
+  Row& row = *rows_.back();
+  if (grid_->count() > 0) {
+    auto* space = new LineSpacer(kBeforeRow, this);
+    addAcross(space);
+    row.widgets.push_back(space);
+  }
+  QWidget* fields = makeFields(row, description);
+  row.widgets.push_back(fields);
+  row.mark = new ChangeMark(text(interface_.changed_help), this);
+  row.widgets.push_back(row.mark);
+  addBesideCaption(row, description, fields);
+  if (isSlider(description)) addEnds(row, description.controls[0]);
+  for (const Binding* binding : row.bindings) addNote(row, *binding);
+  follow(row);
+}
+
+void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget* fields) {
+  const int at = grid_->rowCount();
+  grid_->addWidget(row.mark, at, kMarkColumn);
+  if (isSlider(description)) {
+    QLabel* value = static_cast<ValuedSlider*>(row.bindings.front()->widget())->valueLabel();
+    grid_->addWidget(value, at, kValueColumn, Qt::AlignTop);
+    row.widgets.push_back(value);
+  }
+  const int width = isSlider(description) ? 1 : kColumns - kFieldColumn;
+  if (QLabel* words = caption(description)) {
+    if (takesFocus(description.controls[0])) {
+      words->setBuddy(row.bindings.front()->widget());
+      row.captions.push_back(words);
+    }
+    row.widgets.push_back(words);
+    grid_->addWidget(words, at, kCaptionColumn,
+                     Qt::AlignRight | (isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter));
+    grid_->addWidget(fields, at, kFieldColumn, 1, width);
+  } else {
+    grid_->addWidget(fields, at, kCaptionColumn, 1, kColumns - kCaptionColumn);
+  }
+}
+
+// Null where nothing is to be said.
+QLabel* Page::caption(const RowDescription& row) {
+  const std::string& words = captionOf(row);
+  return words.empty() ? nullptr : new QLabel(text(words), this);
+}
+
+QWidget* Page::makeFields(Row& row, const RowDescription& description) {
+  auto* fields = new QWidget(this);
+  QHBoxLayout* line = lineIn(fields);
+  for (const ControlDescription& control : description.controls) {
+    if (!control.requires_outlet.empty()) line->addWidget(new BoxSpacer(fields));
+    bindings_.push_back(makeBinding(pane_, *pane_.outlet(control.outlet), control, fields));
+    Binding& binding = *bindings_.back();
+    row.bindings.push_back(&binding);
+    if (isCaptionedWithin(description, control)) {
+      row.captions.push_back(new QLabel(text(control.label), fields));
+      row.captions.back()->setBuddy(binding.widget());
+      line->addWidget(row.captions.back());
+    }
+    addField(row, *line, binding);
+  }
+  // Where nothing wants the room that is left, it stays behind the last control.
+  bool stretches = false;
+  for (int i = 0; i < line->count(); ++i) stretches = stretches || line->stretch(i) > 0;
+  if (!stretches) line->addStretch();
+  return fields;
+}
+
+// A control with what belongs right beside it: the dot before a state.
+void Page::addField(Row& row, QHBoxLayout& line, Binding& binding) {
+  const ControlDescription& description = binding.description();
+  if (description.indicator) {
+    row.dots.push_back(new StateDot(pane_, binding.widget()->parentWidget()));
+    line.addWidget(row.dots.back());
+  }
+  const bool wide = description.kind == ControlKind::label || description.kind == ControlKind::slider;
+  line.addWidget(binding.widget(), wide ? 1 : 0);
+}
+
+// The note of a field that is typed in, over the whole width under its row: beside the field there is no room
+// for a sentence. It begins where the words of the row's box do.
+void Page::addNote(Row& row, const Binding& binding) {
+  const ControlDescription& description = binding.description();
+  if (!hasNote(description)) return;
+  auto* under = new QWidget(this);
+  QHBoxLayout* line = lineIn(under);
+  line->setSpacing(0);
+  if (!description.requires_outlet.empty()) line->addWidget(new BoxSpacer(under));
+  auto* note = new NoteLabel(under);
+  note->setObjectName(binding.widget()->objectName() + QStringLiteral("_note"));
+  line->addWidget(note, 1);
+  addAcross(under);
+  row.widgets.push_back(under);
+  notes_.push_back({&binding, note});
+}
+
+// The names of a slider's ends, right under them.
+void Page::addEnds(Row& row, const ControlDescription& slider) {
+  auto* ends = new QWidget(this);
+  QHBoxLayout* line = lineIn(ends);
+  line->addWidget(quietLabel(text(slider.minimum_label), ends));
+  line->addStretch();
+  line->addWidget(quietLabel(text(slider.maximum_label), ends));
+  grid_->addWidget(ends, grid_->rowCount(), kFieldColumn);
+  row.widgets.push_back(ends);
+  row.ends = ends;
+}
+
+void Page::follow(Row& row) {
+  for (Binding* binding : row.bindings) {
+    binding->changed = [this, &row, binding] {
+      showRow(row);
+      if (changed) changed(*binding);
+    };
+  }
+  showRow(row);
+}
+
+// What stands around the controls of a row; all of it goes with the last of them.
+void Page::showRow(const Row& row) {
+  const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
+  for (QWidget* widget : row.widgets) widget->setVisible(shown);
+  for (QLabel* caption : row.captions) caption->setEnabled(caption->buddy()->isEnabledTo(this));
+  if (row.ends != nullptr) setGreyed(*row.ends, !row.bindings.front()->control().isEnabled());
+  for (StateDot* dot : row.dots) dot->showModel();
+}
+
+const Page::Note* Page::noteOf(const Binding& binding) const {
+  const auto note = std::ranges::find(notes_, &binding, &Note::binding);
+  return note != notes_.end() ? &*note : nullptr;
+}
+
+// What is said of a control beside its name: the note that it has, or else its help, and that it is changed.
+void Page::describe(const Binding& binding, bool differs) {
+  const Note* note = noteOf(binding);
+  QString words = note != nullptr ? note->label->words() : QString();
+  if (words.isEmpty()) words = text(binding.description().help);
+  if (differs) words += (words.isEmpty() ? QString() : QStringLiteral(" ")) + text(interface_.changed_help);
+  binding.widget()->setAccessibleDescription(words);
+}
+
+void Page::refreshMarks() {
+  for (const auto& row : rows_) {
+    bool differs = false;
+    for (const Binding* binding : row->bindings)
+      differs = differs || pane_.differsFromStored(binding->control());
+    if (row->mark->isOn() == differs) continue;
+    row->mark->setOn(differs);
+    for (const Binding* binding : row->bindings) describe(*binding, differs);
+  }
+}
+
+void Page::refreshNotes() {
+  for (const Note& note : notes_) {
+    const QString words = problem_(note.binding->description());
+    if (note.label->words() == words) continue;
+    note.label->setWords(words);
+    describe(*note.binding, pane_.differsFromStored(note.binding->control()));
+  }
+}
+
+}  // namespace norvik::desktop

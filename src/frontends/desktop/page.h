@@ -1,0 +1,80 @@
+// One page of settings, laid out from its description: sections under headings, captions lined up, a mark
+// before each row that differs from what is stored, a note under a field whose text is no good.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "src/frontends/desktop/binding.h"
+#include "src/server/mac/ui/interface_description.h"
+
+class QGridLayout;
+class QHBoxLayout;
+class QLabel;
+
+namespace norvik::desktop {
+
+class ChangeMark;
+class NoteLabel;
+class StateDot;
+
+class Page : public QWidget {
+ public:
+  // What is wrong with what a field holds, in words; empty where nothing is.
+  using Problem = std::function<QString(const ControlDescription& description)>;
+
+  Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
+       Problem problem);
+  ~Page() override;
+
+  const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
+
+  // Called when a control took up a change of the model.
+  std::function<void(const Binding&)> changed;
+
+  // Bring the marks, and the notes under the fields, up to the model; repaint only what changed. The notes
+  // ask the computer which ports are in use.
+  void refreshMarks();
+  void refreshNotes();
+
+ private:
+  struct Row {
+    ChangeMark* mark = nullptr;
+    std::vector<Binding*> bindings;
+    std::vector<StateDot*> dots;
+    std::vector<QLabel*> captions;  // those that lead to a control; greyed with it
+    QWidget* ends = nullptr;        // of a slider; greyed with it
+    std::vector<QWidget*> widgets;  // all that stands in the row
+  };
+  struct Note {
+    const Binding* binding;
+    NoteLabel* label;
+  };
+
+  void addSection(const SectionDescription& section);
+  void addSpace(double lines);
+  void addAcross(QWidget* widget);
+  void addRow(const RowDescription& description);
+  void addBesideCaption(Row& row, const RowDescription& description, QWidget* fields);
+  QWidget* makeFields(Row& row, const RowDescription& description);
+  void addField(Row& row, QHBoxLayout& line, Binding& binding);
+  void addNote(Row& row, const Binding& binding);
+  void addEnds(Row& row, const ControlDescription& slider);
+  QLabel* caption(const RowDescription& row);
+  void follow(Row& row);
+  void showRow(const Row& row);
+  void describe(const Binding& binding, bool differs);
+  const Note* noteOf(const Binding& binding) const;
+
+  NVKServerPrefs& pane_;
+  const InterfaceDescription& interface_;
+  Problem problem_;
+  QGridLayout* grid_;
+  std::vector<std::unique_ptr<Binding>> bindings_;
+  std::vector<std::unique_ptr<Row>> rows_;
+  std::vector<Note> notes_;
+};
+
+}  // namespace norvik::desktop

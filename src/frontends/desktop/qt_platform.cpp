@@ -1,0 +1,215 @@
+// The window's ports over Qt.
+#include "src/frontends/desktop/qt_platform.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTimer>
+#include <QUrl>
+#include <QWindow>
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <map>
+
+#include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/mnemonics.h"
+
+namespace norvik::desktop {
+
+namespace {
+constexpr std::chrono::milliseconds kBusyRetry{100};  // until an activation that came at a bad time is told
+}  // namespace
+
+Busy::Busy() {
+  qApp->installEventFilter(this);
+}
+Busy::~Busy() {
+  qApp->removeEventFilter(this);
+}
+
+bool Busy::eventFilter(QObject* /*watched*/, QEvent* event) {
+  static constexpr QEvent::Type kInput[] = {QEvent::KeyPress,
+                                            QEvent::KeyRelease,
+                                            QEvent::MouseButtonPress,
+                                            QEvent::MouseButtonRelease,
+                                            QEvent::MouseButtonDblClick,
+                                            QEvent::Wheel,
+                                            QEvent::TouchBegin,
+                                            QEvent::TouchUpdate,
+                                            QEvent::TouchEnd,
+                                            QEvent::Shortcut,
+                                            QEvent::ShortcutOverride,
+                                            QEvent::ContextMenu,
+                                            QEvent::TabletPress,
+                                            QEvent::TabletRelease,
+                                            QEvent::InputMethod,
+                                            QEvent::DragEnter,
+                                            QEvent::Drop};
+  if (!isBusy()) return false;
+  if (event->type() == QEvent::Close) {
+    event->ignore();
+    return true;
+  }
+  return std::find(std::begin(kInput), std::end(kInput), event->type()) != std::end(kInput);
+}
+
+std::optional<Rect> QtApplication::mainWindowFrame() {
+  if (window_ == nullptr) return std::nullopt;
+  const QRect frame = window_->frameGeometry();
+  return Rect{double(frame.x()), double(frame.y()), double(frame.width()), double(frame.height())};
+}
+
+void QtApplication::performOnMainThread(std::function<void()> operation, bool waitUntilDone) {
+  if (waitUntilDone) return operation();  // the main thread is the only one that asks
+  QTimer::singleShot(0, qApp, std::move(operation));
+}
+
+Color QtApplication::windowBackgroundColor() {
+  const QColor color = QApplication::palette().color(QPalette::Window);
+  return {color.redF(), color.greenF(), color.blueF(), color.alphaF()};
+}
+
+void QtApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) {
+  QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &life_,
+                   [this, observer](Qt::ApplicationState state) {
+                     if (state == Qt::ApplicationActive) tell(observer);
+                   });
+}
+
+void QtApplication::tell(const std::weak_ptr<ActivationObserver>& observer) {
+  if (busy_.isBusy()) {
+    QTimer::singleShot(kBusyRetry, &life_, [this, observer] { tell(observer); });
+  } else if (const auto held = observer.lock()) {
+    held->applicationDidBecomeActive();
+  }
+}
+
+namespace {
+
+struct PanelButton {
+  const char* words;
+  int answer;
+};
+
+// The one that Escape and closing stand for: the third one, which goes on editing, or else the one that
+// declines. None where both of two do something.
+const PanelButton* doNothing(const PanelButton (&buttons)[3]) {
+  if (buttons[2].words != nullptr) return &buttons[2];
+  for (const PanelButton& button : buttons) {
+    if (button.words != nullptr && std::string_view(button.words).starts_with("No")) return &button;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
+                                   const char* alternateButton, const char* otherButton) {
+  const PanelButton buttons[3] = {{defaultButton, NSAlertDefaultReturn},
+                                  {alternateButton, NSAlertAlternateReturn},
+                                  {otherButton, NSAlertOtherReturn}};
+  const PanelButton* harmless = doNothing(buttons);
+  QMessageBox panel(QMessageBox::Question, text(title), text(title), QMessageBox::NoButton, window_,
+                    Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
+  // A window that its close button does not close need not have one.
+  panel.setWindowFlag(Qt::WindowCloseButtonHint, harmless != nullptr);
+  panel.setWindowFlag(Qt::WindowSystemMenuHint, harmless != nullptr);
+  panel.setObjectName(QStringLiteral("alertPanel"));
+  panel.setWindowModality(Qt::WindowModal);
+  panel.setTextFormat(Qt::PlainText);
+  panel.setInformativeText(text(message));
+  std::map<QAbstractButton*, int> answers;
+  for (const PanelButton& button : buttons) {
+    if (button.words == nullptr) continue;
+    const auto role = &button == harmless      ? QMessageBox::RejectRole
+                      : &button == &buttons[0] ? QMessageBox::AcceptRole
+                                               : QMessageBox::DestructiveRole;
+    QPushButton* made = panel.addButton(withoutMnemonic(text(button.words)), role);
+    answers[made] = button.answer;
+    if (&button == &buttons[0]) panel.setDefaultButton(made);
+    if (&button == harmless) panel.setEscapeButton(made);
+  }
+  panel.exec();
+  const auto answer = answers.find(panel.clickedButton());
+  return answer != answers.end() ? answer->second : NSAlertOtherReturn;
+}
+
+void QtWorkspace::openURL(std::string_view url) {
+  QDesktopServices::openUrl(QUrl(text(url)));
+}
+
+void QtDrawing::display(Control& control) {
+  if (window_ == nullptr) return;
+  if (auto* widget = window_->findChild<QWidget*>(text(control.name()))) widget->repaint();
+}
+
+// Qt keeps what needs drawing for the window as a whole, and draws no more than that.
+void QtDrawing::displayIfNeeded(View& view) {
+  if (view.superview() == nullptr && window_ != nullptr) {
+    QCoreApplication::sendPostedEvents(window_, QEvent::UpdateRequest);
+  }
+}
+
+namespace {
+
+struct Timer {
+  QTimer clock;
+  std::function<void()> fire;
+};
+
+Timer* timerOf(CFRunLoopTimerRef timer) {
+  return reinterpret_cast<Timer*>(timer);
+}
+
+}  // namespace
+
+// Every fire date is in the past here: the first tick comes with the first pass of the event loop.
+CFRunLoopTimerRef QtRunLoop::CFRunLoopTimerCreate(double /*fireDate*/, double interval,
+                                                  CFRunLoopTimerCallBack callback,
+                                                  const CFRunLoopTimerContext& context) {
+  auto* timer = new Timer;
+  const auto reference = reinterpret_cast<CFRunLoopTimerRef>(timer);
+  timer->clock.setInterval(std::chrono::milliseconds(std::llround(interval * 1000)));
+  timer->fire = [this, reference, callback, info = context.info] {
+    if (busy_.isBusy() || QApplication::activeModalWidget() != nullptr) return;
+    callback(reference, info);
+    if (ticked) ticked();
+  };
+  QObject::connect(&timer->clock, &QTimer::timeout, &timer->clock, timer->fire);
+  return reference;
+}
+
+void QtRunLoop::CFRunLoopAddTimer(CFRunLoopTimerRef timer) {
+  QTimer& clock = timerOf(timer)->clock;
+  clock.start();
+  QTimer::singleShot(0, &clock, timerOf(timer)->fire);
+}
+
+void QtRunLoop::CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) {
+  timerOf(timer)->clock.stop();
+}
+
+void QtRunLoop::CFRelease(CFRunLoopTimerRef timer) {
+  delete timerOf(timer);
+}
+
+void QtRunLoop::runOnceInDefaultMode() {
+  busy_.enter();
+  QCoreApplication::processEvents();
+  busy_.leave();
+}
+
+void QtProcesses::usleep(uint32_t microseconds) {
+  busy_.enter();
+  QEventLoop loop;
+  QTimer::singleShot(std::chrono::microseconds(std::llround(microseconds / speed_)).count() / 1000,
+                     Qt::PreciseTimer, &loop, &QEventLoop::quit);
+  loop.exec();
+  busy_.leave();
+}
+
+}  // namespace norvik::desktop

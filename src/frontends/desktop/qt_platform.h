@@ -1,0 +1,112 @@
+// The ports that belong to the window: run loop and timer, alert panels, web addresses, main window, forced
+// drawing, and the waits that must leave the window painting. All in Qt; every other port is the computer's
+// own.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+#include "src/server/mac/platform/platform.h"
+
+namespace norvik::desktop {
+
+// While a start or stop of the server blocks, the window paints and answers the window system, but no input,
+// no timer and no activation gets through. Counted, so that waits may nest.
+class Busy : public QObject {
+ public:
+  Busy();
+  ~Busy() override;
+
+  bool isBusy() const { return depth_ > 0; }
+  void enter() { ++depth_; }
+  void leave() { --depth_; }
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  int depth_ = 0;
+};
+
+class QtApplication : public HostApplication {
+ public:
+  explicit QtApplication(const Busy& busy) : busy_(busy) {}
+
+  // The window is told later, as the pane is older than its window.
+  void setWindow(QWidget* window) { window_ = window; }
+
+  std::optional<Rect> mainWindowFrame() override;
+  void performOnMainThread(std::function<void()> operation, bool waitUntilDone) override;
+  Color windowBackgroundColor() override;
+  void observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) override;
+
+ private:
+  void tell(const std::weak_ptr<ActivationObserver>& observer);
+
+  const Busy& busy_;
+  QPointer<QWidget> window_;
+  QObject life_;  // of what is connected to this
+};
+
+class QtAlertPanels : public AlertPanels {
+ public:
+  void setWindow(QWidget* window) { window_ = window; }
+  int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
+                      const char* alternateButton, const char* otherButton) override;
+
+ private:
+  QPointer<QWidget> window_;
+};
+
+class QtWorkspace : public Workspace {
+ public:
+  void openURL(std::string_view url) override;
+};
+
+class QtDrawing : public Drawing {
+ public:
+  void setWindow(QWidget* window) { window_ = window; }
+  void display(Control& control) override;
+  void displayIfNeeded(View& view) override;
+
+ private:
+  QPointer<QWidget> window_;
+};
+
+class QtRunLoop : public RunLoop {
+ public:
+  explicit QtRunLoop(Busy& busy) : busy_(busy) {}
+
+  CFRunLoopTimerRef CFRunLoopTimerCreate(double fireDate, double interval, CFRunLoopTimerCallBack callback,
+                                         const CFRunLoopTimerContext& context) override;
+  void CFRunLoopAddTimer(CFRunLoopTimerRef timer) override;
+  void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) override;
+  void CFRelease(CFRunLoopTimerRef timer) override;
+  void runOnceInDefaultMode() override;
+
+  // Called after each tick that got through. None does while an alert panel is up: a panel runs the loop in a
+  // mode of its own.
+  std::function<void()> ticked;
+
+ private:
+  Busy& busy_;
+};
+
+// Everything of the computer's own processes but the wait, which goes on painting.
+class QtProcesses : public PosixProcesses {
+ public:
+  QtProcesses(PosixProcesses& computer, Busy& busy, double speed)
+      : computer_(computer), busy_(busy), speed_(speed) {}
+
+  KillResult kill(int32_t pid, Signal signal) override { return computer_.kill(pid, signal); }
+  int32_t getpid() override { return computer_.getpid(); }
+  void usleep(uint32_t microseconds) override;
+
+ private:
+  PosixProcesses& computer_;
+  Busy& busy_;
+  double speed_;  // waits are this many times shorter
+};
+
+}  // namespace norvik::desktop

@@ -1,0 +1,251 @@
+// The window's frame around the pages, its keys, and leaving it.
+#include "src/frontends/desktop/settings_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QPushButton>
+#include <QScreen>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QShortcut>
+#include <QStackedWidget>
+#include <QTimer>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <utility>
+
+#include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/desktop/prompt_click.h"
+#include "src/frontends/desktop/sidebar.h"
+#include "src/frontends/shared/interface/server_state.h"
+#include "src/frontends/shared/interface/setting_description.h"
+
+namespace norvik::desktop {
+
+namespace {
+
+constexpr int kTicksBetweenNotes = 12;  // three seconds
+
+// The window at first, in heights of its font's body; no more than so much of the screen.
+constexpr double kBodiesWide = 60;
+constexpr double kBodiesHigh = 40;
+constexpr double kMostOfScreen = 0.9;
+
+QScrollArea* scrolled(QWidget* page, const QString& name) {
+  auto* area = new QScrollArea;
+  area->setAccessibleName(name);
+  for (QScrollBar* bar : {area->verticalScrollBar(), area->horizontalScrollBar()})
+    bar->setAccessibleName(name);
+  area->setWidget(page);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  return area;
+}
+
+}  // namespace
+
+SettingsWindow::SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription& interface,
+                               Page::Problem problem)
+    : pane_(pane), interface_(interface), problem_(std::move(problem)) {
+  setWindowTitle(text(interface.title));
+  resize(sizeHint().boundedTo(screen()->availableSize() * kMostOfScreen));
+}
+
+void SettingsWindow::fill() {
+  sidebar_ = new Sidebar(pane_.ib_oview_confBar, *interface_.find(pane_.ib_oview_confBar.name()), this);
+  stack_ = new QStackedWidget(this);
+  auto* column = new QVBoxLayout(this);
+  auto* row = new QHBoxLayout;
+  column->addLayout(row, 1);
+  row->addWidget(sidebar_);
+  row->addWidget(stack_, 1);
+  stack_->setObjectName(text(pane_.ib_tview_confView.name()));
+  stack_->setAccessibleName(text(interface_.find(pane_.ib_tview_confView.name())->label));
+  addPages();
+  frame_ = makeFrame();
+  column->addWidget(frame_);
+  assignMnemonics();
+  orderTabs();
+  for (const auto key : {Qt::Key_Q, Qt::Key_W}) {
+    connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, &QWidget::close);
+  }
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { revealFocus(now); });
+  pane_.ib_tview_confView.setObserver(this);
+  showPage();
+  sidebar_->setFocus();
+}
+
+SettingsWindow::~SettingsWindow() {
+  disconnect(qApp, nullptr, this, nullptr);  // the focus moves once more while the pages go
+  pane_.ib_tview_confView.setObserver(nullptr);
+}
+
+void SettingsWindow::addPages() {
+  for (const TabDescription& tab : interface_.tabs) {
+    Page* page = pages_.emplace_back(new Page(pane_, interface_, tab, problem_));
+    stack_->addWidget(scrolled(page, text(pageName(tab).title)));
+    page->changed = [this](const Binding& binding) { followTexts(binding); };
+    for (const auto& b : page->bindings()) b->edited = [this] { edited(); };
+  }
+}
+
+Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* parent) {
+  bindings_.push_back(makeBinding(pane_, *pane_.outlet(description.outlet), description, parent));
+  Binding& binding = *bindings_.back();
+  binding.edited = [this] { edited(); };
+  binding.changed = [this, &binding] { followTexts(binding); };
+  return binding;
+}
+
+// The lock and its hint at the left, the buttons at the right, as the description orders them.
+QWidget* SettingsWindow::makeFrame() {
+  auto* frame = new QWidget(this);
+  auto* row = new QHBoxLayout(frame);
+  row->setContentsMargins(0, 0, 0, 0);
+  QAbstractButton* lock = nullptr;
+  for (const ControlDescription& description : interface_.frame) {
+    if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
+    QWidget* widget = bind(description, frame).widget();
+    row->addWidget(widget, description.kind == ControlKind::label ? 1 : 0);
+    if (description.kind == ControlKind::lockButton) lock = qobject_cast<QAbstractButton*>(widget);
+    // The lock has no words of its own: the hint lends it a letter.
+    auto* hint = qobject_cast<QLabel*>(widget);
+    if (hint != nullptr && lock != nullptr) clickPromptly(lock, hint);
+  }
+  static_cast<QPushButton*>(binding(text(pane_.ib_button_Apply.name()))->widget())->setDefault(true);
+  return frame;
+}
+
+// An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its
+// next tick now. Who types a port and presses Return need not wait for the clock.
+void SettingsWindow::edited() {
+  pane_.onStateTimer();
+  refresh();
+}
+
+// While the server starts or stops, what the pane does not grey itself is greyed too: the list of pages and
+// the line below. Who worked by keyboard goes on where they were.
+void SettingsWindow::followServer() {
+  const bool open = !isServerChanging(pane_);
+  if (frame_ == nullptr || frame_->isEnabledTo(this) == open) return;
+  if (!open) focusBefore_ = focusWidget();
+  for (QWidget* widget : {static_cast<QWidget*>(sidebar_), frame_}) widget->setEnabled(open);
+  if (open && focusBefore_ != nullptr) focusBefore_->setFocus();
+}
+
+void SettingsWindow::followTexts(const Binding& changed) {
+  followServer();
+  const ControlKind kind = changed.description().kind;
+  if (kind == ControlKind::pushButton || kind == ControlKind::label) assignMnemonics();
+}
+
+void SettingsWindow::assignMnemonics() {
+  QSet<QChar> frame;
+  addMnemonics(*frame_, frame);
+  for (Page* page : pages_) {
+    QSet<QChar> taken = frame;
+    addMnemonics(*page, taken);
+  }
+}
+
+// From the sidebar to the page and then to the buttons below; within a page as its description goes.
+void SettingsWindow::orderTabs() {
+  QWidget* last = sidebar_;
+  const auto append = [this, &last](QWidget& root) {
+    for (QWidget* widget : root.findChildren<QWidget*>()) {
+      if ((widget->focusPolicy() & Qt::TabFocus) == 0 || widget->window() != this) continue;
+      setTabOrder(last, widget);
+      last = widget;
+    }
+  };
+  for (Page* page : pages_) append(*page);
+  append(*frame_);
+}
+
+Binding* SettingsWindow::binding(const QString& outlet) const {
+  const auto named = [&outlet](const std::unique_ptr<Binding>& b) {
+    return text(b->control().name()) == outlet;
+  };
+  const auto here = std::ranges::find_if(bindings_, named);
+  if (here != bindings_.end()) return here->get();
+  for (const Page* page : pages_) {
+    const auto there = std::ranges::find_if(page->bindings(), named);
+    if (there != page->bindings().end()) return there->get();
+  }
+  return nullptr;
+}
+
+void SettingsWindow::refresh() {
+  followServer();
+  for (Page* page : pages_) page->refreshMarks();
+  for (Page* page : pages_) page->refreshNotes();
+  ticksToNotes_ = kTicksBetweenNotes;
+}
+
+void SettingsWindow::ticked() {
+  if (--ticksToNotes_ <= 0) return refresh();
+  pages_[static_cast<std::size_t>(stack_->currentIndex())]->refreshMarks();
+}
+
+void SettingsWindow::controlChanged(Control& /*control*/) {
+  showPage();
+}
+
+void SettingsWindow::showPage() {
+  const auto& items = pane_.ib_tview_confView.items();
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    if (&items[i] == pane_.ib_tview_confView.selectedItem()) stack_->setCurrentIndex(static_cast<int>(i));
+  }
+  refresh();
+}
+
+// A control that the keyboard reaches is scrolled into sight.
+void SettingsWindow::revealFocus(QWidget* widget) {
+  auto* area = static_cast<QScrollArea*>(stack_->currentWidget());
+  if (widget != nullptr && area != nullptr && area->widget()->isAncestorOf(widget))
+    area->ensureWidgetVisible(widget);
+}
+
+// From what is known of the font without loading it, as that is the longest part of a start.
+QSize SettingsWindow::sizeHint() const {
+  constexpr double kPointsPerInch = 72;
+  const QFont face = font();
+  const double body =
+      face.pixelSize() > 0 ? face.pixelSize() : face.pointSizeF() * logicalDpiY() / kPointsPerInch;
+  return QSizeF(body * kBodiesWide, body * kBodiesHigh).toSize();
+}
+
+void SettingsWindow::paintEvent(QPaintEvent* event) {
+  QWidget::paintEvent(event);
+  if (!painted) return;
+  QTimer::singleShot(0, this, std::exchange(painted, nullptr));  // when this frame has reached the screen
+}
+
+// Return applies, wherever the focus is; Escape closes.
+void SettingsWindow::keyPressEvent(QKeyEvent* event) {
+  const bool applies = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (applies && isFilled()) {
+    static_cast<QPushButton*>(binding(text(pane_.ib_button_Apply.name()))->widget())->click();
+  } else if (event->key() == Qt::Key_Escape) {
+    close();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+// Leaving the pane: what is pending is asked about, and the answer carried out, before the window goes.
+void SettingsWindow::closeEvent(QCloseEvent* event) {
+  event->setAccepted(!leaving_);  // while a person is asked, the window stays
+  if (leaving_ || !isFilled()) return;
+  leaving_ = true;
+  pane_.willUnselect();
+  pane_.didUnselect();
+  leaving_ = false;
+  if (closed) closed();
+}
+
+}  // namespace norvik::desktop

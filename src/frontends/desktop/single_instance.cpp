@@ -1,0 +1,115 @@
+// A lock file that only one panel holds, and a local socket that it listens on. A connection says all that
+// there is to say. The socket has an abstract name, so that it leaves no file behind and its name cannot be
+// too long.
+#include "src/frontends/desktop/single_instance.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QDeadlineTimer>
+#include <QFile>
+#include <QSocketNotifier>
+#include <QThread>
+#include <chrono>
+#include <cstring>
+
+namespace norvik::desktop {
+
+namespace {
+
+constexpr std::chrono::seconds kPatience{3};
+constexpr unsigned long kPauseMilliseconds = 50;
+constexpr int kBacklog = 8;
+
+struct Address {
+  sockaddr_un name{};
+  socklen_t size = 0;
+};
+
+Address addressOf(const QString& path) {
+  const QByteArray words =
+      "norvik-settings-" + QCryptographicHash::hash(path.toUtf8(), QCryptographicHash::Sha1).toHex();
+  Address address;
+  address.name.sun_family = AF_UNIX;
+  std::memcpy(address.name.sun_path + 1, words.constData(), static_cast<std::size_t>(words.size()));
+  address.size =
+      static_cast<socklen_t>(offsetof(sockaddr_un, sun_path) + 1 + static_cast<std::size_t>(words.size()));
+  return address;
+}
+
+int localSocket(int flags) {
+  return ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
+}
+
+// Names of this kind are open to everybody on the computer.
+bool isOurs(int socket) {
+  ucred peer{};
+  socklen_t size = sizeof peer;
+  return getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+}
+
+}  // namespace
+
+SingleInstance::SingleInstance(const QString& path) : path_(path) {}
+
+SingleInstance::~SingleInstance() {
+  calls_.reset();
+  if (socket_ != -1) close(socket_);
+  if (lock_ != -1) close(lock_);
+}
+
+// The system takes the lock back when its owner ends, however that comes. True as well where there is no
+// folder for the file: then there is nobody to meet either.
+bool SingleInstance::lock() {
+  lock_ = open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+  if (lock_ == -1 || flock(lock_, LOCK_EX | LOCK_NB) == 0) return true;
+  close(lock_);
+  lock_ = -1;
+  return false;
+}
+
+SingleInstance::Claim SingleInstance::claim() {
+  const QDeadlineTimer end(kPatience);
+  // The first one may have locked and not listen yet, or be just about to end.
+  do {
+    if (lock()) {
+      listen();
+      return Claim::first;
+    }
+    if (ask()) return Claim::asked;
+    QThread::msleep(kPauseMilliseconds);
+  } while (!end.hasExpired());
+  return Claim::silent;
+}
+
+void SingleInstance::listen() {
+  const Address address = addressOf(path_);
+  socket_ = localSocket(SOCK_NONBLOCK);
+  if (bind(socket_, reinterpret_cast<const sockaddr*>(&address.name), address.size) != 0) return;
+  if (::listen(socket_, kBacklog) != 0) return;
+  calls_ = std::make_unique<QSocketNotifier>(socket_, QSocketNotifier::Read);
+  QObject::connect(calls_.get(), &QSocketNotifier::activated, calls_.get(), [this] { answer(); });
+}
+
+void SingleInstance::answer() {
+  const int caller = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
+  if (caller == -1) return;
+  const bool ours = isOurs(caller);
+  close(caller);
+  if (ours && askedForward) askedForward();
+}
+
+bool SingleInstance::ask() const {
+  const Address address = addressOf(path_);
+  const int first = localSocket(0);
+  const bool reached =
+      connect(first, reinterpret_cast<const sockaddr*>(&address.name), address.size) == 0 && isOurs(first);
+  if (first != -1) close(first);
+  return reached;
+}
+
+}  // namespace norvik::desktop

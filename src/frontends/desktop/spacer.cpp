@@ -1,0 +1,27 @@
+// Sizes of empty room.
+#include "src/frontends/desktop/spacer.h"
+
+#include <QStyle>
+#include <cmath>
+
+namespace norvik::desktop {
+
+LineSpacer::LineSpacer(double lines, QWidget* parent) : QWidget(parent), lines_(lines) {
+  setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Fixed);
+}
+
+QSize LineSpacer::sizeHint() const {
+  return {0, static_cast<int>(std::lround(fontMetrics().height() * lines_))};
+}
+
+BoxSpacer::BoxSpacer(QWidget* parent) : QWidget(parent) {
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum);
+}
+
+QSize BoxSpacer::sizeHint() const {
+  return {style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +
+              style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, this),
+          0};
+}
+
+}  // namespace norvik::desktop

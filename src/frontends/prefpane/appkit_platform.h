@@ -1,0 +1,70 @@
+// The ports that belong to the application that hosts the pane: its windows, alert panels, run loop and
+// notifications. A plain C++ header; the toolkit stands behind it. Main thread only, as the ports have it.
+#pragma once
+
+#include <functional>
+
+#include "src/server/mac/platform/application.h"
+#include "src/server/mac/platform/run_loop.h"
+
+namespace norvik::prefpane {
+
+class AppKitApplication : public HostApplication {
+ public:
+  std::optional<Rect> mainWindowFrame() override;
+  void performOnMainThread(std::function<void()> operation, bool waitUntilDone) override;
+  Color windowBackgroundColor() override;
+  void observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) override;
+};
+
+class AppKitAlertPanels : public AlertPanels {
+ public:
+  int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
+                      const char* alternateButton, const char* otherButton) override;
+};
+
+class AppKitWorkspace : public Workspace {
+ public:
+  void openURL(std::string_view url) override;
+};
+
+// Posts in the toolkit's own way and in the computer's: which of the two a menu agent listens to is its own
+// choice.
+class AppKitNotifications : public DistributedNotificationCenter {
+ public:
+  explicit AppKitNotifications(DistributedNotificationCenter& computer) : computer_(computer) {}
+  void postNotificationName(const char* name, const char* object, unsigned options) override;
+
+ private:
+  DistributedNotificationCenter& computer_;
+};
+
+class AppKitDrawing : public Drawing {
+ public:
+  // What draws a control or a view of the model, told once there is a view; none draws nothing.
+  std::function<void(Control& control)> displayControl;
+  std::function<void(View& view)> displayView;
+
+  void display(Control& control) override {
+    if (displayControl) displayControl(control);
+  }
+  void displayIfNeeded(View& view) override {
+    if (displayView) displayView(view);
+  }
+};
+
+class AppKitRunLoop : public RunLoop {
+ public:
+  CFRunLoopTimerRef CFRunLoopTimerCreate(double fireDate, double interval, CFRunLoopTimerCallBack callback,
+                                         const CFRunLoopTimerContext& context) override;
+  void CFRunLoopAddTimer(CFRunLoopTimerRef timer) override;
+  void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) override;
+  void CFRelease(CFRunLoopTimerRef timer) override;
+  // What a person clicks or types meanwhile is thrown away: it was meant for a panel that does not listen.
+  void runOnceInDefaultMode() override;
+
+  // Called after each tick.
+  std::function<void()> ticked;
+};
+
+}  // namespace norvik::prefpane

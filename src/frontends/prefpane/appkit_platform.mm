@@ -1,0 +1,148 @@
+// The host application's ports over the toolkit.
+#include "src/frontends/prefpane/appkit_platform.h"
+
+#include <memory>
+
+#import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/text.h"
+
+namespace {
+using Function = std::function<void()>;
+}
+
+// Calls a C++ function where the toolkit wants an object and a selector. The field and the parameter are
+// untyped, as not every compiler can make, destroy or describe those of C++.
+@interface NVKCall : NSObject {
+  void* function_;  // a Function, owned
+}
+- (id)initWithCopyOf:(const void*)function;
+- (void)call;
+@end
+
+@implementation NVKCall
+- (id)initWithCopyOf:(const void*)function {
+  if ((self = [super init]) != nil) function_ = new Function(*static_cast<const Function*>(function));
+  return self;
+}
+- (void)dealloc {
+  delete static_cast<Function*>(function_);
+  [super dealloc];
+}
+- (void)call {
+  [[self retain] autorelease];  // what is called may let go of the timer that calls
+  (*static_cast<Function*>(function_))();
+}
+@end
+
+namespace norvik::prefpane {
+
+std::optional<Rect> AppKitApplication::mainWindowFrame() {
+  NSWindow* window = [NSApp mainWindow];
+  if (window == nil) return std::nullopt;
+  const NSRect frame = [window frame];
+  return Rect{frame.origin.x, frame.origin.y, frame.size.width, frame.size.height};
+}
+
+void AppKitApplication::performOnMainThread(std::function<void()> operation, bool waitUntilDone) {
+  NVKCall* call = [[[NVKCall alloc] initWithCopyOf:&operation] autorelease];
+  [call performSelectorOnMainThread:@selector(call) withObject:nil waitUntilDone:waitUntilDone];
+}
+
+Color AppKitApplication::windowBackgroundColor() {
+  NSColor* color = [[NSColor windowBackgroundColor] colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
+  return {[color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]};
+}
+
+// The registration lives as long as the application; a pane that is gone is simply not told.
+void AppKitApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) {
+  const Function tell = [observer] {
+    if (const auto held = observer.lock()) held->applicationDidBecomeActive();
+  };
+  NVKCall* call = [[NVKCall alloc] initWithCopyOf:&tell];
+  [[NSNotificationCenter defaultCenter] addObserver:call
+                                           selector:@selector(call)
+                                               name:NSApplicationDidBecomeActiveNotification
+                                             object:NSApp];
+}
+
+int AppKitAlertPanels::NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
+                                       const char* alternateButton, const char* otherButton) {
+  const auto button = [](const char* words) { return words != nullptr ? text(words) : nil; };
+  return static_cast<int>(::NSRunAlertPanel(text(title), @"%@", button(defaultButton),
+                                            button(alternateButton), button(otherButton), text(message)));
+}
+
+void AppKitWorkspace::openURL(std::string_view url) {
+  NSURL* address = [NSURL URLWithString:text(url)];
+  if (address != nil) [[NSWorkspace sharedWorkspace] openURL:address];
+}
+
+void AppKitNotifications::postNotificationName(const char* name, const char* object, unsigned options) {
+  @try {
+    NVKPost(text(name), object != nullptr ? text(object) : nil, options);
+  } @catch (NSException* refused) {
+    // No centre runs, so nobody listens there.
+  }
+  computer_.postNotificationName(name, object, options);
+}
+
+namespace {
+
+struct Timer {
+  NSTimer* timer;
+};
+
+Timer* timerOf(CFRunLoopTimerRef timer) {
+  return reinterpret_cast<Timer*>(timer);
+}
+
+}  // namespace
+
+CFRunLoopTimerRef AppKitRunLoop::CFRunLoopTimerCreate(double fireDate, double interval,
+                                                      CFRunLoopTimerCallBack callback,
+                                                      const CFRunLoopTimerContext& context) {
+  auto* made = new Timer{nil};
+  const auto reference = reinterpret_cast<CFRunLoopTimerRef>(made);
+  AppKitRunLoop* loop = this;
+  void* info = context.info;
+  const Function fire = [=] {
+    callback(reference, info);
+    if (loop->ticked) loop->ticked();
+  };
+  NVKCall* call = [[NVKCall alloc] initWithCopyOf:&fire];
+  made->timer = [[NSTimer alloc] initWithFireDate:[NSDate dateWithTimeIntervalSinceReferenceDate:fireDate]
+                                         interval:interval
+                                           target:call
+                                         selector:@selector(call)
+                                         userInfo:nil
+                                          repeats:YES];
+  [call release];
+  return reference;
+}
+
+void AppKitRunLoop::CFRunLoopAddTimer(CFRunLoopTimerRef timer) {
+  [[NSRunLoop mainRunLoop] addTimer:timerOf(timer)->timer forMode:NSDefaultRunLoopMode];
+}
+
+void AppKitRunLoop::CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) {
+  [timerOf(timer)->timer invalidate];
+}
+
+void AppKitRunLoop::CFRelease(CFRunLoopTimerRef timer) {
+  [timerOf(timer)->timer release];
+  delete timerOf(timer);
+}
+
+void AppKitRunLoop::runOnceInDefaultMode() {
+  constexpr NSUInteger kInput = NSLeftMouseDownMask | NSLeftMouseUpMask | NSRightMouseDownMask |
+                                NSRightMouseUpMask | NSKeyDownMask | NSKeyUpMask | NSScrollWheelMask |
+                                NSLeftMouseDraggedMask;
+  while ([NSApp nextEventMatchingMask:kInput
+                            untilDate:[NSDate distantPast]
+                               inMode:NSDefaultRunLoopMode
+                              dequeue:YES] != nil) {
+  }
+  [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantPast]];
+}
+
+}  // namespace norvik::prefpane

@@ -1,0 +1,51 @@
+// A control of the model and the toolkit's view that mirrors it, kept in step both ways. A table has a row
+// for each kind of control; nothing here knows a setting by name. A plain C++ header.
+#pragma once
+
+#include <functional>
+
+#include "src/frontends/prefpane/handles.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/ui/control.h"
+#include "src/server/mac/ui/interface_description.h"
+
+namespace norvik::prefpane {
+
+struct BindingKind;
+
+class Binding : public ControlObserver {
+ public:
+  // Makes the view and shows the model's state in it. All three outlive the binding. The kind is none of
+  // those that have a place of their own in the window: sidebar and tab view.
+  Binding(NVKServerPrefs& pane, Control& control, const ControlDescription& description);
+  ~Binding() override;
+  Binding(const Binding&) = delete;
+  Binding& operator=(const Binding&) = delete;
+
+  Control& control() const { return control_; }
+  const ControlDescription& description() const { return description_; }
+  // An NSView, in the size that it needs by itself.
+  void* view() const { return view_.get(); }
+
+  // Called after a person's edit reached the model and its action was sent.
+  std::function<void()> edited;
+  // Called after the view took up a change of the model.
+  std::function<void()> changed;
+
+  // The model changed: brings the view up to it, setting nothing that is set already.
+  void controlChanged(Control& control) override;
+  // A person worked the view.
+  void viewChanged();
+
+ private:
+  void showModel();
+
+  NVKServerPrefs& pane_;
+  Control& control_;
+  const ControlDescription& description_;
+  const BindingKind& kind_;
+  Handle view_;
+  Handle target_;
+};
+
+}  // namespace norvik::prefpane

@@ -1,0 +1,246 @@
+// The table of kinds: how each view is made, how it shows the model, and what a person's edit writes into it.
+#include "src/frontends/prefpane/binding.h"
+
+#include <algorithm>
+#include <cmath>
+
+#import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/lock_button.h"
+#include "src/frontends/prefpane/text.h"
+
+using norvik::prefpane::Binding;
+
+// What a view sends its action to.
+@interface NVKBindingTarget : NSObject {
+  void* binding_;  // a Binding, borrowed; untyped, as not every compiler can describe a class of C++
+}
+- (id)initWithBinding:(void*)binding;
+- (void)viewChanged:(id)sender;
+- (void)controlTextDidChange:(NSNotification*)notification;
+@end
+
+@implementation NVKBindingTarget
+- (id)initWithBinding:(void*)binding {
+  if ((self = [super init]) != nil) binding_ = binding;
+  return self;
+}
+- (void)viewChanged:(id)sender {
+  static_cast<Binding*>(binding_)->viewChanged();
+}
+- (void)controlTextDidChange:(NSNotification*)notification {
+  static_cast<Binding*>(binding_)->viewChanged();
+}
+@end
+
+namespace norvik::prefpane {
+
+// One kind of control.
+struct BindingKind {
+  ControlKind kind;
+  NSView* (*make)(const ControlDescription& description);
+  void (*show)(NSView* view, const Control& control);
+  // Writes what the view holds into the model.
+  void (*take)(NSView* view, Control& control);
+  bool acts;  // an edit sends the control's action; else the pane's next tick takes it up
+};
+
+namespace {
+
+constexpr CGFloat kFieldCharacters = 8;
+constexpr CGFloat kSliderWidth = 200;
+
+NSButton* button(NSButtonType type, NSString* title) {
+  NSButton* made = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
+  [made setButtonType:type];
+  [made setTitle:title];
+  [made sizeToFit];
+  return made;
+}
+
+NSView* makeCheckBox(const ControlDescription& description) {
+  return button(NSSwitchButton, text(description.label));
+}
+
+NSView* makeRadioButton(const ControlDescription& description) {
+  return button(NSRadioButton, text(description.label));
+}
+
+void showState(NSView* view, const Control& control) {
+  NSButton* box = (NSButton*)view;
+  [box setAllowsMixedState:control.state() == kMixedState];
+  if ([box state] != control.state()) [box setState:control.state()];
+}
+
+// A click leads from mixed to on, and never back to mixed.
+void takeState(NSView* view, Control& control) {
+  control.setState(control.isOn() ? kOffState : kOnState);
+}
+
+// A click on the one that is on leaves it on.
+void takeChoice(NSView* view, Control& control) {
+  control.setState(kOnState);
+}
+
+NSView* makeSlider(const ControlDescription& description) {
+  NSSlider* slider = [[[NSSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
+  [slider setMinValue:description.minimum.value_or(0)];
+  [slider setMaxValue:description.maximum.value_or(0)];
+  [slider setNumberOfTickMarks:description.tick_marks];
+  [slider setAllowsTickMarkValuesOnly:description.tick_marks > 1];
+  [slider setContinuous:YES];
+  return slider;
+}
+
+// The model keeps a value outside the range; the view stands at its nearest end then.
+void showValue(NSView* view, const Control& control) {
+  NSSlider* slider = (NSSlider*)view;
+  const double nearest = std::clamp(std::trunc(control.doubleValue()), [slider minValue], [slider maxValue]);
+  if ([slider doubleValue] != nearest) [slider setDoubleValue:nearest];
+}
+
+void takeValue(NSView* view, Control& control) {
+  control.setDoubleValue(std::round([(NSSlider*)view doubleValue]));
+}
+
+NSView* makePopUp(const ControlDescription& description) {
+  NSPopUpButton* popUp = [[[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO] autorelease];
+  for (const std::string& item : description.items) [popUp addItemWithTitle:text(item)];
+  [popUp sizeToFit];
+  return popUp;
+}
+
+// An index that no item has shows none.
+void showItem(NSView* view, const Control& control) {
+  NSPopUpButton* popUp = (NSPopUpButton*)view;
+  const int64_t index = control.indexOfSelectedItem();
+  const NSInteger shown = index >= 0 && index < [popUp numberOfItems] ? static_cast<NSInteger>(index) : -1;
+  if ([popUp indexOfSelectedItem] != shown) [popUp selectItemAtIndex:shown];
+}
+
+void takeItem(NSView* view, Control& control) {
+  control.selectItemAtIndex([(NSPopUpButton*)view indexOfSelectedItem]);
+}
+
+NSTextField* field(BOOL editable) {
+  NSTextField* made = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
+  [made setEditable:editable];
+  [made setSelectable:YES];
+  [made setBezeled:editable];
+  [made setDrawsBackground:editable];
+  return made;
+}
+
+NSView* makeTextField(const ControlDescription& description) {
+  NSTextField* made = field(!description.display_only);
+  [made setStringValue:@"0"];
+  [made sizeToFit];
+  const NSSize digit = [@"0" sizeWithAttributes:[NSDictionary dictionaryWithObject:[made font]
+                                                                            forKey:NSFontAttributeName]];
+  [made setFrameSize:NSMakeSize(kFieldCharacters * digit.width + digit.height, NSHeight([made frame]))];
+  return made;
+}
+
+NSView* makeLabel(const ControlDescription& description) {
+  NSTextField* made = field(NO);
+  [[made cell] setWraps:YES];
+  return made;
+}
+
+void showText(NSView* view, const Control& control) {
+  NSTextField* shown = (NSTextField*)view;
+  NSString* words = text(control.stringValue());
+  if (![[shown stringValue] isEqualToString:words]) [shown setStringValue:words];
+}
+
+void takeText(NSView* view, Control& control) {
+  control.setStringValue(utf8([(NSTextField*)view stringValue]));
+}
+
+NSView* makePushButton(const ControlDescription& description) {
+  NSButton* made = button(NSMomentaryPushInButton, text(description.title));
+  [made setBezelStyle:NSRoundedBezelStyle];
+  [made sizeToFit];
+  return made;
+}
+
+void showTitle(NSView* view, const Control& control) {
+  NSButton* shown = (NSButton*)view;
+  NSString* title = text(control.title());
+  if (![[shown title] isEqualToString:title]) [shown setTitle:title];
+}
+
+NSView* makeLock(const ControlDescription& description) {
+  return static_cast<NSView*>(makeLockButton());
+}
+
+void showLock(NSView* view, const Control& control) {
+  showLockButton(view, control);
+}
+
+void takeNothing(NSView* view, Control& control) {}
+
+constexpr bool kActs = true;
+
+const BindingKind kKinds[] = {
+    {ControlKind::checkBox, makeCheckBox, showState, takeState, kActs},
+    {ControlKind::radioButton, makeRadioButton, showState, takeChoice, kActs},
+    {ControlKind::slider, makeSlider, showValue, takeValue, kActs},
+    {ControlKind::popUp, makePopUp, showItem, takeItem, kActs},
+    {ControlKind::textField, makeTextField, showText, takeText, !kActs},
+    {ControlKind::label, makeLabel, showText, takeNothing, !kActs},
+    {ControlKind::pushButton, makePushButton, showTitle, takeNothing, kActs},
+    {ControlKind::lockButton, makeLock, showLock, takeNothing, kActs},
+};
+
+const BindingKind& kindOf(const ControlDescription& description) {
+  return *std::find_if(std::begin(kKinds), std::end(kKinds),
+                       [&description](const BindingKind& row) { return row.kind == description.kind; });
+}
+
+}  // namespace
+
+Binding::Binding(NVKServerPrefs& pane, Control& control, const ControlDescription& description)
+    : pane_(pane),
+      control_(control),
+      description_(description),
+      kind_(kindOf(description)),
+      view_(kind_.make(description)),
+      target_([[[NVKBindingTarget alloc] initWithBinding:this] autorelease]) {
+  NSControl* view = static_cast<NSControl*>(view_.get());
+  [view setTarget:static_cast<id>(target_.get())];
+  [view setAction:@selector(viewChanged:)];
+  if ([view isKindOfClass:[NSTextField class]])
+    [(NSTextField*)view setDelegate:static_cast<id>(target_.get())];
+  if (!description.help.empty()) [view setToolTip:text(description.help)];
+  control_.setObserver(this);
+  showModel();
+}
+
+Binding::~Binding() {
+  control_.setObserver(nullptr);
+  NSControl* view = static_cast<NSControl*>(view_.get());
+  [view setTarget:nil];
+  if ([view isKindOfClass:[NSTextField class]]) [(NSTextField*)view setDelegate:nil];
+}
+
+void Binding::showModel() {
+  NSControl* view = static_cast<NSControl*>(view_.get());
+  const BOOL hidden = control_.isHidden() || control_.isRemoved() || control_.isTransparent();
+  if ([view isHidden] != hidden) [view setHidden:hidden];
+  if ([view isEnabled] != control_.isEnabled()) [view setEnabled:control_.isEnabled()];
+  kind_.show(view, control_);
+}
+
+void Binding::controlChanged(Control& /*control*/) {
+  showModel();
+  if (changed) changed();
+}
+
+void Binding::viewChanged() {
+  kind_.take(static_cast<NSView*>(view_.get()), control_);
+  if (kind_.acts) pane_.buttonClicked(control_);
+  showModel();  // an action may have put the control back to what it was, which tells nobody
+  if (edited) edited();
+}
+
+}  // namespace norvik::prefpane

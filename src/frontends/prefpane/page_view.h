@@ -1,0 +1,64 @@
+// One page of settings, laid out from its description: sections under headings, captions lined up, a mark
+// before each row that differs from what is stored, a note under a port that is no good. A plain C++ header.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "src/frontends/prefpane/binding.h"
+#include "src/frontends/prefpane/handles.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/ui/interface_description.h"
+
+namespace norvik::prefpane {
+
+class PageView {
+ public:
+  PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab);
+  PageView(const PageView&) = delete;
+  PageView& operator=(const PageView&) = delete;
+
+  // An NSView, as high and wide as its rows need.
+  void* view() const { return view_.get(); }
+  const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
+
+  // Bring marks with the dot, and notes, up to the model; set nothing that is set already. The notes ask the
+  // computer which ports are in use.
+  void refreshMarks();
+  void refreshNotes();
+
+ private:
+  struct Mark {
+    Handle view;
+    std::vector<Binding*> bindings;  // of its row
+  };
+  struct Note {
+    Handle view;
+    const Binding* field;
+  };
+
+  void addSection(const SectionDescription& section);
+  void addRow(const RowDescription& row);
+  double addControl(const RowDescription& row, const ControlDescription& description, double x, Mark& mark);
+  double addBeside(Binding& binding, double x);
+  double addDot(double x);
+  void addBelow(Binding& binding, double x);
+  void refreshDot();
+  void placeBeside(void* view, double x);
+
+  NVKServerPrefs& pane_;
+  const InterfaceDescription& interface_;
+  Handle view_;
+  Handle dot_;  // before the server's state, where this page tells it
+  double captionWidth_ = 0;
+  double y_ = 0;                // where the next row begins
+  double rowHeight_ = 0;        // of the row that is being laid out
+  std::vector<Handle> placed_;  // what stands in that row, to be centred in its height
+  std::vector<std::unique_ptr<Binding>> bindings_;
+  std::vector<Mark> marks_;
+  std::vector<Note> notes_;
+};
+
+}  // namespace norvik::prefpane

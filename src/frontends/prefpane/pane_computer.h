@@ -1,0 +1,34 @@
+// The computer as the pane has it in its own home: the host application's ports over the toolkit, all others
+// of the computer that it runs on. A plain C++ header.
+#pragma once
+
+#include "src/adapters/linux/linux_computer.h"
+#include "src/frontends/prefpane/appkit_platform.h"
+#include "src/server/mac/platform/platform.h"
+
+namespace norvik::prefpane {
+
+class PaneComputer {
+ public:
+  // Installs itself as the platform for as long as it lives. Works on the sandbox that the variable
+  // NORVIK_ROOT names, or on the system itself where it names none.
+  PaneComputer();
+  ~PaneComputer();
+  PaneComputer(const PaneComputer&) = delete;
+  PaneComputer& operator=(const PaneComputer&) = delete;
+
+  AppKitDrawing& drawing() { return drawing_; }
+  AppKitRunLoop& runLoop() { return runLoop_; }
+
+ private:
+  LinuxComputer computer_;
+  AppKitApplication application_;
+  AppKitAlertPanels alerts_;
+  AppKitWorkspace workspace_;
+  AppKitNotifications notifications_;
+  AppKitDrawing drawing_;
+  AppKitRunLoop runLoop_;
+  Platform platform_;
+};
+
+}  // namespace norvik::prefpane

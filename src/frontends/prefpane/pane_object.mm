@@ -1,0 +1,193 @@
+// The preference pane as its host knows it: NVKServerPrefs, a subclass of NSPreferencePane that hands the
+// host's calls to the pane module and answers the sidebar's questions with the module's answers.
+#include <memory>
+#include <optional>
+#include <string>
+
+#import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/main_view.h"
+#include "src/frontends/prefpane/pane_computer.h"
+#include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/interface/shipped_interface.h"
+
+using norvik::ConfBarNode;
+using norvik::prefpane::MainView;
+using norvik::prefpane::PaneComputer;
+using norvik::prefpane::text;
+
+@interface NVKServerPrefs : NSPreferencePane {
+  norvik::NVKServerPrefs* pane_;  // both owned; not every compiler makes and destroys a field by itself
+  MainView* view_;
+  // The toolkit's objects for the sidebar's nodes, which it compares by identity.
+  NSMutableDictionary* items_;
+}
+@end
+
+namespace {
+
+// The first pane of a process installs the computer, for as long as the process lives.
+PaneComputer& computer() {
+  static PaneComputer installed;
+  return installed;
+}
+
+const norvik::InterfaceDescription& interface() {
+  static const norvik::InterfaceDescription shipped = [] {
+    std::string error;
+    auto read = norvik::shippedInterface(error);
+    if (!read) [NSException raise:NSGenericException format:@"Interface.plist: %s", error.c_str()];
+    return *read;
+  }();
+  return shipped;
+}
+
+const ConfBarNode* nodeOf(id item) {
+  return item != nil ? static_cast<const ConfBarNode*>([item pointerValue]) : nullptr;
+}
+
+}  // namespace
+
+@implementation NVKServerPrefs
+
+- (id)initWithBundle:(NSBundle*)bundle {
+  if ((self = [super initWithBundle:bundle]) == nil) return nil;
+  computer();
+  pane_ = new norvik::NVKServerPrefs(interface());
+  items_ = [NSMutableDictionary new];
+  return self;
+}
+
+- (void)dealloc {
+  if (norvik::__main_pane == pane_) {
+    computer().drawing() = {};
+    computer().runLoop().ticked = nullptr;
+  }
+  delete view_;
+  delete pane_;
+  [items_ release];
+  [super dealloc];
+}
+
+// Only the pane that holds the state is drawn by force and ticks; another is a view without a life.
+- (void)beMainPane {
+  MainView* view = view_;
+  computer().drawing().displayControl = [view](norvik::Control& control) { view->display(control); };
+  computer().drawing().displayView = [view](norvik::View& drawn) {
+    if (drawn.superview() == nullptr) view->displayIfNeeded();
+  };
+  computer().runLoop().ticked = [view] { view->ticked(); };
+  view->edited();
+}
+
+// There is no nib: the interface description is what a view is made from.
+- (NSView*)loadMainView {
+  pane_->awakeFromNib();
+  view_ = new MainView(*pane_, interface(), self);
+  [self setMainView:static_cast<NSView*>(view_->view())];
+  if (norvik::__main_pane == pane_) [self beMainPane];
+  [self mainViewDidLoad];
+  return [self mainView];
+}
+
+- (void)mainViewDidLoad {
+  pane_->mainViewDidLoad();
+}
+
+- (void)willSelect {
+  pane_->willSelect();
+  view_->fit();
+}
+
+- (void)didSelect {
+  pane_->didSelect();
+}
+
+- (void)willUnselect {
+  pane_->willUnselect();
+}
+
+- (void)didUnselect {
+  pane_->didUnselect();
+}
+
+// The host may always go, and may ask twice; what is pending is asked about once it has gone.
+- (NSPreferencePaneUnselectReply)shouldUnselect {
+  return NSUnselectNow;
+}
+
+// The sidebar's questions.
+
+- (id)itemOf:(const ConfBarNode&)node {
+  NSValue* key = [NSValue valueWithPointer:&node];
+  id item = [items_ objectForKey:key];
+  if (item == nil) {
+    item = key;
+    [items_ setObject:item forKey:key];
+  }
+  return item;
+}
+
+- (NSInteger)outlineView:(NSOutlineView*)view numberOfChildrenOfItem:(id)item {
+  return static_cast<NSInteger>(pane_->numberOfChildrenOfItem(pane_->ib_oview_confBar, nodeOf(item)));
+}
+
+- (id)outlineView:(NSOutlineView*)view child:(NSInteger)index ofItem:(id)item {
+  return [self
+      itemOf:pane_->childOfItem(pane_->ib_oview_confBar, static_cast<std::size_t>(index), nodeOf(item))];
+}
+
+- (BOOL)outlineView:(NSOutlineView*)view isItemExpandable:(id)item {
+  return item == nil || pane_->isItemExpandable(pane_->ib_oview_confBar, *nodeOf(item));
+}
+
+- (BOOL)outlineView:(NSOutlineView*)view shouldExpandItem:(id)item {
+  return pane_->shouldExpandItem(pane_->ib_oview_confBar, *nodeOf(item));
+}
+
+- (BOOL)outlineView:(NSOutlineView*)view shouldCollapseItem:(id)item {
+  return pane_->shouldCollapseItem(pane_->ib_oview_confBar, *nodeOf(item));
+}
+
+- (BOOL)outlineView:(NSOutlineView*)view isGroupItem:(id)item {
+  return pane_->isGroupItem(pane_->ib_oview_confBar, *nodeOf(item));
+}
+
+- (BOOL)outlineView:(NSOutlineView*)view shouldShowOutlineCellForItem:(id)item {
+  return pane_->shouldShowOutlineCellForItem(pane_->ib_oview_confBar, *nodeOf(item));
+}
+
+- (BOOL)outlineView:(NSOutlineView*)view shouldSelectItem:(id)item {
+  return pane_->shouldSelectItem(pane_->ib_oview_confBar, *nodeOf(item));
+}
+
+- (id)outlineView:(NSOutlineView*)view objectValueForTableColumn:(NSTableColumn*)column byItem:(id)item {
+  return text(pane_->viewForTableColumn(pane_->ib_oview_confBar, *nodeOf(item)).text);
+}
+
+// The three looks, drawn by the one cell of the column.
+- (void)outlineView:(NSOutlineView*)view
+    willDisplayCell:(id)cell
+     forTableColumn:(NSTableColumn*)column
+               item:(id)item {
+  const ConfBarNode& node = *nodeOf(item);
+  pane_->willDisplayCell(pane_->ib_oview_confBar, node);
+  const auto look = pane_->viewForTableColumn(pane_->ib_oview_confBar, node).identifier;
+  const bool heading = look == "RootItem";
+  [cell setFont:heading ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0]];
+  [cell
+      setTextColor:look == "DisabledItem" ? [NSColor disabledControlTextColor] : [NSColor controlTextColor]];
+}
+
+// A toolkit that asks nobody whether to draw a triangle is given an empty one.
+- (void)outlineView:(NSOutlineView*)view
+    willDisplayOutlineCell:(id)cell
+            forTableColumn:(NSTableColumn*)column
+                      item:(id)item {
+  if (![self outlineView:view shouldShowOutlineCellForItem:item]) [cell setImage:nil];
+}
+
+- (void)outlineViewSelectionDidChange:(NSNotification*)notification {
+  if (view_ != nullptr) view_->rowChosen();  // none is there yet while it is being made
+}
+
+@end

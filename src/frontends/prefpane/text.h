@@ -1,0 +1,16 @@
+// Texts between the model, which has UTF-8, and the toolkit. For .mm files alone.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#import "src/frontends/prefpane/appkit.h"
+
+namespace norvik::prefpane {
+
+// Bytes that are no UTF-8, such as those of a sentence that was cut within a character, show as Latin-1
+// rather than not at all.
+NSString* text(std::string_view utf8);
+std::string utf8(NSString* text);
+
+}  // namespace norvik::prefpane

@@ -1,0 +1,31 @@
+// The commands of the scenario language: one table a theme, each in a file of its own.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "src/frontends/scenario/arguments.h"
+#include "src/frontends/scenario/session.h"
+
+namespace norvik::scenario {
+
+// Takes what it needs off the arguments; what it leaves is malformed.
+using CommandFunction = void (*)(Session& session, Arguments& arguments);
+
+struct CommandRow {
+  std::string_view name;
+  CommandFunction run;
+};
+
+std::span<const CommandRow> fileCommands();      // file_commands.cpp
+std::span<const CommandRow> processCommands();   // process_commands.cpp
+std::span<const CommandRow> computerCommands();  // computer_commands.cpp
+std::span<const CommandRow> lifeCommands();      // life_commands.cpp
+std::span<const CommandRow> controlCommands();   // control_commands.cpp
+std::span<const CommandRow> callCommands();      // call_commands.cpp
+std::span<const CommandRow> questionCommands();  // question_commands.cpp
+
+// Throws Malformed for an unknown name.
+CommandFunction commandNamed(std::string_view name);
+
+}  // namespace norvik::scenario

@@ -1,0 +1,16 @@
+// From bytes to a description.
+#include "src/frontends/shared/interface/shipped_interface.h"
+
+#include "resources/resources.h"
+#include "src/adapters/property_lists/codec.h"
+
+namespace norvik {
+
+std::optional<InterfaceDescription> shippedInterface(std::string& error) {
+  const auto list = decodePropertyList(interfacePropertyList());
+  if (list) return readInterfaceDescription(*list, error);
+  error = "it is no property list";
+  return std::nullopt;
+}
+
+}  // namespace norvik

@@ -1,0 +1,78 @@
+// What the world refuses: files that cannot be written, tools that fail unseen, rights that are not given.
+#include <gtest/gtest.h>
+
+#include "tests/frontends/command/sandbox_run.h"
+
+namespace norvik::command {
+namespace {
+
+namespace fs = std::filesystem;
+
+class FailuresTest : public testing::Test {
+ protected:
+  SandboxRun box;
+};
+
+TEST_F(FailuresTest, AUserFileThatCannotBeWritten) {
+  fs::remove_all(box.folder() / "Users/user/Library");
+  const Result result = box.run({"set", "user.mouse.swap=on"});
+  EXPECT_EQ(result.status, 73);
+  EXPECT_NE(result.out.find("Still pending  user.mouse.swap\n"), std::string::npos) << result.out;
+  EXPECT_EQ(result.out.find("Saved"), std::string::npos);
+  EXPECT_NE(result.err.find(std::string("Norvik[E]: Could not write file: ") + kAgentFile), std::string::npos)
+      << result.err;
+}
+
+TEST_F(FailuresTest, AToolThatCannotBeLaunched) {
+  fs::remove(box.folder() / "bin/mv");
+  const Result result = box.run({"set", "nvk.sound=off"});
+  EXPECT_EQ(result.status, 73);
+  EXPECT_NE(result.err.find("Norvik[E]: Could not write file: /etc/norvik/svr.cfg"), std::string::npos)
+      << result.err;
+  EXPECT_NE(result.err.find("not saved: nvk.sound."), std::string::npos);
+}
+
+// The panel never learns of it; the file, read once more, tells.
+TEST_F(FailuresTest, AToolThatFailsUnseen) {
+  box.replaceProgram("/bin/mv", "exit 1");
+  const Result result = box.run({"set", "nvk.sound=off", "user.mouse.swap=on"});
+  EXPECT_EQ(result.status, 73);
+  EXPECT_EQ(result.err, "norvikctl: not saved: nvk.sound.\n");
+  EXPECT_EQ(box.run({"get", "nvk.sound", "user.mouse.swap"}).out, "on\non\n");
+
+  const Result limit = box.run({"limits", "adjust", "--answer", "default"});
+  EXPECT_EQ(limit.status, 73);
+  EXPECT_EQ(limit.err, "norvikctl: not saved: the open files limit.\n");
+}
+
+TEST_F(FailuresTest, RightsThatAreNotGiven) {
+  box.write("/.norvik/authorization", "refused\n");
+  const auto before = box.files();
+  for (const Words& words :
+       {Words{"set", "nvk.sound=off"}, Words{"set", "user.mouse.swap=on", "nvk.sound=off"}, Words{"start"},
+        Words{"displays"}, Words{"access"}, Words{"limits", "adjust"}}) {
+    const Result result = box.run(words);
+    EXPECT_EQ(result.status, 77) << words[0];
+    EXPECT_EQ(result.err, "norvikctl: this needs administrator rights, which were not granted.\n");
+  }
+  EXPECT_EQ(box.files(), before);
+}
+
+TEST_F(FailuresTest, UserSettingsNeedNoRights) {
+  box.write("/.norvik/authorization", "refused\n");
+  EXPECT_EQ(box.run({"set", "user.mouse.swap=on"}).status, 0);
+  EXPECT_EQ(box.run({"get", "user.mouse.swap"}).out, "on\n");
+}
+
+TEST_F(FailuresTest, OnTheComputerItselfOnlyUserSettingsCanBeChanged) {
+  const fs::path home = box.beside("home");
+  fs::create_directories(home / "Library/Preferences");
+  const Result server = runProgram("norvikctl", {"set", "nvk.sound=off"}, home);
+  EXPECT_EQ(server.status, 77) << server.out << server.err;
+  const Result user = runProgram("norvikctl", {"set", "user.mouse.swap=on"}, home);
+  EXPECT_EQ(user.status, 0) << user.err;
+  EXPECT_EQ(runProgram("norvikctl", {"get", "user.mouse.swap"}, home).out, "on\n");
+}
+
+}  // namespace
+}  // namespace norvik::command

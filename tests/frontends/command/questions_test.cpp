@@ -1,0 +1,122 @@
+// Questions: answered by an option, by a person at a terminal, or by nobody, which ends the command with
+// nothing changed.
+#include <gtest/gtest.h>
+
+#include "tests/frontends/command/sandbox_run.h"
+
+namespace norvik::command {
+namespace {
+
+constexpr const char* kCompositing = "system.compositing.disable=on";
+
+class QuestionsTest : public testing::Test {
+ protected:
+  void expectNothingChanged(const Words& words, const std::string& title) const {
+    const auto before = box.files();
+    const Result result = box.run(words);
+    EXPECT_EQ(result.status, 64);
+    EXPECT_EQ(result.out, "");
+    EXPECT_NE(result.err.find("the question \"" + title + "\" needs an answer: give --answer default for "),
+              std::string::npos)
+        << result.err;
+    EXPECT_NE(result.err.find("Nothing was changed."), std::string::npos);
+    EXPECT_EQ(box.files(), before);
+  }
+  std::string compositing() const { return box.run({"get", "system.compositing.disable"}).out; }
+  bool rebooted() const { return !box.read("/.norvik/log/reboot.log").empty(); }
+
+  SandboxRun box;
+};
+
+TEST_F(QuestionsTest, WithoutATerminalNothingIsChanged) {
+  expectNothingChanged({"set", kCompositing}, "Disabling Quartz Extreme acceleration");
+  expectNothingChanged({"set", "connect.multiuser=on"}, "Multiuser Mode Adjustment");
+}
+
+// The question only comes up when all is saved, and is foreseen.
+TEST_F(QuestionsTest, AQuestionThatComesAfterSavingEndsTheCommandBefore) {
+  ASSERT_EQ(box.run({"--answer", "default", "set", kCompositing}).status, 0);
+  expectNothingChanged({"set", "system.compositing.disable=off", "user.mouse.swap=on"}, "Reboot is required");
+  expectNothingChanged({"limits", "adjust"}, "Reboot is required");
+}
+
+TEST_F(QuestionsTest, AnAnswerThatTheQuestionHasNoButtonFor) {
+  expectNothingChanged({"--answer", "other", "set", kCompositing}, "Disabling Quartz Extreme acceleration");
+  expectNothingChanged({"--answer", "other", "limits", "adjust"}, "Reboot is required");
+}
+
+TEST_F(QuestionsTest, TheDefaultAnswerByOption) {
+  const Result result = box.run({"--answer", "default", "set", kCompositing});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_NE(result.out.find("Asked  Disabling Quartz Extreme acceleration: Yes, Proceed\n"
+                            "       Reboot is required: No, I'll Reboot Later\n"),
+            std::string::npos)
+      << result.out;
+  EXPECT_EQ(compositing(), "on\n");
+  EXPECT_FALSE(rebooted());
+}
+
+TEST_F(QuestionsTest, TheAlternateAnswerDeclines) {
+  const Result result = box.run({"--answer", "alternate", "set", kCompositing});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "system.compositing.disable stays off.\nThere was nothing to save.\n");
+  EXPECT_EQ(compositing(), "off\n");
+}
+
+TEST_F(QuestionsTest, TheAlternateAnswerRestarts) {
+  ASSERT_EQ(box.run({"--answer", "default", "set", kCompositing}).status, 0);
+  const auto outcome = box.json({"--answer", "alternate", "set", "system.compositing.disable=off"});
+  EXPECT_EQ(outcome["questions"][0],
+            nlohmann::json({{"title", "Reboot is required"},
+                            {"buttons", {"No, I'll Reboot Later", "Yes, Reboot Now"}},
+                            {"answer", "Yes, Reboot Now"}}));
+  EXPECT_TRUE(eventually([&] { return rebooted(); }));
+}
+
+TEST_F(QuestionsTest, MultiUserModeOffersTheOpenFilesLimit) {
+  const auto outcome = box.json({"--answer", "default", "set", "connect.multiuser=on"});
+  EXPECT_EQ(outcome["questions"].size(), 2U);
+  EXPECT_EQ(outcome["saved"], nlohmann::json({"server settings", "open files limit"}));
+  EXPECT_NE(box.read("/etc/launchd.conf").find("limit maxfiles 10240 12288\n"), std::string::npos);
+}
+
+TEST_F(QuestionsTest, ADryRunTellsTheQuestionsAndWhereTheMarkedAnswerLeads) {
+  const auto before = box.files();
+  const Result result = box.run({"set", kCompositing, "--dry-run"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_NE(result.out.find("Would ask   Disabling Quartz Extreme acceleration: Yes, Proceed\n"
+                            "            Reboot is required: No, I'll Reboot Later\n"),
+            std::string::npos)
+      << result.out;
+  EXPECT_EQ(box.files(), before);
+}
+
+TEST_F(QuestionsTest, APersonIsAskedAtTheTerminal) {
+  const Result result = box.runAtTerminal({"set", kCompositing}, "7\n1\n\n");
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_NE(result.out.find("  1  Yes, Proceed  (default)\n  2  No, Thank You\n\nYour choice [1]: "),
+            std::string::npos)
+      << result.out;
+  EXPECT_EQ(countOf(result.out, "Please type a number from 1 to 2."), 1);
+  EXPECT_NE(result.out.find("Reboot is required: No, I'll Reboot Later"), std::string::npos);
+  EXPECT_EQ(compositing(), "on\n");
+  EXPECT_FALSE(rebooted());
+}
+
+TEST_F(QuestionsTest, APersonDeclines) {
+  const Result result = box.runAtTerminal({"set", kCompositing}, "2\n");
+  EXPECT_EQ(result.status, 0);
+  EXPECT_NE(result.out.find("system.compositing.disable stays off."), std::string::npos) << result.out;
+  EXPECT_EQ(compositing(), "off\n");
+}
+
+TEST_F(QuestionsTest, APersonWhoEndsTheInputChangesNothing) {
+  const auto before = box.files();
+  const Result result = box.runAtTerminal({"set", kCompositing}, "\x04");
+  EXPECT_EQ(result.status, 64);
+  EXPECT_NE(result.out.find("Nothing was changed."), std::string::npos);
+  EXPECT_EQ(box.files(), before);
+}
+
+}  // namespace
+}  // namespace norvik::command

@@ -1,0 +1,83 @@
+// norvikctl watch: a line at each change, until it is interrupted.
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/wait.h>
+
+#include <fstream>
+#include <sstream>
+
+#include "tests/frontends/command/sandbox_run.h"
+
+namespace norvik::command {
+namespace {
+
+// A running watch; ended with the object where it still runs.
+class Watch {
+ public:
+  Watch(const SandboxRun& box, const Words& words) : box_(box), child_(box.start(words, "watch")) {}
+  ~Watch() {
+    if (child_ > 0) end(SIGKILL);
+  }
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+  std::string text() const {
+    std::ifstream file(box_.beside("watch"));
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+  }
+  bool tells(const std::string& text_part) const {
+    return eventually([&] { return text().find(text_part) != std::string::npos; });
+  }
+  // Its exit status, or -1 where the signal ended it.
+  int end(int signal) {
+    int status = 0;
+    kill(child_, signal);
+    waitpid(child_, &status, 0);
+    child_ = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+ private:
+  const SandboxRun& box_;
+  pid_t child_;
+};
+
+TEST(WatchTest, TellsStateAddressAndLock) {
+  const SandboxRun box;
+  const std::string first = std::to_string(freePort()), second = std::to_string(freePort());
+  ASSERT_EQ(box.run({"set", "nvk.port=" + first, "rdp.port=" + std::to_string(freePort())}).status, 0);
+  Watch watch(box, {"watch"});
+  ASSERT_TRUE(watch.tells("Lock            Closed\n"));
+  ASSERT_EQ(box.run({"start"}).status, 0);
+  EXPECT_TRUE(watch.tells("Server state    Started, process "));
+  EXPECT_TRUE(watch.tells(":" + first + "\n"));
+  ASSERT_EQ(box.run({"set", "nvk.port=" + second}).status, 0);
+  EXPECT_TRUE(watch.tells(":" + second + "\n"));
+  ASSERT_EQ(box.run({"stop"}).status, 0);
+  EXPECT_TRUE(eventually([&] { return countOf(watch.text(), "Server state    Stopped\n") == 2; }));
+  EXPECT_EQ(watch.end(SIGINT), 0);
+  // What does not change is told once.
+  EXPECT_EQ(countOf(watch.text(), "Lock "), 1);
+}
+
+TEST(WatchTest, AnObjectALineAsJson) {
+  const SandboxRun box;
+  Watch watch(box, {"watch", "--json"});
+  ASSERT_TRUE(watch.tells("\"lock\""));
+  EXPECT_EQ(watch.end(SIGTERM), 0);
+  std::istringstream lines(watch.text());
+  std::vector<std::string> told;
+  for (std::string line; std::getline(lines, line);) {
+    const auto entry = nlohmann::json::parse(line, nullptr, false);
+    EXPECT_FALSE(entry["time"].get<std::string>().empty());
+    told.push_back(entry["what"].get<std::string>() + "=" + entry["text"].get<std::string>());
+  }
+  EXPECT_EQ(told,
+            (std::vector<std::string>{"state=Stopped", "nvk=Norvik clients cannot connect to this computer.",
+                                      "rdp=RDP clients cannot connect to this computer.", "lock=Closed"}));
+}
+
+}  // namespace
+}  // namespace norvik::command

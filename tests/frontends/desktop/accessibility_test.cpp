@@ -1,0 +1,80 @@
+// What a person who does not see the panel is told: no interactive widget is without a name.
+#include <QAccessible>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QSet>
+
+#include "tests/frontends/desktop/simulated_panel.h"
+
+namespace norvik::desktop {
+namespace {
+
+bool isInteractive(QAccessible::Role role) {
+  static const QSet<QAccessible::Role> kRoles{
+      QAccessible::PushButton, QAccessible::CheckBox,     QAccessible::RadioButton, QAccessible::Slider,
+      QAccessible::ComboBox,   QAccessible::EditableText, QAccessible::List,        QAccessible::ListItem,
+      QAccessible::ScrollBar,  QAccessible::SpinBox,      QAccessible::PageTab,     QAccessible::MenuItem,
+      QAccessible::ButtonMenu, QAccessible::Table,        QAccessible::Tree};
+  return kRoles.contains(role);
+}
+
+class Accessibility : public SimulatedPanel {
+ protected:
+  void walk(QAccessibleInterface* item) {
+    if (item == nullptr || item->state().invisible) return;
+    if (isInteractive(item->role())) {
+      ++interactive;
+      const QObject* object = item->object();
+      EXPECT_FALSE(item->text(QAccessible::Name).isEmpty())
+          << "role " << item->role() << " " << (object != nullptr ? object->objectName().toStdString() : "");
+    }
+    for (int i = 0; i < item->childCount(); ++i) walk(item->child(i));
+  }
+
+  QString name(const char* outlet) {
+    return QAccessible::queryAccessibleInterface(panel.widget(outlet))->text(QAccessible::Name);
+  }
+
+  int interactive = 0;
+};
+
+TEST_F(Accessibility, NothingInteractiveIsWithoutAName) {
+  openEverything();
+  for (const QSize size : {panel.window.size(), panel.window.minimumSizeHint()}) {
+    panel.window.resize(size);
+    for (const TabDescription& tab : panel.interface.tabs) {
+      SCOPED_TRACE(tab.label);
+      const std::size_t colon = tab.label.find(':');
+      panel.choosePage(tab.label.substr(0, colon), tab.label.substr(colon + 1));
+      interactive = 0;
+      walk(QAccessible::queryAccessibleInterface(&panel.window));
+      EXPECT_GE(interactive, 8);
+    }
+  }
+}
+
+TEST_F(Accessibility, TheDescriptionIsTheHelp) {
+  for (const ControlDescription* control : panel.interface.controls()) {
+    const QWidget* widget = panel.widget(control->outlet.c_str());
+    if (control->outlet.find("tview") != std::string::npos) continue;
+    EXPECT_EQ(widget->toolTip(), text(control->help)) << control->outlet;
+    EXPECT_EQ(widget->accessibleDescription(), text(control->help)) << control->outlet;
+  }
+}
+
+TEST_F(Accessibility, ALabelIsReadWithWhatItSays) {
+  EXPECT_EQ(name("ib_admin_label_svrState"), QStringLiteral("Server state: Stopped"));
+  EXPECT_EQ(name("ib_admin_edbox_maxFSoft"), QStringLiteral("Files for each program: 1024"));
+}
+
+TEST_F(Accessibility, APanelOfAQuestionIsNamedToo) {
+  panel.choosePage("user", "Mouse");
+  panel.click("ib_user_chkbox_mseSwap");
+  Answers answers(QStringLiteral("Discard Changes"));
+  panel.window.close();
+  ASSERT_EQ(answers.seen.size(), 1u);
+  EXPECT_EQ(answers.seen[0].buttons.size(), 2);
+}
+
+}  // namespace
+}  // namespace norvik::desktop

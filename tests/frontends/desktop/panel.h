@@ -1,0 +1,87 @@
+// A pane and its window as a test works them: by clicks, keys and drags at the widgets that bear the outlets'
+// names.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "src/frontends/desktop/settings_window.h"
+#include "src/server/mac/pane/pane.h"
+
+namespace norvik::desktop {
+
+InterfaceDescription shippedInterface();
+
+class Panel {
+ public:
+  // On the installed platform; shown on the screen and active.
+  Panel();
+  ~Panel();
+  Panel(const Panel&) = delete;
+  Panel& operator=(const Panel&) = delete;
+
+  InterfaceDescription interface = shippedInterface();
+  NVKServerPrefs pane{interface};
+  SettingsWindow window;
+
+  Control& control(const char* outlet);
+  // The widget of that outlet; a test failure and null where there is none.
+  QWidget* widget(const char* outlet);
+  template <typename Widget>
+  Widget* as(const char* outlet) {
+    return qobject_cast<Widget*>(widget(outlet));
+  }
+
+  // The clock's next tick, now.
+  void tick();
+  // Lets every event that is under way arrive.
+  void settle();
+
+  // Clicks on the row of the sidebar with that title, in that group ("user" or "admin").
+  void choosePage(const std::string& group, const std::string& title);
+  // Chooses the page that the control stands on.
+  void choosePageOf(const char* outlet);
+  // Clicks on the middle of a button, or on the mark of a box.
+  void click(const char* outlet);
+  void unlock() { click("ib_button_Auth"); }
+  // Clicks into a field and types over what it holds.
+  void type(const char* outlet, const QString& words);
+  // Takes the handle of a slider and drops it at a value.
+  void drag(const char* outlet, int value);
+  // Opens a pop-up and clicks on an item.
+  void choose(const char* outlet, int item);
+  // Presses a key where the focus is.
+  void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  // Turns the wheel over a widget, away from the person.
+  void turnWheel(QWidget* over);
+};
+
+// Answers the alert panels that come up while it lives, and keeps what they said.
+class Answers : public QObject {
+ public:
+  // Presses a button by its words, or a key in the panel.
+  explicit Answers(QString button);
+  explicit Answers(Qt::Key key);
+  // By the close button of its window.
+  struct Close {};
+  explicit Answers(Close);
+
+  struct Seen {
+    QString title;
+    QString message;
+    QStringList buttons;  // sorted: where each stands is the style's
+    bool sheet = false;   // modal to the window of the panel
+  };
+  std::vector<Seen> seen;
+
+ private:
+  explicit Answers(std::function<void(QWidget& panel)> act);
+  void look();
+  std::function<void(QWidget& panel)> act_;
+  QPointer<QWidget> last_;  // each panel is seen once
+};
+
+}  // namespace norvik::desktop

@@ -1,0 +1,119 @@
+// The program on a screen, by mouse and keyboard alone.
+#include <sysexits.h>
+
+#include <QCoreApplication>
+
+#include "tests/frontends/desktop/program.h"
+
+namespace norvik::desktop {
+namespace {
+
+QString word(const char* utf8) {
+  return QString::fromUtf8(utf8);
+}
+
+const QString kTitle = QStringLiteral("Norvik Server");
+const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.veltrane.nvkagent.plist");
+
+class OnScreen : public Program {
+ protected:
+  void clickLock() {
+    const QString window = activeWindow(kTitle);
+    const QString shape = x({word("getwindowgeometry"), word("--shell"), window});
+    const QString height = shape.section(word("HEIGHT="), 1).section(QLatin1Char('\n'), 0, 0);
+    x({word("mousemove"), word("--window"), window, word("30"), QString::number(height.toInt() - 30),
+       word("click"), word("1")});
+  }
+
+  bool swapsButtons() { return boolValue(listIn(kAgentFile).find("SwapMouseButtons")); }
+  bool serverRuns() { return QFile::exists(path(word("var/run/nvkserverd.pid"))); }
+};
+
+TEST_F(OnScreen, TheTypicalChange) {
+  startServer();
+  start();
+  clickLock();
+  // From the lock over Help to the sidebar.
+  keys({word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"), word("alt+p")});
+  const int port = freePort();
+  x({word("type"), QString::number(port)});
+  keys({word("alt+a")});
+  EXPECT_TRUE(eventually([port] { return greetingOn(port).startsWith("NVK"); }));
+  EXPECT_TRUE(greetingOn(nvkPort).isEmpty());
+  keys({word("Escape")});
+  EXPECT_TRUE(ends());
+}
+
+TEST_F(OnScreen, TheServerStartsAndStops) {
+  for (const bool runs : {true, false}) {
+    start();
+    clickLock();
+    keys({word("Tab"), word("Tab"), word("Down"), word("Down"), word("alt+s")});
+    EXPECT_TRUE(eventually([&] { return serverRuns() == runs && greetingOn(nvkPort).isEmpty() != runs; }));
+    // Input is not heard until the start or stop is over.
+    EXPECT_TRUE(eventually([this] {
+      keys({word("Escape")});
+      panel.waitForFinished(0);
+      return panel.state() == QProcess::NotRunning;
+    }));
+    EXPECT_TRUE(ends());
+  }
+}
+
+TEST_F(OnScreen, ClosingWithChangesAsksAndAppliesBeforeItEnds) {
+  start();
+  keys({word("Down"), word("alt+s"), word("alt+F4")});
+  ASSERT_NE(activeWindow(word("Norvik Server options changed")), QString());
+  EXPECT_FALSE(swapsButtons());
+  keys({word("Return")});
+  EXPECT_TRUE(ends());
+  EXPECT_TRUE(swapsButtons());
+}
+
+TEST_F(OnScreen, ASecondStartBringsTheFirstForward) {
+  start();
+  const QString first = activeWindow(kTitle);
+  x({word("windowminimize"), first});
+  ASSERT_TRUE(eventually([&] { return x({word("getactivewindow")}) != first; }));
+  EXPECT_EQ(run({}), 0);
+  EXPECT_EQ(activeWindow(kTitle), first);
+  QProcess other;  // a window that covers the first
+  other.start(QCoreApplication::applicationFilePath(), {word("--plain-window")});
+  ASSERT_NE(activeWindow(word("plain window")), QString());
+  EXPECT_EQ(run({}), 0);
+  EXPECT_EQ(activeWindow(kTitle), first);
+  other.kill();
+  other.waitForFinished();
+}
+
+TEST_F(OnScreen, AFolderThatIsNotThereIsRefused) {
+  EXPECT_EQ(run({word("--root"), path(word("nowhere"))}), EX_USAGE);
+  EXPECT_FALSE(QFile::exists(path(word("nowhere"))));
+}
+
+TEST_F(OnScreen, WithoutAScreenItEndsAtOnceAndYetHelps) {
+  QProcessEnvironment variables = panel.processEnvironment();
+  for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    variables.remove(word(variable));
+  panel.setProcessEnvironment(variables);
+  EXPECT_EQ(run({}), EX_UNAVAILABLE);
+  EXPECT_EQ(run({word("--help")}), EX_OK);
+  EXPECT_EQ(run({word("--version")}), EX_OK);
+}
+
+TEST_F(OnScreen, SizeAndPageAreRemembered) {
+  start();
+  keys({word("Down")});
+  x({word("windowsize"), word("--sync"), activeWindow(kTitle), word("911"), word("633")});
+  keys({word("Escape")});
+  ASSERT_TRUE(ends());
+  start();
+  const QString shape = x({word("getwindowgeometry"), activeWindow(kTitle)});
+  EXPECT_TRUE(shape.contains(word("911x633"))) << shape.toStdString();
+  keys({word("alt+s"), word("Return"), word("Escape")});  // a letter of the page that it was left on
+  EXPECT_TRUE(ends());
+  EXPECT_TRUE(swapsButtons());
+}
+
+}  // namespace
+}  // namespace norvik::desktop

@@ -1,0 +1,32 @@
+// The fixture of the tests that need no real server.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "tests/frontends/desktop/panel.h"
+#include "tests/frontends/desktop/simulated_desktop.h"
+
+namespace norvik::desktop {
+
+class SimulatedPanel : public testing::Test {
+ protected:
+  SimulatedPanel() {
+    desktop.application.setWindow(&panel.window);
+    desktop.alerts.setWindow(&panel.window);
+    desktop.drawing.setWindow(&panel.window);
+  }
+
+  // Unlocked, with the server running and nothing that keeps a control greyed but the lock of the OpenGL
+  // driver.
+  void openEverything() {
+    desktop.computer.service.setDaemon(77);
+    panel.unlock();
+    panel.tick();
+  }
+
+  SimulatedDesktop desktop;
+  Panel panel;
+  NVKServerPrefs& pane = panel.pane;
+};
+
+}  // namespace norvik::desktop

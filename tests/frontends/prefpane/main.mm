@@ -1,0 +1,13 @@
+// Runs the tests of the pane's objects inside an application, as most of the toolkit wants one.
+#include <gtest/gtest.h>
+
+#import "src/frontends/prefpane/appkit.h"
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  [NSApplication sharedApplication];
+  const int result = RUN_ALL_TESTS();
+  [pool release];
+  return result;
+}

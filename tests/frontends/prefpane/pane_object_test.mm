@@ -1,0 +1,155 @@
+// The bundle as its host loads it, and the object that the host makes of it: twice, as a host may.
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "resources/resources.h"
+#include "src/adapters/property_lists/codec.h"
+#import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/text.h"
+#import "tests/frontends/prefpane/answer.h"
+
+namespace {
+
+NSPreferencePane* newPane() {
+  NSBundle* bundle = [NSBundle bundleWithPath:@NORVIK_BUNDLE];
+  return [[[bundle principalClass] alloc] initWithBundle:bundle];
+}
+
+using Wanted = std::function<bool(NSView*)>;
+
+// The first view of a tree, upper ones first, that is wanted; nil where there is none.
+NSView* find(NSView* view, const Wanted& wanted) {
+  if (wanted(view)) return view;
+  for (NSUInteger i = 0; i < [[view subviews] count]; ++i) {
+    if (NSView* found = find([[view subviews] objectAtIndex:i], wanted)) return found;
+  }
+  return nil;
+}
+
+NSOutlineView* sidebarOf(NSPreferencePane* pane) {
+  return (NSOutlineView*)find([pane mainView],
+                              [](NSView* view) { return [view isKindOfClass:[NSOutlineView class]]; });
+}
+
+NSInteger rowsOf(NSPreferencePane* pane) {
+  return [sidebarOf(pane) numberOfRows];
+}
+
+NSButton* buttonIn(NSView* tree, NSString* title) {
+  return (NSButton*)find(tree, [title](NSView* view) {
+    return [view isKindOfClass:[NSButton class]] && [[(NSButton*)view title] isEqualToString:title];
+  });
+}
+
+NSButton* button(NSPreferencePane* pane, NSString* title) {
+  return buttonIn([pane mainView], title);
+}
+
+NSTabView* pagesOf(NSPreferencePane* pane) {
+  return (NSTabView*)find([pane mainView],
+                          [](NSView* view) { return [view isKindOfClass:[NSTabView class]]; });
+}
+
+// Whether a row of the page that shows is marked as changed.
+bool isMarked(NSPreferencePane* pane) {
+  return find([pane mainView], [](NSView* view) {
+           return [view isKindOfClass:[NSTextField class]] &&
+                  [[(NSTextField*)view stringValue] isEqualToString:@"\u2022"] && ![view isHidden];
+         }) != nil;
+}
+
+void choose(NSPreferencePane* pane, NSUInteger row) {
+  [sidebarOf(pane) selectRowIndexes:[NSIndexSet indexSetWithIndex:row] byExtendingSelection:NO];
+}
+
+NSString* const kDefaults = @"Use the server's image settings";
+
+TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
+  NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
+  for (NSString* key : {@"NSExecutable", @"NSPrincipalClass", @"NSPrefPaneIconFile", @"NSPrefPaneIconLabel",
+                        @"CFBundleIdentifier"}) {
+    EXPECT_TRUE([[info objectForKey:key] length] > 0) << [key UTF8String];
+  }
+}
+
+TEST(PaneBundle, SaysOfItselfWhatThePaneSays) {
+  NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
+  const auto builtIn = norvik::decodePropertyList(norvik::infoPropertyList());
+  ASSERT_TRUE(builtIn);
+  for (const char* key : {"CFBundleIdentifier", "CFBundleName", "CFBundleShortVersionString",
+                          "NSPrincipalClass", "NSPrefPaneIconFile", "NSPrefPaneIconLabel"}) {
+    const auto* words = builtIn->find(key)->as<std::string>();
+    EXPECT_EQ(norvik::prefpane::utf8([info objectForKey:[NSString stringWithUTF8String:key]]), *words) << key;
+  }
+}
+
+TEST(PaneObject, ShowsItsPagesAndLetsTheHostGo) {
+  NSPreferencePane* pane = newPane();
+  ASSERT_NE(pane, (id)nil);
+  EXPECT_TRUE([pane isKindOfClass:[NSPreferencePane class]]);
+  ASSERT_NE([pane loadMainView], (id)nil);
+  EXPECT_EQ(rowsOf(pane), 11) << "two headings, two pages of the user's, seven of the administrator's";
+  for (int i = 0; i < 2; ++i) EXPECT_EQ([pane shouldUnselect], NSUnselectNow);
+  [pane release];
+}
+
+TEST(PaneObject, MarksWhatDiffersOnThePageThatShows) {
+  NSPreferencePane* pane = newPane();
+  [pane loadMainView];
+  EXPECT_FALSE(isMarked(pane));
+  [button(pane, kDefaults) performClick:nil];
+  EXPECT_TRUE(isMarked(pane));
+  choose(pane, 2);
+  EXPECT_FALSE(isMarked(pane));
+  choose(pane, 1);
+  EXPECT_TRUE(isMarked(pane));
+  choose(pane, 2);
+  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  [pane didUnselect];
+  [answer stop];
+  choose(pane, 1);
+  EXPECT_FALSE(isMarked(pane)) << "what changed while it did not show";
+  [pane release];
+}
+
+TEST(PaneObject, OffersNoCopyOfAnAddressThatIsNotThere) {
+  NSPreferencePane* pane = newPane();
+  [pane loadMainView];
+  int buttons = 0;
+  for (NSInteger i = 0; i < [pagesOf(pane) numberOfTabViewItems]; ++i) {
+    NSButton* copy = buttonIn([[pagesOf(pane) tabViewItemAtIndex:i] view], @"Copy address");
+    if (copy == nil) continue;
+    ++buttons;
+    EXPECT_TRUE([copy isHidden]);
+  }
+  EXPECT_EQ(buttons, 2) << "on the page of each service";
+  [pane release];
+}
+
+TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
+  NSPreferencePane* first = newPane();
+  [first loadMainView];
+  NSPreferencePane* second = newPane();
+  [second loadMainView];
+  EXPECT_EQ(rowsOf(first), 11);
+  EXPECT_EQ(rowsOf(second), 0);
+  [second willSelect];
+  [second didSelect];
+  [second willUnselect];
+  [button(first, kDefaults) performClick:nil];
+  EXPECT_TRUE(isMarked(first));
+  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  [second didUnselect];
+  [answer stop];
+  EXPECT_TRUE([[answer words] containsObject:@"Norvik Server options changed"]);
+  [second release];
+  EXPECT_EQ(rowsOf(first), 11);
+  [first release];
+  NSPreferencePane* next = newPane();
+  [next loadMainView];
+  EXPECT_EQ(rowsOf(next), 11) << "with the first one gone, the next one lives";
+  [next release];
+}
+
+}  // namespace

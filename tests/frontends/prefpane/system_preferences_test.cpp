@@ -1,0 +1,200 @@
+// The pane in the real System Preferences, worked as a person works it.
+#include <QClipboard>
+#include <QDir>
+#include <QDirIterator>
+#include <QGuiApplication>
+
+#include "tests/frontends/prefpane/system_preferences.h"
+
+namespace norvik::prefpane {
+namespace {
+
+using desktop::freePort;
+using desktop::greetingOn;
+
+const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.veltrane.nvkagent.plist");
+
+constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
+constexpr QPoint kNews(217, 98);      // the first box under a heading
+constexpr QPoint kCopy(262, 199);
+constexpr QPoint kDiscard(166, 140);  // in the panel that asks
+
+class Pane : public SystemPreferences {
+ protected:
+  void SetUp() override {
+    SystemPreferences::SetUp();
+    open();
+    openPane();
+  }
+
+  void unlock() {
+    click(kLock);
+    ASSERT_TRUE(eventually([this] { return darkest(kServer) < 60; }));
+  }
+
+  // Ticks the box of the mouse page, and leaves the pane by the button that shows all. Answers the page as it
+  // was.
+  QImage swapButtonsAndLeave() {
+    const QImage unticked = lookOfRow(kMouse);
+    lookAfterClick(kFirstBox);
+    EXPECT_FALSE(swapsButtons());
+    click(kShowAll);
+    EXPECT_TRUE(eventually([&] { return !panelWindow().isEmpty(); }));
+    return unticked;
+  }
+
+  bool swapsButtons() { return boolValue(listIn(kAgentFile).find("SwapMouseButtons")); }
+};
+
+TEST_F(Pane, ThePagesSwitchInTheSidebar) {
+  const QImage image = lookOfPage();
+  lookOfRow(kMouse);
+  clickRow(kUserImage);
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
+}
+
+struct NamedPage {
+  int row;
+  const char* name;
+};
+const NamedPage kPages[] = {
+    {1, "user-image"},           {2, "user-mouse"},        {4, "admin-server"},
+    {5, "admin-norvik-clients"}, {6, "admin-rdp-clients"}, {7, "admin-connections"},
+    {8, "admin-image"},          {9, "admin-system"},      {10, "admin-notifications"},
+};
+
+// With the variable NORVIK_PICTURES, writes a picture of each page to the folder that it names.
+TEST_F(Pane, EveryPageIsAnotherOnceUnlocked) {
+  const QString folder = qEnvironmentVariable("NORVIK_PICTURES");
+  unlock();
+  lookOfRow(kMouse);
+  QList<QImage> seen;
+  for (const NamedPage& page : kPages) {
+    const QImage shown = lookOfRow(page.row);
+    EXPECT_FALSE(seen.contains(shown)) << page.name;
+    seen += shown;
+    if (folder.isEmpty()) continue;
+    EXPECT_TRUE(look().save(QStringLiteral("%1/prefpane-%2.png").arg(folder, QString::fromUtf8(page.name))));
+  }
+}
+
+TEST_F(Pane, LockedPagesAreGreyedAndRefuse) {
+  for (int row = kServer; row < kRows; ++row) EXPECT_GT(darkest(row), 60) << row;
+  lookOfRow(kMouse);
+  lookAfterClick(kFirstBox);
+  const QImage mouse = lookAfterClick(kFirstBox);
+  clickRow(kNorvikClients);
+  // Clicks that are heard after it find the page that was there.
+  lookAfterClick(kFirstBox);
+  click(kFirstBox);
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == mouse; }));
+  unlock();
+  for (int row = kServer; row < kRows; ++row) EXPECT_LT(darkest(row), 60) << row;
+}
+
+TEST_F(Pane, TheTypicalChange) {
+  startServer();
+  unlock();
+  lookOfRow(kNorvikClients);
+  const int port = freePort();
+  const QPoint portField = field();
+  ASSERT_FALSE(portField.isNull());
+  click(portField, 2);
+  lookAfter([&] {
+    x({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), QString::number(port)});
+  });
+  click(kApply);
+  EXPECT_TRUE(eventually([port] { return greetingOn(port).startsWith("NVK"); }));
+  EXPECT_TRUE(greetingOn(nvkPort).isEmpty());
+  EXPECT_TRUE(close());
+}
+
+TEST_F(Pane, TheAddressIsCopiedWhereThereIsOne) {
+  unlock();
+  const QImage stopped = lookOfRow(kNorvikClients);
+  lookAfter([this] { startServer(); });
+  const QString address = QStringLiteral(":%1").arg(nvkPort);
+  EXPECT_TRUE(eventually([&] {
+    click(kCopy);
+    const QString copied = QGuiApplication::clipboard()->text();
+    return copied.endsWith(address) && !copied.contains(QLatin1Char('\n'));
+  }));
+  stopServer();
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == stopped; }));
+}
+
+TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
+  unlock();
+  lookOfRow(kNotifications);
+  lookAfterClick(kNews);
+  click(kApply);
+  EXPECT_TRUE(eventually([this] {
+    QFile log(path(QStringLiteral(".norvik/log/menua.log")));
+    return log.open(QIODevice::ReadOnly) &&
+           log.readAll().contains("NvkMunuUpdateSettingsNotification: NvkNotificationShowNews=false");
+  }));
+}
+
+TEST_F(Pane, TheTimerTellsWhatTheServerDoes) {
+  unlock();
+  const QImage stopped = lookOfRow(kServer);
+  lookAfter([this] { startServer(); });
+  stopServer();
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == stopped; }));
+}
+
+TEST_F(Pane, LeavingWithChangesAsksAndApplies) {
+  swapButtonsAndLeave();
+  EXPECT_TRUE(eventually([this] {
+    keys({QStringLiteral("Return")});
+    return swapsButtons();
+  }));
+}
+
+TEST_F(Pane, LeavingWithChangesAsksAndDiscards) {
+  const QImage unticked = swapButtonsAndLeave();
+  clickIn(panelWindow(), kDiscard);
+  ASSERT_TRUE(eventually([this] { return panelWindow().isEmpty(); }));
+  EXPECT_FALSE(swapsButtons());
+  openPane();
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == unticked; }));
+}
+
+TEST_F(Pane, ShowAllAndBackAgain) {
+  const QImage image = lookOfPage();
+  for (int i = 0; i < 2; ++i) {
+    click(kShowAll);
+    openPane();
+    EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
+  }
+}
+
+TEST_F(Pane, TheWindowClosesAndOpensAgain) {
+  const QImage image = lookOfPage();
+  ASSERT_TRUE(close());
+  open();
+  openPane();
+  EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
+}
+
+// The toolkit's, hidden ones too.
+QStringList filesOfHome() {
+  QStringList files = QDir::home().entryList({QStringLiteral("*GNUstep*")}, QDir::AllEntries | QDir::Hidden);
+  QDirIterator below(QDir::homePath() + QStringLiteral("/GNUstep"),
+                     QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+  while (below.hasNext()) files += below.next();
+  files.sort();
+  return files;
+}
+
+TEST_F(SystemPreferences, LeavesTheHomeFolderAsItWas) {
+  const QStringList before = filesOfHome();
+  open();
+  openPane();
+  EXPECT_TRUE(QFile::exists(path(QStringLiteral("Users/user/GNUstep/Library/Bundles/Norvik.prefPane"))));
+  ASSERT_TRUE(close());
+  EXPECT_EQ(filesOfHome(), before);
+}
+
+}  // namespace
+}  // namespace norvik::prefpane
