@@ -6,7 +6,7 @@
 namespace norvik::sandbox {
 
 PropertyList readSettings(const Root& root, std::string_view path) {
-  auto bytes = readFile(root.inside(path));
+  const auto bytes = readFile(root.inside(path));
   auto list = bytes ? decodePropertyList(*bytes) : std::nullopt;
   if (!list || !list->as<PropertyList::Dictionary>()) return {};
   return std::move(*list);
@@ -16,8 +16,10 @@ std::string describeSettings(const PropertyList& list, std::span<const Setting> 
   std::string line;
   for (const Setting& setting : settings) {
     const PropertyList* stored = list.find(setting.key);
-    bool isBoolean = setting.kind == Setting::Kind::kBoolean;
-    int32_t value = !stored ? setting.byDefault : isBoolean ? (boolValue(stored) ? 1 : 0) : intValue(stored);
+    const bool isBoolean = setting.kind == Setting::Kind::boolean;
+    const int32_t value = !stored     ? setting.byDefault
+                          : isBoolean ? (boolValue(stored) ? 1 : 0)
+                                      : intValue(stored);
     if (!line.empty()) line += ' ';
     line += setting.key + std::string("=");
     line += isBoolean ? (value ? "true" : "false") : std::to_string(value);

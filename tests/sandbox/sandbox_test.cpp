@@ -34,7 +34,7 @@ std::string contentOf(const fs::path& path) {
   std::FILE* file = std::fopen(path.c_str(), "rbe");
   if (!file) return content;
   std::array<char, 4096> block{};
-  for (size_t got; (got = std::fread(block.data(), 1, block.size(), file)) > 0;)
+  for (std::size_t got; (got = std::fread(block.data(), 1, block.size(), file)) > 0;)
     content.append(block.data(), got);
   std::fclose(file);
   return content;
@@ -88,7 +88,7 @@ Result run(const Words& words, const Environment& extra = {}) {
   Result result{0, {}};
   std::array<char, 4096> block{};
   for (ssize_t got; (got = read(ends[0], block.data(), block.size())) > 0;)
-    result.output.append(block.data(), static_cast<size_t>(got));
+    result.output.append(block.data(), static_cast<std::size_t>(got));
   close(ends[0]);
   result.status = statusOf(child);
   return result;
@@ -112,7 +112,7 @@ sockaddr_in loopback(int port) {
 
 // A socket that listens on a port of the system's choice.
 struct Occupied {
-  int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   int port = 0;
 
   Occupied() {
@@ -135,13 +135,13 @@ std::array<int, 3> freePorts() {
 
 // What is said to somebody who connects; empty when nobody listens.
 std::string greetingOn(int port) {
-  int client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const int client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address = loopback(port);
   std::string greeting;
   std::array<char, 64> block{};
   if (connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0)
     for (ssize_t got; (got = read(client, block.data(), block.size())) > 0;)
-      greeting.append(block.data(), static_cast<size_t>(got));
+      greeting.append(block.data(), static_cast<std::size_t>(got));
   close(client);
   return greeting;
 }
@@ -192,9 +192,9 @@ class SandboxTest : public testing::Test {
     Words found;
     for (const auto& entry : fs::directory_iterator("/proc")) {
       std::error_code error;
-      std::string program = fs::read_symlink(entry.path() / "exe", error);
-      bool named = contentOf(entry.path() / "cmdline").find(root_.string() + "/") != std::string::npos;
-      bool below = program.starts_with(root_.string() + "/");
+      const std::string program = fs::read_symlink(entry.path() / "exe", error);
+      const bool named = contentOf(entry.path() / "cmdline").find(root_.string() + "/") != std::string::npos;
+      const bool below = program.starts_with(root_.string() + "/");
       if (error || !(named || below) || !program.ends_with(name)) continue;
       found.push_back(entry.path().filename());
     }
@@ -209,7 +209,7 @@ class SandboxTest : public testing::Test {
 
   // A server configuration with a port for each service; 0 switches it off.
   std::string configuration(int nvk, int rdp) {
-    auto service = [](int port) {
+    const auto service = [](int port) {
       return PropertyList(PropertyList::Dictionary{{"PortNumber", int64_t{port}}, {"Disabled", port == 0}});
     };
     return encodeXmlPropertyList(
@@ -230,15 +230,15 @@ TEST_F(SandboxTest, StartLaysOutTheRootAndRunsTheAgents) {
   EXPECT_EQ(intValue(listIn(root_ / "etc/norvik/svr.cfg").find("NVKService")->find("PortNumber")), 4073);
   EXPECT_TRUE(log("agent").find("started: ImageUseDefaults=true") != std::string::npos);
   EXPECT_TRUE(log("menua").find("started: NvkNotificationShowNews=true") != std::string::npos);
-  std::string status = sandbox({"status"}).output;
+  const std::string status = sandbox({"status"}).output;
   EXPECT_NE(status.find("bus runs"), std::string::npos);
   EXPECT_NE(status.find("nvkagent runs, process " + std::to_string(process("nvkagent"))), std::string::npos);
   EXPECT_NE(status.find("nvkserverd does not run"), std::string::npos);
 }
 
 TEST_F(SandboxTest, StartAgainStartsOnlyWhatIsMissingAndKeepsFiles) {
-  pid_t agent = process("nvkagent");
-  pid_t menuAgent = process("nvkmenua");
+  const pid_t agent = process("nvkagent");
+  const pid_t menuAgent = process("nvkmenua");
   write(root_ / "etc/launchd.conf", "kept\n");
   kill(menuAgent, SIGTERM);
   ASSERT_TRUE(eventually([&] { return processes("/nvkmenua").empty(); }));
@@ -260,7 +260,7 @@ TEST_F(SandboxTest, StopEndsEverythingAndStartBringsItBack) {
 }
 
 TEST_F(SandboxTest, AFolderWithOtherContentIsRefused) {
-  fs::path other = root_ / "tmp/other";
+  const fs::path other = root_ / "tmp/other";
   fs::create_directory(other);
   write(other / "file", "");
   EXPECT_EQ(run({NORVIK_BIN_DIR "/norvik-sandbox", "start", other}).status, 1);
@@ -281,7 +281,7 @@ TEST_F(SandboxTest, UnknownWordsAreUsageErrors) {
 }
 
 TEST_F(SandboxTest, TheDaemonListensWhileItsPidFileIsThere) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], ports[1]);
   EXPECT_EQ(greetingOn(ports[0]), "");
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
@@ -299,7 +299,7 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
   EXPECT_EQ(service({"stop", "-w"}).status, 0);
   EXPECT_EQ(service({"apply"}).status, 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
-  pid_t daemon = process("nvkserverd");
+  const pid_t daemon = process("nvkserverd");
   EXPECT_EQ(service({"start", "-f", "-w"}).status, 0);
   EXPECT_EQ(process("nvkserverd"), daemon);
   EXPECT_EQ(service({"stop"}).status, 0);
@@ -308,10 +308,10 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
 
 TEST_F(SandboxTest, TwoStartsAtOnceMakeOneDaemon) {
   configure(freePorts()[0], 0);
-  std::string program = root_ / "usr/sbin/nvkservice";
-  int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  pid_t first = spawn({program, "start", "-f", "-w"}, nowhere),
-        second = spawn({program, "start", "-f", "-w"}, nowhere);
+  const std::string program = root_ / "usr/sbin/nvkservice";
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  const pid_t first = spawn({program, "start", "-f", "-w"}, nowhere),
+              second = spawn({program, "start", "-f", "-w"}, nowhere);
   close(nowhere);
   EXPECT_EQ(statusOf(first), 0);
   EXPECT_EQ(statusOf(second), 0);
@@ -319,7 +319,7 @@ TEST_F(SandboxTest, TwoStartsAtOnceMakeOneDaemon) {
 }
 
 TEST_F(SandboxTest, AKilledDaemonsPidFileDoesNotCount) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-w"}).status, 0);
   kill(process("nvkserverd"), SIGKILL);
@@ -331,11 +331,11 @@ TEST_F(SandboxTest, AKilledDaemonsPidFileDoesNotCount) {
 
 TEST_F(SandboxTest, APidFileOfAnotherProcessIsNotSignalled) {
   write(root_ / "var/run/nvkserverd.pid", std::to_string(getpid()) + "\n");
-  EXPECT_EQ(service({"stop", "-w"}).output, "nvkservice: stop: the daemon does not run\n");
+  EXPECT_EQ(service({"stop", "-w"}).output, "nvkservice: stop: the daemon is not running\n");
 }
 
 TEST_F(SandboxTest, ApplyMovesOnlyWhatChanged) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], ports[1]);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
   configure(ports[2], ports[1]);
@@ -373,22 +373,22 @@ TEST_F(SandboxTest, ANumberThatIsNoPortIsLogged) {
 
 TEST_F(SandboxTest, WaitsTakeTheTimeOfTheClock) {
   configure(freePorts()[0], 0);
-  auto timeToStart = [&] {
-    auto before = std::chrono::steady_clock::now();
+  const auto timeToStart = [&] {
+    const auto before = std::chrono::steady_clock::now();
     EXPECT_EQ(service({"start", "-w"}).status, 0);
     return std::chrono::steady_clock::now() - before;
   };
-  auto fast = timeToStart();
+  const auto fast = timeToStart();
   ASSERT_EQ(service({"stop", "-w"}).status, 0);
   start("1");
-  auto real = timeToStart();
+  const auto real = timeToStart();
   EXPECT_GE(real, std::chrono::seconds(1));
   EXPECT_LT(fast, real);
   start("50");
 }
 
 TEST_F(SandboxTest, TheAgentReadsItsSettingsAgainWhenSignalled) {
-  fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
+  const fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
   PropertyList list = listIn(file);
   *list.find("ImageColorDepth") = PropertyList(int64_t{8});
   write(file, encodeBinaryPropertyList(list));
@@ -410,7 +410,7 @@ void post(const std::string& address, const char* name) {
 }
 
 TEST_F(SandboxTest, TheMenuAgentReadsItsSettingsAgainWhenNotified) {
-  fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
+  const fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
   write(file,
         encodeXmlPropertyList(PropertyList(PropertyList::Dictionary{{"NvkNotificationShowNews", false}})));
   std::string address = contentOf(root_ / ".norvik/bus");
@@ -446,6 +446,11 @@ TEST_F(SandboxTest, DefaultsRefusesWhatItCannotKeep) {
   write(root_ / "Library/Preferences/broken.plist", "<plist>");
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/broken", "a", "-int", "1"}).status, 1);
   EXPECT_EQ(contentOf(root_ / "Library/Preferences/broken.plist"), "<plist>");
+  const fs::path sparse = root_ / "Library/Preferences/sparse.plist";
+  write(sparse, "");
+  fs::resize_file(sparse, std::uintmax_t{15} << 40);
+  EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/sparse", "a", "-int", "1"}).status, 1);
+  EXPECT_EQ(fs::file_size(sparse), std::uintmax_t{15} << 40);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-int", "x"}).status, 1);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-real", "1"}).status, 64);
   EXPECT_FALSE(fs::exists(root_ / "Library/Preferences/new.plist"));
@@ -473,12 +478,12 @@ TEST_F(SandboxTest, FilesAreMovedAndTheirModeAndOwnerSet) {
 }
 
 TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
-  int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
   for (int round = 0; round < 10; ++round) {
-    int port = ports[static_cast<size_t>(1 + round % 2)];
+    const int port = ports[static_cast<std::size_t>(1 + round % 2)];
     write(root_ / "tmp/next", configuration(port, 0));
     fs::permissions(root_ / "tmp/next", static_cast<fs::perms>(0600));
     std::vector<pid_t> tools{
@@ -487,7 +492,7 @@ TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
         spawn({root_ / "usr/sbin/chown", "root", "/etc/norvik/svr.cfg"}, nowhere),
         spawn({root_ / "usr/sbin/nvkservice", "apply"}, nowhere),
     };
-    for (pid_t tool : tools) EXPECT_EQ(statusOf(tool), 0);
+    for (const pid_t tool : tools) EXPECT_EQ(statusOf(tool), 0);
     EXPECT_EQ(fs::status(root_ / "etc/norvik/svr.cfg").permissions(), static_cast<fs::perms>(0644));
     ASSERT_TRUE(eventually([&] { return greetingOn(port) == "NVK ready\r\n"; })) << round;
   }
@@ -495,11 +500,11 @@ TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
 }
 
 TEST_F(SandboxTest, NoPathLeadsOutOfTheRoot) {
-  fs::path outside = root_.string() + ".outside";
+  const fs::path outside = root_.string() + ".outside";
   write(outside, "untouched");
   fs::create_symlink(outside, root_ / "tmp/link");
   fs::create_directory_symlink("/tmp", root_ / "tmp/folder");
-  std::string through = "/tmp/folder/" + outside.filename().string();
+  const std::string through = "/tmp/folder/" + outside.filename().string();
   write(root_ / "tmp/file", "");
   for (const std::string& path : {"/.." + outside.string(), "/tmp/../../" + outside.filename().string(),
                                   std::string("/tmp/link"), through, std::string("tmp/file")}) {
