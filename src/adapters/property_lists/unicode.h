@@ -1,5 +1,5 @@
-// The Unicode encodings that property-list files come in, and the one that property-list text is held in
-// (UTF-8). Knows nothing of the formats.
+// The Unicode encodings of property-list files, and the one that is used in memory (UTF-8). Knows nothing of
+// the formats.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace norvik {
 
-// The replacement character, which stands for what has no meaning.
+// The replacement character, for what is not a character.
 inline constexpr char32_t kReplacement = 0xFFFD;
 
 // Whether a number is a character: at most 0x10FFFF and no half of a surrogate pair.

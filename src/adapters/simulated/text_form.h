@@ -1,5 +1,4 @@
-// How texts and numbers stand in a line that a test reads: always on one line, always the same for the same
-// value.
+// Texts and numbers in a line that a test reads: always on one line, always the same for the same value.
 #pragma once
 
 #include <string>
@@ -7,8 +6,8 @@
 
 namespace norvik {
 
-// The text with its control characters, its quotation marks, its backslashes and whatever is no UTF-8
-// escaped, so that any bytes stand on one line: \n \r \t \" \\ and \xHH in lower case.
+// The text with control characters, quotation marks, backslashes and invalid UTF-8 escaped, so that any bytes
+// fit on one line: \n \r \t \" \\ and \xHH in lower case.
 std::string escaped(std::string_view text);
 
 // The same in quotation marks.
