@@ -44,7 +44,7 @@ int run(const Root& root, const Arguments& arguments) {
     auto decoded = decodePropertyList(readFile(file).value_or(""));
     // A fresh list would drop what others keep there.
     if (!decoded || !decoded->as<PropertyList::Dictionary>())
-      throw std::runtime_error(arguments[1] + ": not a dictionary");
+      throw std::runtime_error(arguments[1] + ": not a readable dictionary");
     list = std::move(*decoded);
   }
   (*list.as<PropertyList::Dictionary>())[arguments[2]] = std::move(*value);

@@ -1,5 +1,5 @@
-// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has a root and
-// ports of its own and leaves nothing behind.
+// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has its own root
+// and ports and leaves nothing behind.
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -78,8 +78,8 @@ struct Result {
   std::string output;
 };
 
-// Runs a program to its end. The output ends when nobody holds it any more, so that a service which kept it
-// open would hang the test.
+// Runs a program to its end. The output ends when no process has it open, so a service that kept it open
+// would hang the test.
 Result run(const Words& words, const Environment& extra = {}) {
   std::array<int, 2> ends{};
   EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
@@ -133,7 +133,7 @@ std::array<int, 3> freePorts() {
   return {a.port, b.port, c.port};
 }
 
-// What is said to somebody who connects; empty when nobody listens.
+// What a client that connects receives; empty when nobody listens.
 std::string greetingOn(int port) {
   const int client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_in address = loopback(port);
@@ -449,7 +449,8 @@ TEST_F(SandboxTest, DefaultsRefusesWhatItCannotKeep) {
   const fs::path sparse = root_ / "Library/Preferences/sparse.plist";
   write(sparse, "");
   fs::resize_file(sparse, std::uintmax_t{15} << 40);
-  EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/sparse", "a", "-int", "1"}).status, 1);
+  EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/sparse", "a", "-int", "1"}).output,
+            "defaults: /Library/Preferences/sparse: not a readable dictionary\n");
   EXPECT_EQ(fs::file_size(sparse), std::uintmax_t{15} << 40);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-int", "x"}).status, 1);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-real", "1"}).status, 64);

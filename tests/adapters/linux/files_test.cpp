@@ -1,4 +1,4 @@
-// What the Linux adapter's files are beyond the contract: pipes, devices, links, owners.
+// The Linux adapter's files beyond the contract: pipes, devices, links, owners, memory.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -43,7 +43,7 @@ TEST_F(LinuxFilesTest, DoNotWaitForTheOtherEndOfAPipe) {
   EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/pipe"));
 }
 
-TEST_F(LinuxFilesTest, TellOfAPipeThatHasNoReaderAnyMore) {
+TEST_F(LinuxFilesTest, ReportAPipeThatHasNoReaderAnyMore) {
   makePipe("/tmp/pipe");
   Descriptor reader(::open(folder.onDisk("/tmp/pipe").c_str(), O_RDONLY | O_NONBLOCK));
   const FileRef file = files.fopen("/tmp/pipe", FileMode::writeBinary);
