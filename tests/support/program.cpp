@@ -156,13 +156,14 @@ std::optional<RunningProgram::Ending> endingWithin(std::chrono::milliseconds lim
 }
 
 // Reads the sources to their ends, and then waits for the child; its exit status.
-int finish(pid_t child, const Words& words, std::vector<Source> sources) {
+int finish(pid_t child, const std::string& name, std::chrono::milliseconds limit,
+           std::vector<Source> sources) {
   if (child == -1) return -1;
-  const auto end = Clock::now() + kProgramLimit;
+  const auto end = Clock::now() + limit;
   if (readAll(sources, end)) {
     if (const auto ending = endingWithin(until(end), child)) return ending->status;
   }
-  ADD_FAILURE() << words[0] << " did not end, or somebody still has its output open";
+  ADD_FAILURE() << name << " did not end, or somebody still has its output open";
   ::kill(child, SIGKILL);
   ::waitpid(child, nullptr, 0);
   return -1;
@@ -182,7 +183,8 @@ ProgramResult runProgram(const Words& words, const ProgramOptions& options, Erro
   output.writing.close();
   apart.writing.close();
   ProgramResult result;
-  result.status = finish(child, words, {{output.reading, result.output}, {apart.reading, result.errors}});
+  result.status = finish(child, words[0], options.limit,
+                         {{output.reading, result.output}, {apart.reading, result.errors}});
   return result;
 }
 
@@ -196,7 +198,7 @@ ProgramResult runAtTerminal(const Words& words, const std::string& typed, const 
   EXPECT_EQ(::write(terminal.number(), typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
   inside.close();
   ProgramResult result;
-  result.status = finish(child, words, {{terminal, result.output}});
+  result.status = finish(child, words[0], options.limit, {{terminal, result.output}});
   std::erase(result.output, '\r');
   return result;
 }

@@ -17,11 +17,15 @@ namespace norvik {
 
 using Words = std::vector<std::string>;
 
+// How long a program may take that runs to its end.
+inline constexpr std::chrono::milliseconds kProgramLimit = 6 * kPatience;
+
 // How a program is started. Its standard input is empty.
 struct ProgramOptions {
   std::map<std::string, std::string> environment = {};  // added to that of the tests
   std::filesystem::path folder = {};                    // its current folder; that of the tests where empty
-  std::optional<uid_t> user = {};  // only the super-user can start programs of another user
+  std::optional<uid_t> user = {};                   // only the super-user can start programs of another user
+  std::chrono::milliseconds limit = kProgramLimit;  // not for a program in the background
 };
 
 // The path of a program of this build: "norvikctl".
@@ -32,9 +36,6 @@ struct ProgramResult {
   std::string output;  // on its standard output
   std::string errors;  // on its standard error
 };
-
-// How long a program may take that runs to its end.
-inline constexpr std::chrono::milliseconds kProgramLimit = 6 * kPatience;
 
 // Where a program's standard error goes.
 enum class ErrorOutput { apart, withOutput };

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "tests/support/program.h"
-#include "tests/support/waiting.h"
 
 namespace norvik {
 
@@ -42,7 +41,7 @@ std::vector<std::string> openFilesBelow(const fs::path& folder) {
 
 }  // namespace
 
-TemporaryFolder::TemporaryFolder() {
+TemporaryFolder::TemporaryFolder(std::chrono::milliseconds limit) : limit_(limit) {
   std::string pattern = (fs::temp_directory_path() / ("norvik-" + nameOfTest() + "-XXXXXX")).string();
   if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("cannot make the folder " + pattern);
   path_ = pattern;
@@ -50,7 +49,7 @@ TemporaryFolder::TemporaryFolder() {
 
 TemporaryFolder::~TemporaryFolder() {
   // A program that was ended may need a moment.
-  EXPECT_TRUE(eventually([this] { return processesBelow(path_).empty(); }))
+  EXPECT_TRUE(eventually([this] { return processesBelow(path_).empty(); }, limit_))
       << "still running: " << testing::PrintToString(processesBelow(path_));
   EXPECT_EQ(openFilesBelow(path_), std::vector<std::string>()) << "left open";
   std::error_code error;
