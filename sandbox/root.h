@@ -49,7 +49,4 @@ std::optional<std::string> readFile(const std::filesystem::path& path);
 // cannot.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
-// The text without white space at its ends.
-std::string trimmed(std::string_view text);
-
 }  // namespace norvik::sandbox

@@ -2,7 +2,7 @@
 // writes a carriage return so that readers must take it for a line feed.
 #include "src/adapters/property_lists/codec.h"
 #include "src/adapters/property_lists/scalars.h"
-#include "src/adapters/property_lists/unicode.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
@@ -11,8 +11,8 @@ namespace {
 // A character that XML would drop or change becomes a reference.
 void appendText(std::string& xml, std::string_view text) {
   while (!text.empty()) {
-    const char32_t c = takeUtf8(text).value_or(kReplacement);
-    const bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
+    char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
+    bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
     if (c == '&')
       xml += "&amp;";
     else if (c == '<')
@@ -22,7 +22,7 @@ void appendText(std::string& xml, std::string_view text) {
     else if (control)
       xml += "&#" + std::to_string(static_cast<uint32_t>(c)) + ";";
     else
-      appendUtf8(xml, c);
+      appendCharacter(xml, c);
   }
 }
 

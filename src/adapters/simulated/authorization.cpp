@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "src/adapters/simulated/text_form.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik {
 

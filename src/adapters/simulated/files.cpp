@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "src/adapters/simulated/text_form.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik {
 

@@ -1,4 +1,4 @@
-// Texts and numbers in a line that a test reads: always on one line, always the same for the same value.
+// Texts and numbers as a test reads them: always on one line, always the same for the same value.
 #pragma once
 
 #include <string>
@@ -6,14 +6,7 @@
 
 namespace norvik {
 
-// The text with control characters, quotation marks, backslashes and invalid UTF-8 escaped, so that any bytes
-// fit on one line: \n \r \t \" \\ and \xHH in lower case.
-std::string escaped(std::string_view text);
-
-// The same in quotation marks.
-std::string quoted(std::string_view text);
-
-// `null` without quotation marks for a null pointer.
+// The text escaped and in quotation marks; `null` without them for a null pointer.
 std::string quotedOrNull(const char* text);
 
 // The shortest decimal form that reads back as the same number, 5 for 5.0; with an exponent only below 0.0001
