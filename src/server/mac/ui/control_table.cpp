@@ -26,7 +26,7 @@ constexpr ControlRow row(unsigned conditions, ControlAction action) {
   return {memberName<member>(), controlIn<member>, conditions, action};
 }
 
-// The clipboard box of RDP intentionally follows the switch of NVK: the two services share one clipboard.
+// The clipboard box of RDP intentionally follows the switch of NVK, not its own.
 // clang-format off
 constexpr ControlRow kControls[] = {
     //  outlet                               enabled when                           a click
