@@ -59,13 +59,5 @@ TEST(SettingTest, EveryKeyOfATableStandsThereOnce) {
   }
 }
 
-TEST(SettingTest, LogsTheFormatWithItsOneTextOrNone) {
-  StubComputer computer;
-  logFailure("Norvik[E]: Could not write file: %s", "/etc/%s");
-  logFailure("Norvik[E]: Limits could not be saved.");
-  EXPECT_EQ(computer.system.lines, (std::vector<std::string>{"3 Norvik[E]: Could not write file: /etc/%s",
-                                                             "3 Norvik[E]: Limits could not be saved."}));
-}
-
 }  // namespace
 }  // namespace norvik

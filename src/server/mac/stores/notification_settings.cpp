@@ -1,5 +1,6 @@
 // Which notifications the menu agent shows, in its preference file in the home folder. The pane treats them
 // as the administrator's: a change counts only while it is unlocked, though the file needs no rights.
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
 

@@ -1,6 +1,7 @@
 // Saving the server's settings: the file goes through a temporary one that the user may write to the place
 // where only the administrator may; settings of the operating system are changed on the way.
 #include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
 

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik {
@@ -119,12 +120,6 @@ bool writeSettingsFile(const PropertyList& dictionary, const std::string& path, 
   if (platform().propertyLists.writeToFile(dictionary, path)) return true;
   logFailure(failure, path);
   return false;
-}
-
-void logFailure(const char* format, std::string_view text) {
-  std::string line = format;
-  if (const std::size_t place = line.find("%s"); place != std::string::npos) line.replace(place, 2, text);
-  platform().log.syslog(kLogError, line);
 }
 
 namespace {

@@ -86,9 +86,4 @@ bool writeSettingsFile(const PropertyList& dictionary, const std::string& path, 
 inline constexpr const char* kConfigVersionKey = "NVKConfigVersion";
 inline constexpr const char* kConfigVersion = "1.0";
 
-inline constexpr const char* kCouldNotWriteFile = "Norvik[E]: Could not write file: %s";
-
-// Logs a line at error priority, warnings too. `format` holds at most one %s, which stands for `text`.
-void logFailure(const char* format, std::string_view text = {});
-
 }  // namespace norvik

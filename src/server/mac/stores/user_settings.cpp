@@ -1,6 +1,7 @@
 // The user's image and mouse settings, in the agent's preference file in the home folder. Needs no lock.
 #include "src/server/mac/stores/user_settings.h"
 
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
 #include "src/server/mac/ui/image_controls.h"

@@ -13,35 +13,24 @@ using P = NVKServerPrefs;
 constexpr const char* kSupportPage = "https://www.veltrane.com/norvik/support";
 constexpr const char* kSupportPageKey = "NVKProductSupport";
 
+// One literal for each paragraph.
 constexpr const char* kOpenFilesTitle = "Multiuser Mode Adjustment";
 constexpr const char* kOpenFilesMessage =
-    "If you wish to connect more than one user simultaneously, it is recommended that you adjust \"Open "
-    "Files Limit\" as "
-    "well.\n\nDo you want to make this adjustment automatically?\n";
+    "If you wish to connect more than one user simultaneously, it is recommended that you adjust \"Open Files Limit\" as well.\n\n"
+    "Do you want to make this adjustment automatically?\n";
 
 constexpr const char* kDriverTitle = "Norvik OpenGL driver mode";
 // The misspelt word is part of the text as it was translated and documented.
 constexpr const char* kDriverMessage =
-    "You have chosen Norvik OpenGL driver mode.\nThis mode is recommended for serving multiple remote "
-    "connections "
-    "simultaneously. Please note that Norvik OpenGL driver was created to resolve known issues with the "
-    "sharing of the "
-    "OpenGL hardware driver for multiple connections. However, Norvik OpenGL driver cannot guarantee correct "
-    "functionality for all applications that require hadrware acceleration. It is strongly recommended to "
-    "enable remote "
-    "login access (SSH) before applying this mode. To disable Norvik OpenGL driver using the command line, "
-    "please enter "
-    "the following command:\n\nsudo nvkservice gldcmd uninstall -f\n\nAre you sure you want to switch to "
-    "Norvik OpenGL "
-    "driver mode?\n";
+    "You have chosen Norvik OpenGL driver mode.\n"
+    "This mode is recommended for serving multiple remote connections simultaneously. Please note that Norvik OpenGL driver was created to resolve known issues with the sharing of the OpenGL hardware driver for multiple connections. However, Norvik OpenGL driver cannot guarantee correct functionality for all applications that require hadrware acceleration. It is strongly recommended to enable remote login access (SSH) before applying this mode. To disable Norvik OpenGL driver using the command line, please enter the following command:\n\n"
+    "sudo nvkservice gldcmd uninstall -f\n\n"
+    "Are you sure you want to switch to Norvik OpenGL driver mode?\n";
 
 constexpr const char* kQuartzTitle = "Disabling Quartz Extreme acceleration";
 constexpr const char* kQuartzMessage =
-    "This adjustment may solve a number of graphics problems in remote desktop sessions. However, we cannot "
-    "guarantee "
-    "correct functionality for all applications that require hardware acceleration.\n\nAre you sure you want "
-    "to disable "
-    "Quartz Extreme acceleration?\n";
+    "This adjustment may solve a number of graphics problems in remote desktop sessions. However, we cannot guarantee correct functionality for all applications that require hardware acceleration.\n\n"
+    "Are you sure you want to disable Quartz Extreme acceleration?\n";
 
 bool confirmed(const char* title, const char* message, const char* proceed, const char* decline) {
   return platform().alerts.NSRunAlertPanel(title, message, proceed, decline, nullptr) == NSAlertDefaultReturn;

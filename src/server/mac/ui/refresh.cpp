@@ -158,6 +158,8 @@ void NVKServerPrefs::updateGui(bool skipUnchanged, bool redraw) {
   svr_pid = nvkd_pid();
   if (skipUnchanged && sameAsLastRefresh(*this)) return;
   m_serverPid = static_cast<int32_t>(svr_pid);
+  // An event that is handled while a change begins may refresh too; the change is not over then.
+  if (m_trackState) server_is_changing_ = false;
   nvk_port = new_admin_nvkPort();
   nvk_state = new_admin_nvkState();
   rdp_port = new_admin_rdpPort();
