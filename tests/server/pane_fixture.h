@@ -4,22 +4,11 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "resources/resources.h"
-#include "src/adapters/property_lists/codec.h"
 #include "src/server/mac/pane/pane.h"
 #include "tests/server/stub_computer.h"
+#include "tests/support/shipped_interface.h"
 
 namespace norvik {
-
-inline InterfaceDescription shippedInterface() {
-  std::string error;
-  const auto list = decodePropertyList(interfacePropertyList());
-  auto interface = list ? readInterfaceDescription(*list, error) : std::nullopt;
-  EXPECT_TRUE(interface) << error;
-  return interface.value_or(InterfaceDescription());
-}
 
 struct PaneTest : testing::Test {
   StubComputer computer;

@@ -1,52 +1,26 @@
-// norvik-scenario as a person uses it: what it prints, what it writes, how it ends. Drives the built program
-// on files in a folder of its own.
+// norvik-scenario as a person uses it: what it prints, what it writes, how it ends. Runs the built program on
+// files in a temporary folder.
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <sys/wait.h>
 
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 #include <string>
 
+#include "tests/support/files.h"
+#include "tests/support/program.h"
+#include "tests/support/temporary_folder.h"
+
+namespace norvik {
 namespace {
 
-namespace fs = std::filesystem;
-
-struct Outcome {
-  int status;
-  std::string output;
-  std::string errors;
-};
-
-std::string contentsOf(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
+using Outcome = ProgramResult;
 
 class ScenarioRunner : public testing::Test {
  protected:
-  ScenarioRunner() {
-    std::string pattern = (fs::temp_directory_path() / "scenario_runner.XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    folder_ = pattern;
-  }
-  ~ScenarioRunner() override { fs::remove_all(folder_); }
-
-  void write(const std::string& name, const std::string& text) {
-    std::ofstream(folder_ / name, std::ios::binary) << text;
-  }
-  std::string read(const std::string& name) { return contentsOf(folder_ / name); }
+  void write(const std::string& name, const std::string& text) { writeFile(folder.path() / name, text); }
+  std::string read(const std::string& name) { return contentOf(folder.path() / name); }
 
   // Runs the program in the folder, with these arguments as a shell reads them.
   Outcome run(const std::string& arguments, const std::string& program = NORVIK_SCENARIO_PROGRAM) {
-    const fs::path output = folder_ / "output", errors = folder_ / "errors";
-    const std::string command =
-        "cd '" + folder_.string() + "' && '" + program + "' " + arguments + " >output 2>errors </dev/null";
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contentsOf(output), contentsOf(errors)};
+    return runProgram({"/bin/sh", "-c", "'" + program + "' " + arguments}, {.folder = folder.path()});
   }
 
   // What the program says of a scenario with these lines, which is malformed.
@@ -58,7 +32,7 @@ class ScenarioRunner : public testing::Test {
     return outcome.errors;
   }
 
-  fs::path folder_;
+  TemporaryFolder folder;
 };
 
 TEST_F(ScenarioRunner, ComparesEachFileInAProcessOfItsOwn) {
@@ -340,3 +314,4 @@ TEST_F(ScenarioRunner, EscapesWhatDoesNotFitOnALine) {
 }
 
 }  // namespace
+}  // namespace norvik

@@ -237,7 +237,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   CellView viewForTableColumn(const OutlineView& view, const ConfBarNode& node) override;
   void outlineViewSelectionDidChange(OutlineView& view) override;
 
-  // ---- Controls: ui/controls.cpp --------------------------------------------------------------------------
+  // ---- Controls: ui/control_table.cpp, ui/controls.cpp ----------------------------------------------------
 
   Control ib_button_Apply, ib_button_Help;
   NVKButton ib_button_Auth;
@@ -278,7 +278,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
 
   // The control of that outlet name; null if there is none.
   Control* outlet(std::string_view name);
-  // Every control, in the order of the outlet table.
+  // Every control, in the order of the control table.
   std::vector<Control*> outlets();
 
   // ---- The pending values, as the controls have them now: ui/accessors.cpp --------------------------------
