@@ -9,6 +9,7 @@
 #include "sandbox/daemon.h"
 #include "sandbox/program.h"
 #include "sandbox/settings.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik::sandbox {
 namespace {
@@ -62,7 +63,7 @@ int run(const Root& root, const Arguments& arguments) {
   sd_bus* bus = nullptr;
   check(sd_event_new(&loop), "event loop");
   check(sd_bus_new(&bus), "bus");
-  check(sd_bus_set_address(bus, trimmed(*address).c_str()), "bus address");
+  check(sd_bus_set_address(bus, std::string(trimmed(*address, kBlanks)).c_str()), "bus address");
   check(sd_bus_set_bus_client(bus, 1), "bus");
   check(sd_bus_start(bus), "bus");
   Root copy = root;

@@ -79,11 +79,4 @@ void replaceFile(const fs::path& path, std::string_view content) {
   fs::rename(next, path);
 }
 
-std::string trimmed(std::string_view text) {
-  constexpr std::string_view kSpace = " \t\r\n";
-  size_t begin = text.find_first_not_of(kSpace);
-  if (begin == std::string_view::npos) return {};
-  return std::string(text.substr(begin, text.find_last_not_of(kSpace) - begin + 1));
-}
-
 }  // namespace norvik::sandbox

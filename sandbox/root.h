@@ -50,7 +50,4 @@ std::optional<std::string> readFile(const std::filesystem::path& path);
 // Puts a file in place whole, so that no reader sees a part of it. Throws std::runtime_error when it cannot.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
-// A text without white space at its ends.
-std::string trimmed(std::string_view text);
-
 }  // namespace norvik::sandbox

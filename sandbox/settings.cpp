@@ -2,6 +2,7 @@
 #include "sandbox/settings.h"
 
 #include "src/adapters/property_lists/codec.h"
+#include "src/server/mac/text/join.h"
 
 namespace norvik::sandbox {
 
@@ -13,16 +14,15 @@ PropertyList readSettings(const Root& root, std::string_view path) {
 }
 
 std::string describeSettings(const PropertyList& list, std::span<const Setting> settings) {
-  std::string line;
+  std::vector<std::string> words;
   for (const Setting& setting : settings) {
     const PropertyList* stored = list.find(setting.key);
     bool isBoolean = setting.kind == Setting::Kind::kBoolean;
     int32_t value = !stored ? setting.byDefault : isBoolean ? (boolValue(stored) ? 1 : 0) : intValue(stored);
-    if (!line.empty()) line += ' ';
-    line += setting.key + std::string("=");
-    line += isBoolean ? (value ? "true" : "false") : std::to_string(value);
+    words.push_back(setting.key + std::string("=") +
+                    (isBoolean ? (value ? "true" : "false") : std::to_string(value)));
   }
-  return line;
+  return joined(words, " ");
 }
 
 }  // namespace norvik::sandbox

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <thread>
 
+#include "src/server/mac/text/trim.h"
+
 namespace norvik::sandbox {
 
 std::optional<double> parseSpeed(std::string_view text) {
@@ -17,7 +19,7 @@ std::optional<double> parseSpeed(std::string_view text) {
 
 double speed(const Root& root) {
   auto text = readFile(root.own("clock"));
-  return text ? parseSpeed(trimmed(*text)).value_or(1) : 1;
+  return text ? parseSpeed(trimmed(*text, kBlanks)).value_or(1) : 1;
 }
 
 void waitFor(const Root& root, std::chrono::milliseconds time) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstring>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -87,6 +88,7 @@ struct StubAuthorization : AuthorizationService {
 struct StubFiles : Files, PropertyListFiles, PosixProcesses {
   std::string_view pidFile;  // its content; no file where empty
   bool rewinds = true;       // a seek to the start succeeds
+  std::function<void()> whileAsleep = [] {};
 
   FileRef fopen(const char* path, FileMode mode) override {
     const bool found = mode == FileMode::readBinary && !pidFile.empty() &&
@@ -113,7 +115,7 @@ struct StubFiles : Files, PropertyListFiles, PosixProcesses {
 
   KillResult kill(int32_t, Signal) override { return KillResult::sent; }
   int32_t getpid() override { return 812; }
-  void usleep(uint32_t) override {}
+  void usleep(uint32_t) override { whileAsleep(); }
 };
 
 struct StubHost : Host, ProcessManager {

@@ -62,7 +62,7 @@ Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
           .posix = own.posix,
           .host = host,
           .systemVersion = systemVersion,
-          .bundles = bundles,
+          .bundles = own.bundles != nullptr ? *own.bundles : bundles,
           .log = log,
           .assertions = assertions};
 }

@@ -58,6 +58,7 @@ struct FrontEndInterfaces {
   Drawing& drawing;
   RunLoop& runLoop;
   PosixProcesses& posix;
+  Bundles* bundles = nullptr;  // null for the computer's
 };
 
 class LinuxComputer {

@@ -7,6 +7,7 @@
 
 #include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/linux_computer.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik {
 
@@ -31,11 +32,8 @@ std::string homeFolder() {
 
 // The text of a file of the sandbox's own without white space around it; empty where it is missing.
 std::string setting(const std::string& directory, const char* name) {
-  constexpr const char* kSpace = " \t\r\n";
   const std::string text = readRegularFile(directory + "/.norvik/" + name, kLongestSetting).value_or("");
-  const std::size_t begin = text.find_first_not_of(kSpace);
-  if (begin == std::string::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kSpace) + 1 - begin);
+  return std::string(trimmed(text, kBlanks));
 }
 
 double speed(const std::string& text) {

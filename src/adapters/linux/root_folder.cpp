@@ -1,11 +1,11 @@
 // Joins and splits paths at the root folder.
 #include "src/adapters/linux/root_folder.h"
 
+#include "src/server/mac/text/trim.h"
+
 namespace norvik {
 
-RootFolder::RootFolder(std::string_view folder) : folder_(folder) {
-  while (!folder_.empty() && folder_.back() == '/') folder_.pop_back();
-}
+RootFolder::RootFolder(std::string_view folder) : folder_(withoutTrailing(folder, "/")) {}
 
 std::string RootFolder::onDisk(std::string_view path) const {
   if (!path.starts_with('/')) return std::string(path);

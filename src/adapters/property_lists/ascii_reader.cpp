@@ -4,7 +4,8 @@
 #include <utility>
 
 #include "src/adapters/property_lists/formats.h"
-#include "src/adapters/property_lists/unicode.h"
+#include "src/server/mac/text/trim.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
@@ -76,7 +77,7 @@ bool AsciiReader::take(char c) {
 // Passes over white space and comments; false when a comment has no end.
 bool AsciiReader::passSpace() {
   while (true) {
-    rest_.remove_prefix(std::min(rest_.find_first_not_of(kSpace), rest_.size()));
+    rest_ = withoutLeading(rest_, kSpace);
     bool line = rest_.starts_with("//");
     if (!line && !rest_.starts_with("/*")) return true;
     size_t end = line ? rest_.find_first_of("\r\n") : rest_.find("*/", 2);
@@ -183,7 +184,7 @@ bool AsciiReader::escape(std::string& to) {
   if (rest_.empty()) return false;
   if (digitOf(rest_.front()) < 8) {
     char32_t c = *digits(8, 3) & 0xFF;
-    appendUtf8(to, c < 128 ? c : kNextStep[c - 128]);
+    appendCharacter(to, c < 128 ? c : kNextStep[c - 128]);
     return true;
   }
   char letter = rest_.front();
@@ -198,12 +199,12 @@ bool AsciiReader::escape(std::string& to) {
       unit = 0x10000 + ((*unit - 0xD800) << 10) + (*low - 0xDC00);
     }
     if (!unit || !isScalar(*unit)) return false;
-    appendUtf8(to, *unit);
+    appendCharacter(to, *unit);
     return true;
   }
   for (const Escape& escape : kEscapes) {
     if (escape.letter != letter) continue;
-    appendUtf8(to, escape.character);
+    appendCharacter(to, escape.character);
     return true;
   }
   // Any other character, which may be the first byte of one, stands for itself.

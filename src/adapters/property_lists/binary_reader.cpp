@@ -11,6 +11,7 @@
 #include "src/adapters/property_lists/formats.h"
 #include "src/adapters/property_lists/scalars.h"
 #include "src/adapters/property_lists/unicode.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
@@ -180,7 +181,7 @@ Result BinaryReader::text(unsigned high, uint64_t count) {
   }
   for (char c : *content)
     if (high == kAsciiText && static_cast<unsigned char>(c) > 127) return std::nullopt;
-  if (!isWellFormedUtf8(*content)) return std::nullopt;
+  if (!isUtf8(*content)) return std::nullopt;
   return PropertyList(std::string(*content));
 }
 

@@ -6,6 +6,7 @@
 
 #include "src/adapters/property_lists/formats.h"
 #include "src/adapters/property_lists/unicode.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
@@ -37,7 +38,7 @@ std::optional<std::string> unicodeText(std::string_view bytes) {
     if (encoding == "ISO-8859-1") return fromLatin1(bytes);
     if (encoding != "" && encoding != "UTF-8" && encoding != "US-ASCII") return std::nullopt;
   }
-  if (!isWellFormedUtf8(bytes)) return std::nullopt;
+  if (!isUtf8(bytes)) return std::nullopt;
   return std::string(bytes);
 }
 

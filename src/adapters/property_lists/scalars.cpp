@@ -6,21 +6,16 @@
 #include <cmath>
 #include <cstdio>
 
+#include "src/server/mac/text/trim.h"
+
 namespace norvik {
 
 namespace {
 
-constexpr std::string_view kWhiteSpace = " \t\r\n";
 constexpr std::string_view kBase64 = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 constexpr int64_t kSecondsPerDay = 86400;
 constexpr int64_t kDaysPerEra = 146097;        // an era is 400 years
 constexpr int64_t kEpochFromEraZero = 730791;  // days from 0000-03-01 to 2001-01-01
-
-std::string_view trimmed(std::string_view text) {
-  size_t begin = text.find_first_not_of(kWhiteSpace);
-  if (begin == std::string_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(kWhiteSpace) - begin + 1);
-}
 
 template <typename Number, typename... Format>
 std::optional<Number> parseWhole(std::string_view text, Format... format) {
@@ -97,7 +92,7 @@ PropertyList integerOf(uint64_t magnitude, bool negative) {
 }
 
 std::optional<PropertyList> parseInteger(std::string_view text) {
-  text = trimmed(text);
+  text = trimmed(text, kBlanks);
   bool negative = takeSign(text);
   bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
   auto magnitude = parseWhole<uint64_t>(hexadecimal ? text.substr(2) : text, hexadecimal ? 16 : 10);
@@ -106,7 +101,7 @@ std::optional<PropertyList> parseInteger(std::string_view text) {
 }
 
 std::optional<double> parseReal(std::string_view text) {
-  text = trimmed(text);
+  text = trimmed(text, kBlanks);
   bool negative = takeSign(text);
   if (text.starts_with('-')) return std::nullopt;
   auto number = parseWhole<double>(text);
@@ -118,7 +113,7 @@ std::optional<double> parseReal(std::string_view text) {
 }
 
 std::optional<double> parseDate(std::string_view text) {
-  text = trimmed(text);
+  text = trimmed(text, kBlanks);
   bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);
   auto year = takeField(text, 4, true, '-');
@@ -147,7 +142,7 @@ std::optional<std::string> parseBase64(std::string_view text) {
   int count = 0;
   bool padded = false;
   for (char c : text) {
-    if (kWhiteSpace.find(c) != std::string_view::npos) continue;
+    if (kBlanks.find(c) != std::string_view::npos) continue;
     size_t digit = kBase64.find(c);
     padded = padded || c == '=';
     if (padded ? c != '=' : digit == std::string_view::npos) return std::nullopt;

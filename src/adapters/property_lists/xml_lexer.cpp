@@ -4,7 +4,7 @@
 #include <charconv>
 #include <utility>
 
-#include "src/adapters/property_lists/unicode.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
@@ -141,7 +141,7 @@ bool XmlLexer::reference(std::string& to) {
     auto [stop, error] =
         std::from_chars(name.data(), name.data() + name.size(), number, hexadecimal ? 16 : 10);
     if (error != std::errc{} || stop != name.data() + name.size() || !isScalar(number)) return false;
-    appendUtf8(to, number);
+    appendCharacter(to, number);
     return true;
   }
   for (const Entity& entity : kEntities) {

@@ -5,6 +5,7 @@
 #include "src/adapters/property_lists/formats.h"
 #include "src/adapters/property_lists/scalars.h"
 #include "src/adapters/property_lists/xml_lexer.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik {
 
@@ -14,10 +15,8 @@ using Kind = XmlLexer::Kind;
 using Token = XmlLexer::Token;
 using Result = std::optional<PropertyList>;
 
-constexpr std::string_view kSpace = " \t\r\n";
-
 bool isBlank(std::string_view text) {
-  return text.find_first_not_of(kSpace) == std::string_view::npos;
+  return withoutLeading(text, kBlanks).empty();
 }
 
 Result booleanOf(std::string& text, bool value) {
@@ -166,17 +165,16 @@ bool looksLikeXml(std::string_view text) {
   constexpr std::string_view kBeginnings[] = {"<?",    "<!",     "<plist",  "<dict",    "<array",
                                               "<data", "<key",   "<string", "<integer", "<real",
                                               "<true", "<false", "<date"};
-  size_t begin = text.find_first_not_of(kSpace);
-  if (begin == std::string_view::npos) return false;
+  text = withoutLeading(text, kBlanks);
   for (std::string_view beginning : kBeginnings)
-    if (text.substr(begin).starts_with(beginning)) return true;
+    if (text.starts_with(beginning)) return true;
   return false;
 }
 
 std::string_view declaredEncoding(std::string_view text) {
-  size_t begin = text.find_first_not_of(kSpace);
-  if (begin == std::string_view::npos || !text.substr(begin).starts_with("<?xml")) return {};
-  std::string_view declaration = text.substr(begin, text.find("?>", begin) - begin);
+  text = withoutLeading(text, kBlanks);
+  if (!text.starts_with("<?xml")) return {};
+  std::string_view declaration = text.substr(0, text.find("?>"));
   constexpr std::string_view kName = "encoding";
   size_t at = declaration.find(kName);
   if (at == std::string_view::npos) return {};

@@ -2,7 +2,7 @@
 // and writes a carriage return in a way that a reader must take for a line feed.
 #include "src/adapters/property_lists/codec.h"
 #include "src/adapters/property_lists/scalars.h"
-#include "src/adapters/property_lists/unicode.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
@@ -11,7 +11,7 @@ namespace {
 // A character that XML would drop or change when it stood for itself becomes a reference.
 void appendText(std::string& xml, std::string_view text) {
   while (!text.empty()) {
-    char32_t c = takeUtf8(text).value_or(kReplacement);
+    char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
     bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
     if (c == '&')
       xml += "&amp;";
@@ -22,7 +22,7 @@ void appendText(std::string& xml, std::string_view text) {
     else if (control)
       xml += "&#" + std::to_string(static_cast<uint32_t>(c)) + ";";
     else
-      appendUtf8(xml, c);
+      appendCharacter(xml, c);
   }
 }
 

@@ -32,8 +32,8 @@ class SimulatedAuthorization : public AuthorizationService {
   // Launches of the tool hand back no pipe.
   void withholdPipe(const std::string& tool) { withoutPipe_.insert(tool); }
 
-  // How many references were made and not freed yet.
-  std::size_t references() const { return references_.size(); }
+  // The references that were made and not freed yet, with their names: `authorization 1` is the first made.
+  std::map<AuthorizationRef, std::string> references() const;
 
   OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                AuthorizationRef& authorization) override;
@@ -46,7 +46,9 @@ class SimulatedAuthorization : public AuthorizationService {
                                               FileRef* communicationsPipe) override;
 
  private:
-  struct Reference {};
+  struct Reference {
+    int number;
+  };
   // The refused first arguments of a tool; an entry without one refuses all.
   using RefusedArguments = std::set<std::optional<std::string>>;
 
@@ -61,6 +63,7 @@ class SimulatedAuthorization : public AuthorizationService {
   bool createGranted_ = true;
   std::map<std::string, RefusedArguments> refused_;
   std::set<std::string> withoutPipe_;
+  int lastNumber_ = 0;
   std::vector<std::unique_ptr<Reference>> references_;
 };
 

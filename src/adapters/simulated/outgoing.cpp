@@ -2,6 +2,7 @@
 #include "src/adapters/simulated/outgoing.h"
 
 #include "src/adapters/simulated/text_form.h"
+#include "src/server/mac/text/escape.h"
 #include "src/server/mac/ui/control.h"
 
 namespace norvik {

@@ -2,7 +2,7 @@
 #include "src/adapters/simulated/property_list_files.h"
 
 #include "src/adapters/property_lists/codec.h"
-#include "src/adapters/simulated/text_form.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik {
 

@@ -2,8 +2,10 @@
 // clock has passed their date by the time of a pass.
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "src/adapters/simulated/clock.h"
@@ -25,24 +27,28 @@ class SimulatedRunLoop : public RunLoop {
   std::optional<double> runningInterval(CFRunLoopTimerRef timer) const;
   // Fires a running timer once, whatever the clock says. False where it does not run.
   bool fire(CFRunLoopTimerRef timer);
-  // How many timers were made and not released yet.
-  std::size_t timers() const { return timers_.size(); }
+  // The timers that were made and are not gone yet, with their names and what is missing: `timer 1, not
+  // released` is the first made. A timer is gone when it was released, and invalidated too if it was added.
+  std::map<CFRunLoopTimerRef, std::string> timers() const;
 
   CFRunLoopTimerRef CFRunLoopTimerCreate(double fireDate, double interval, CFRunLoopTimerCallBack callback,
                                          const CFRunLoopTimerContext& context) override;
   void CFRunLoopAddTimer(CFRunLoopTimerRef timer) override;
   void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) override;
+  // A timer that was added and is still valid stays in the loop.
   void CFRelease(CFRunLoopTimerRef timer) override;
   void runOnceInDefaultMode() override;
 
  private:
   struct Timer;
   Timer* find(CFRunLoopTimerRef timer) const;
+  void forgetUnneeded();
 
   const SimulatedClock& clock_;
   const EffectReporter& effects_;
   bool creationGranted_ = true;
   bool firesInPasses_ = true;
+  int lastNumber_ = 0;
   std::vector<std::unique_ptr<Timer>> timers_;
 };
 

@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "src/server/mac/platform/property_list.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik {
 
@@ -27,9 +28,8 @@ std::optional<int32_t> ServerService::pidInFile() const {
   const auto file = fileSystem_.find(kPidFile);
   if (file == nullptr || file->bytes.empty()) return std::nullopt;
   const std::string_view text = std::string_view(file->bytes).substr(0, kPidTextLength);
-  const std::size_t begin = text.find_first_not_of(" \t\n\v\f\r");
-  const bool isNumber =
-      begin != std::string_view::npos && std::isdigit(static_cast<unsigned char>(text[begin]));
+  const std::string_view digits = withoutLeading(text, kCSpace);
+  const bool isNumber = !digits.empty() && std::isdigit(static_cast<unsigned char>(digits.front()));
   return isNumber ? static_cast<int32_t>(leadingInteger(text)) : 0;
 }
 

@@ -1,5 +1,4 @@
-// How texts and numbers stand in a line that a test reads: always on one line, always the same for the same
-// value.
+// Texts and numbers as a test reads them: always on one line, always the same for the same value.
 #pragma once
 
 #include <string>
@@ -7,14 +6,7 @@
 
 namespace norvik {
 
-// The text with its control characters, its quotation marks, its backslashes and whatever is no UTF-8
-// escaped, so that any bytes stand on one line: \n \r \t \" \\ and \xHH in lower case.
-std::string escaped(std::string_view text);
-
-// The same in quotation marks.
-std::string quoted(std::string_view text);
-
-// `null` without quotation marks for a null pointer.
+// The text escaped and in quotation marks; `null` without them for a null pointer.
 std::string quotedOrNull(const char* text);
 
 // The shortest decimal form that reads back as the same number, 5 for 5.0; with an exponent only below 0.0001

@@ -6,26 +6,15 @@
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/commands.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/server/mac/text/join.h"
 
 namespace norvik::command {
 
 namespace {
 
-std::string joined(const Words& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
-}
-
 template <typename Descriptions>
 std::string namesOf(const Descriptions& descriptions) {
-  Words words;
-  for (const auto& description : descriptions) words.emplace_back(description.name);
-  return joined(words);
-}
-
-std::string joinedViews(std::span<const std::string_view> views) {
-  return joined(Words(views.begin(), views.end()));
+  return joined(descriptions, " ", [](const auto& description) { return description.name; });
 }
 
 // A text as one word of the shell, in the form that every command takes as well.
@@ -55,7 +44,7 @@ std::string valueCases(const std::vector<SettingDescription>& settings) {
   std::string cases;
   for (const SettingDescription& setting : settings) {
     const Words values = valuesOf(setting);
-    if (!values.empty()) cases += "    " + setting.name + ") echo \"" + joined(values) + "\" ;;\n";
+    if (!values.empty()) cases += "    " + setting.name + ") echo \"" + joined(values, " ") + "\" ;;\n";
   }
   return cases;
 }
@@ -66,7 +55,7 @@ std::string pages(const std::vector<SettingDescription>& settings) {
     const std::string word = oneWord(setting.page.title);
     if (std::ranges::count(words, word) == 0) words.push_back(word);
   }
-  return joined(words);
+  return joined(words, " ");
 }
 
 // The shell splits a word at the equals sign, so the value may be the word behind a sign of its own.
@@ -111,8 +100,8 @@ std::string bashCompletion(const std::vector<SettingDescription>& settings) {
   return "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
          "_norvikctl_commands=\"" +
          namesOf(commandDescriptions()) + "\"\n" + "_norvikctl_options=\"" + namesOf(optionDescriptions()) +
-         " --dry-run --help --version\"\n" + "_norvikctl_answers=\"" + joinedViews(answerWords()) + "\"\n" +
-         "_norvikctl_steps=\"" + joinedViews(limitSteps()) + "\"\n" + "_norvikctl_pages=\"" +
+         " --dry-run --help --version\"\n" + "_norvikctl_answers=\"" + joined(answerWords(), " ") + "\"\n" +
+         "_norvikctl_steps=\"" + joined(limitSteps(), " ") + "\"\n" + "_norvikctl_pages=\"" +
          pages(settings) + "\"\n" + "_norvikctl_settings=\"" + namesOf(settings) + "\"\n\n" +
          "# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n" + valueCases(settings) +
          "  esac\n}\n" + kFunctions;

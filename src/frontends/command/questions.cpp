@@ -5,6 +5,7 @@
 #include <ostream>
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik::command {
 
@@ -19,8 +20,7 @@ std::size_t buttonIndex(int answer) {
 }
 
 void write(std::ostream& out, const Question& question) {
-  std::string message = question.message;
-  message.erase(message.find_last_not_of('\n') + 1);
+  const std::string_view message = withoutTrailing(question.message, "\n");
   out << '\n' << question.title << "\n\n" << message << "\n\n";
   for (std::size_t i = 0; i < question.buttons.size(); ++i) {
     out << "  " << i + 1 << "  " << question.buttons[i] << (i == 0 ? "  (default)" : "") << '\n';

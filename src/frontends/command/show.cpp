@@ -9,18 +9,13 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/server/mac/text/join.h"
 
 namespace norvik::command {
 
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
-  return text;
-}
 
 // What the setting takes, as short as a table wants it.
 std::string range(const SettingDescription& setting) {
@@ -29,12 +24,9 @@ std::string range(const SettingDescription& setting) {
     case ControlKind::checkBox:
       return "on, off";
     case ControlKind::popUp:
-      return joined(control.items);
-    case ControlKind::radioButton: {
-      std::vector<std::string> choices;
-      for (const ControlDescription* button : setting.controls) choices.push_back(button->choice);
-      return joined(choices);
-    }
+      return joined(control.items, ", ");
+    case ControlKind::radioButton:
+      return joined(setting.controls, ", ", &ControlDescription::choice);
     default:
       return std::to_string(static_cast<int64_t>(control.minimum.value_or(0))) + " to " +
              std::to_string(static_cast<int64_t>(control.maximum.value_or(0)));

@@ -6,6 +6,7 @@
 
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/lock_button.h"
+#import "src/frontends/prefpane/slider.h"
 #include "src/frontends/prefpane/text.h"
 
 using norvik::prefpane::Binding;
@@ -81,17 +82,18 @@ void takeChoice(NSView* view, Control& control) {
   control.setState(kOnState);
 }
 
+// The tick marks are for the eye alone: the knob stops at every whole number, of which there may be more.
 NSView* makeSlider(const ControlDescription& description) {
-  NSSlider* slider = [[[NSSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
+  NSSlider* slider = [[[NVKSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
   [slider setMinValue:description.minimum.value_or(0)];
   [slider setMaxValue:description.maximum.value_or(0)];
   [slider setNumberOfTickMarks:description.tick_marks];
-  [slider setAllowsTickMarkValuesOnly:description.tick_marks > 1];
+  [slider setAllowsTickMarkValuesOnly:NO];
   [slider setContinuous:YES];
   return slider;
 }
 
-// The model keeps a value outside the range; the view stands at its nearest end then.
+// The model keeps a value outside the range; the knob is at the nearest end then.
 void showValue(NSView* view, const Control& control) {
   NSSlider* slider = (NSSlider*)view;
   const double nearest = std::clamp(std::trunc(control.doubleValue()), [slider minValue], [slider maxValue]);

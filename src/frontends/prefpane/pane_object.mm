@@ -51,7 +51,7 @@ const ConfBarNode* nodeOf(id item) {
 
 - (id)initWithBundle:(NSBundle*)bundle {
   if ((self = [super initWithBundle:bundle]) == nil) return nil;
-  computer();
+  computer().bundles().setPaneBundle(bundle);
   pane_ = new norvik::NVKServerPrefs(interface());
   items_ = [NSMutableDictionary new];
   return self;

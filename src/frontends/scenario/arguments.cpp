@@ -5,8 +5,8 @@
 #include <cmath>
 #include <utility>
 
-#include "src/adapters/simulated/text_form.h"
 #include "src/frontends/scenario/malformed.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik::scenario {
 

@@ -1,9 +1,9 @@
 // The files of the simulated computer, and what fails on them.
 #include "src/adapters/property_lists/codec.h"
-#include "src/adapters/simulated/text_form.h"
 #include "src/frontends/scenario/commands.h"
 #include "src/frontends/scenario/known_words.h"
 #include "src/frontends/scenario/property_list_leaves.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik::scenario {
 

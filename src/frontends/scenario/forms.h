@@ -8,6 +8,7 @@
 
 #include "src/adapters/simulated/text_form.h"
 #include "src/server/mac/pane/pane.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik::scenario {
 

@@ -1,7 +1,7 @@
 // The processes, the daemon, the authorization service and the tools of the simulated computer.
-#include "src/adapters/simulated/text_form.h"
 #include "src/frontends/scenario/commands.h"
 #include "src/frontends/scenario/known_words.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik::scenario {
 

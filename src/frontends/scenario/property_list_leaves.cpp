@@ -15,6 +15,7 @@
 #include "src/frontends/scenario/malformed.h"
 #include "src/frontends/scenario/scenario_file.h"
 #include "src/frontends/scenario/words.h"
+#include "src/server/mac/text/escape.h"
 
 namespace norvik::scenario {
 

@@ -3,6 +3,8 @@
 
 #include <cstddef>
 
+#include "src/server/mac/text/trim.h"
+
 namespace norvik::scenario {
 
 namespace {
@@ -11,12 +13,8 @@ constexpr std::string_view kPrompt = "> ";
 constexpr std::string_view kBodyMark = " <<END";
 constexpr std::string_view kBodyEnd = "END";
 
-std::string_view withoutTrailingSpaces(std::string_view line) {
-  return line.substr(0, line.find_last_not_of(' ') + 1);
-}
-
 bool isBlank(std::string_view line) {
-  return line.find_first_not_of(" \t") == std::string_view::npos;
+  return withoutLeading(line, " \t").empty();
 }
 
 // Reads the passages one after the other.
@@ -48,7 +46,7 @@ class Reader {
     Command command;
     command.line = number();
     passage.lines.push_back(lines_[next_++]);
-    std::string_view words = withoutTrailingSpaces(std::string_view(passage.lines[0]).substr(kPrompt.size()));
+    std::string_view words = withoutTrailing(std::string_view(passage.lines[0]).substr(kPrompt.size()), " ");
     const bool hasBody = words.ends_with(kBodyMark);
     if (hasBody) words.remove_suffix(kBodyMark.size());
     command.words = words;

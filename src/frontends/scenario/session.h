@@ -29,6 +29,12 @@ class Session {
   // Adds a line to the present command's output.
   void print(std::string line) { output_.push_back(std::move(line)); }
 
+  // What is open on the computer, or held there by no pane, each by its name: streams, authorizations,
+  // timers. Between two commands no rule leaves anything of it.
+  std::vector<std::string> leftBehind() const;
+  // Ends every pane. What they do to the computer is shown nowhere.
+  void deallocatePanes();
+
   // Makes a pane and makes it the current one.
   void createPane();
   // Makes the pane of that number, from 1, the current one; throws Malformed where there is none.

@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "src/adapters/linux/linux_computer.h"
+#include "src/server/mac/text/join.h"
 #include "tests/adapters/contract/computer_under_test.h"
 #include "tests/support/bus_listener.h"
 #include "tests/support/sandbox_folder.h"
@@ -61,10 +62,9 @@ class LinuxUnderTest : public ComputerUnderTest {
   void setAdministrator(bool isOne) override { isAdministrator_ = isOne; }
   void putTool(const std::string& path, const std::vector<std::string>& arguments,
                const std::string& output) override {
-    std::string words;
-    for (const std::string& argument : arguments) words += (words.empty() ? "" : " ") + argument;
     folder_.put(path + ".output", output);
-    folder_.putScript(path, "[ \"$*\" = '" + words + "' ] && exec cat \"$NORVIK_ROOT" + path + ".output\"");
+    folder_.putScript(path, "[ \"$*\" = '" + joined(arguments, " ") + "' ] && exec cat \"$NORVIK_ROOT" +
+                                path + ".output\"");
   }
   void refuseTool(const std::string& path) override { fs::remove(folder_.onDisk(path)); }
   void waitForTools() override { ASSERT_TRUE(computer_.waitForTools(std::chrono::seconds(10))); }

@@ -1,54 +1,18 @@
 // The bundle as its host loads it, and the object that the host makes of it: twice, as a host may.
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "resources/resources.h"
 #include "src/adapters/property_lists/codec.h"
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
 #import "tests/frontends/prefpane/answer.h"
+#import "tests/frontends/prefpane/pane_under_test.h"
 
+namespace norvik::prefpane {
 namespace {
-
-NSPreferencePane* newPane() {
-  NSBundle* bundle = [NSBundle bundleWithPath:@NORVIK_BUNDLE];
-  return [[[bundle principalClass] alloc] initWithBundle:bundle];
-}
-
-using Wanted = std::function<bool(NSView*)>;
-
-// The first view of a tree, upper ones first, that is wanted; nil where there is none.
-NSView* find(NSView* view, const Wanted& wanted) {
-  if (wanted(view)) return view;
-  for (NSUInteger i = 0; i < [[view subviews] count]; ++i) {
-    if (NSView* found = find([[view subviews] objectAtIndex:i], wanted)) return found;
-  }
-  return nil;
-}
-
-NSOutlineView* sidebarOf(NSPreferencePane* pane) {
-  return (NSOutlineView*)find([pane mainView],
-                              [](NSView* view) { return [view isKindOfClass:[NSOutlineView class]]; });
-}
 
 NSInteger rowsOf(NSPreferencePane* pane) {
   return [sidebarOf(pane) numberOfRows];
-}
-
-NSButton* buttonIn(NSView* tree, NSString* title) {
-  return (NSButton*)find(tree, [title](NSView* view) {
-    return [view isKindOfClass:[NSButton class]] && [[(NSButton*)view title] isEqualToString:title];
-  });
-}
-
-NSButton* button(NSPreferencePane* pane, NSString* title) {
-  return buttonIn([pane mainView], title);
-}
-
-NSTabView* pagesOf(NSPreferencePane* pane) {
-  return (NSTabView*)find([pane mainView],
-                          [](NSView* view) { return [view isKindOfClass:[NSTabView class]]; });
 }
 
 // Whether a row of the page that shows is marked as changed.
@@ -57,10 +21,6 @@ bool isMarked(NSPreferencePane* pane) {
            return [view isKindOfClass:[NSTextField class]] &&
                   [[(NSTextField*)view stringValue] isEqualToString:@"\u2022"] && ![view isHidden];
          }) != nil;
-}
-
-void choose(NSPreferencePane* pane, NSUInteger row) {
-  [sidebarOf(pane) selectRowIndexes:[NSIndexSet indexSetWithIndex:row] byExtendingSelection:NO];
 }
 
 NSString* const kDefaults = @"Use the server's image settings";
@@ -75,12 +35,12 @@ TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
 
 TEST(PaneBundle, SaysOfItselfWhatThePaneSays) {
   NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
-  const auto builtIn = norvik::decodePropertyList(norvik::infoPropertyList());
+  const auto builtIn = decodePropertyList(infoPropertyList());
   ASSERT_TRUE(builtIn);
   for (const char* key : {"CFBundleIdentifier", "CFBundleName", "CFBundleShortVersionString",
                           "NSPrincipalClass", "NSPrefPaneIconFile", "NSPrefPaneIconLabel"}) {
     const auto* words = builtIn->find(key)->as<std::string>();
-    EXPECT_EQ(norvik::prefpane::utf8([info objectForKey:[NSString stringWithUTF8String:key]]), *words) << key;
+    EXPECT_EQ(utf8([info objectForKey:[NSString stringWithUTF8String:key]]), *words) << key;
   }
 }
 
@@ -153,3 +113,4 @@ TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
 }
 
 }  // namespace
+}  // namespace norvik::prefpane

@@ -16,6 +16,7 @@ const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.ve
 
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
 constexpr QPoint kNews(217, 98);      // the first box under a heading
+constexpr QPoint kShadow(450, 327);   // on the slider of a user's shadow size, right of its knob
 constexpr QPoint kCopy(262, 199);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
 
@@ -133,6 +134,16 @@ TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
     return log.open(QIODevice::ReadOnly) &&
            log.readAll().contains("NvkMunuUpdateSettingsNotification: NvkNotificationShowNews=false");
   }));
+}
+
+// The tick marks are four apart.
+TEST_F(Pane, TheShadowSizeTakesAnyWholeNumber) {
+  lookAfterClick(kFirstBox);  // from now on the server's settings are not followed
+  lookAfterClick(kShadow);
+  const QString right = QStringLiteral("Right");
+  lookAfter([&] { keys({QStringLiteral("Home"), right, right, right}); });
+  click(kApply);
+  EXPECT_TRUE(eventually([this] { return intValue(listIn(kAgentFile).find("ImageShadowSize")) == 3; }));
 }
 
 TEST_F(Pane, TheTimerTellsWhatTheServerDoes) {

@@ -19,9 +19,8 @@ class ScenarioRunner : public testing::Test {
   std::string read(const std::string& name) { return contentOf(folder.path() / name); }
 
   // Runs the program in the folder, with these arguments as a shell reads them.
-  Outcome run(const std::string& arguments) {
-    return runProgram({"/bin/sh", "-c", "'" NORVIK_SCENARIO_PROGRAM "' " + arguments},
-                      {.folder = folder.path()});
+  Outcome run(const std::string& arguments, const std::string& program = NORVIK_SCENARIO_PROGRAM) {
+    return runProgram({"/bin/sh", "-c", "'" + program + "' " + arguments}, {.folder = folder.path()});
   }
 
   // What the program says of a scenario with these lines, which is malformed.
@@ -177,6 +176,117 @@ TEST_F(ScenarioRunner, TellsWhatIsWrongAndWhere) {
 TEST_F(ScenarioRunner, AnAlertThatNobodyAnswersIsMalformed) {
   EXPECT_EQ(complaint("> awake\n> press ib_user_chkbox_mseSwap\n> unselect\n"),
             "bad:3: an alert that nobody answers\n");
+}
+
+// The runner over a pane that forgets operations, with scenarios whose output is as expected.
+class ForgetfulScenario : public ScenarioRunner {
+ protected:
+  Outcome runForgetful(const std::string& arguments) {
+    return run(arguments, NORVIK_FORGETFUL_SCENARIO_PROGRAM);
+  }
+  // What the runner says of a scenario with these lines; it must fail exactly where it says something. The
+  // scenario begins with a pane in line 2.
+  std::string leftBehind(const std::string& text) {
+    write("leaky", "> trace -launch\n> awake\n" + text);
+    const Outcome outcome = runForgetful("leaky");
+    const bool passes = outcome.errors.empty();
+    EXPECT_EQ(outcome.status, passes ? 0 : 1) << text;
+    EXPECT_EQ(outcome.output,
+              passes ? "ok leaky\n1 passed, 0 failed\n" : "not ok leaky\n0 passed, 1 failed\n");
+    return outcome.errors;
+  }
+};
+
+TEST_F(ForgetfulScenario, FailsWithAFileThatIsNotClosed) {
+  EXPECT_EQ(leftBehind(R"(> file "/etc/x" "a"
+> forget fclose
+> call loadStringsArray "/etc/x"
+1 lines
+"a"
+> clock
+0
+> call saveStringsArray "/tmp/y" "a"
+YES
+)"),
+            "leaky:5: left behind: the file \"/etc/x\"\nleaky:10: left behind: the file \"/tmp/y\"\n");
+}
+
+TEST_F(ForgetfulScenario, NamesEveryStreamOfOneFile) {
+  EXPECT_EQ(leftBehind(R"(> file "/etc/x" ""
+> forget fclose
+> call loadStringsArray "/etc/x"
+0 lines
+> call loadStringsArray "/etc/x"
+0 lines
+)"),
+            "leaky:5: left behind: the file \"/etc/x\"\nleaky:7: left behind: the file \"/etc/x\"\n");
+}
+
+TEST_F(ForgetfulScenario, FailsWithAPipeThatIsNotClosed) {
+  EXPECT_EQ(leftBehind(R"(> call authorize YES NO
+YES
+> forget fclose
+> call runCmdToBuf 9 "/usr/sbin/sysctl" "-n" "kern.maxfiles"
+YES "12288\n"
+)"),
+            "leaky:6: left behind: the pipe of \"/usr/sbin/sysctl\" \"-n\" \"kern.maxfiles\"\n");
+}
+
+TEST_F(ForgetfulScenario, FailsWithATimerThatOutlivesItsPane) {
+  EXPECT_EQ(leftBehind("> forget CFRelease\n> destroy\n"), "leaky:4: left behind: timer 1, not released\n");
+  EXPECT_EQ(leftBehind("> forget CFRunLoopTimerInvalidate\n> dealloc\n"),
+            "leaky:4: left behind: timer 1, not invalidated\n");
+  EXPECT_EQ(leftBehind("> forget CFRelease\n> forget CFRunLoopTimerInvalidate\n> destroy\n> clock\n0\n"),
+            "leaky:5: left behind: timer 1, neither invalidated nor released\n");
+}
+
+TEST_F(ForgetfulScenario, FailsWithAnAuthorizationThatNoPaneHolds) {
+  EXPECT_EQ(leftBehind(R"(> call authorize YES NO
+YES
+> forget AuthorizationFree
+> call deauthorize
+> call authorize YES NO
+YES
+> destroy
+)"),
+            "leaky:6: left behind: authorization 2\nleaky:9: left behind: authorization 3\n");
+}
+
+// Whatever a scenario ends with, its panes are deallocated after it.
+TEST_F(ForgetfulScenario, FailsWithWhatOutlivesItsPanes) {
+  EXPECT_EQ(leftBehind("> call authorize YES NO\nYES\n> forget CFRelease\n> forget AuthorizationFree\n"),
+            "leaky: at the end: left behind: authorization 2\n"
+            "leaky: at the end: left behind: timer 1, not released\n");
+}
+
+TEST_F(ForgetfulScenario, PassesWithWhatItsPanesHold) {
+  EXPECT_EQ(leftBehind(R"(> call authorize YES NO
+YES
+> call deauthorize
+> call authorize YES NO
+YES
+> create
+> call authorize YES NO
+YES
+> destroy
+> create
+> call authorize YES NO
+YES
+)"),
+            "");
+}
+
+TEST_F(ForgetfulScenario, ShowsItsDifferencesTooAndIsNotUpdated) {
+  const std::string text = "> create\n> file \"/x\" \"\"\n> forget fclose\n> call loadStringsArray \"/x\"\n";
+  write("leaky", text);
+  const Outcome compared = runForgetful("leaky");
+  EXPECT_EQ(compared.status, 1);
+  EXPECT_NE(compared.output.find("+0 lines\n"), std::string::npos) << compared.output;
+  const Outcome printed = runForgetful("--print leaky");
+  EXPECT_EQ(printed.status, 1);
+  EXPECT_EQ(printed.output, text + "0 lines\n");
+  EXPECT_EQ(runForgetful("--update leaky").status, 1);
+  EXPECT_EQ(read("leaky"), text);
 }
 
 TEST_F(ScenarioRunner, AFileThatCannotBeReadIsMalformed) {

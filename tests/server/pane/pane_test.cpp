@@ -140,6 +140,37 @@ TEST_F(PaneTest, APidFileThatCannotBeSoughtBackNamesNoDaemon) {
   EXPECT_EQ(nvkd_pid(), -1);
 }
 
+TEST_F(PaneTest, TheServerIsChangingFromTheBeginningOfAStartToTheRefreshThatFollows) {
+  NVKServerPrefs pane(interface);
+  EXPECT_FALSE(pane.isServerChanging());
+  pane.awakeFromNib();
+  EXPECT_FALSE(pane.startServer());
+  EXPECT_FALSE(pane.isServerChanging());  // locked, so nothing begins
+  computer.authorization.grants = true;
+  pane.authorize(true, false);
+  int sleeps = 0;
+  computer.files.whileAsleep = [&] {
+    ++sleeps;
+    EXPECT_TRUE(pane.isServerChanging());
+    // An event that refreshes while the run loop is pumped does not end the change.
+    if (!pane.m_trackState) pane.updateGui(false, false);
+  };
+  pane.startServer();
+  EXPECT_GT(sleeps, 0);
+  EXPECT_TRUE(pane.isServerChanging());
+  pane.updateGui(true, false);
+  EXPECT_FALSE(pane.isServerChanging());
+}
+
+TEST_F(PaneTest, APidFileWithoutANumberIsARunningServerThatIsNotChanging) {
+  computer.files.pidFile = "none\n";
+  NVKServerPrefs pane(interface);
+  pane.awakeFromNib();
+  EXPECT_EQ(pane.m_serverPid, 0);
+  EXPECT_EQ(pane.ib_admin_label_svrState.stringValue(), "Started");
+  EXPECT_FALSE(pane.isServerChanging());
+}
+
 TEST_F(PaneTest, DrawingNoViewDoesNothing) {
   NVKServerPrefs pane(interface);
   EXPECT_NO_THROW(pane.redrawView(nullptr));

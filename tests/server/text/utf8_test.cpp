@@ -1,13 +1,11 @@
-// The little of Unicode that line files need: which bytes are a character, white space, a line end; pieces.
+// Which bytes are a character, and which characters are white space or line ends.
 #include "src/server/mac/text/utf8.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <string>
-#include <vector>
-
-#include "src/server/mac/stores/line_file.h"
+#include <string_view>
 
 namespace norvik {
 namespace {
@@ -17,7 +15,7 @@ struct Sequence {
   char32_t code;
 };
 
-TEST(UnicodeTest, ReadsTheFirstAndTheLastCharacterOfEachForm) {
+TEST(Utf8Test, ReadsTheFirstAndTheLastCharacterOfEachForm) {
   using namespace std::string_view_literals;
   const Sequence sequences[] = {
       {"\0"sv, 0},
@@ -39,7 +37,7 @@ TEST(UnicodeTest, ReadsTheFirstAndTheLastCharacterOfEachForm) {
   }
 }
 
-TEST(UnicodeTest, KnowsWhatIsNoCharacter) {
+TEST(Utf8Test, KnowsWhatIsNoCharacter) {
   const std::string_view wrong[] = {
       "",                  // nothing
       "\x80",              // a later byte first
@@ -66,7 +64,7 @@ TEST(UnicodeTest, KnowsWhatIsNoCharacter) {
   EXPECT_TRUE(isUtf8("a\xc3\xa9\xe2\x82\xac\xf0\x9f\x98\x80"));
 }
 
-TEST(UnicodeTest, WhiteSpaceIsTheTabAndTheSpaceSeparators) {
+TEST(Utf8Test, WhiteSpaceIsTheTabAndTheSpaceSeparators) {
   for (const char32_t code :
        {U'\x09', U'\x20', U'\xa0', U'\x1680', U'\x2000', U'\x200a', U'\x202f', U'\x205f', U'\x3000'})
     EXPECT_TRUE(isWhiteSpace(code)) << uint32_t{code};
@@ -75,7 +73,7 @@ TEST(UnicodeTest, WhiteSpaceIsTheTabAndTheSpaceSeparators) {
     EXPECT_FALSE(isWhiteSpace(code)) << uint32_t{code};
 }
 
-TEST(UnicodeTest, LineEndsAreSeven) {
+TEST(Utf8Test, LineEndsAreSeven) {
   int count = 0;
   for (char32_t code = 0; code <= 0x10ffff; ++code) count += isLineEnd(code) ? 1 : 0;
   EXPECT_EQ(count, 7);
@@ -83,28 +81,39 @@ TEST(UnicodeTest, LineEndsAreSeven) {
     EXPECT_TRUE(isLineEnd(code)) << uint32_t{code};
 }
 
-TEST(UnicodeTest, TrimsBothKindsAtBothEndsAndNothingWithin) {
-  EXPECT_EQ(trimmed(" \t\r\n12288 10240\xe2\x80\xa8\xe3\x80\x80"), "12288 10240");
-  EXPECT_EQ(trimmed("\xc2\xa0"), "");
-  EXPECT_EQ(trimmed(""), "");
-  EXPECT_EQ(trimmed(" \xff "), "\xff");
-}
-
-TEST(UnicodeTest, CountsUtf16Units) {
+TEST(Utf8Test, CountsUtf16Units) {
   EXPECT_EQ(utf16Length(""), 0u);
   EXPECT_EQ(utf16Length("a\xc3\xa9\xe2\x82\xac"), 3u);
   EXPECT_EQ(utf16Length("\xf0\x9f\x98\x80"), 2u);
   EXPECT_EQ(utf16Length("\xff\xfe"), 2u);
 }
 
-TEST(LineFileTest, PiecesAreWhatStandsBetweenWhiteSpace) {
-  using Pieces = std::vector<std::string_view>;
-  EXPECT_EQ(piecesOf("limit maxfiles\t12288  10240"), (Pieces{"limit", "maxfiles", "12288", "10240"}));
-  EXPECT_EQ(piecesOf("  limit\xe3\x80\x80maxfiles "), (Pieces{"limit", "maxfiles"}));
-  EXPECT_EQ(piecesOf("limit\rmaxfiles"), (Pieces{"limit\rmaxfiles"}));  // a line end is no white space within
-  EXPECT_EQ(piecesOf("a\xff b"), (Pieces{"a\xff", "b"}));
-  EXPECT_TRUE(piecesOf("").empty());
-  EXPECT_TRUE(piecesOf(" \t ").empty());
+TEST(Utf8Test, CountsCharactersAndTakesAByteThatIsNoneForOne) {
+  EXPECT_EQ(characterCount(""), 0u);
+  EXPECT_EQ(characterCount("a\xc3\xa9\xf0\x9f\x98\x80"), 3u);
+  EXPECT_EQ(characterCount("\xff\xe2\x82"), 3u);
+}
+
+TEST(Utf8Test, WritesTheFirstAndTheLastCharacterOfEachFormAsItIsRead) {
+  for (const char32_t code : {U'\0', U'\x7f', U'\x80', U'\x7ff', U'\x800', U'\xd7ff', U'\xe000', U'\xffff',
+                              U'\x10000', U'\x10ffff'}) {
+    std::string text = "a";
+    appendCharacter(text, code);
+    std::string_view rest = std::string_view(text).substr(1);
+    EXPECT_EQ(takeCharacter(rest), code) << uint32_t{code};
+    EXPECT_TRUE(rest.empty()) << uint32_t{code};
+  }
+}
+
+TEST(Utf8Test, TakesOneByteOfWhatIsNoCharacter) {
+  std::string_view text = "\xe2\x82z";
+  EXPECT_EQ(takeCharacter(text), std::nullopt);
+  EXPECT_EQ(text, "\x82z");
+}
+
+TEST(Utf8Test, HalvesOfAPairAndWhatLiesAboveTheLastAreNoCharacters) {
+  for (const char32_t code : {0x0u, 0xd7ffu, 0xe000u, 0x10ffffu}) EXPECT_TRUE(isScalar(code));
+  for (const char32_t code : {0xd800u, 0xdbffu, 0xdc00u, 0xdfffu, 0x110000u}) EXPECT_FALSE(isScalar(code));
 }
 
 }  // namespace

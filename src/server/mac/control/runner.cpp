@@ -4,8 +4,8 @@
 #include <iterator>
 
 #include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
-#include "src/server/mac/stores/settings.h"
 
 namespace norvik {
 

@@ -7,9 +7,10 @@
 #include <string>
 
 #include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/open_file.h"
 #include "src/server/mac/platform/platform.h"
-#include "src/server/mac/stores/settings.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik {
 
@@ -26,9 +27,8 @@ constexpr int kSettlingDots = 10;  // always, so that the daemon has settled
 
 // White space, then digits; what exceeds 32 bits keeps its low 32. No sign is read.
 int32_t leadingDecimal(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
   uint32_t number = 0;
-  for (const char c : text) {
+  for (const char c : withoutLeading(text, kCSpace)) {
     if (c < '0' || c > '9') break;
     number = number * 10 + static_cast<uint32_t>(c - '0');
   }
@@ -64,14 +64,6 @@ void countDot(NVKServerPrefs& pane) {
   platform().posix.usleep(kDotMicroseconds);
 }
 
-void beginProgress(NVKServerPrefs& pane, std::string_view text) {
-  pane.m_serverPid = nvkd_pid();
-  showProgress(pane, text);
-  pane.enableGui(false, true);
-  pumpRunLoop(pane);
-  pane.m_serverPid = 0;  // unknown, so that the next refresh rewrites every text
-}
-
 void waitUntil(NVKServerPrefs& pane, bool running) {
   for (int i = 0; i < kWaitingDots && (nvkd_pid() != -1) != running; ++i) countDot(pane);
   for (int i = 0; i < kSettlingDots; ++i) countDot(pane);
@@ -90,9 +82,18 @@ int32_t nvkd_pid() {
   return platform().posix.kill(pid, Signal::none) == KillResult::noSuchProcess ? -1 : pid;
 }
 
+void NVKServerPrefs::beginServerChange(std::string_view text) {
+  server_is_changing_ = true;
+  m_serverPid = nvkd_pid();
+  showProgress(*this, text);
+  enableGui(false, true);
+  pumpRunLoop(*this);
+  m_serverPid = 0;  // unknown, so that the next refresh rewrites every text
+}
+
 bool NVKServerPrefs::startServer() {
   if (!authorized()) return false;
-  beginProgress(*this, "Starting...");
+  beginServerChange("Starting...");
   if (!runTool(kStartServer)) {
     logFailure("Norvik[E]: Could not start the server.");
     return false;
@@ -104,13 +105,13 @@ bool NVKServerPrefs::startServer() {
 bool NVKServerPrefs::stopServer() {
   if (!authorized()) return false;
   if (nvkd_pid() == -1) return true;
-  beginProgress(*this, "Stopping...");
+  beginServerChange("Stopping...");
   runTool(kStopServer);
   waitUntil(*this, false);
   return nvkd_pid() == -1;
 }
 
-// Starting may take longer than anybody watches here, so the result tells nothing of it.
+// Starting may take longer than is watched here, so the result says nothing about it.
 bool NVKServerPrefs::restartServer() {
   if (!authorized()) return false;
   if (stopServer()) startServer();

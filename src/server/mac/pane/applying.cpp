@@ -37,9 +37,10 @@ bool NVKServerPrefs::applyAllChanges() {
 void NVKServerPrefs::offerReboot() {
   m_needReboot = false;
   if (isSetupActive()) return;
-  const int answer = platform().alerts.NSRunAlertPanel(
-      "Reboot is required", "Some changes you have made require reboot.\n\nDo you want to reboot now?",
-      "No, I'll Reboot Later", "Yes, Reboot Now", nullptr);
+  const int answer = platform().alerts.NSRunAlertPanel("Reboot is required",
+                                                       "Some changes you have made require reboot.\n\n"
+                                                       "Do you want to reboot now?",
+                                                       "No, I'll Reboot Later", "Yes, Reboot Now", nullptr);
   if (answer == NSAlertAlternateReturn) runTool(kReboot);
 }
 

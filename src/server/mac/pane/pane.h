@@ -1,9 +1,9 @@
 // The settings panel of the Norvik remote access server, as one object: NVKServerPrefs. This header is the
-// table of contents of the module: a section for each room, in it the fields that the room owns and the
-// operations that it implements. The operations' sources are named behind each heading.
+// table of contents of the module. Each section has the fields and operations of one subject; its heading
+// names the source files.
 //
-// The object lives on the host's main thread and has no other thread. It talks to the computer through the
-// ports of platform() alone. Its fields are open to read, because hosts and tests look at them; only the
+// The object lives on the host's main thread and starts no other. It talks to the computer only through the
+// platform interfaces of platform(). Its fields are public because front ends and tests read them; only the
 // operations write them.
 #pragma once
 
@@ -33,8 +33,7 @@ namespace norvik {
 
 class NVKServerPrefs : public OutlineViewDelegate {
  public:
-  // ---- The object and its life: pane/life_cycle.cpp
-  // ------------------------------------------------------------
+  // ---- The object and its life: pane/life_cycle.cpp -------------------------------------------------------
 
   // `init`: the creation defaults, and the controls as the description has them. Needs an installed platform.
   explicit NVKServerPrefs(const InterfaceDescription& interface);
@@ -47,11 +46,11 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool m_isSelected = false;              // the host shows this pane
   bool m_trackState = true;               // timer ticks refresh the view
   bool m_needReboot = false;              // a saved change needs a restart of the computer
-  int32_t m_serverPid = 0;                // the daemon's pid last shown; -1 stopped, 0 not known yet
+  int32_t m_serverPid = 0;                // the daemon's pid last shown; -1 stopped; 0 is a pid too
 
-  // The host calls this once the interface is loaded. The first object to get here becomes the main pane and
+  // The host calls this once the interface is loaded. The first object to be called becomes the main pane and
   // starts up: loads every group, tries to unlock without asking, builds the sidebar, starts the timer.
-  // Others stay inert.
+  // Later objects stay inert.
   void awakeFromNib();
   // The host's selection notices. An object that is not the main pane forwards them to it.
   void mainViewDidLoad();
@@ -61,48 +60,44 @@ class NVKServerPrefs : public OutlineViewDelegate {
   void didUnselect();
   // The application came to the front.
   void applicationDidBecomeActive();
-  // Fits the main view to the host's window, on the main thread; waits for it only where there is a main
+  // Fits the main view to the host's window, on the main thread; waits for this only if there is a main
   // window.
   void resizeFrame();
-  // The fitting itself, only where `sender` is this object.
+  // Does the fitting if `sender` is this object.
   void doResizeFrame(const NVKServerPrefs* sender);
-  // Takes back a pending open files limit, and puts the stored server and user settings back into the
-  // controls.
+  // Reverts a pending open files limit and puts the stored server and user settings back into the controls.
   void discardServerAndUserChanges();
-  // Gives up timer, authorization, pictures and the dictionaries of the server and notification settings.
-  // Does not give up m_user_Config, m_confBarRoots and m_confBarItems, and leaves the activation observer
+  // Releases the timer, the authorization, the pictures and the dictionaries of the server and notification
+  // settings. Keeps m_user_Config, m_confBarRoots and m_confBarItems, and leaves the activation observer
   // registered.
   void destroy();
-  // A tick of the timer: refreshes the view unless m_trackState is off.
+  // A tick of the timer: refreshes the view if m_trackState is on.
   void onStateTimer();
 
   View& mainView() { return main_view_; }
 
-  // ---- Administrator authorization: pane/authorization.cpp
-  // -----------------------------------------------------
+  // ---- Administrator authorization: pane/authorization.cpp ------------------------------------------------
 
   AuthorizationRef m_authRef = nullptr;  // null while locked
 
   // Whether the pane is unlocked. Every privileged operation does nothing while it is not.
   bool authorized() const { return m_authRef != nullptr; }
-  // Asks the system for administrator rights, asking a person only where `interactive`; checks again where
-  // `update` even when already unlocked. Answers whether the pane is unlocked then. Blocks while a person is
+  // Asks the system for administrator rights, asking a person only if `interactive`; with `update` checks
+  // again even when already unlocked. Returns whether the pane is unlocked then. Blocks while a person is
   // asked.
   bool authorize(bool interactive, bool update);
   // Locks the pane.
   void deauthorize();
 
-  // ---- Applying changes: pane/applying.cpp
-  // ---------------------------------------------------------------------
+  // ---- Applying changes: pane/applying.cpp ----------------------------------------------------------------
 
-  // Saves every changed group, offers a restart where a saved change needs one, and makes the changes take
-  // effect. Always true; failures are logged by the groups.
+  // Saves every changed group, offers a restart of the computer if a saved change needs one, and makes the
+  // changes take effect. Always true; the groups log their failures.
   bool applyAllChanges();
-  // Whether the product's setup application runs.
+  // Whether the product's setup application is running.
   bool isSetupActive();
 
-  // ---- User settings: stores/user_settings.cpp
-  // -----------------------------------------------------------------
+  // ---- User settings: stores/user_settings.cpp ------------------------------------------------------------
 
   std::optional<PropertyList> m_user_Config;  // the agent's whole file as last loaded
   int64_t m_user_imgDefs = 1;                 // follow the server's image settings
@@ -117,8 +112,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool userConfigChanged() const;
   bool saveUserConfig();
 
-  // ---- Server settings: stores/server_config.cpp, stores/server_config_save.cpp
-  // --------------------------------
+  // ---- Server settings: stores/server_config.cpp, stores/server_config_save.cpp ---------------------------
 
   std::optional<PropertyList> m_admin_Config;  // the server's whole file as last loaded
   int64_t m_admin_nvkPort = 0;
@@ -148,8 +142,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool adminConfigChanged() const;
   bool saveAdminConfig();
 
-  // ---- Notification settings: stores/notification_settings.cpp
-  // -------------------------------------------------
+  // ---- Notification settings: stores/notification_settings.cpp --------------------------------------------
 
   std::optional<PropertyList> m_admin_Ntf_Config;  // the menu agent's whole file as last loaded
   bool m_admin_ntfShowNews = false;
@@ -169,8 +162,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool notificationSettingsChanged() const;
   bool saveNotificationSettings();
 
-  // ---- Open files limit: stores/open_files_limit.cpp, stores/line_file.cpp
-  // -------------------------------------
+  // ---- Open files limit: stores/open_files_limit.cpp, stores/line_file.cpp --------------------------------
 
   NVKServerLimits m_admin_maxFiles;
 
@@ -182,54 +174,55 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool maxFilesChanged() const;
   bool saveMaxFiles();
 
-  // A file's lines; nothing for a null path, an unreadable file, or one that is not UTF-8.
+  // A file's lines; nothing for a null path, for a file that is unreadable or larger than memory, or for one
+  // that is not UTF-8.
   std::optional<StringsArray> loadStringsArray(const char* path);
-  // Writes the lines, each ended by a line feed. False for a null path or list, or where writing fails.
+  // Writes the lines, each ended by a line feed. False for a null path or list, or if writing fails.
   bool saveStringsArray(const char* path, const StringsArray* array);
 
-  // ---- Privileged command runner: control/runner.cpp
-  // -----------------------------------------------------------
+  // ---- Privileged command runner: control/runner.cpp ------------------------------------------------------
 
-  // Start a tool as the super-user with up to five (ten) arguments, of which the first null one ends the
-  // list, and return without waiting. False while locked or where the service refuses; a tool that starts and
-  // fails is true.
+  // Start a tool as the super-user with up to five (ten) arguments and return without waiting; the first null
+  // argument ends the list. False while locked or if the service refuses; true for a tool that starts, even
+  // if it then fails.
   bool runCmd(const char* cmd, const char* arg0 = nullptr, const char* arg1 = nullptr,
               const char* arg2 = nullptr, const char* arg3 = nullptr, const char* arg4 = nullptr);
   bool runCmdEx(const char* cmd, const char* arg0 = nullptr, const char* arg1 = nullptr,
                 const char* arg2 = nullptr, const char* arg3 = nullptr, const char* arg4 = nullptr,
                 const char* arg5 = nullptr, const char* arg6 = nullptr, const char* arg7 = nullptr,
                 const char* arg8 = nullptr, const char* arg9 = nullptr);
-  // The same with the tool's standard output in `buf` as zero-terminated text of at most `len` - 1 bytes;
-  // blocks until the tool closes its output or the buffer is full. `buf` may be null, `len` below 1.
+  // The same, with the tool's standard output in `buf` as zero-terminated text of at most `len` - 1 bytes.
+  // Blocks until the tool closes its output or the buffer is full. `buf` may be null, `len` below 1.
   bool runCmdToBuf(char* buf, int32_t len, const char* cmd, const char* arg0 = nullptr,
                    const char* arg1 = nullptr, const char* arg2 = nullptr, const char* arg3 = nullptr,
                    const char* arg4 = nullptr);
   // The path of a temporary file of that name (null for none) of this process. Makes no file.
   std::string getTempFilePath(const char* name) const;
 
-  // ---- Server process control: control/server_process.cpp
-  // ------------------------------------------------------
+  // ---- Server process control: control/server_process.cpp -------------------------------------------------
 
   // Start, stop and restart the daemon, counting dots in the state label. Block for ten to twenty-five
-  // seconds.
+  // seconds; a restart for both. False while locked. True where the daemon then runs (is gone).
   bool startServer();
   bool stopServer();
-  bool restartServer();  // tells only whether the pane was unlocked
+  bool restartServer();  // whether the pane was unlocked, whatever came of it
+  // Whether a start or stop is under way: from its beginning until the full refresh that follows it.
+  // m_serverPid does not say this: it is 0 during most of it, but also for a pid file without a number.
+  bool isServerChanging() const { return server_is_changing_; }
   // Open the management tools.
   bool runDispManager();
   bool runAccessManager();
 
-  // ---- Sidebar: ui/sidebar.cpp
-  // ---------------------------------------------------------------------------------
+  // ---- Sidebar: ui/sidebar.cpp ----------------------------------------------------------------------------
 
+  using ConfBarItems = std::map<std::string, std::vector<ConfBarNode>, std::less<>>;
   std::optional<std::vector<ConfBarNode>> m_confBarRoots;  // the two groups
-  std::optional<std::map<std::string, std::vector<ConfBarNode>, std::less<>>>
-      m_confBarItems;  // pages by group
+  std::optional<ConfBarItems> m_confBarItems;              // the pages by group key
 
-  // Loads the sidebar anew, as the lock changes which pages can be chosen.
+  // Reloads the sidebar: the lock decides which pages can be chosen.
   void loadConfBar();
 
-  // The tree, as the outline view asks for it.
+  // The tree, in the outline view's questions.
   const std::vector<ConfBarNode>* _childrenForItem(const ConfBarNode* node) const;
   std::size_t numberOfChildrenOfItem(const OutlineView& view, const ConfBarNode* node) override;
   const ConfBarNode& childOfItem(const OutlineView& view, std::size_t index,
@@ -244,8 +237,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   CellView viewForTableColumn(const OutlineView& view, const ConfBarNode& node) override;
   void outlineViewSelectionDidChange(OutlineView& view) override;
 
-  // ---- Controls: ui/controls.cpp
-  // -------------------------------------------------------------------------------
+  // ---- Controls: ui/control_table.cpp, ui/controls.cpp ----------------------------------------------------
 
   Control ib_button_Apply, ib_button_Help;
   NVKButton ib_button_Auth;
@@ -284,13 +276,12 @@ class NVKServerPrefs : public OutlineViewDelegate {
   Control ib_admin_popup_ntfRepeat, ib_admin_popup_ntfClose, ib_admin_popup_ntfShow;
   Control ib_admin_chkbox_testIntNotif, ib_admin_chkbox_debug;  // taken out when the notifications are loaded
 
-  // The control of that outlet name; null where there is none.
+  // The control of that outlet name; null if there is none.
   Control* outlet(std::string_view name);
-  // Every control, in the order of the outlet table.
+  // Every control, in the order of the control table.
   std::vector<Control*> outlets();
 
-  // ---- What the controls say now, the pending values: ui/accessors.cpp
-  // -----------------------------------------
+  // ---- The pending values, as the controls have them now: ui/accessors.cpp --------------------------------
 
   int64_t new_user_imgDefs() const, new_user_mseSwap() const;
   int64_t new_user_imgMode() const, new_user_imgDept() const, new_user_imgCapt() const,
@@ -309,33 +300,30 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool new_admin_showLowPrior() const, new_admin_showMedPrior() const, new_admin_showHighPrior() const;
   int64_t new_admin_repeatTimeout() const, new_admin_closeTimeout() const, new_admin_showTimeout() const;
 
-  // What hosts show beside a control, from the tables that the change tests use: stores/settings.cpp.
+  // What front ends show beside a control, from the tables that the change tests use: stores/settings.cpp.
   // Whether the control takes part in a setting that Apply would change. As in the change tests, nothing of
   // the administrator's counts while locked, and no image value of a user who follows the server's.
   bool differsFromStored(const Control& control) const;
   // Whether it takes part in a setting whose pending value is not the one that a missing key means.
   bool differsFromDefault(const Control& control) const;
 
-  // ---- Refresh and enabling: ui/refresh.cpp
-  // --------------------------------------------------------------------
+  // ---- Refresh and enabling: ui/refresh.cpp ---------------------------------------------------------------
 
-  // Refreshes server state, addresses, lock and enabling. Where `skipUnchanged`, only if the daemon's pid or
+  // Refreshes server state, addresses, lock and enabling; with `skipUnchanged` only if the daemon's pid or
   // the ports or switches of the services changed since the last time. `redraw` draws at once.
   void updateGui(bool skipUnchanged, bool redraw);
-  // Enables each control by the rules, or none of them where `enable` is false.
+  // Enables each control by the rules, or none of them if `enable` is false.
   void enableGui(bool enable, bool redraw);
   // Draws a view and all below it at once; nothing for null.
   void redrawView(View* view);
 
-  // ---- Connection addresses: ui/addresses.cpp
-  // ------------------------------------------------------------------
+  // ---- Connection addresses: ui/addresses.cpp -------------------------------------------------------------
 
-  // Fill SBUF_NVKADR (SBUF_RDPADR) with the sentence that tells how to connect to that port.
+  // Fill SBUF_NVKADR (SBUF_RDPADR) with the sentence that says how to connect to that port.
   void updateNvkAddr(int64_t port);
   void updateRdpAddr(int64_t port);
 
-  // ---- Actions: ui/actions.cpp
-  // ---------------------------------------------------------------------------------
+  // ---- Actions: ui/actions.cpp ----------------------------------------------------------------------------
 
   // The action of every control: what a click on `sender` does, dialogs included.
   void buttonClicked(Control& sender);
@@ -343,8 +331,9 @@ class NVKServerPrefs : public OutlineViewDelegate {
  private:
   struct Activation;
   View main_view_;
-  std::shared_ptr<Activation>
-      activation_;  // what the activation notification reaches while this object lives
+  // What the activation notification reaches while this object lives.
+  std::shared_ptr<Activation> activation_;
+  bool server_is_changing_ = false;
 
   // The tools that put a file in its place, and what each is for.
   struct InstallCommands {
@@ -359,6 +348,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   void offerReboot();
   void adjustSystem();
   bool installServerConfig();
+  void beginServerChange(std::string_view text);
   bool runTool(const ToolCommand& command, const char* variable = nullptr);
   bool installFile(const InstallCommands& commands, const std::string& temporary, const char* path);
   void buildConfBar();
@@ -369,7 +359,7 @@ extern NVKServerPrefs* __main_pane;
 // The newest object; nothing reads it.
 extern NVKServerPrefs* __gc_keeper;
 
-// What the state timer calls; `info` is the pane object, or null for nothing.
+// What the state timer calls; `info` is the pane object, or null to do nothing.
 void stateTimerProc(CFRunLoopTimerRef timer, void* info);
 
 }  // namespace norvik

@@ -1,5 +1,5 @@
-// Ports to the application that hosts the pane: its windows and panels, its notifications, and the drawing of
-// views that cannot wait for the next drawing cycle. Called on the main thread only.
+// Platform interfaces to the application that hosts the pane: its windows and panels, its notifications, and
+// the drawing of views that cannot wait for the next drawing cycle. Called on the main thread only.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// Port to the toolkit's handler of broken assertions. Called on the main thread only.
+// Platform interface to the toolkit's handler of broken assertions. Called on the main thread only.
 #pragma once
 
 #include <string_view>

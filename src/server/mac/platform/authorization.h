@@ -1,5 +1,5 @@
-// Port to the system's authorization service: rights obtained from an administrator, and tools run with them.
-// Called on the main thread only.
+// Platform interface to the system's authorization service: rights obtained from an administrator, and tools
+// run with them. Called on the main thread only.
 #pragma once
 
 #include <cstdint>
@@ -59,8 +59,8 @@ class AuthorizationService {
   // Starts the tool at `path` as the super-user with the null-terminated vector `arguments` (without the
   // tool's own name) and returns without waiting for its end. Tools take effect in the order in which they
   // were started. `communicationsPipe`, where not null, receives a stream that reads the tool's standard
-  // output, which the caller closes through the files port, or null where the service hands back none. Any
-  // error means that the tool was not started.
+  // output, which the caller closes through the Files interface, or null where the service hands back none.
+  // Any error means that the tool was not started.
   virtual OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
                                                       AuthorizationFlags flags, const char* const* arguments,
                                                       FileRef* communicationsPipe) = 0;

@@ -1,5 +1,6 @@
-// Port to the standard file streams and the making of directories, one operation for each step that can fail.
-// Called on the main thread only; blocks as the file system does, and on a pipe until its other end writes.
+// Platform interface to the standard file streams and the making of directories, one operation for each step
+// that can fail. Called on the main thread only; blocks as the file system does, and on a pipe until its
+// other end writes.
 #pragma once
 
 #include <cstddef>

@@ -1,5 +1,5 @@
-// Port to the name and the addresses of this computer. Called on the main thread only; may block on name
-// service.
+// Platform interface to the name and the addresses of this computer. Called on the main thread only; may
+// block on name service.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,7 @@
-// A file that is closed at the end of its scope, over the files port.
+// The open file of the pane: one that closes at the end of its scope, over the Files interface.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string_view>
@@ -11,6 +12,7 @@ namespace norvik {
 
 class OpenFile {
  public:
+  // Opens the file on the installed computer, which must stay installed for as long as this object lives.
   OpenFile(const char* path, FileMode mode) : file_(platform().files.fopen(path, mode)) {}
   ~OpenFile() {
     if (file_ != nullptr) platform().files.fclose(file_);
@@ -20,8 +22,8 @@ class OpenFile {
 
   bool isOpen() const { return file_ != nullptr; }
 
-  // Its size in bytes, with the position at the start afterwards; nothing where the file is not open or a
-  // step fails.
+  // The size in bytes; the position is at the start afterwards. Nothing if the file is not open or a step
+  // fails.
   std::optional<int64_t> size() {
     Files& files = platform().files;
     if (file_ == nullptr || files.fseek(file_, 0, SeekOrigin::end) != 0) return std::nullopt;
@@ -29,15 +31,15 @@ class OpenFile {
     if (size < 0 || files.fseek(file_, 0, SeekOrigin::start) != 0) return std::nullopt;
     return size;
   }
-  // How many bytes were read as one block.
+  // How many bytes were read as one block. For an open file only, as is write.
   std::size_t read(void* bytes, std::size_t size) { return platform().files.fread(bytes, size, file_); }
-  // Whether all of it was written.
+  // Whether all the bytes were written.
   bool write(std::string_view bytes) {
     return platform().files.fwrite(bytes.data(), bytes.size(), file_) == bytes.size();
   }
 
  private:
-  FileRef file_;
+  FileRef file_;  // null where it could not be opened
 };
 
 }  // namespace norvik

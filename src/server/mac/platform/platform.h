@@ -1,5 +1,5 @@
-// The computer that the pane runs on, as a set of ports. A host picks one adapter for each port and installs
-// the set at start; the module asks nothing else of the machine.
+// The computer that the pane runs on, as a set of platform interfaces. A front end picks an adapter for each
+// of them and installs the set at start; the module asks nothing else of the machine.
 #pragma once
 
 #include "src/server/mac/platform/application.h"

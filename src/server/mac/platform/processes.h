@@ -1,5 +1,5 @@
-// Port to the process manager, which lists the logged-in user's processes, and to the process services of
-// POSIX. Called on the main thread only; only usleep blocks.
+// Platform interface to the process manager, which lists the logged-in user's processes, and to the process
+// services of POSIX. Called on the main thread only; only usleep blocks.
 #pragma once
 
 #include <cstdint>

@@ -4,13 +4,11 @@
 
 #include <cmath>
 
+#include "src/server/mac/text/trim.h"
+
 namespace norvik {
 
 namespace {
-
-bool isSpace(char c) {
-  return c == ' ' || (c >= '\t' && c <= '\r');
-}
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
@@ -23,8 +21,8 @@ struct SignAndRest {
 
 // What every number in a text begins with: white space and at most one sign.
 SignAndRest skipSpaceAndSign(std::string_view text) {
-  while (!text.empty() && isSpace(text.front())) text.remove_prefix(1);
-  bool negative = !text.empty() && text.front() == '-';
+  text = withoutLeading(text, kCSpace);
+  const bool negative = !text.empty() && text.front() == '-';
   if (negative || (!text.empty() && text.front() == '+')) text.remove_prefix(1);
   return {negative, text};
 }
@@ -40,8 +38,7 @@ int64_t truncated(double value) {
 }
 
 bool startsTrue(std::string_view text) {
-  text = skipSpaceAndSign(text).rest;
-  while (!text.empty() && text.front() == '0') text.remove_prefix(1);
+  text = withoutLeading(skipSpaceAndSign(text).rest, "0");
   return !text.empty() && std::string_view("YyTt123456789").find(text.front()) != std::string_view::npos;
 }
 

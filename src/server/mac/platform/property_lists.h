@@ -1,5 +1,5 @@
-// Port to the property lists kept in files, and to the user's home folder. Called on the main thread only;
-// blocks as the file system does.
+// Platform interface to the property lists kept in files, and to the user's home folder. Called on the main
+// thread only; blocks as the file system does.
 #pragma once
 
 #include <optional>

@@ -1,4 +1,4 @@
-// Port to the run loop of the main thread. Called on the main thread only.
+// Platform interface to the run loop of the main thread. Called on the main thread only.
 #pragma once
 
 namespace norvik {

@@ -1,4 +1,4 @@
-// Port to the system log. May be called on any thread; does not block on a reader.
+// Platform interface to the system log. May be called on any thread; does not block on a reader.
 #pragma once
 
 #include <string_view>

@@ -1,5 +1,5 @@
-// Ports to the version of the operating system and to the bundles that programs are shipped in. May be called
-// on any thread; does not block.
+// Platform interfaces to the version of the operating system and to the bundles that programs are shipped in.
+// May be called on any thread; does not block.
 #pragma once
 
 #include <cstdint>

@@ -1,9 +1,10 @@
-// Reading and writing of line files, through the files port.
+// Reading and writing of line files.
 #include "src/server/mac/stores/line_file.h"
 
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/platform/open_file.h"
 #include "src/server/mac/platform/platform.h"
+#include "src/server/mac/text/trim.h"
 #include "src/server/mac/text/utf8.h"
 
 namespace norvik {

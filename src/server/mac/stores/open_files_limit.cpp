@@ -7,9 +7,11 @@
 
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/pane/pane.h"
+#include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/line_file.h"
 #include "src/server/mac/stores/settings.h"
+#include "src/server/mac/text/trim.h"
 #include "src/server/mac/text/utf8.h"
 
 namespace norvik {
@@ -129,11 +131,10 @@ void NVKServerPrefs::changeMaxFiles() {
     limits.launchd = limits.backup;
     limits.action = atLeast(limits.launchd, limits.system) ? kLimitReset : kLimitAdjust;
   } else if (limits.action == kLimitReset) {
-    const int answer =
-        platform().alerts.NSRunAlertPanel("Resetting Open Files Limit",
-                                          "Are you sure you want to reset the limit to the default value, "
-                                          "which may be less than the current value?",
-                                          "Yes", "No", nullptr);
+    const int answer = platform().alerts.NSRunAlertPanel(
+        "Resetting Open Files Limit",
+        "Are you sure you want to reset the limit to the default value, which may be less than the current value?",
+        "Yes", "No", nullptr);
     if (answer != NSAlertDefaultReturn) return;
     limits.launchd = {};
     limits.action = kLimitRevert;
