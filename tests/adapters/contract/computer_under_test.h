@@ -60,9 +60,9 @@ class ComputerUnderTest {
   virtual std::optional<std::string> bytesOf(const std::string& path) = 0;
   virtual bool isDirectory(const std::string& path) = 0;
   virtual std::optional<unsigned> modeOf(const std::string& path) = 0;
-  // Something that exists and cannot be opened, not even by the super-user.
+  // Something that is there and cannot be opened, whoever tries.
   virtual void putUnreadable(const std::string& path) = 0;
-  // A file that can be read and cannot be opened for writing, not even by the super-user.
+  // A file that can be read and cannot be opened for writing, whoever tries.
   virtual void putReadOnly(const std::string& path) = 0;
   // A file that can be opened for writing and takes no byte.
   virtual void putFull(const std::string& path) = 0;
@@ -71,7 +71,7 @@ class ComputerUnderTest {
   virtual int32_t startApplication(const ApplicationKind& kind) = 0;
   virtual int32_t startOutsideOfBundles() = 0;
   virtual void end(int32_t pid) = 0;
-  // Whether SIGUSR2 has reached the process; waits for it. Whether no signal has, after a short wait.
+  // Whether SIGUSR2 has reached the process; waits for it. Whether no signal has, which is told soon.
   virtual bool wasSignalled(int32_t pid) = 0;
   virtual bool isUndisturbed(int32_t pid) = 0;
 
