@@ -174,8 +174,8 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool maxFilesChanged() const;
   bool saveMaxFiles();
 
-  // A file's lines; nothing for a null path, for a file that is unreadable or larger than memory, or for one
-  // that is not UTF-8.
+  // A file's lines; nothing for a null path, an unreadable file, one of more than 64 MiB, or one that is not
+  // UTF-8.
   std::optional<StringsArray> loadStringsArray(const char* path);
   // Writes the lines, each ended by a line feed. False for a null path or list, or if writing fails.
   bool saveStringsArray(const char* path, const StringsArray* array);
