@@ -373,7 +373,8 @@ std::string deepXml(int levels) {
 }
 
 std::string deepAscii(int levels) {
-  return std::string(static_cast<std::size_t>(levels), '(') + "a" + std::string(static_cast<std::size_t>(levels), ')');
+  return std::string(static_cast<std::size_t>(levels), '(') + "a" +
+         std::string(static_cast<std::size_t>(levels), ')');
 }
 
 PropertyList deepList(PropertyList list, int levels) {
@@ -408,7 +409,9 @@ TEST(CodecTest, SizeIsLimited) {
 // Whatever happens to a file, reading it ends, and what is read can be written and read again.
 void mangle(const std::string& file, int rounds) {
   std::mt19937 random(4073);
-  auto below = [&random](std::size_t end) { return std::uniform_int_distribution<std::size_t>(0, end - 1)(random); };
+  auto below = [&random](std::size_t end) {
+    return std::uniform_int_distribution<std::size_t>(0, end - 1)(random);
+  };
   int readable = 0;
   for (int round = 0; round < rounds; ++round) {
     std::string damaged = file;
