@@ -34,7 +34,7 @@ std::optional<Root> Root::find() {
   fs::path folder = fs::read_symlink("/proc/self/exe", error);
   while (folder.has_relative_path()) {
     folder = folder.parent_path();
-    if (const auto root = in(folder)) return root;
+    if (auto root = in(folder)) return root;
   }
   return std::nullopt;
 }
