@@ -166,6 +166,7 @@ TEST_F(PaneTest, APidFileWithoutANumberIsARunningServerThatIsNotChanging) {
   computer.files.pidFile = "none\n";
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();
+  pane.onStateTimer();  // a full refresh, whatever pane was refreshed last in this process
   EXPECT_EQ(pane.m_serverPid, 0);
   EXPECT_EQ(pane.ib_admin_label_svrState.stringValue(), "Started");
   EXPECT_FALSE(pane.isServerChanging());
