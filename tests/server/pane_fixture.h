@@ -1,4 +1,5 @@
-// A pane with the shipped interface on the simplest of computers, for tests that no scenario can express.
+// A pane with the shipped interface on the smallest computer. For tests of the pane that no scenario can
+// express.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// The simplest of computers: each platform interface returns something fixed, at once and without allocating.
-// For tests that are not about the computer. What a test varies is in the public fields.
+// The smallest computer: each platform interface returns something fixed, at once and without allocating. For
+// tests that are not about the computer. What a test varies is in the public fields.
 #pragma once
 
 #include <algorithm>

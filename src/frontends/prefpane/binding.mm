@@ -42,7 +42,7 @@ struct BindingKind {
   void (*show)(NSView* view, const Control& control);
   // Writes what the view holds into the model.
   void (*take)(NSView* view, Control& control);
-  bool acts;  // an edit sends the control's action; else the pane's next tick takes it up
+  bool acts;  // an edit sends the control's action; otherwise the pane's next tick notices it
 };
 
 namespace {
@@ -72,7 +72,7 @@ void showState(NSView* view, const Control& control) {
   if ([box state] != control.state()) [box setState:control.state()];
 }
 
-// A click leads from mixed to on, and never back to mixed.
+// A click turns mixed into on, and never back.
 void takeState(NSView* view, Control& control) {
   control.setState(control.isOn() ? kOffState : kOnState);
 }
@@ -241,7 +241,7 @@ void Binding::controlChanged(Control& /*control*/) {
 void Binding::viewChanged() {
   kind_.take(static_cast<NSView*>(view_.get()), control_);
   if (kind_.acts) pane_.buttonClicked(control_);
-  showModel();  // an action may have put the control back to what it was, which tells nobody
+  showModel();  // an action may have put the control back as it was, which notifies nobody
   if (edited) edited();
 }
 

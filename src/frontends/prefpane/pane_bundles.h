@@ -1,4 +1,4 @@
-// The bundles interface as the pane has it in its own home: the pane's bundle is the one that the host loaded
+// The bundles interface of the pane in its host: the pane's bundle is the one that the host loaded
 // it from, all others are the computer's. A plain C++ header. May be called on any thread, apart from
 // setPaneBundle; does not block.
 #pragma once

@@ -1,6 +1,6 @@
 // The pane's own Info dictionary, read by the toolkit; everything else is passed on.
 //
-// The pane's bundle keeps the computer's reference, so that the computer can tell it from all others.
+// The pane's bundle keeps the computer's reference, by which the computer knows it.
 #include "src/frontends/prefpane/pane_bundles.h"
 
 #import "src/frontends/prefpane/appkit.h"

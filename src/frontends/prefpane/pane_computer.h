@@ -1,4 +1,4 @@
-// The computer as the pane has it in its own home: the host application's platform interfaces and the pane's
+// The computer of the pane in its host: the host application's platform interfaces and the pane's
 // bundle over the toolkit, all others of the computer that it runs on. A plain C++ header.
 #pragma once
 

@@ -1,5 +1,5 @@
-// The bundle as a program uses it that wants its version queries alone: loaded without a host, and so without
-// a pane and without a computer to ask.
+// The bundle in a program that needs only its version queries: loaded without a host, and so without a pane
+// and without a computer to ask.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 

@@ -5,8 +5,8 @@
 #include "src/adapters/property_lists/codec.h"
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
-#import "tests/frontends/prefpane/answer.h"
 #import "tests/frontends/prefpane/pane_under_test.h"
+#import "tests/frontends/prefpane/panel_answer.h"
 
 namespace norvik::prefpane {
 namespace {
@@ -15,7 +15,7 @@ NSInteger rowsOf(NSPreferencePane* pane) {
   return [sidebarOf(pane) numberOfRows];
 }
 
-// Whether a row of the page that shows is marked as changed.
+// Whether a row of the visible page is marked as changed.
 bool isMarked(NSPreferencePane* pane) {
   return find([pane mainView], [](NSView* view) {
            return [view isKindOfClass:[NSTextField class]] &&
@@ -25,7 +25,7 @@ bool isMarked(NSPreferencePane* pane) {
 
 NSString* const kDefaults = @"Use the server's image settings";
 
-TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
+TEST(PaneBundle, HasTheKeysThatAHostNeeds) {
   NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
   for (NSString* key : {@"NSExecutable", @"NSPrincipalClass", @"NSPrefPaneIconFile", @"NSPrefPaneIconLabel",
                         @"CFBundleIdentifier"}) {
@@ -33,7 +33,7 @@ TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
   }
 }
 
-TEST(PaneBundle, SaysOfItselfWhatThePaneSays) {
+TEST(PaneBundle, SaysTheSameAsTheBuiltInInfoDictionary) {
   NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
   const auto builtIn = decodePropertyList(infoPropertyList());
   ASSERT_TRUE(builtIn);
@@ -54,7 +54,7 @@ TEST(PaneObject, ShowsItsPagesAndLetsTheHostGo) {
   [pane release];
 }
 
-TEST(PaneObject, MarksWhatDiffersOnThePageThatShows) {
+TEST(PaneObject, MarksWhatDiffersOnTheVisiblePage) {
   NSPreferencePane* pane = newPane();
   [pane loadMainView];
   EXPECT_FALSE(isMarked(pane));
@@ -65,15 +65,15 @@ TEST(PaneObject, MarksWhatDiffersOnThePageThatShows) {
   choose(pane, 1);
   EXPECT_TRUE(isMarked(pane));
   choose(pane, 2);
-  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  NVKPanelAnswer* answer = [NVKPanelAnswer with:@"Discard Changes"];
   [pane didUnselect];
   [answer stop];
   choose(pane, 1);
-  EXPECT_FALSE(isMarked(pane)) << "what changed while it did not show";
+  EXPECT_FALSE(isMarked(pane)) << "it changed while it was not visible";
   [pane release];
 }
 
-TEST(PaneObject, OffersNoCopyOfAnAddressThatIsNotThere) {
+TEST(PaneObject, OffersNoCopyWithoutAnAddress) {
   NSPreferencePane* pane = newPane();
   [pane loadMainView];
   int buttons = 0;
@@ -87,7 +87,7 @@ TEST(PaneObject, OffersNoCopyOfAnAddressThatIsNotThere) {
   [pane release];
 }
 
-TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
+TEST(PaneObject, ASecondOneStaysInertAndPassesTheHostsCallsOn) {
   NSPreferencePane* first = newPane();
   [first loadMainView];
   NSPreferencePane* second = newPane();
@@ -99,7 +99,7 @@ TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
   [second willUnselect];
   [button(first, kDefaults) performClick:nil];
   EXPECT_TRUE(isMarked(first));
-  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  NVKPanelAnswer* answer = [NVKPanelAnswer with:@"Discard Changes"];
   [second didUnselect];
   [answer stop];
   EXPECT_TRUE([[answer words] containsObject:@"Norvik Server options changed"]);

@@ -16,7 +16,7 @@ TEST(LineFileTest, PiecesAreWhatIsBetweenWhiteSpace) {
   EXPECT_TRUE(piecesOf(" \t ").empty());
 }
 
-constexpr const char* kOnlyFile = "/var/run/nvkserverd.pid";  // of the simplest of computers
+constexpr const char* kOnlyFile = "/var/run/nvkserverd.pid";  // of the smallest computer
 
 TEST_F(PaneTest, AFileOfMoreBytesThanItReportsIsReadToItsReportedSize) {
   NVKServerPrefs pane(interface);
