@@ -2,7 +2,7 @@
 # file may lean on it: the test of the module alone and clang-tidy compile without.
 set(pane ${PROJECT_SOURCE_DIR}/src/server/mac/pane/pane.h)
 
-foreach(target norvik_pane_objects norvik_command norvik-scenario norvik_simulated)
+foreach(target norvik_pane_objects norvik_command norvik_scenario_runner norvik_simulated)
   target_precompile_headers(${target} PRIVATE ${pane})
 endforeach()
 target_precompile_headers(norvik_property_lists PRIVATE ${PROJECT_SOURCE_DIR}/src/server/mac/platform/property_list.h)

@@ -1,224 +1,64 @@
-// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has a root and
-// ports of its own and leaves nothing behind.
-#include <arpa/inet.h>
-#include <fcntl.h>
+// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has its own root and
+// ports and leaves nothing behind.
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <signal.h>
-#include <spawn.h>
-#include <sys/socket.h>
-#include <sys/wait.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
 
 #include <array>
 #include <chrono>
-#include <cstdio>
+#include <csignal>
 #include <filesystem>
-#include <fstream>
-#include <functional>
-#include <thread>
 
 #include "src/adapters/property_lists/codec.h"
+#include "tests/support/files.h"
+#include "tests/support/sandbox.h"
+#include "tests/support/tcp_port.h"
 
 namespace norvik {
 namespace {
 
 namespace fs = std::filesystem;
-using Words = std::vector<std::string>;
-using Environment = std::vector<std::string>;
-
-// Empty for a file that cannot be read, such as one of a process that has just ended.
-std::string contentOf(const fs::path& path) {
-  std::string content;
-  std::FILE* file = std::fopen(path.c_str(), "rbe");
-  if (!file) return content;
-  std::array<char, 4096> block{};
-  for (size_t got; (got = std::fread(block.data(), 1, block.size(), file)) > 0;)
-    content.append(block.data(), got);
-  std::fclose(file);
-  return content;
-}
-
-void write(const fs::path& path, const std::string& content) {
-  std::ofstream(path, std::ios::binary) << content;
-}
+using Result = ProgramResult;
 
 PropertyList listIn(const fs::path& path) {
   return decodePropertyList(contentOf(path)).value_or(PropertyList("no property list"));
 }
 
-// Starts a program with both outputs going to a descriptor.
-pid_t spawn(Words words, int output, Environment extra = {}) {
-  std::vector<char*> arguments, environment;
-  for (std::string& word : words) arguments.push_back(word.data());
-  arguments.push_back(nullptr);
-  for (char** variable = environ; *variable; ++variable) environment.push_back(*variable);
-  for (std::string& variable : extra) environment.push_back(variable.data());
-  environment.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&actions, output, STDERR_FILENO);
-  pid_t child = -1;
-  EXPECT_EQ(posix_spawn(&child, words[0].c_str(), &actions, nullptr, arguments.data(), environment.data()), 0)
-      << words[0];
-  posix_spawn_file_actions_destroy(&actions);
-  return child;
-}
-
-int statusOf(pid_t child) {
-  int status = 0;
-  waitpid(child, &status, 0);
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-struct Result {
-  int status;
-  std::string output;
-};
-
-// Runs a program to its end. The output ends when nobody holds it any more, so that a service which kept it
-// open would hang the test.
-Result run(const Words& words, const Environment& extra = {}) {
-  std::array<int, 2> ends{};
-  EXPECT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
-  pid_t child = spawn(words, ends[1], extra);
-  close(ends[1]);
-  Result result{0, {}};
-  std::array<char, 4096> block{};
-  for (ssize_t got; (got = read(ends[0], block.data(), block.size())) > 0;)
-    result.output.append(block.data(), static_cast<size_t>(got));
-  close(ends[0]);
-  result.status = statusOf(child);
-  return result;
-}
-
-bool eventually(const std::function<bool()>& condition) {
-  for (int i = 0; i < 500; ++i) {
-    if (condition()) return true;
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-  }
-  return false;
-}
-
-sockaddr_in loopback(int port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(static_cast<uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  return address;
-}
-
-// A socket that listens on a port of the system's choice.
-struct Occupied {
-  int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  int port = 0;
-
-  Occupied() {
-    sockaddr_in address = loopback(0);
-    socklen_t size = sizeof address;
-    EXPECT_EQ(bind(socket, reinterpret_cast<sockaddr*>(&address), size), 0);
-    EXPECT_EQ(listen(socket, 1), 0);
-    EXPECT_EQ(getsockname(socket, reinterpret_cast<sockaddr*>(&address), &size), 0);
-    port = ntohs(address.sin_port);
-  }
-  ~Occupied() { close(socket); }
-  Occupied(const Occupied&) = delete;
-  Occupied& operator=(const Occupied&) = delete;
-};
-
 std::array<int, 3> freePorts() {
-  Occupied a, b, c;
-  return {a.port, b.port, c.port};
-}
-
-// What is said to somebody who connects; empty when nobody listens.
-std::string greetingOn(int port) {
-  int client = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  sockaddr_in address = loopback(port);
-  std::string greeting;
-  std::array<char, 64> block{};
-  if (connect(client, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0)
-    for (ssize_t got; (got = read(client, block.data(), block.size())) > 0;)
-      greeting.append(block.data(), static_cast<size_t>(got));
-  close(client);
-  return greeting;
+  const TcpListener a, b, c;
+  return {a.port(), b.port(), c.port()};
 }
 
 class SandboxTest : public testing::Test {
  protected:
-  void SetUp() override {
-    std::string pattern = "/tmp/norvik-sandbox-XXXXXX";
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    root_ = pattern;
-    start("50");
+  static Result run(const Words& words, const std::map<std::string, std::string>& environment = {}) {
+    return runProgram(words, {.environment = environment}, ErrorOutput::withOutput);
   }
+  static void write(const fs::path& path, const std::string& content) { writeFile(path, content); }
 
-  void TearDown() override {
-    sandbox({"stop"});
-    EXPECT_EQ(processes(), Words());
-    fs::remove_all(root_);
-  }
-
-  Result sandbox(const Words& words) {
-    Words all{NORVIK_BIN_DIR "/norvik-sandbox", words[0], root_};
-    all.insert(all.end(), words.begin() + 1, words.end());
-    return run(all);
-  }
+  Result sandbox(const Words& words) { return box.control(words[0], Words(words.begin() + 1, words.end())); }
 
   void start(const std::string& speed) {
-    Result result = sandbox({"start", "--speed", speed});
+    const Result result = sandbox({"start", "--speed", speed});
     ASSERT_EQ(result.status, 0) << result.output;
   }
 
-  // A tool of the root, by its path there.
-  Result tool(const std::string& path, const Words& arguments = {}) {
-    Words words{root_.string() + path};
-    words.insert(words.end(), arguments.begin(), arguments.end());
-    return run(words);
-  }
-
+  Result tool(const std::string& path, const Words& arguments = {}) { return box.tool(path, arguments); }
   Result service(const Words& arguments) { return tool("/usr/sbin/nvkservice", arguments); }
+  std::string log(const std::string& name) { return box.log(name); }
+  bool logSays(const std::string& name, const std::string& text) { return box.logSays(name, text); }
+  void configure(int nvk, int rdp) { box.setPorts(nvk, rdp); }
 
-  std::string log(const std::string& name) { return contentOf(root_ / ".norvik/log" / (name + ".log")); }
-
-  bool logSays(const std::string& name, const std::string& text) {
-    return eventually([&] { return log(name).find(text) != std::string::npos; });
-  }
-
-  // The programs of the root that run, and what else names it in its command line.
-  Words processes(const std::string& name = "") {
-    Words found;
-    for (const auto& entry : fs::directory_iterator("/proc")) {
-      std::error_code error;
-      std::string program = fs::read_symlink(entry.path() / "exe", error);
-      bool named = contentOf(entry.path() / "cmdline").find(root_.string() + "/") != std::string::npos;
-      bool below = program.starts_with(root_.string() + "/");
-      if (error || !(named || below) || !program.ends_with(name)) continue;
-      found.push_back(entry.path().filename());
-    }
-    return found;
-  }
+  std::vector<ProcessEntry> processes(const std::string& name = "") { return processesBelow(root_, name); }
 
   pid_t process(const std::string& name) {
-    Words found = processes("/" + name);
+    const auto found = processes("/" + name);
     EXPECT_EQ(found.size(), 1u) << name;
-    return found.empty() ? -1 : std::stoi(found[0]);
+    return found.empty() ? -1 : found[0].pid;
   }
 
-  // A server configuration with a port for each service; 0 switches it off.
-  std::string configuration(int nvk, int rdp) {
-    auto service = [](int port) {
-      return PropertyList(PropertyList::Dictionary{{"PortNumber", int64_t{port}}, {"Disabled", port == 0}});
-    };
-    return encodeXmlPropertyList(
-        PropertyList(PropertyList::Dictionary{{"NVKService", service(nvk)}, {"RDPService", service(rdp)}}));
-  }
-
-  void configure(int nvk, int rdp) { write(root_ / "etc/norvik/svr.cfg", configuration(nvk, rdp)); }
-
-  fs::path root_;
+  Sandbox box;
+  const fs::path& root_ = box.root();
 };
 
 TEST_F(SandboxTest, StartLaysOutTheRootAndRunsTheAgents) {
@@ -230,15 +70,15 @@ TEST_F(SandboxTest, StartLaysOutTheRootAndRunsTheAgents) {
   EXPECT_EQ(intValue(listIn(root_ / "etc/norvik/svr.cfg").find("NVKService")->find("PortNumber")), 4073);
   EXPECT_TRUE(log("agent").find("started: ImageUseDefaults=true") != std::string::npos);
   EXPECT_TRUE(log("menua").find("started: NvkNotificationShowNews=true") != std::string::npos);
-  std::string status = sandbox({"status"}).output;
+  const std::string status = sandbox({"status"}).output;
   EXPECT_NE(status.find("bus runs"), std::string::npos);
   EXPECT_NE(status.find("nvkagent runs, process " + std::to_string(process("nvkagent"))), std::string::npos);
   EXPECT_NE(status.find("nvkserverd does not run"), std::string::npos);
 }
 
 TEST_F(SandboxTest, StartAgainStartsOnlyWhatIsMissingAndKeepsFiles) {
-  pid_t agent = process("nvkagent");
-  pid_t menuAgent = process("nvkmenua");
+  const pid_t agent = process("nvkagent");
+  const pid_t menuAgent = process("nvkmenua");
   write(root_ / "etc/launchd.conf", "kept\n");
   kill(menuAgent, SIGTERM);
   ASSERT_TRUE(eventually([&] { return processes("/nvkmenua").empty(); }));
@@ -253,14 +93,14 @@ TEST_F(SandboxTest, StopEndsEverythingAndStartBringsItBack) {
   configure(freePorts()[0], 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
   EXPECT_EQ(sandbox({"stop"}).status, 0);
-  EXPECT_EQ(processes(), Words());
+  EXPECT_TRUE(processes().empty());
   EXPECT_FALSE(fs::exists(root_ / "var/run/nvkserverd.pid"));
   EXPECT_EQ(sandbox({"start"}).status, 0);
   EXPECT_GT(process("nvkagent"), 0);
 }
 
 TEST_F(SandboxTest, AFolderWithOtherContentIsRefused) {
-  fs::path other = root_ / "tmp/other";
+  const fs::path other = root_ / "tmp/other";
   fs::create_directory(other);
   write(other / "file", "");
   EXPECT_EQ(run({NORVIK_BIN_DIR "/norvik-sandbox", "start", other}).status, 1);
@@ -281,7 +121,7 @@ TEST_F(SandboxTest, UnknownWordsAreUsageErrors) {
 }
 
 TEST_F(SandboxTest, TheDaemonListensWhileItsPidFileIsThere) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], ports[1]);
   EXPECT_EQ(greetingOn(ports[0]), "");
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
@@ -299,7 +139,7 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
   EXPECT_EQ(service({"stop", "-w"}).status, 0);
   EXPECT_EQ(service({"apply"}).status, 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
-  pid_t daemon = process("nvkserverd");
+  const pid_t daemon = process("nvkserverd");
   EXPECT_EQ(service({"start", "-f", "-w"}).status, 0);
   EXPECT_EQ(process("nvkserverd"), daemon);
   EXPECT_EQ(service({"stop"}).status, 0);
@@ -309,17 +149,14 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
 TEST_F(SandboxTest, TwoStartsAtOnceMakeOneDaemon) {
   configure(freePorts()[0], 0);
   std::string program = root_ / "usr/sbin/nvkservice";
-  int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  pid_t first = spawn({program, "start", "-f", "-w"}, nowhere),
-        second = spawn({program, "start", "-f", "-w"}, nowhere);
-  close(nowhere);
-  EXPECT_EQ(statusOf(first), 0);
-  EXPECT_EQ(statusOf(second), 0);
+  RunningProgram first({program, "start", "-f", "-w"}), second({program, "start", "-f", "-w"});
+  EXPECT_EQ(first.status(), 0);
+  EXPECT_EQ(second.status(), 0);
   EXPECT_GT(process("nvkserverd"), 0);
 }
 
 TEST_F(SandboxTest, AKilledDaemonsPidFileDoesNotCount) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-w"}).status, 0);
   kill(process("nvkserverd"), SIGKILL);
@@ -331,11 +168,11 @@ TEST_F(SandboxTest, AKilledDaemonsPidFileDoesNotCount) {
 
 TEST_F(SandboxTest, APidFileOfAnotherProcessIsNotSignalled) {
   write(root_ / "var/run/nvkserverd.pid", std::to_string(getpid()) + "\n");
-  EXPECT_EQ(service({"stop", "-w"}).output, "nvkservice: stop: the daemon does not run\n");
+  EXPECT_EQ(service({"stop", "-w"}).output, "nvkservice: stop: the daemon is not running\n");
 }
 
 TEST_F(SandboxTest, ApplyMovesOnlyWhatChanged) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], ports[1]);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
   configure(ports[2], ports[1]);
@@ -354,12 +191,12 @@ TEST_F(SandboxTest, ApplyMovesOnlyWhatChanged) {
 TEST_F(SandboxTest, APortInUseStopsNoOtherService) {
   auto ports = freePorts();
   {
-    Occupied taken;
-    configure(taken.port, ports[1]);
+    const TcpListener taken;
+    configure(taken.port(), ports[1]);
     ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
     EXPECT_EQ(greetingOn(ports[1]), "RDP ready\r\n");
-    EXPECT_TRUE(logSays("serverd", "NVK cannot listen on port " + std::to_string(taken.port)));
-    ports[0] = taken.port;
+    EXPECT_TRUE(logSays("serverd", "NVK cannot listen on port " + std::to_string(taken.port())));
+    ports[0] = taken.port();
   }
   ASSERT_EQ(service({"apply"}).status, 0);
   EXPECT_TRUE(eventually([&] { return greetingOn(ports[0]) == "NVK ready\r\n"; }));
@@ -373,22 +210,22 @@ TEST_F(SandboxTest, ANumberThatIsNoPortIsLogged) {
 
 TEST_F(SandboxTest, WaitsTakeTheTimeOfTheClock) {
   configure(freePorts()[0], 0);
-  auto timeToStart = [&] {
-    auto before = std::chrono::steady_clock::now();
+  const auto timeToStart = [&] {
+    const auto before = std::chrono::steady_clock::now();
     EXPECT_EQ(service({"start", "-w"}).status, 0);
     return std::chrono::steady_clock::now() - before;
   };
-  auto fast = timeToStart();
+  const auto fast = timeToStart();
   ASSERT_EQ(service({"stop", "-w"}).status, 0);
   start("1");
-  auto real = timeToStart();
+  const auto real = timeToStart();
   EXPECT_GE(real, std::chrono::seconds(1));
   EXPECT_LT(fast, real);
   start("50");
 }
 
 TEST_F(SandboxTest, TheAgentReadsItsSettingsAgainWhenSignalled) {
-  fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
+  const fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
   PropertyList list = listIn(file);
   *list.find("ImageColorDepth") = PropertyList(int64_t{8});
   write(file, encodeBinaryPropertyList(list));
@@ -410,7 +247,7 @@ void post(const std::string& address, const char* name) {
 }
 
 TEST_F(SandboxTest, TheMenuAgentReadsItsSettingsAgainWhenNotified) {
-  fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
+  const fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
   write(file,
         encodeXmlPropertyList(PropertyList(PropertyList::Dictionary{{"NvkNotificationShowNews", false}})));
   std::string address = contentOf(root_ / ".norvik/bus");
@@ -446,6 +283,12 @@ TEST_F(SandboxTest, DefaultsRefusesWhatItCannotKeep) {
   write(root_ / "Library/Preferences/broken.plist", "<plist>");
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/broken", "a", "-int", "1"}).status, 1);
   EXPECT_EQ(contentOf(root_ / "Library/Preferences/broken.plist"), "<plist>");
+  const fs::path sparse = root_ / "Library/Preferences/sparse.plist";
+  write(sparse, "");
+  fs::resize_file(sparse, std::uintmax_t{15} << 40);
+  EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/sparse", "a", "-int", "1"}).output,
+            "defaults: /Library/Preferences/sparse: not a readable dictionary\n");
+  EXPECT_EQ(fs::file_size(sparse), std::uintmax_t{15} << 40);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-int", "x"}).status, 1);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-real", "1"}).status, 64);
   EXPECT_FALSE(fs::exists(root_ / "Library/Preferences/new.plist"));
@@ -473,32 +316,29 @@ TEST_F(SandboxTest, FilesAreMovedAndTheirModeAndOwnerSet) {
 }
 
 TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
-  int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
   for (int round = 0; round < 10; ++round) {
-    int port = ports[static_cast<size_t>(1 + round % 2)];
-    write(root_ / "tmp/next", configuration(port, 0));
+    int port = ports[static_cast<std::size_t>(1 + round % 2)];
+    write(root_ / "tmp/next", serverConfiguration(port, 0));
     fs::permissions(root_ / "tmp/next", static_cast<fs::perms>(0600));
-    std::vector<pid_t> tools{
-        spawn({root_ / "bin/mv", "-f", "/tmp/next", "/etc/norvik/svr.cfg"}, nowhere),
-        spawn({root_ / "bin/chmod", "644", "/etc/norvik/svr.cfg"}, nowhere),
-        spawn({root_ / "usr/sbin/chown", "root", "/etc/norvik/svr.cfg"}, nowhere),
-        spawn({root_ / "usr/sbin/nvkservice", "apply"}, nowhere),
-    };
-    for (pid_t tool : tools) EXPECT_EQ(statusOf(tool), 0);
+    std::vector<RunningProgram> tools;
+    tools.emplace_back(Words{root_ / "bin/mv", "-f", "/tmp/next", "/etc/norvik/svr.cfg"});
+    tools.emplace_back(Words{root_ / "bin/chmod", "644", "/etc/norvik/svr.cfg"});
+    tools.emplace_back(Words{root_ / "usr/sbin/chown", "root", "/etc/norvik/svr.cfg"});
+    tools.emplace_back(Words{root_ / "usr/sbin/nvkservice", "apply"});
+    for (RunningProgram& tool : tools) EXPECT_EQ(tool.status(), 0);
     EXPECT_EQ(fs::status(root_ / "etc/norvik/svr.cfg").permissions(), static_cast<fs::perms>(0644));
     ASSERT_TRUE(eventually([&] { return greetingOn(port) == "NVK ready\r\n"; })) << round;
   }
-  close(nowhere);
 }
 
 TEST_F(SandboxTest, NoPathLeadsOutOfTheRoot) {
-  fs::path outside = root_.string() + ".outside";
+  const fs::path outside = root_.string() + ".outside";
   write(outside, "untouched");
   fs::create_symlink(outside, root_ / "tmp/link");
-  fs::create_directory_symlink("/tmp", root_ / "tmp/folder");
+  fs::create_directory_symlink(outside.parent_path(), root_ / "tmp/folder");
   std::string through = "/tmp/folder/" + outside.filename().string();
   write(root_ / "tmp/file", "");
   for (const std::string& path : {"/.." + outside.string(), "/tmp/../../" + outside.filename().string(),
@@ -512,17 +352,17 @@ TEST_F(SandboxTest, NoPathLeadsOutOfTheRoot) {
         << path;
   }
   EXPECT_EQ(contentOf(outside), "untouched");
-  fs::remove(outside);
 }
 
 TEST_F(SandboxTest, WithoutARootNothingRuns) {
   for (const char* name : {"mv", "chmod", "chown", "defaults", "sysctl", "reboot", "nvkserverd", "nvkservice",
                            "nvkagent", "nvkmenua"})
     EXPECT_EQ(run({std::string(NORVIK_BIN_DIR "/sandbox/") + name}).status, 78) << name;
-  EXPECT_EQ(run({NORVIK_BIN_DIR "/sandbox/sysctl", "-n", "kern.maxfiles"}, {"NORVIK_ROOT=" + root_.string()})
+  EXPECT_EQ(run({NORVIK_BIN_DIR "/sandbox/sysctl", "-n", "kern.maxfiles"}, {{"NORVIK_ROOT", root_.string()}})
                 .output,
             "12288\n");
-  EXPECT_EQ(run({root_ / "usr/sbin/sysctl", "-n", "kern.maxfiles"}, {"NORVIK_ROOT=/nowhere"}).status, 78);
+  EXPECT_EQ(run({root_ / "usr/sbin/sysctl", "-n", "kern.maxfiles"}, {{"NORVIK_ROOT", "/nowhere"}}).status,
+            78);
 }
 
 TEST_F(SandboxTest, RebootAndTheManagementToolsOnlySaySo) {

@@ -1,4 +1,4 @@
-// operator new and delete over malloc and free, with a count. The other forms of the two end up in these.
+// operator new and delete over malloc and free, with a count. The other forms of both call these.
 #include "tests/support/allocation_count.h"
 
 #include <atomic>

@@ -1,13 +1,13 @@
-// How many times the program asked for memory with operator new, and having it refused. Its source replaces
+// Counts how many times the program asks for memory with operator new, and refuses it. The source replaces
 // operator new for the whole program that it is linked to.
 #pragma once
 
 namespace norvik {
 
-// Since the program began, on any thread.
+// The successful requests since the program began, of all threads.
 long allocationCount();
 
-// From now on the next request by `new (std::nothrow)` is refused, and no other.
+// Refuses the next request by `new (std::nothrow)`, and no other.
 void refuseNextNothrowAllocation();
 
 }  // namespace norvik

@@ -1,10 +1,10 @@
-// A connection of its own to the bus.
+// Its own connection to the bus.
 #include "tests/support/bus_listener.h"
 
 #include <gtest/gtest.h>
 #include <systemd/sd-bus.h>
 
-#include <chrono>
+#include "tests/support/waiting.h"
 
 namespace norvik {
 
@@ -15,7 +15,7 @@ struct BusListener::Connection {
 
 namespace {
 
-// What a listener has to ask for, written out here too: it is an agreement with programs of others.
+// What a listener asks for, written out here too: other programs rely on it.
 constexpr const char* kMatch =
     "type='signal',interface='com.veltrane.norvik.DistributedNotification',member='Posted',"
     "path='/com/veltrane/norvik/DistributedNotification'";
@@ -25,7 +25,7 @@ int take(sd_bus_message* message, void* lines, sd_bus_error*) {
   const char* object = nullptr;
   uint32_t options = 0;
   if (sd_bus_message_read(message, "ssu", &name, &object, &options) < 0) {
-    ADD_FAILURE() << "a notification of another form: " << sd_bus_message_get_signature(message, 1);
+    ADD_FAILURE() << "a malformed notification: " << sd_bus_message_get_signature(message, 1);
     return 0;
   }
   const std::string from = *object != '\0' ? object : "null";
@@ -41,7 +41,7 @@ BusListener::BusListener(const std::string& address) : connection_(std::make_uni
   EXPECT_GE(sd_bus_set_address(connection_->bus, address.c_str()), 0);
   EXPECT_GE(sd_bus_set_bus_client(connection_->bus, 1), 0);
   EXPECT_GE(sd_bus_start(connection_->bus), 0) << address;
-  // Asks the bus for the signal and waits for its answer.
+  // Asks the bus for the signal and waits for its reply.
   EXPECT_GE(sd_bus_add_match(connection_->bus, nullptr, kMatch, &take, &connection_->lines), 0);
 }
 
@@ -50,12 +50,12 @@ BusListener::~BusListener() {
 }
 
 std::vector<std::string> BusListener::received() {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(3);
-  while (connection_->lines.empty() && std::chrono::steady_clock::now() < end) {
-    if (sd_bus_process(connection_->bus, nullptr) == 0) sd_bus_wait(connection_->bus, 50000);
-  }
-  while (sd_bus_process(connection_->bus, nullptr) > 0) {
-  }
+  const bool came = eventually([this] {
+    while (sd_bus_process(connection_->bus, nullptr) > 0) {
+    }
+    return !connection_->lines.empty();
+  });
+  EXPECT_TRUE(came) << "no notification";
   return connection_->lines;
 }
 

@@ -1,4 +1,4 @@
-// Somebody who listens for notifications on a message bus, as the menu agent does.
+// Listens for notifications on a message bus, as the menu agent does.
 #pragma once
 
 #include <memory>
@@ -9,11 +9,14 @@ namespace norvik {
 
 class BusListener {
  public:
-  // Listens from the moment that it is made.
+  // Listens from now on. The test fails where there is no bus at the address.
   explicit BusListener(const std::string& address);
   ~BusListener();
+  BusListener(const BusListener&) = delete;
+  BusListener& operator=(const BusListener&) = delete;
 
-  // What has come, after waiting for a while for the first: "NAME object=OBJECT options=N", "null" for none.
+  // All notifications so far, as "NAME object=OBJECT options=N", with "null" for no object. Waits for the
+  // first one; the test fails where none comes.
   std::vector<std::string> received();
 
  private:

@@ -1,4 +1,4 @@
-// Stands in for the C library's function of the same name in everything that is linked with it.
+// Replaces the C library's function of the same name.
 #include "tests/support/captured_syslog.h"
 
 #include <syslog.h>

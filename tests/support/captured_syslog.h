@@ -1,4 +1,5 @@
-// What the tests' process sends to the system log, which never gets it: syslog(3) itself is replaced.
+// The lines that the program sends to the system log. The source replaces syslog(3) for the whole program
+// that it is linked to, so that none arrives there.
 #pragma once
 
 #include <string>
@@ -6,7 +7,7 @@
 
 namespace norvik {
 
-// Every line so far, formatted, as "PRIORITY LINE".
+// Every line so far, formatted, as "PRIORITY LINE". Tests clear it. Not for several threads.
 std::vector<std::string>& capturedSyslog();
 
 }  // namespace norvik

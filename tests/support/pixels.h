@@ -1,4 +1,4 @@
-// Pixels in the messages of failed tests.
+// Shows pixels in the messages of failed tests.
 #pragma once
 
 #include <ostream>

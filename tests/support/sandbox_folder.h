@@ -1,59 +1,63 @@
-// A fresh folder on the disk with what a test puts into it, gone with the object, and the processes that were
-// started in it, ended with the object.
+// A folder with the folders of a computer in it, where nothing runs but what a test starts.
 #pragma once
 
 #include <sys/types.h>
 
 #include <chrono>
-#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "tests/support/program.h"
+#include "tests/support/temporary_folder.h"
+
 namespace norvik {
 
+// Paths are the computer's and begin with a slash, but for those on the disk.
 class SandboxFolder {
  public:
+  // Makes the folder, which every user may enter.
   SandboxFolder();
-  ~SandboxFolder();
+  // Ends the programs that were started and removes the folder, as TemporaryFolder does.
+  ~SandboxFolder() = default;
   SandboxFolder(const SandboxFolder&) = delete;
   SandboxFolder& operator=(const SandboxFolder&) = delete;
 
-  // Without a slash at its end.
-  const std::string& path() const { return path_; }
-  // Where the computer's path lies.
-  std::string onDisk(const std::string& path) const { return path_ + path; }
+  // On the disk, without a slash at its end.
+  const std::string& path() const { return folder_.path().native(); }
+  // The path on the disk of one of the computer's.
+  std::string onDisk(const std::string& path) const { return folder_.path().native() + path; }
 
-  // Makes the folders above the file too.
+  // Writes a file, and makes the folders above it.
   void put(const std::string& path, const std::string& bytes);
+  // The bytes of a file; nothing where it cannot be read.
   std::optional<std::string> read(const std::string& path) const;
-  // A program that a shell runs, finding the folder in NORVIK_ROOT.
+  // Writes a program of shell commands. It finds the folder in NORVIK_ROOT where its starter sets that.
   void putScript(const std::string& path, const std::string& commands);
-  // A bundle at the path that runs as the system's `sleep`; the executable's path.
+  // Makes a bundle at the path with an executable that runs as the system's `sleep`. Returns the executable's
+  // path.
   std::string putApplication(const std::string& bundle, const std::string& packageInfo,
                              const std::string& identifier);
 
-  // Starts a program on the disk with its arguments; its process id.
-  pid_t start(const std::vector<std::string>& words, std::optional<uid_t> user = std::nullopt);
+  // Starts a program on the disk with its arguments, as another user where one is given; its process id.
+  pid_t start(const Words& words, std::optional<uid_t> user = std::nullopt);
+  // Ends a program that was started; does nothing where it has ended.
   void end(pid_t pid);
-  // The signal that ended the process; 0 where it exited, nothing where it still runs within the limit.
-  std::optional<int> endedBy(pid_t pid, std::chrono::milliseconds limit = std::chrono::seconds(5));
-  // Whether it has not ended within a moment.
+  // The signal that ended a program that was started: 0 where it exited, nothing where it still runs after
+  // the limit.
+  std::optional<int> endedBy(pid_t pid, std::chrono::milliseconds limit = kPatience);
+  // Whether it has not ended within a tenth of a second.
   bool stillRuns(pid_t pid) { return !endedBy(pid, std::chrono::milliseconds(100)); }
 
-  // An address in the folder, and a message bus there.
-  std::string busAddress() const { return "unix:path=" + path_ + "/bus"; }
+  // An address in the folder.
+  std::string busAddress() const { return "unix:path=" + onDisk("/bus"); }
+  // Starts a message bus at that address, and returns when it takes connections.
   void startBus();
 
  private:
-  std::string path_;
-  std::vector<pid_t> running_;
-  std::map<pid_t, int> statuses_;  // of those that have ended
+  TemporaryFolder folder_;
+  std::map<pid_t, RunningProgram> programs_;
 };
-
-// Looks again and again until the condition holds; false when it never did within the limit.
-bool eventually(const std::function<bool()>& condition,
-                std::chrono::milliseconds limit = std::chrono::seconds(5));
 
 }  // namespace norvik

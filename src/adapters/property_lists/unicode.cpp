@@ -20,13 +20,13 @@ unsigned char byteOf(char c) {
 
 std::optional<std::string> fromUtf16(std::string_view bytes, bool bigEndian) {
   if (bytes.size() % 2 != 0) return std::nullopt;
-  auto unitAt = [&](size_t i) -> char32_t {
+  auto unitAt = [&](std::size_t i) -> char32_t {
     unsigned char a = byteOf(bytes[i]), b = byteOf(bytes[i + 1]);
     return static_cast<char32_t>(bigEndian ? a << 8 | b : b << 8 | a);
   };
   std::string text;
   text.reserve(bytes.size());
-  for (size_t i = 0; i < bytes.size(); i += 2) {
+  for (std::size_t i = 0; i < bytes.size(); i += 2) {
     char32_t c = unitAt(i);
     if (c >= kHighSurrogate && c < kLowSurrogate && i + 3 < bytes.size()) {
       char32_t low = unitAt(i + 2);

@@ -1,4 +1,4 @@
-// Decides requests by what it was told, and starts the tools.
+// Decides requests as a test has set, and starts the tools.
 #include "src/adapters/simulated/authorization.h"
 
 #include <algorithm>
@@ -54,6 +54,15 @@ bool SimulatedAuthorization::refuses(const std::string& tool, const Tools::Argum
   return which.contains(std::nullopt) || (!arguments.empty() && which.contains(arguments[0]));
 }
 
+std::map<AuthorizationRef, std::string> SimulatedAuthorization::references() const {
+  std::map<AuthorizationRef, std::string> named;
+  for (const auto& reference : references_) {
+    named.emplace(reinterpret_cast<AuthorizationRef>(reference.get()),
+                  "authorization " + std::to_string(reference->number));
+  }
+  return named;
+}
+
 bool SimulatedAuthorization::holds(AuthorizationRef authorization) const {
   return std::any_of(references_.begin(), references_.end(), [=](const auto& reference) {
     return reinterpret_cast<AuthorizationRef>(reference.get()) == authorization;
@@ -65,7 +74,7 @@ OSStatus SimulatedAuthorization::AuthorizationCreate(AuthorizationRights, Author
   effects_.report(EffectKind::authorization, "authorization create");
   authorization = nullptr;
   if (!createGranted_) return errAuthorizationDenied;
-  references_.push_back(std::make_unique<Reference>());
+  references_.push_back(std::make_unique<Reference>(Reference{++lastNumber_}));
   authorization = reinterpret_cast<AuthorizationRef>(references_.back().get());
   return errAuthorizationSuccess;
 }
@@ -106,14 +115,14 @@ OSStatus SimulatedAuthorization::AuthorizationExecuteWithPrivileges(Authorizatio
   Tools::Arguments words;
   for (; *arguments != nullptr; ++arguments) words.emplace_back(*arguments);
   const bool refused = !holds(authorization) || refuses(tool, words);
-  std::string line = "launch " + quoted(tool);
-  for (const std::string& word : words) line += ' ' + quoted(word);
-  effects_.report(EffectKind::launch, refused ? line + " refused" : line);
+  std::string commandLine = quoted(tool);
+  for (const std::string& word : words) commandLine += ' ' + quoted(word);
+  effects_.report(EffectKind::launch, "launch " + commandLine + (refused ? " refused" : ""));
   if (!holds(authorization)) return errAuthorizationInvalidRef;
   if (refused) return errAuthorizationToolExecuteFailure;
   std::string output = tools_.run(tool, words);
   if (communicationsPipe != nullptr && !withoutPipe_.contains(tool)) {
-    *communicationsPipe = files_.openPipe(std::move(output));
+    *communicationsPipe = files_.openPipe(commandLine, std::move(output));
   }
   return errAuthorizationSuccess;
 }

@@ -21,7 +21,7 @@ class SimulatedAuthorization : public AuthorizationService {
   SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const EffectReporter& effects);
   ~SimulatedAuthorization() override;
 
-  // What a request without (with) interaction gets, and whether a reference can be made.
+  // The result of a request without (with) interaction, and whether a reference can be made.
   void setSilentGranted(bool granted) { silentGranted_ = granted; }
   void setInteractiveGranted(bool granted) { interactiveGranted_ = granted; }
   void setCreateGranted(bool granted) { createGranted_ = granted; }
@@ -29,11 +29,11 @@ class SimulatedAuthorization : public AuthorizationService {
   void refuse(const std::string& tool, const std::optional<std::string>& firstArgument);
   // Launches of the tool are accepted again, whatever was refused.
   void accept(const std::string& tool) { refused_.erase(tool); }
-  // Launches of the tool hand back no pipe.
+  // Launches of the tool return no pipe.
   void withholdPipe(const std::string& tool) { withoutPipe_.insert(tool); }
 
-  // How many references were made and not freed yet.
-  std::size_t references() const { return references_.size(); }
+  // The references that were made and not freed yet, with their names: `authorization 1` is the first made.
+  std::map<AuthorizationRef, std::string> references() const;
 
   OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                AuthorizationRef& authorization) override;
@@ -46,7 +46,9 @@ class SimulatedAuthorization : public AuthorizationService {
                                               FileRef* communicationsPipe) override;
 
  private:
-  struct Reference {};
+  struct Reference {
+    int number;
+  };
   // The refused first arguments of a tool; an entry without one refuses all.
   using RefusedArguments = std::set<std::optional<std::string>>;
 
@@ -61,6 +63,7 @@ class SimulatedAuthorization : public AuthorizationService {
   bool createGranted_ = true;
   std::map<std::string, RefusedArguments> refused_;
   std::set<std::string> withoutPipe_;
+  int lastNumber_ = 0;
   std::vector<std::unique_ptr<Reference>> references_;
 };
 

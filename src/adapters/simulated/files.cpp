@@ -1,4 +1,4 @@
-// Streams as a file, the path that faults go by, and a position.
+// A stream is a file, the path that faults depend on, and a position.
 #include "src/adapters/simulated/files.h"
 
 #include <algorithm>
@@ -10,7 +10,8 @@ namespace norvik {
 
 struct SimulatedFiles::Stream {
   std::shared_ptr<SimulatedFile> file;
-  std::string path;
+  std::string path;  // empty for a pipe
+  std::string name;
   bool writable = false;
   bool seekable = true;
   std::size_t position = 0;
@@ -38,7 +39,7 @@ FileRef SimulatedFiles::fopen(const char* path, FileMode mode) {
   auto file = writes ? fileSystem_.create(path, FileSystem::kUser) : fileSystem_.find(path);
   if (file == nullptr) return nullptr;
   if (writes) effects_.report(EffectKind::write, "write " + quoted(path));
-  return add({std::move(file), path, writes});
+  return add({std::move(file), path, "the file " + quoted(path), writes});
 }
 
 int SimulatedFiles::fseek(FileRef file, int64_t offset, SeekOrigin origin) {
@@ -90,11 +91,18 @@ int SimulatedFiles::mkdir(const char* path, uint32_t mode) {
   return fileSystem_.makeDirectory(path) ? 0 : -1;
 }
 
-FileRef SimulatedFiles::openPipe(std::string output) {
+FileRef SimulatedFiles::openPipe(std::string_view commandLine, std::string output) {
   auto file = std::make_shared<SimulatedFile>(SimulatedFile{std::move(output), ""});
-  Stream stream{std::move(file), ""};
+  Stream stream{std::move(file), "", "the pipe of " + std::string(commandLine)};
   stream.seekable = false;
   return add(std::move(stream));
+}
+
+std::vector<std::string> SimulatedFiles::openStreams() const {
+  std::vector<std::string> names;
+  names.reserve(streams_.size());
+  for (const auto& stream : streams_) names.push_back(stream->name);
+  return names;
 }
 
 }  // namespace norvik

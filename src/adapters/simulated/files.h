@@ -1,9 +1,10 @@
-// File streams of the simulated computer: the port to the standard file streams, over its file system.
+// File streams of the simulated computer, over its file system.
 #pragma once
 
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "src/adapters/simulated/effects.h"
@@ -25,10 +26,12 @@ class SimulatedFiles : public Files {
   void fclose(FileRef file) override;
   int mkdir(const char* path, uint32_t mode) override;
 
-  // The reading end of a pipe whose writer wrote `output` and closed it. To be closed with fclose.
-  FileRef openPipe(std::string output);
-  // How many streams were opened and not closed yet.
-  std::size_t openStreams() const { return streams_.size(); }
+  // The reading end of a pipe whose writer, started with `commandLine`, wrote `output` and closed it. To be
+  // closed with fclose.
+  FileRef openPipe(std::string_view commandLine, std::string output);
+  // The streams that were opened and not closed yet, in order: `the file "/tmp/x"`, `the pipe of
+  // COMMANDLINE`.
+  std::vector<std::string> openStreams() const;
 
  private:
   struct Stream;

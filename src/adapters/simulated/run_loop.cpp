@@ -8,10 +8,18 @@ struct SimulatedRunLoop::Timer {
   double interval;
   CFRunLoopTimerCallBack callback;
   void* info;
+  int number;
   bool added = false;
   bool valid = true;
+  bool owned = true;  // by the caller, who has not released it yet
 
   bool runs() const { return added && valid; }
+  std::string name() const {
+    const char* missing = !owned   ? "not invalidated"
+                          : runs() ? "neither invalidated nor released"
+                                   : "not released";
+    return "timer " + std::to_string(number) + ", " + missing;
+  }
 };
 
 SimulatedRunLoop::SimulatedRunLoop(const SimulatedClock& clock, const EffectReporter& effects)
@@ -45,7 +53,8 @@ CFRunLoopTimerRef SimulatedRunLoop::CFRunLoopTimerCreate(double fireDate, double
                                                          CFRunLoopTimerCallBack callback,
                                                          const CFRunLoopTimerContext& context) {
   if (!creationGranted_) return nullptr;
-  timers_.push_back(std::make_unique<Timer>(Timer{fireDate, interval, callback, context.info}));
+  timers_.push_back(
+      std::make_unique<Timer>(Timer{fireDate, interval, callback, context.info, ++lastNumber_}));
   return reinterpret_cast<CFRunLoopTimerRef>(timers_.back().get());
 }
 
@@ -55,11 +64,24 @@ void SimulatedRunLoop::CFRunLoopAddTimer(CFRunLoopTimerRef ref) {
 
 void SimulatedRunLoop::CFRunLoopTimerInvalidate(CFRunLoopTimerRef ref) {
   if (Timer* timer = find(ref)) timer->valid = false;
+  forgetUnneeded();
 }
 
 void SimulatedRunLoop::CFRelease(CFRunLoopTimerRef ref) {
-  std::erase_if(timers_,
-                [=](const auto& timer) { return reinterpret_cast<CFRunLoopTimerRef>(timer.get()) == ref; });
+  if (Timer* timer = find(ref)) timer->owned = false;
+  forgetUnneeded();
+}
+
+void SimulatedRunLoop::forgetUnneeded() {
+  std::erase_if(timers_, [](const auto& timer) { return !timer->owned && !timer->runs(); });
+}
+
+std::map<CFRunLoopTimerRef, std::string> SimulatedRunLoop::timers() const {
+  std::map<CFRunLoopTimerRef, std::string> named;
+  for (const auto& timer : timers_) {
+    named.emplace(reinterpret_cast<CFRunLoopTimerRef>(timer.get()), timer->name());
+  }
+  return named;
 }
 
 void SimulatedRunLoop::runOnceInDefaultMode() {

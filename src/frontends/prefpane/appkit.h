@@ -1,13 +1,15 @@
 // The toolkit, for .mm files alone, and the one place where the two systems that have it differ. Everything
-// else of this host uses what both have.
+// else of this front end uses what both have.
 #pragma once
 
 #import <AppKit/AppKit.h>
 #import <Foundation/NSDistributedNotificationCenter.h>
 #import <PreferencePanes/PreferencePanes.h>
 
-// Posts a notification to the processes that listen for it; `options` are those of the port.
-inline void NVKPost(NSString* name, NSString* object, NSUInteger options) {
+namespace norvik::prefpane {
+
+// Posts a notification to the processes that listen for it; `options` are those of the platform interface.
+inline void postNotification(NSString* name, NSString* object, NSUInteger options) {
   NSDistributedNotificationCenter* center = [NSDistributedNotificationCenter defaultCenter];
 #ifdef GNUSTEP
   // Knows one session only, and the other option, to deliver at once, is the first bit.
@@ -16,3 +18,5 @@ inline void NVKPost(NSString* name, NSString* object, NSUInteger options) {
   [center postNotificationName:name object:object userInfo:nil options:options];
 #endif
 }
+
+}  // namespace norvik::prefpane

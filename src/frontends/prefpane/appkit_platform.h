@@ -1,5 +1,5 @@
-// The ports that belong to the application that hosts the pane: its windows, alert panels, run loop and
-// notifications. A plain C++ header; the toolkit stands behind it. Main thread only, as the ports have it.
+// The platform interfaces of the application that hosts the pane, over the toolkit: its windows, alert
+// panels, run loop and notifications. A plain C++ header. Main thread only, as the interfaces require.
 #pragma once
 
 #include <functional>
@@ -28,8 +28,7 @@ class AppKitWorkspace : public Workspace {
   void openURL(std::string_view url) override;
 };
 
-// Posts in the toolkit's own way and in the computer's: which of the two a menu agent listens to is its own
-// choice.
+// Posts in the toolkit's own way and in the computer's, as a menu agent may listen to either.
 class AppKitNotifications : public DistributedNotificationCenter {
  public:
   explicit AppKitNotifications(DistributedNotificationCenter& computer) : computer_(computer) {}
@@ -41,7 +40,7 @@ class AppKitNotifications : public DistributedNotificationCenter {
 
 class AppKitDrawing : public Drawing {
  public:
-  // What draws a control or a view of the model, told once there is a view; none draws nothing.
+  // Draw a control or a view of the model. Set once there is a view; until then nothing is drawn.
   std::function<void(Control& control)> displayControl;
   std::function<void(View& view)> displayView;
 
@@ -60,7 +59,7 @@ class AppKitRunLoop : public RunLoop {
   void CFRunLoopAddTimer(CFRunLoopTimerRef timer) override;
   void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) override;
   void CFRelease(CFRunLoopTimerRef timer) override;
-  // What a person clicks or types meanwhile is thrown away: it was meant for a panel that does not listen.
+  // Discards what a person clicked or typed meanwhile: it was meant for a panel that did not respond.
   void runOnceInDefaultMode() override;
 
   // Called after each tick.

@@ -1,4 +1,4 @@
-// The host application's ports over the toolkit.
+// The host application's platform interfaces over the toolkit.
 #include "src/frontends/prefpane/appkit_platform.h"
 
 #include <memory>
@@ -6,14 +6,14 @@
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
 
-namespace {
+namespace norvik::prefpane {
 using Function = std::function<void()>;
 }
 
 // Calls a C++ function where the toolkit wants an object and a selector. The field and the parameter are
 // untyped, as not every compiler can make, destroy or describe those of C++.
 @interface NVKCall : NSObject {
-  void* function_;  // a Function, owned
+  void* function_;  // a norvik::prefpane::Function, owned
 }
 - (id)initWithCopyOf:(const void*)function;
 - (void)call;
@@ -21,16 +21,17 @@ using Function = std::function<void()>;
 
 @implementation NVKCall
 - (id)initWithCopyOf:(const void*)function {
-  if ((self = [super init]) != nil) function_ = new Function(*static_cast<const Function*>(function));
+  if ((self = [super init]) != nil)
+    function_ = new norvik::prefpane::Function(*static_cast<const norvik::prefpane::Function*>(function));
   return self;
 }
 - (void)dealloc {
-  delete static_cast<Function*>(function_);
+  delete static_cast<norvik::prefpane::Function*>(function_);
   [super dealloc];
 }
 - (void)call {
-  [[self retain] autorelease];  // what is called may let go of the timer that calls
-  (*static_cast<Function*>(function_))();
+  [[self retain] autorelease];  // the function may release the timer that calls it
+  (*static_cast<norvik::prefpane::Function*>(function_))();
 }
 @end
 
@@ -53,12 +54,12 @@ Color AppKitApplication::windowBackgroundColor() {
   return {[color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]};
 }
 
-// The registration lives as long as the application; a pane that is gone is simply not told.
+// The registration lives as long as the application; a pane that is gone is not notified.
 void AppKitApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) {
-  const Function tell = [observer] {
+  const Function notify = [observer] {
     if (const auto held = observer.lock()) held->applicationDidBecomeActive();
   };
-  NVKCall* call = [[NVKCall alloc] initWithCopyOf:&tell];
+  NVKCall* call = [[NVKCall alloc] initWithCopyOf:&notify];
   [[NSNotificationCenter defaultCenter] addObserver:call
                                            selector:@selector(call)
                                                name:NSApplicationDidBecomeActiveNotification
@@ -79,9 +80,9 @@ void AppKitWorkspace::openURL(std::string_view url) {
 
 void AppKitNotifications::postNotificationName(const char* name, const char* object, unsigned options) {
   @try {
-    NVKPost(text(name), object != nullptr ? text(object) : nil, options);
+    postNotification(text(name), object != nullptr ? text(object) : nil, options);
   } @catch (NSException* refused) {
-    // No centre runs, so nobody listens there.
+    // No notification centre is running, so nobody listens there.
   }
   computer_.postNotificationName(name, object, options);
 }

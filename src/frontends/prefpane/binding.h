@@ -15,8 +15,8 @@ struct BindingKind;
 
 class Binding : public ControlObserver {
  public:
-  // Makes the view and shows the model's state in it. All three outlive the binding. The kind is none of
-  // those that have a place of their own in the window: sidebar and tab view.
+  // Makes the view and shows the model's state in it. All three outlive the binding. The control is neither
+  // the sidebar nor the tab view, which MainView shows.
   Binding(NVKServerPrefs& pane, Control& control, const ControlDescription& description);
   ~Binding() override;
   Binding(const Binding&) = delete;
@@ -24,17 +24,17 @@ class Binding : public ControlObserver {
 
   Control& control() const { return control_; }
   const ControlDescription& description() const { return description_; }
-  // An NSView, in the size that it needs by itself.
+  // An NSView, at first in the size that its contents need.
   void* view() const { return view_.get(); }
 
-  // Called after a person's edit reached the model and its action was sent.
+  // Called after a person's edit has reached the model and its action was sent.
   std::function<void()> edited;
-  // Called after the view took up a change of the model.
+  // Called after the view has shown a change of the model.
   std::function<void()> changed;
 
-  // The model changed: brings the view up to it, setting nothing that is set already.
+  // The model changed: updates the view, setting nothing that is already set.
   void controlChanged(Control& control) override;
-  // A person worked the view.
+  // A person used the view.
   void viewChanged();
 
  private:

@@ -6,6 +6,7 @@
 
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/lock_button.h"
+#import "src/frontends/prefpane/slider.h"
 #include "src/frontends/prefpane/text.h"
 
 using norvik::prefpane::Binding;
@@ -41,7 +42,7 @@ struct BindingKind {
   void (*show)(NSView* view, const Control& control);
   // Writes what the view holds into the model.
   void (*take)(NSView* view, Control& control);
-  bool acts;  // an edit sends the control's action; else the pane's next tick takes it up
+  bool acts;  // an edit sends the control's action; otherwise the pane's next tick notices it
 };
 
 namespace {
@@ -71,7 +72,7 @@ void showState(NSView* view, const Control& control) {
   if ([box state] != control.state()) [box setState:control.state()];
 }
 
-// A click leads from mixed to on, and never back to mixed.
+// A click turns mixed into on, and never back.
 void takeState(NSView* view, Control& control) {
   control.setState(control.isOn() ? kOffState : kOnState);
 }
@@ -81,17 +82,18 @@ void takeChoice(NSView* view, Control& control) {
   control.setState(kOnState);
 }
 
+// The tick marks are for the eye alone: the knob stops at every whole number, of which there may be more.
 NSView* makeSlider(const ControlDescription& description) {
-  NSSlider* slider = [[[NSSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
+  NSSlider* slider = [[[NVKSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
   [slider setMinValue:description.minimum.value_or(0)];
   [slider setMaxValue:description.maximum.value_or(0)];
   [slider setNumberOfTickMarks:description.tick_marks];
-  [slider setAllowsTickMarkValuesOnly:description.tick_marks > 1];
+  [slider setAllowsTickMarkValuesOnly:NO];
   [slider setContinuous:YES];
   return slider;
 }
 
-// The model keeps a value outside the range; the view stands at its nearest end then.
+// The model keeps a value outside the range; the knob is at the nearest end then.
 void showValue(NSView* view, const Control& control) {
   NSSlider* slider = (NSSlider*)view;
   const double nearest = std::clamp(std::trunc(control.doubleValue()), [slider minValue], [slider maxValue]);
@@ -239,7 +241,7 @@ void Binding::controlChanged(Control& /*control*/) {
 void Binding::viewChanged() {
   kind_.take(static_cast<NSView*>(view_.get()), control_);
   if (kind_.acts) pane_.buttonClicked(control_);
-  showModel();  // an action may have put the control back to what it was, which tells nobody
+  showModel();  // an action may have put the control back as it was, which notifies nobody
   if (edited) edited();
 }
 

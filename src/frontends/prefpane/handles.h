@@ -1,5 +1,5 @@
-// Objects of the toolkit as C++ headers name them: opaque, so that a header needs no toolkit, and counted, so
-// that whoever holds one keeps it.
+// Objects of the toolkit for C++ headers: opaque, so that a header needs no toolkit, and counted, so that an
+// object lives as long as a handle to it.
 #pragma once
 
 namespace norvik::prefpane {

@@ -1,4 +1,4 @@
-// Retain and release, the only two things that holding an object takes.
+// Retain and release, all that holding an object needs.
 #include "src/frontends/prefpane/handles.h"
 
 #include <utility>

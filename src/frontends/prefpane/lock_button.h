@@ -8,7 +8,7 @@ namespace norvik::prefpane {
 // A new NVKButton, autoreleased, in the size of a lock.
 void* makeLockButton();
 
-// Gives the button the tint and the picture of the model's, an NVKButton of the module.
+// Gives the button the tint and the picture of the model, which is an NVKButton of the module.
 void showLockButton(void* button, const Control& model);
 
 }  // namespace norvik::prefpane

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
 #include <cstring>
 
 #import "src/frontends/prefpane/lock_button_classes.h"
@@ -11,6 +12,8 @@
 #include "src/server/mac/ui/nvk_button.h"
 
 #import <objc/runtime.h>
+
+namespace norvik::prefpane {
 
 namespace {
 
@@ -24,31 +27,31 @@ void reportConversion(NSInteger line, NSString* description) {
                                                    description:@"%@", description];
 }
 
-norvik::Image fromToolkit(NSBitmapImageRep* picture) {
-  norvik::Image image(static_cast<int>([picture pixelsWide]), static_cast<int>([picture pixelsHigh]));
+Image fromToolkit(NSBitmapImageRep* picture) {
+  Image image(static_cast<int>([picture pixelsWide]), static_cast<int>([picture pixelsHigh]));
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
       NSColor* color = [[picture colorAtX:x y:y] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
       image.setPixel(
           x, y,
-          norvik::premultiplied(
+          premultiplied(
               {[color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]}));
     }
   }
   return image;
 }
 
-// Where the plain button has the window's colour, as an unlit face has it, the tint shall show as it is: only
-// what is darker than that shades it.
-void keepShading(norvik::Image& image) {
-  NSColor* face = [[NSColor controlBackgroundColor] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
-  const CGFloat parts[] = {[face redComponent], [face greenComponent], [face blueComponent]};
+// Where the plain button has the window's colour, the tint must show as it is: only what is darker shades it.
+void keepShading(Image& image) {
+  NSColor* plainColor = [[NSColor controlBackgroundColor] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
+  const CGFloat parts[] = {
+      [plainColor redComponent], [plainColor greenComponent], [plainColor blueComponent]};
   const auto lightened = [](uint8_t value, CGFloat part) {
     return static_cast<uint8_t>(std::min(255.0, std::round(value / std::max(part, 1 / 255.0))));
   };
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
-      const norvik::Pixel plain = image.pixel(x, y);
+      const Pixel plain = image.pixel(x, y);
       image.setPixel(x, y,
                      {lightened(plain.red, parts[0]), lightened(plain.green, parts[1]),
                       lightened(plain.blue, parts[2]), plain.alpha});
@@ -56,7 +59,7 @@ void keepShading(norvik::Image& image) {
   }
 }
 
-NSImage* toToolkit(const norvik::Image& image) {
+NSImage* toToolkit(const Image& image) {
   NSBitmapImageRep* picture = [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
                                                                        pixelsWide:image.width()
                                                                        pixelsHigh:image.height()
@@ -70,7 +73,7 @@ NSImage* toToolkit(const norvik::Image& image) {
   unsigned char* bytes = [picture bitmapData];
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
-      const norvik::Pixel pixel = image.pixel(x, y);
+      const Pixel pixel = image.pixel(x, y);
       for (const uint8_t part : {pixel.red, pixel.green, pixel.blue, pixel.alpha}) *bytes++ = part;
     }
   }
@@ -81,26 +84,32 @@ NSImage* toToolkit(const norvik::Image& image) {
 
 }  // namespace
 
+}  // namespace norvik::prefpane
+
 @interface NVKButtonCell (Plain)
 - (norvik::Image)plainLookInView:(NSView*)view size:(NSSize)size;
 @end
 
+namespace norvik::prefpane {
+
 namespace {
 
 // The plain look, as the toolkit draws it.
-class ToolkitPainter : public norvik::ButtonPainter {
+class ToolkitPainter : public ButtonPainter {
  public:
-  ToolkitPainter(NVKButtonCell* cell, NSView* view) : cell_(cell), view_(view) {}
-  void drawButton(const norvik::ButtonCell& /*cell*/, norvik::Image& image) override {
+  ToolkitPainter(::NVKButtonCell* cell, NSView* view) : cell_(cell), view_(view) {}
+  void drawButton(const ButtonCell& /*cell*/, Image& image) override {
     image = [cell_ plainLookInView:view_ size:NSMakeSize(image.width(), image.height())];
   }
 
  private:
-  NVKButtonCell* cell_;
+  ::NVKButtonCell* cell_;
   NSView* view_;
 };
 
 }  // namespace
+
+}  // namespace norvik::prefpane
 
 @implementation NVKButtonCell
 
@@ -125,7 +134,7 @@ class ToolkitPainter : public norvik::ButtonPainter {
   buttonColor_ = kept;
 }
 
-// Without its picture, which stands on the tinted button: tinted along, it could hardly be made out.
+// Without the picture, which is drawn on the tinted button: if it were tinted too, it could hardly be seen.
 - (norvik::Image)plainLookInView:(NSView*)view size:(NSSize)size {
   NSImage* canvas = [[[NSImage alloc] initWithSize:size] autorelease];
   const NSRect whole = NSMakeRect(0, 0, size.width, size.height);
@@ -133,8 +142,8 @@ class ToolkitPainter : public norvik::ButtonPainter {
   [super drawBezelWithFrame:whole inView:view];
   NSBitmapImageRep* drawn = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:whole] autorelease];
   [canvas unlockFocus];
-  norvik::Image image = fromToolkit(drawn);
-  keepShading(image);
+  norvik::Image image = norvik::prefpane::fromToolkit(drawn);
+  norvik::prefpane::keepShading(image);
   return image;
 }
 
@@ -149,9 +158,9 @@ class ToolkitPainter : public norvik::ButtonPainter {
       [color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]});
   norvik::Image image(static_cast<int>(std::lround(NSWidth(frame))),
                       static_cast<int>(std::lround(NSHeight(frame))));
-  ToolkitPainter painter(self, view);
+  norvik::prefpane::ToolkitPainter painter(self, view);
   cell.drawWithFrame({0, 0, NSWidth(frame), NSHeight(frame)}, image, painter);
-  NSImage* tinted = toToolkit(image);
+  NSImage* tinted = norvik::prefpane::toToolkit(image);
   [tinted setFlipped:[view isFlipped]];
   [tinted drawInRect:frame fromRect:NSZeroRect operation:NSCompositeSourceOver fraction:1.0];
   [super drawInteriorWithFrame:frame inView:view];
@@ -170,9 +179,9 @@ class ToolkitPainter : public norvik::ButtonPainter {
   Class wanted = [[self class] cellClass];
   NSCell* decoded = [self cell];
   if ([decoded class] == wanted || ![wanted isSubclassOfClass:[decoded class]]) return self;
-  // The copy's contents belong to the new cell, so that its memory alone is given back.
+  // The copy's contents belong to the new cell, so that only its memory is freed.
   NSCell* copy = [decoded copy];
-  NSCell* tinted = ConvertObjectIntoSubclass(copy, wanted);
+  NSCell* tinted = norvik::prefpane::ConvertObjectIntoSubclass(copy, wanted);
   if (tinted == nil) {
     [copy release];
     return self;
@@ -193,7 +202,7 @@ class ToolkitPainter : public norvik::ButtonPainter {
 }
 
 - (void)setImage:(NSImage*)image {
-  // The picture that is shown already asks for no drawing; not every toolkit's button sees that by itself.
+  // A picture that is already shown needs no drawing; not every toolkit's button notices that by itself.
   if (image == [self image]) return;
   [super setImage:image];
   if ([[self cell] isKindOfClass:[NVKButtonCell class]]) [self setNeedsDisplay:YES];
@@ -206,14 +215,16 @@ class ToolkitPainter : public norvik::ButtonPainter {
 
 @end
 
+namespace norvik::prefpane {
+
 id ConvertObjectIntoSubclass(id object, Class subclass) {
   if (![subclass isSubclassOfClass:[object class]]) {
     reportConversion(kNotSubclassLine,
                      @"Invalid parameter not satisfying: [subclass isSubclassOfClass:[object class]]");
     return nil;
   }
-  const size_t known = class_getInstanceSize([object class]);
-  const size_t more = class_getInstanceSize(subclass) - known;
+  const std::size_t known = class_getInstanceSize([object class]);
+  const std::size_t more = class_getInstanceSize(subclass) - known;
   id copy = NSCopyObject(object, more, [object zone]);
   if (copy == nil) {
     reportConversion(kNoCopyLine, @"Failed to copy object.");
@@ -224,8 +235,6 @@ id ConvertObjectIntoSubclass(id object, Class subclass) {
   object_setClass(copy, subclass);
   return copy;
 }
-
-namespace norvik::prefpane {
 
 namespace {
 constexpr CGFloat kSide = 34;  // the pictures are drawn for this size

@@ -16,7 +16,10 @@
 - (void)setButtonColor:(NSColor*)color;
 @end
 
-// A new object, of `subclass`, that carries all the state of `object`; nil, after telling the assertion
-// handler, where `subclass` does not derive from the object's class or the copy cannot be made. The caller
-// owns it.
+namespace norvik::prefpane {
+
+// A new object of `subclass` with all the state of `object`; the caller owns it. If `subclass` does not
+// derive from the object's class, or the copy cannot be made: a report to the assertion handler, and nil.
 id ConvertObjectIntoSubclass(id object, Class subclass);
+
+}  // namespace norvik::prefpane

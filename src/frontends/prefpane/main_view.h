@@ -1,5 +1,5 @@
 // The pane's main view: the sidebar at the left, the pages at the right, the lock and the buttons below.
-// Mirrors the model; own rules it has none. A plain C++ header.
+// Mirrors the model and has no rules of its own. A plain C++ header.
 #pragma once
 
 #include <memory>
@@ -24,18 +24,18 @@ class MainView : public ControlObserver {
   // An NSView.
   void* view() const { return view_.get(); }
 
-  // Takes the frame of the model's main view over to the toolkit's.
+  // Gives the toolkit's view the frame of the model's main view.
   void fit();
   // Draws a control of the model, or the whole view, at once.
   void display(const Control& control);
   void displayIfNeeded();
-  // After a tick, or an edit that counts at once.
+  // To be called after a tick of the pane's timer, and after a person's edit.
   void ticked();
   void edited();
 
   // The sidebar or the page of the model changed.
   void controlChanged(Control& control) override;
-  // A person chose a row of the sidebar.
+  // A person selected a row of the sidebar.
   void rowChosen();
 
  private:
@@ -56,7 +56,7 @@ class MainView : public ControlObserver {
   Handle tabs_;
   std::vector<std::unique_ptr<PageView>> pages_;
   std::vector<std::unique_ptr<Binding>> frame_;
-  bool showing_ = false;  // what changes in the sidebar now is the model's doing
+  bool showing_ = false;  // the model, and no person, is changing the sidebar
   int ticksToNotes_ = 0;
 };
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #import "src/frontends/prefpane/appkit.h"
-#import "src/frontends/prefpane/flipped_view.h"
+#import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
 
 namespace norvik::prefpane {
@@ -99,7 +99,7 @@ void MainView::makePages() {
   tabs_ = Handle(tabs);
 }
 
-// The lock and its hint, as the description orders them, from the left. Answers the height of the line.
+// The lock and its hint, from the left, in the order of the description. Returns the height of the line.
 double MainView::makeFrame() {
   CGFloat left = kMargin;
   CGFloat height = 0;
@@ -109,7 +109,7 @@ double MainView::makeFrame() {
     frame_.back()->edited = [this] { edited(); };
     NSView* one = static_cast<NSView*>(frame_.back()->view());
     if (description.kind == ControlKind::label) {
-      [one setFrameSize:NSMakeSize(kHintWidth, NSHeight([NVKCaption(@"Ag") frame]))];
+      [one setFrameSize:NSMakeSize(kHintWidth, NSHeight([makeCaption(@"Ag") frame]))];
     }
     height = std::max(height, NSHeight([one frame]));
     [one setFrameOrigin:NSMakePoint(left, 0)];
@@ -156,7 +156,7 @@ void MainView::displayIfNeeded() {
   [[asView(view_) window] flushWindow];
 }
 
-// Only the page that shows: another is brought up to the model when it does.
+// Only the visible page: another one is updated when it is shown.
 void MainView::ticked() {
   PageView* page = shownPage();
   if (page == nullptr) return;
@@ -177,7 +177,7 @@ void MainView::refreshPage() {
   ticked();
 }
 
-// An edit counts at once, and so does what follows from it: the pane gets its next tick now.
+// What follows from an edit is seen at once, as the pane gets its next tick now.
 void MainView::edited() {
   pane_.onStateTimer();
   refreshPage();

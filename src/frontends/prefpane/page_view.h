@@ -1,5 +1,5 @@
-// One page of settings, laid out from its description: sections under headings, captions lined up, a mark
-// before each row that differs from what is stored, a note under a port that is no good. A plain C++ header.
+// One page of settings, made from its description: sections under headings, captions lined up, a mark before
+// each row that differs from what is stored, a note under an unusable port. A plain C++ header.
 #pragma once
 
 #include <functional>
@@ -24,8 +24,8 @@ class PageView {
   void* view() const { return view_.get(); }
   const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
 
-  // Bring marks with the dot, and notes, up to the model; set nothing that is set already. The notes ask the
-  // computer which ports are in use.
+  // Update the marks with the dot, and the notes, to the model; they set nothing that is already set. For the
+  // notes the computer is asked which ports are in use.
   void refreshMarks();
   void refreshNotes();
 
@@ -51,11 +51,11 @@ class PageView {
   NVKServerPrefs& pane_;
   const InterfaceDescription& interface_;
   Handle view_;
-  Handle dot_;  // before the server's state, where this page tells it
+  Handle dot_;  // before the server's state, on the page that shows it
   double captionWidth_ = 0;
   double y_ = 0;                // where the next row begins
-  double rowHeight_ = 0;        // of the row that is being laid out
-  std::vector<Handle> placed_;  // what stands in that row, to be centred in its height
+  double rowHeight_ = 0;        // of the row that is being made
+  std::vector<Handle> placed_;  // the views of that row, to be centred in its height
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::vector<Mark> marks_;
   std::vector<Note> notes_;

@@ -1,10 +1,10 @@
-// The layout of a page, from the top down. Sizes come from the font.
+// The layout of a page, from the top down. Sizes follow from the font.
 #include "src/frontends/prefpane/page_view.h"
 
 #include <algorithm>
 
 #import "src/frontends/prefpane/appkit.h"
-#import "src/frontends/prefpane/flipped_view.h"
+#import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/checks/port_check.h"
 #include "src/frontends/shared/checks/port_in_use.h"
@@ -23,7 +23,7 @@ constexpr CGFloat kBeforeSection = 12;
 constexpr CGFloat kBetweenRows = 7;
 constexpr CGFloat kIndent = 20;  // of a control that means something only while a box is on
 constexpr CGFloat kStateWidth = 120;
-constexpr CGFloat kValueWidth = 28;  // of what a slider stands at
+constexpr CGFloat kValueWidth = 28;  // of the number beside a slider
 constexpr int kAddressLines = 5;     // a sentence of two, a blank one, and a long address
 constexpr int kDescriptionLines = 2;
 constexpr int kNoteLines = 2;
@@ -42,14 +42,14 @@ CGFloat widestCaption(const TabDescription& tab, NVKServerPrefs& pane) {
   for (const SectionDescription& section : tab.sections) {
     for (const RowDescription& row : section.rows) {
       if (captionOf(row).empty() || !isShown(row, pane)) continue;
-      widest = std::max(widest, NSWidth([NVKCaption(text(captionOf(row))) frame]));
+      widest = std::max(widest, NSWidth([makeCaption(text(captionOf(row))) frame]));
     }
   }
   return widest;
 }
 
 CGFloat lineHeight() {
-  return NSHeight([NVKCaption(@"Ag") frame]);
+  return NSHeight([makeCaption(@"Ag") frame]);
 }
 
 NSTextField* quiet(NSTextField* words) {
@@ -84,12 +84,13 @@ PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
 void PageView::addSection(const SectionDescription& section) {
   std::vector<NSTextField*> head;
   if (!section.title.empty()) {
-    NSTextField* title = NVKCaption(text(section.title));
+    NSTextField* title = makeCaption(text(section.title));
     [title setFont:[NSFont boldSystemFontOfSize:0]];
     [title sizeToFit];
     head.push_back(title);
   }
-  if (!section.note.empty()) head.push_back(quiet(NVKParagraph(text(section.note), kPageWidth - kMarkWidth)));
+  if (!section.note.empty())
+    head.push_back(quiet(makeParagraph(text(section.note), kPageWidth - kMarkWidth)));
   if (!head.empty() && !bindings_.empty()) y_ += kBeforeSection;
   for (NSTextField* words : head) {
     [words setFrameOrigin:NSMakePoint(kMarkWidth, y_)];
@@ -113,14 +114,14 @@ void PageView::placeBeside(void* view, double x) {
 void PageView::addRow(const RowDescription& row) {
   rowHeight_ = lineHeight();
   placed_.clear();
-  NSTextField* dot = NVKCaption(@"\u2022");
+  NSTextField* dot = makeCaption(@"\u2022");
   [dot setToolTip:text(interface_.changed_help)];
   [dot setHidden:YES];
   placeBeside(dot, 0);
   Mark mark{Handle(dot), {}};
   double x = kMarkWidth;
   if (const std::string& words = captionOf(row); !words.empty()) {
-    NSTextField* caption = NVKCaption(text(words));
+    NSTextField* caption = makeCaption(text(words));
     placeBeside(caption, x + captionWidth_ - NSWidth([caption frame]));
     x += captionWidth_ + kGap;
   }
@@ -139,7 +140,7 @@ void PageView::addRow(const RowDescription& row) {
   marks_.push_back(std::move(mark));
 }
 
-// Answers where the control and what belongs beside it ends.
+// Returns where the control, with what belongs beside it, ends.
 double PageView::addControl(const RowDescription& row, const ControlDescription& description, double x,
                             Mark& mark) {
   if (!description.requires_outlet.empty() && mark.bindings.empty()) x += kIndent;
@@ -147,7 +148,7 @@ double PageView::addControl(const RowDescription& row, const ControlDescription&
   Binding& binding = *bindings_.back();
   mark.bindings.push_back(&binding);
   if (isCaptionedWithin(row, description)) {
-    NSTextField* caption = NVKCaption(text(description.label));
+    NSTextField* caption = makeCaption(text(description.label));
     placeBeside(caption, x);
     x = NSMaxX([caption frame]) + kGap;
   }
@@ -164,10 +165,10 @@ double PageView::addControl(const RowDescription& row, const ControlDescription&
   return addBeside(binding, NSMaxX([view frame]) + kGap);
 }
 
-// What a slider stands at, right behind it.
+// The number that a slider is at, right beside it.
 double PageView::addBeside(Binding& binding, double x) {
   if (binding.description().kind != ControlKind::slider) return x - kGap;
-  NSTextField* value = NVKCaption(@"");
+  NSTextField* value = makeCaption(@"");
   [value setFrameSize:NSMakeSize(kValueWidth, lineHeight())];
   placeBeside(value, x);
   const Control* model = &binding.control();
@@ -184,8 +185,8 @@ double PageView::addDot(double x) {
   return x + side + kGap;
 }
 
-// What a control has under it: the names of a slider's ends, what is wrong with a port, the copying of an
-// address.
+// What a control has under it: the names of a slider's ends, what is wrong with a port, a button that copies
+// an address.
 void PageView::addBelow(Binding& binding, double x) {
   const ControlDescription& description = binding.description();
   const NSRect bar = [static_cast<NSView*>(binding.view()) frame];
@@ -196,16 +197,16 @@ void PageView::addBelow(Binding& binding, double x) {
     height = std::max(height, NSHeight([view frame]));
   };
   if (description.kind == ControlKind::slider) {
-    add(quiet(NVKCaption(text(description.minimum_label))), x);
-    NSTextField* most = quiet(NVKCaption(text(description.maximum_label)));
+    add(quiet(makeCaption(text(description.minimum_label))), x);
+    NSTextField* most = quiet(makeCaption(text(description.maximum_label)));
     add(most, NSMaxX(bar) - NSWidth([most frame]));
   } else if (hasNote(description)) {
-    NSTextField* note = NVKParagraph(@"", kPageWidth - x - kIndent);
+    NSTextField* note = makeParagraph(@"", kPageWidth - x - kIndent);
     [note setFrameSize:NSMakeSize(NSWidth([note frame]), kNoteLines * lineHeight())];
     add(note, x + kIndent);
     notes_.push_back({Handle(note), &binding});
   } else if (!description.copy_title.empty()) {
-    NSButton* copy = NVKCopyButton(text(description.copy_title), static_cast<NSTextField*>(binding.view()));
+    NSButton* copy = makeCopyButton(text(description.copy_title), static_cast<NSTextField*>(binding.view()));
     add(copy, NSMinX(bar));
     const Control* model = &binding.control();
     binding.changed = [=] { hide(copy, !addressIn(model->stringValue())); };

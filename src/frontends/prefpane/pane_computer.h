@@ -1,17 +1,18 @@
-// The computer as the pane has it in its own home: the host application's ports over the toolkit, all others
-// of the computer that it runs on. A plain C++ header.
+// The computer of the pane in its host: the host application's platform interfaces and the pane's
+// bundle over the toolkit, all others of the computer that it runs on. A plain C++ header.
 #pragma once
 
 #include "src/adapters/linux/linux_computer.h"
 #include "src/frontends/prefpane/appkit_platform.h"
+#include "src/frontends/prefpane/pane_bundles.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik::prefpane {
 
 class PaneComputer {
  public:
-  // Installs itself as the platform for as long as it lives. Works on the sandbox that the variable
-  // NORVIK_ROOT names, or on the system itself where it names none.
+  // Installs itself as the platform for as long as it lives. Works on the sandbox that the environment
+  // variable NORVIK_ROOT names, or on the system itself if it is empty or not set.
   PaneComputer();
   ~PaneComputer();
   PaneComputer(const PaneComputer&) = delete;
@@ -19,6 +20,7 @@ class PaneComputer {
 
   AppKitDrawing& drawing() { return drawing_; }
   AppKitRunLoop& runLoop() { return runLoop_; }
+  PaneBundles& bundles() { return bundles_; }
 
  private:
   LinuxComputer computer_;
@@ -28,6 +30,7 @@ class PaneComputer {
   AppKitNotifications notifications_;
   AppKitDrawing drawing_;
   AppKitRunLoop runLoop_;
+  PaneBundles bundles_;
   Platform platform_;
 };
 

@@ -1,5 +1,5 @@
-// The preference pane as its host knows it: NVKServerPrefs, a subclass of NSPreferencePane that hands the
-// host's calls to the pane module and answers the sidebar's questions with the module's answers.
+// The preference pane as its host knows it: NVKServerPrefs, a subclass of NSPreferencePane that passes the
+// host's calls, and the sidebar's queries, on to the pane module.
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,19 +10,15 @@
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
-using norvik::ConfBarNode;
-using norvik::prefpane::MainView;
-using norvik::prefpane::PaneComputer;
-using norvik::prefpane::text;
-
 @interface NVKServerPrefs : NSPreferencePane {
   norvik::NVKServerPrefs* pane_;  // both owned; not every compiler makes and destroys a field by itself
-  MainView* view_;
+  norvik::prefpane::MainView* view_;
   // The toolkit's objects for the sidebar's nodes, which it compares by identity.
   NSMutableDictionary* items_;
 }
 @end
 
+namespace norvik::prefpane {
 namespace {
 
 // The first pane of a process installs the computer, for as long as the process lives.
@@ -31,10 +27,10 @@ PaneComputer& computer() {
   return installed;
 }
 
-const norvik::InterfaceDescription& interface() {
-  static const norvik::InterfaceDescription shipped = [] {
+const InterfaceDescription& interface() {
+  static const InterfaceDescription shipped = [] {
     std::string error;
-    auto read = norvik::shippedInterface(error);
+    const auto read = shippedInterface(error);
     if (!read) [NSException raise:NSGenericException format:@"Interface.plist: %s", error.c_str()];
     return *read;
   }();
@@ -46,12 +42,20 @@ const ConfBarNode* nodeOf(id item) {
 }
 
 }  // namespace
+}  // namespace norvik::prefpane
+
+using norvik::ConfBarNode;
+using norvik::prefpane::computer;
+using norvik::prefpane::interface;
+using norvik::prefpane::MainView;
+using norvik::prefpane::nodeOf;
+using norvik::prefpane::text;
 
 @implementation NVKServerPrefs
 
 - (id)initWithBundle:(NSBundle*)bundle {
   if ((self = [super initWithBundle:bundle]) == nil) return nil;
-  computer();
+  computer().bundles().setPaneBundle(bundle);
   pane_ = new norvik::NVKServerPrefs(interface());
   items_ = [NSMutableDictionary new];
   return self;
@@ -68,7 +72,7 @@ const ConfBarNode* nodeOf(id item) {
   [super dealloc];
 }
 
-// Only the pane that holds the state is drawn by force and ticks; another is a view without a life.
+// Only the pane that holds the state ticks and is drawn at once; the view of another one stays inert.
 - (void)beMainPane {
   MainView* view = view_;
   computer().drawing().displayControl = [view](norvik::Control& control) { view->display(control); };
@@ -79,7 +83,7 @@ const ConfBarNode* nodeOf(id item) {
   view->edited();
 }
 
-// There is no nib: the interface description is what a view is made from.
+// There is no nib: the view is made from the interface description.
 - (NSView*)loadMainView {
   pane_->awakeFromNib();
   view_ = new MainView(*pane_, interface(), self);
@@ -110,12 +114,12 @@ const ConfBarNode* nodeOf(id item) {
   pane_->didUnselect();
 }
 
-// The host may always go, and may ask twice; what is pending is asked about once it has gone.
+// The host may always leave the pane, and may ask twice; a person is asked about pending changes afterwards.
 - (NSPreferencePaneUnselectReply)shouldUnselect {
   return NSUnselectNow;
 }
 
-// The sidebar's questions.
+// The sidebar's queries.
 
 - (id)itemOf:(const ConfBarNode&)node {
   NSValue* key = [NSValue valueWithPointer:&node];
@@ -178,7 +182,7 @@ const ConfBarNode* nodeOf(id item) {
       setTextColor:look == "DisabledItem" ? [NSColor disabledControlTextColor] : [NSColor controlTextColor]];
 }
 
-// A toolkit that asks nobody whether to draw a triangle is given an empty one.
+// A toolkit that does not ask whether to draw a triangle gets an empty picture instead.
 - (void)outlineView:(NSOutlineView*)view
     willDisplayOutlineCell:(id)cell
             forTableColumn:(NSTableColumn*)column
@@ -187,7 +191,7 @@ const ConfBarNode* nodeOf(id item) {
 }
 
 - (void)outlineViewSelectionDidChange:(NSNotification*)notification {
-  if (view_ != nullptr) view_->rowChosen();  // none is there yet while it is being made
+  if (view_ != nullptr) view_->rowChosen();  // none yet while it is being made
 }
 
 @end

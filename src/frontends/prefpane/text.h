@@ -8,8 +8,8 @@
 
 namespace norvik::prefpane {
 
-// Bytes that are no UTF-8, such as those of a sentence that was cut within a character, show as Latin-1
-// rather than not at all.
+// Bytes that are not UTF-8, such as those of a sentence that was cut within a character, are taken as
+// Latin-1, so that they show at all.
 NSString* text(std::string_view utf8);
 std::string utf8(NSString* text);
 

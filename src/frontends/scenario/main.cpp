@@ -1,5 +1,5 @@
 // norvik-scenario: compares, prints or updates scenario files. Exit status 0 where all is as expected, 1
-// where some file differs or crashed, 2 where one is malformed.
+// where some file differs, crashed or left something behind, 2 where one is malformed.
 #include <algorithm>
 #include <fstream>
 #include <iostream>
@@ -19,7 +19,7 @@ enum Status { kSame = 0, kDifferent = 1, kMalformed = 2 };
 constexpr const char* kUsage =
     "usage: norvik-scenario FILE...           run and compare\n"
     "       norvik-scenario --print FILE      print the file with its actual output\n"
-    "       norvik-scenario --update FILE...  put the actual output into the files\n";
+    "       norvik-scenario --update FILE...  write the actual output into the files\n";
 
 Status statusOf(RunResult::Outcome outcome) {
   switch (outcome) {
@@ -27,6 +27,7 @@ Status statusOf(RunResult::Outcome outcome) {
       return kSame;
     case RunResult::Outcome::malformed:
       return kMalformed;
+    case RunResult::Outcome::leftSomething:
     case RunResult::Outcome::crashed:
       break;
   }
@@ -37,8 +38,9 @@ Status compare(const std::string& path) {
   const RunResult result = runScenario(path);
   Status status = statusOf(result.outcome);
   std::string diff;
-  if (status == kSame)
+  if (result.isWhole()) {
     diff = unifiedDiff(linesOf(result.text), linesOf(result.actual), path, path + " (actual)");
+  }
   if (!diff.empty()) status = kDifferent;
   std::cout << (status == kSame ? "ok " : "not ok ") << path << '\n' << diff;
   return status;
@@ -62,7 +64,7 @@ int print(const std::string& path) {
   return statusOf(result.outcome);
 }
 
-// Files that are malformed or crash stay as they are.
+// Files that are malformed, crash or leave something behind stay as they are.
 int updateAll(const std::vector<std::string>& paths) {
   Status worst = kSame;
   for (const std::string& path : paths) {
@@ -71,7 +73,7 @@ int updateAll(const std::vector<std::string>& paths) {
     if (status == kSame && result.actual != result.text) {
       std::ofstream file(path, std::ios::binary);
       if (!(file << result.actual << std::flush)) {
-        std::cerr << path << ":1: the file cannot be written\n";
+        std::cerr << path << ":1: cannot write the file\n";
         status = kMalformed;
       }
     }

@@ -1,6 +1,7 @@
 // The pane's fields and new-value accessors by their names.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -11,7 +12,7 @@ namespace norvik::scenario {
 
 struct PaneValue {
   std::string_view name;
-  std::string (*form)(const NVKServerPrefs& pane);
+  std::function<std::string(const NVKServerPrefs& pane)> form;
 };
 
 std::span<const PaneValue> paneFields();

@@ -9,12 +9,15 @@ namespace norvik::scenario {
 struct RunResult {
   enum class Outcome {
     finished,
-    malformed,  // told on standard error
-    crashed,    // told on standard error
+    leftSomething,  // finished, but something that it opened is left; named on standard error
+    malformed,      // reported on standard error
+    crashed,        // reported on standard error
   };
   Outcome outcome = Outcome::finished;
-  std::string text;    // the file as it stands
-  std::string actual;  // the file as it would stand with its actual output; empty where it did not finish
+  // Whether every command ran.
+  bool isWhole() const { return outcome == Outcome::finished || outcome == Outcome::leftSomething; }
+  std::string text;    // the file
+  std::string actual;  // the file with its actual output; empty where it did not finish
 };
 
 // Blocks until the scenario has ended.

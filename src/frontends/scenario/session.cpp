@@ -1,4 +1,4 @@
-// Keeps the panes and collects what is printed.
+// Owns the panes and collects what is printed.
 #include "src/frontends/scenario/session.h"
 
 #include <utility>
@@ -11,7 +11,7 @@ namespace norvik::scenario {
 
 Session::Session(InterfaceDescription shipped) : interface_(std::move(shipped)) {
   installPlatform(&computer.platform());
-  // A scenario says itself when the state timer fires: with `tick`.
+  // A scenario itself says when the state timer fires, with `tick`.
   computer.runLoop.setFiresInPasses(false);
   computer.effects.setSink([this](EffectKind kind, const std::string& line) {
     if (trace.shows(kind)) effects_.push_back(line);
@@ -19,7 +19,7 @@ Session::Session(InterfaceDescription shipped) : interface_(std::move(shipped)) 
 }
 
 Session::~Session() {
-  panes_.clear();
+  deallocatePanes();
   installPlatform(nullptr);
 }
 
@@ -33,6 +33,25 @@ std::vector<std::string> Session::run(const std::string& words, const std::optio
   std::vector<std::string> lines = std::move(effects_);
   lines.insert(lines.end(), output_.begin(), output_.end());
   return lines;
+}
+
+std::vector<std::string> Session::leftBehind() const {
+  auto authorizations = computer.authorization.references();
+  auto timers = computer.runLoop.timers();
+  for (const auto& pane : panes_) {
+    if (pane == nullptr) continue;
+    authorizations.erase(pane->m_authRef);
+    timers.erase(pane->m_uiTimer);
+  }
+  std::vector<std::string> names = computer.files.openStreams();
+  for (const auto& [reference, name] : authorizations) names.push_back(name);
+  for (const auto& [reference, name] : timers) names.push_back(name);
+  return names;
+}
+
+void Session::deallocatePanes() {
+  panes_.clear();
+  current_ = 0;
 }
 
 void Session::createPane() {

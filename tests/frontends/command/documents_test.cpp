@@ -6,10 +6,9 @@
 #include <set>
 #include <sstream>
 
-#include "resources/resources.h"
-#include "src/adapters/property_lists/codec.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "tests/frontends/command/sandbox_run.h"
+#include "tests/support/shipped_interface.h"
 
 namespace norvik::command {
 namespace {
@@ -19,11 +18,6 @@ std::vector<std::string> manualPage() {
   std::vector<std::string> lines;
   for (std::string line; std::getline(file, line);) lines.push_back(line);
   return lines;
-}
-
-InterfaceDescription interface() {
-  std::string error;
-  return readInterfaceDescription(*decodePropertyList(interfacePropertyList()), error).value();
 }
 
 // What the page says of a setting, by its name.
@@ -46,7 +40,7 @@ Entries shownSettings(const SandboxRun& box) {
     for (const auto& setting : page["settings"]) shown.insert(setting["name"].get<std::string>());
   }
   Entries entries;
-  const InterfaceDescription description = interface();
+  const InterfaceDescription description = shippedInterface();
   for (const SettingDescription& setting : settingsOf(description)) {
     if (shown.count(setting.name) == 0) continue;
     const std::string label = setting.isChoice() ? "" : setting.first().label + ": ";

@@ -1,12 +1,11 @@
 // norvikctl watch: a line at each change, until it is interrupted.
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
 
-#include <fstream>
+#include <csignal>
 #include <sstream>
 
 #include "tests/frontends/command/sandbox_run.h"
+#include "tests/support/files.h"
 
 namespace norvik::command {
 namespace {
@@ -14,34 +13,21 @@ namespace {
 // A running watch; ended with the object where it still runs.
 class Watch {
  public:
-  Watch(const SandboxRun& box, const Words& words) : box_(box), child_(box.start(words, "watch")) {}
-  ~Watch() {
-    if (child_ > 0) end(SIGKILL);
-  }
-  Watch(const Watch&) = delete;
-  Watch& operator=(const Watch&) = delete;
+  Watch(const SandboxRun& box, const Words& words) : box_(box), program_(box.start(words, "watch")) {}
 
-  std::string text() const {
-    std::ifstream file(box_.beside("watch"));
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
-  }
+  std::string text() const { return contentOf(box_.beside("watch")); }
   bool tells(const std::string& text_part) const {
     return eventually([&] { return text().find(text_part) != std::string::npos; });
   }
   // Its exit status, or -1 where the signal ended it.
   int end(int signal) {
-    int status = 0;
-    kill(child_, signal);
-    waitpid(child_, &status, 0);
-    child_ = -1;
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    program_.send(signal);
+    return program_.status();
   }
 
  private:
   const SandboxRun& box_;
-  pid_t child_;
+  RunningProgram program_;
 };
 
 TEST(WatchTest, TellsStateAddressAndLock) {

@@ -19,19 +19,14 @@
 #include <QWheelEvent>
 
 #include "src/frontends/shared/checks/port_check.h"
-#include "src/frontends/shared/interface/shipped_interface.h"
 #include "src/server/mac/platform/platform.h"
+#include "tests/support/waiting.h"
 
 namespace norvik::desktop {
 
-InterfaceDescription shippedInterface() {
-  std::string error;
-  auto interface = norvik::shippedInterface(error);
-  EXPECT_TRUE(interface) << error;
-  return interface.value_or(InterfaceDescription());
-}
-
 namespace {
+
+constexpr int kMilliseconds = static_cast<int>(kPatience.count());
 
 // Port 4321 is the one that another program has.
 QString portProblem(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field) {
@@ -51,7 +46,7 @@ Panel::Panel()
       }) {
   window.fill();
   window.show();
-  EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kMilliseconds));
 }
 
 Panel::~Panel() = default;
@@ -156,7 +151,7 @@ void Panel::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   if (QApplication::activeWindow() ==
       nullptr) {  // without a window manager nobody brings it back after a panel
     window.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kMilliseconds));
   }
   QWidget* focus = QApplication::focusWidget();
   QTest::keyClick(focus != nullptr ? focus : &window, key, modifiers);

@@ -10,10 +10,9 @@
 
 #include "src/frontends/desktop/settings_window.h"
 #include "src/server/mac/pane/pane.h"
+#include "tests/support/shipped_interface.h"
 
 namespace norvik::desktop {
-
-InterfaceDescription shippedInterface();
 
 class Panel {
  public:

@@ -1,118 +1,84 @@
-// The sandbox's life, and the mouse and keyboard through xdotool.
+// The program by a process of the toolkit, and the mouse and keyboard through xdotool.
 #include "tests/frontends/desktop/program.h"
 
-#include <QDeadlineTimer>
-#include <QFile>
 #include <QProcessEnvironment>
-#include <QTcpServer>
-#include <QTcpSocket>
-#include <QThread>
 
-#include "src/adapters/property_lists/codec.h"
+#include "tests/support/tcp_port.h"
 
 namespace norvik::desktop {
 
 namespace {
 
-constexpr int kPatience = 10000;  // milliseconds
+constexpr int kMilliseconds = static_cast<int>(kPatience.count());
 
-QString program(const char* name) {
-  return QStringLiteral(NORVIK_BIN_DIR "/") + QString::fromUtf8(name);
+QStringList withRoot(const std::filesystem::path& root, const QStringList& words) {
+  return QStringList{QStringLiteral("--root"), QString::fromStdString(root)} + words;
 }
 
-PropertyList service(int port) {
-  return PropertyList::Dictionary{{"PortNumber", int64_t{port}}, {"Disabled", false}};
+QString settingsProgram() {
+  return QString::fromStdString(builtProgram("norvik-settings"));
 }
 
 }  // namespace
 
-bool eventually(const std::function<bool()>& condition) {
-  const QDeadlineTimer end(kPatience);
-  while (!condition()) {
-    if (end.hasExpired()) return false;
-    QThread::msleep(20);
-  }
-  return true;
-}
-
-int freePort() {
-  QTcpServer server;
-  EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
-  return server.serverPort();
-}
-
 QByteArray greetingOn(int port) {
-  QTcpSocket client;
-  client.connectToHost(QHostAddress::LocalHost, static_cast<quint16>(port));
-  if (!client.waitForConnected(500)) return {};
-  client.waitForReadyRead(500);
-  return client.readAll();
+  return QByteArray::fromStdString(norvik::greetingOn(port));
 }
 
 void Program::SetUp() {
-  ASSERT_EQ(sandbox({QStringLiteral("start"), root_.path(), QStringLiteral("--speed"), QStringLiteral("50")}),
-            0);
   nvkPort = freePort();
   rdpPort = freePort();
-  QFile file(path(QStringLiteral("etc/norvik/svr.cfg")));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(QByteArray::fromStdString(encodeXmlPropertyList(PropertyList::Dictionary{
-      {"SingleUser", true}, {"NVKService", service(nvkPort)}, {"RDPService", service(rdpPort)}})));
+  box_.setPorts(nvkPort, rdpPort);
   QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-  variables.insert(QStringLiteral("XDG_RUNTIME_DIR"), root_.path());
+  variables.insert(QStringLiteral("XDG_RUNTIME_DIR"), QString::fromStdString(box_.beside("")));
   panel.setProcessEnvironment(variables);
   panel.setProcessChannelMode(QProcess::ForwardedChannels);
 }
 
 void Program::TearDown() {
-  if (panel.state() != QProcess::NotRunning) {
-    panel.kill();
-    panel.waitForFinished();
-  }
-  EXPECT_EQ(sandbox({QStringLiteral("stop"), root_.path()}), 0);
-}
-
-int Program::sandbox(const QStringList& words) {
-  return QProcess::execute(program("norvik-sandbox"), words);
+  if (panel.state() == QProcess::NotRunning) return;
+  panel.kill();
+  panel.waitForFinished(kMilliseconds);
 }
 
 void Program::startServer() {
-  ASSERT_EQ(orderServer(QStringLiteral("start")), 0);
+  orderServer("start");
 }
 
 void Program::stopServer() {
-  ASSERT_EQ(orderServer(QStringLiteral("stop")), 0);
+  orderServer("stop");
 }
 
-int Program::orderServer(const QString& order) {
-  return QProcess::execute(path(QStringLiteral("usr/sbin/nvkservice")), {order, QStringLiteral("-w")});
+void Program::orderServer(const std::string& order) {
+  const ProgramResult result = box_.tool("/usr/sbin/nvkservice", {order, "-w"});
+  ASSERT_EQ(result.status, 0) << result.output;
 }
 
 int Program::run(const QStringList& words) {
   QProcess process;
   process.setProcessEnvironment(panel.processEnvironment());
   process.setProcessChannelMode(QProcess::ForwardedChannels);
-  process.start(program("norvik-settings"), QStringList{QStringLiteral("--root"), root_.path()} + words);
-  if (!process.waitForFinished(3 * kPatience) || process.exitStatus() != QProcess::NormalExit) return -1;
+  process.start(settingsProgram(), withRoot(box_.root(), words));
+  constexpr int kLimit = static_cast<int>(kProgramLimit.count());
+  if (!process.waitForFinished(kLimit) || process.exitStatus() != QProcess::NormalExit) return -1;
   return process.exitCode();
 }
 
 void Program::start() {
-  panel.start(program("norvik-settings"), {QStringLiteral("--root"), root_.path()});
+  panel.start(settingsProgram(), withRoot(box_.root(), {}));
   ASSERT_TRUE(panel.waitForStarted());
   ASSERT_NE(activeWindow(QStringLiteral("Norvik Server")), QString());
 }
 
 bool Program::ends() {
-  if (panel.state() != QProcess::NotRunning && !panel.waitForFinished(kPatience)) return false;
+  if (panel.state() != QProcess::NotRunning && !panel.waitForFinished(kMilliseconds)) return false;
   return panel.exitStatus() == QProcess::NormalExit && panel.exitCode() == 0;
 }
 
 QString Program::x(const QStringList& words) {
-  QProcess process;
-  process.start(QStringLiteral("xdotool"), words);
-  process.waitForFinished(kPatience);
-  return QString::fromUtf8(process.readAllStandardOutput()).trimmed();
+  Words all{"xdotool"};
+  for (const QString& word : words) all.push_back(word.toStdString());
+  return QString::fromStdString(runProgram(all).output).trimmed();
 }
 
 void Program::keys(const QStringList& names) {
@@ -121,17 +87,19 @@ void Program::keys(const QStringList& names) {
 
 QString Program::activeWindow(const QString& title) {
   QString window;
-  eventually([&] {
+  const bool isThere = eventually([&] {
     window = x({QStringLiteral("getactivewindow")});
     return !window.isEmpty() && x({QStringLiteral("getwindowname"), window}) == title;
   });
-  return x({QStringLiteral("getwindowname"), window}) == title ? window : QString();
+  return isThere ? window : QString();
 }
 
 PropertyList Program::listIn(const QString& inSandbox) const {
-  QFile file(path(inSandbox));
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  return decodePropertyList(file.readAll().toStdString()).value_or(PropertyList());
+  return box_.list("/" + inSandbox.toStdString());
+}
+
+QString Program::path(const QString& inSandbox) const {
+  return QString::fromStdString(box_.root() / inSandbox.toStdString());
 }
 
 }  // namespace norvik::desktop

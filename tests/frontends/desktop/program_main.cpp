@@ -1,4 +1,4 @@
-// Runs the program's tests, or stands for another program with a window of its own.
+// Runs the program's tests, or is another program with a window.
 #include <gtest/gtest.h>
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-// The lock button's classes: made from what a plain button was archived with, and drawn.
+// The lock button's classes: decoded from the archive of a plain button, and drawn.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,12 +7,10 @@
 #import "src/frontends/prefpane/lock_button_classes.h"
 #include "src/frontends/prefpane/text.h"
 
-using norvik::prefpane::utf8;
-
-// Keeps what it is told, where the usual one would raise an exception.
+// Keeps the reports, for which the usual one would raise an exception.
 @interface NVKRecordingHandler : NSAssertionHandler {
  @public
-  NSMutableArray* told;
+  NSMutableArray* reports;
 }
 @end
 
@@ -25,10 +23,11 @@ using norvik::prefpane::utf8;
   va_start(arguments, format);
   NSString* words = [[[NSString alloc] initWithFormat:format arguments:arguments] autorelease];
   va_end(arguments);
-  [told addObject:[NSString stringWithFormat:@"%@|%@|%ld|%@", function, file, (long)line, words]];
+  [reports addObject:[NSString stringWithFormat:@"%@|%@|%ld|%@", function, file, (long)line, words]];
 }
 @end
 
+namespace norvik::prefpane {
 namespace {
 
 constexpr CGFloat kSide = 30;
@@ -41,7 +40,7 @@ NSButton* plainButton() {
   return button;
 }
 
-// What an archive of a button gives where its class is to be NVKButton.
+// The button that is decoded from an archive of the given one, with the class NVKButton.
 NVKButton* decodedFrom(NSButton* button) {
   NSData* archive = [NSKeyedArchiver archivedDataWithRootObject:button];
   NSKeyedUnarchiver* reader = [[[NSKeyedUnarchiver alloc] initForReadingWithData:archive] autorelease];
@@ -94,12 +93,12 @@ TEST(LockButton, ADecodedTintedCellIsKept) {
 TEST(LockButton, AClassThatDoesNotDeriveIsRefusedAndReported) {
   NSMutableDictionary* ofThread = [[NSThread currentThread] threadDictionary];
   NVKRecordingHandler* handler = [[NVKRecordingHandler new] autorelease];
-  handler->told = [NSMutableArray array];
+  handler->reports = [NSMutableArray array];
   [ofThread setObject:handler forKey:@"NSAssertionHandler"];
   EXPECT_EQ(ConvertObjectIntoSubclass(blankCell(), [NSTextFieldCell class]), (id)nil);
   [ofThread removeObjectForKey:@"NSAssertionHandler"];
-  ASSERT_EQ([handler->told count], 1u);
-  EXPECT_EQ(utf8([handler->told objectAtIndex:0]),
+  ASSERT_EQ([handler->reports count], 1u);
+  EXPECT_EQ(utf8([handler->reports objectAtIndex:0]),
             "id ConvertObjectIntoSubclass(id, Class)|src/server/mac/nvk_button|43|"
             "Invalid parameter not satisfying: [subclass isSubclassOfClass:[object class]]");
 }
@@ -114,7 +113,7 @@ TEST(LockButton, WithoutAColourAndWithTheClearOneItIsAPlainButton) {
   EXPECT_EQ(bytesOf(drawn(cell)), look);
 }
 
-TEST(LockButton, TheColourFillsItsFaceAndItsOwnShadingDarkensTheEdges) {
+TEST(LockButton, TheColourFillsTheButtonAndItsOwnShadingDarkensTheEdges) {
   NVKButtonCell* cell = blankCell();
   [cell setButtonColor:[NSColor colorWithCalibratedRed:0 green:1 blue:0 alpha:1]];
   NSBitmapImageRep* picture = drawn(cell);
@@ -158,3 +157,4 @@ TEST(LockButton, OnlyAnotherPictureAsksForDrawing) {
 }
 
 }  // namespace
+}  // namespace norvik::prefpane

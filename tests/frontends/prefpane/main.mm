@@ -1,4 +1,4 @@
-// Runs the tests of the pane's objects inside an application, as most of the toolkit wants one.
+// Runs the tests of the pane's objects inside an application, which most of the toolkit needs.
 #include <gtest/gtest.h>
 
 #import "src/frontends/prefpane/appkit.h"

@@ -1,57 +1,21 @@
 // The bundle as its host loads it, and the object that the host makes of it: twice, as a host may.
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "resources/resources.h"
 #include "src/adapters/property_lists/codec.h"
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
-#import "tests/frontends/prefpane/answer.h"
+#import "tests/frontends/prefpane/pane_under_test.h"
+#import "tests/frontends/prefpane/panel_answer.h"
 
+namespace norvik::prefpane {
 namespace {
-
-NSPreferencePane* newPane() {
-  NSBundle* bundle = [NSBundle bundleWithPath:@NORVIK_BUNDLE];
-  return [[[bundle principalClass] alloc] initWithBundle:bundle];
-}
-
-using Wanted = std::function<bool(NSView*)>;
-
-// The first view of a tree, upper ones first, that is wanted; nil where there is none.
-NSView* find(NSView* view, const Wanted& wanted) {
-  if (wanted(view)) return view;
-  for (NSUInteger i = 0; i < [[view subviews] count]; ++i) {
-    if (NSView* found = find([[view subviews] objectAtIndex:i], wanted)) return found;
-  }
-  return nil;
-}
-
-NSOutlineView* sidebarOf(NSPreferencePane* pane) {
-  return (NSOutlineView*)find([pane mainView],
-                              [](NSView* view) { return [view isKindOfClass:[NSOutlineView class]]; });
-}
 
 NSInteger rowsOf(NSPreferencePane* pane) {
   return [sidebarOf(pane) numberOfRows];
 }
 
-NSButton* buttonIn(NSView* tree, NSString* title) {
-  return (NSButton*)find(tree, [title](NSView* view) {
-    return [view isKindOfClass:[NSButton class]] && [[(NSButton*)view title] isEqualToString:title];
-  });
-}
-
-NSButton* button(NSPreferencePane* pane, NSString* title) {
-  return buttonIn([pane mainView], title);
-}
-
-NSTabView* pagesOf(NSPreferencePane* pane) {
-  return (NSTabView*)find([pane mainView],
-                          [](NSView* view) { return [view isKindOfClass:[NSTabView class]]; });
-}
-
-// Whether a row of the page that shows is marked as changed.
+// Whether a row of the visible page is marked as changed.
 bool isMarked(NSPreferencePane* pane) {
   return find([pane mainView], [](NSView* view) {
            return [view isKindOfClass:[NSTextField class]] &&
@@ -59,13 +23,9 @@ bool isMarked(NSPreferencePane* pane) {
          }) != nil;
 }
 
-void choose(NSPreferencePane* pane, NSUInteger row) {
-  [sidebarOf(pane) selectRowIndexes:[NSIndexSet indexSetWithIndex:row] byExtendingSelection:NO];
-}
-
 NSString* const kDefaults = @"Use the server's image settings";
 
-TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
+TEST(PaneBundle, HasTheKeysThatAHostNeeds) {
   NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
   for (NSString* key : {@"NSExecutable", @"NSPrincipalClass", @"NSPrefPaneIconFile", @"NSPrefPaneIconLabel",
                         @"CFBundleIdentifier"}) {
@@ -73,14 +33,14 @@ TEST(PaneBundle, SaysWhatAHostAsksOfIt) {
   }
 }
 
-TEST(PaneBundle, SaysOfItselfWhatThePaneSays) {
+TEST(PaneBundle, SaysTheSameAsTheBuiltInInfoDictionary) {
   NSDictionary* info = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] infoDictionary];
-  const auto builtIn = norvik::decodePropertyList(norvik::infoPropertyList());
+  const auto builtIn = decodePropertyList(infoPropertyList());
   ASSERT_TRUE(builtIn);
   for (const char* key : {"CFBundleIdentifier", "CFBundleName", "CFBundleShortVersionString",
                           "NSPrincipalClass", "NSPrefPaneIconFile", "NSPrefPaneIconLabel"}) {
     const auto* words = builtIn->find(key)->as<std::string>();
-    EXPECT_EQ(norvik::prefpane::utf8([info objectForKey:[NSString stringWithUTF8String:key]]), *words) << key;
+    EXPECT_EQ(utf8([info objectForKey:[NSString stringWithUTF8String:key]]), *words) << key;
   }
 }
 
@@ -94,7 +54,7 @@ TEST(PaneObject, ShowsItsPagesAndLetsTheHostGo) {
   [pane release];
 }
 
-TEST(PaneObject, MarksWhatDiffersOnThePageThatShows) {
+TEST(PaneObject, MarksWhatDiffersOnTheVisiblePage) {
   NSPreferencePane* pane = newPane();
   [pane loadMainView];
   EXPECT_FALSE(isMarked(pane));
@@ -105,15 +65,15 @@ TEST(PaneObject, MarksWhatDiffersOnThePageThatShows) {
   choose(pane, 1);
   EXPECT_TRUE(isMarked(pane));
   choose(pane, 2);
-  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  NVKPanelAnswer* answer = [NVKPanelAnswer with:@"Discard Changes"];
   [pane didUnselect];
   [answer stop];
   choose(pane, 1);
-  EXPECT_FALSE(isMarked(pane)) << "what changed while it did not show";
+  EXPECT_FALSE(isMarked(pane)) << "it changed while it was not visible";
   [pane release];
 }
 
-TEST(PaneObject, OffersNoCopyOfAnAddressThatIsNotThere) {
+TEST(PaneObject, OffersNoCopyWithoutAnAddress) {
   NSPreferencePane* pane = newPane();
   [pane loadMainView];
   int buttons = 0;
@@ -127,7 +87,7 @@ TEST(PaneObject, OffersNoCopyOfAnAddressThatIsNotThere) {
   [pane release];
 }
 
-TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
+TEST(PaneObject, ASecondOneStaysInertAndPassesTheHostsCallsOn) {
   NSPreferencePane* first = newPane();
   [first loadMainView];
   NSPreferencePane* second = newPane();
@@ -139,7 +99,7 @@ TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
   [second willUnselect];
   [button(first, kDefaults) performClick:nil];
   EXPECT_TRUE(isMarked(first));
-  NVKAnswer* answer = [NVKAnswer with:@"Discard Changes"];
+  NVKPanelAnswer* answer = [NVKPanelAnswer with:@"Discard Changes"];
   [second didUnselect];
   [answer stop];
   EXPECT_TRUE([[answer words] containsObject:@"Norvik Server options changed"]);
@@ -153,3 +113,4 @@ TEST(PaneObject, ASecondOneStaysInertAndPassesOnWhatItIsTold) {
 }
 
 }  // namespace
+}  // namespace norvik::prefpane

@@ -41,7 +41,7 @@ void SystemPreferences::open() {
 void SystemPreferences::openPane() {
   ASSERT_TRUE(eventually([this] { return size() == kAlone; }));
   ASSERT_TRUE(eventually([this] {
-    // The first click on a window of another program only brings it forward; a late one would find the pane.
+    // The first click on another program's window only brings it forward; a late one would hit the pane.
     click(kIcon);
     QDeadlineTimer heard(1000);
     while (size() == kAlone && !heard.hasExpired()) QThread::msleep(20);
@@ -117,7 +117,7 @@ QImage SystemPreferences::lookAfter(const std::function<void()>& deed) {
 
 bool SystemPreferences::awaitsEvents() {
   QFile file(QStringLiteral("/proc/%1/stat").arg(panel.processId()));
-  // The state follows the name, which stands in parentheses.
+  // The state follows the name, which is in parentheses.
   return file.open(QIODevice::ReadOnly) && file.readAll().contains(") S ");
 }
 

@@ -1,5 +1,5 @@
-// The real System Preferences with the pane installed for a sandbox's user, worked by mouse and looked at by
-// its pixels.
+// The real System Preferences with the pane installed for a sandbox's user, operated by mouse and keyboard
+// and checked by its pixels.
 #pragma once
 
 #include <QImage>
@@ -10,8 +10,7 @@
 
 namespace norvik::prefpane {
 
-// Where things stand in the window, in pixels from its upper left corner, or from its lower edge where
-// negative.
+// Where things are in the window, in pixels from its upper left corner; from its lower edge if negative.
 inline constexpr QPoint kShowAll(40, 20);
 inline constexpr QPoint kIcon(532, 70);  // of the pane, among the others
 inline constexpr QPoint kLock(40, -41);
@@ -25,20 +24,20 @@ class SystemPreferences : public desktop::Program {
  protected:
   // Starts the program and waits for its window.
   void open();
-  // Opens the pane by a click on its icon, and waits until it stands in the window.
+  // Opens the pane by a click on its icon, and waits until it is in the window.
   void openPane();
-  // Ends it as its window's close button does; answers whether it did.
+  // Ends it as its window's close button does; whether it ended.
   bool close();
 
   void click(const QPoint& at, int times = 1);
   // The same in another window.
   void clickIn(const QString& window, const QPoint& at, int times = 1);
   void clickRow(int row);
-  // How the window looks, or a part of it.
+  // A picture of the window.
   QImage look();
-  // The page's, once it stands still.
+  // A picture of the page, once it no longer changes.
   QImage lookOfPage();
-  // The same once it has become another by what is done.
+  // The same once the deed has changed it.
   QImage lookAfter(const std::function<void()>& deed);
   QImage lookOfRow(int row) {
     return lookAfter([&] { clickRow(row); });
@@ -46,21 +45,20 @@ class SystemPreferences : public desktop::Program {
   QImage lookAfterClick(const QPoint& at) {
     return lookAfter([&] { click(at); });
   }
-  // A place in the field of the page that can be typed into, the only thing on it that is white; the origin
-  // where there is none.
+  // A place in the page's text field, the only white thing on it; the origin if there is none.
   QPoint field();
-  // The darkest there is in the words of a row, from 0 to 255.
+  // The darkest pixel in the words of a row, from 0 to 255.
   int darkest(int row);
-  // Whether it becomes true while the mouse trembles: the toolkit may leave input that it has read lying
-  // until the next one comes.
+  // Whether it becomes true while the mouse trembles: the toolkit may leave input unprocessed until the next
+  // one comes.
   bool eventually(const std::function<bool()>& condition);
 
-  // The frontmost window of the program other than the main one; empty where there is none.
+  // The frontmost window of the program other than the main one; empty if there is none.
   QString panelWindow();
 
  private:
   QSize size();
-  // Whether the program sleeps; one that the machine has made wait in the midst of drawing does not.
+  // Whether the program sleeps; one that was interrupted while drawing does not.
   bool awaitsEvents();
   QString window_;
 };

@@ -1,4 +1,4 @@
-// The pane in the real System Preferences, worked as a person works it.
+// The pane in the real System Preferences, used as a person uses it.
 #include <QClipboard>
 #include <QDir>
 #include <QDirIterator>
@@ -16,6 +16,7 @@ const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.ve
 
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
 constexpr QPoint kNews(217, 98);      // the first box under a heading
+constexpr QPoint kShadow(450, 327);   // on the slider of a user's shadow size, right of its knob
 constexpr QPoint kCopy(262, 199);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
 
@@ -32,8 +33,7 @@ class Pane : public SystemPreferences {
     ASSERT_TRUE(eventually([this] { return darkest(kServer) < 60; }));
   }
 
-  // Ticks the box of the mouse page, and leaves the pane by the button that shows all. Answers the page as it
-  // was.
+  // Ticks the box of the mouse page, and leaves the pane by the button Show All. Returns the page as it was.
   QImage swapButtonsAndLeave() {
     const QImage unticked = lookOfRow(kMouse);
     lookAfterClick(kFirstBox);
@@ -64,7 +64,7 @@ const NamedPage kPages[] = {
 };
 
 // With the variable NORVIK_PICTURES, writes a picture of each page to the folder that it names.
-TEST_F(Pane, EveryPageIsAnotherOnceUnlocked) {
+TEST_F(Pane, EveryPageDiffersOnceUnlocked) {
   const QString folder = qEnvironmentVariable("NORVIK_PICTURES");
   unlock();
   lookOfRow(kMouse);
@@ -78,13 +78,13 @@ TEST_F(Pane, EveryPageIsAnotherOnceUnlocked) {
   }
 }
 
-TEST_F(Pane, LockedPagesAreGreyedAndRefuse) {
+TEST_F(Pane, LockedPagesAreGreyedAndRefuseClicks) {
   for (int row = kServer; row < kRows; ++row) EXPECT_GT(darkest(row), 60) << row;
   lookOfRow(kMouse);
   lookAfterClick(kFirstBox);
   const QImage mouse = lookAfterClick(kFirstBox);
   clickRow(kNorvikClients);
-  // Clicks that are heard after it find the page that was there.
+  // Clicks that come after it reach the page that was there.
   lookAfterClick(kFirstBox);
   click(kFirstBox);
   EXPECT_TRUE(eventually([&] { return lookOfPage() == mouse; }));
@@ -135,7 +135,17 @@ TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
   }));
 }
 
-TEST_F(Pane, TheTimerTellsWhatTheServerDoes) {
+// The tick marks are four apart.
+TEST_F(Pane, TheShadowSizeTakesAnyWholeNumber) {
+  lookAfterClick(kFirstBox);  // from now on the server's settings are not followed
+  lookAfterClick(kShadow);
+  const QString right = QStringLiteral("Right");
+  lookAfter([&] { keys({QStringLiteral("Home"), right, right, right}); });
+  click(kApply);
+  EXPECT_TRUE(eventually([this] { return intValue(listIn(kAgentFile).find("ImageShadowSize")) == 3; }));
+}
+
+TEST_F(Pane, TheTimerShowsWhatTheServerDoes) {
   unlock();
   const QImage stopped = lookOfRow(kServer);
   lookAfter([this] { startServer(); });
@@ -177,7 +187,7 @@ TEST_F(Pane, TheWindowClosesAndOpensAgain) {
   EXPECT_TRUE(eventually([&] { return lookOfPage() == image; }));
 }
 
-// The toolkit's, hidden ones too.
+// The toolkit's files, hidden ones too.
 QStringList filesOfHome() {
   QStringList files = QDir::home().entryList({QStringLiteral("*GNUstep*")}, QDir::AllEntries | QDir::Hidden);
   QDirIterator below(QDir::homePath() + QStringLiteral("/GNUstep"),

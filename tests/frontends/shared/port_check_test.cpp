@@ -1,24 +1,15 @@
 // The ports' checks on a pane, and whether a port is in use on this computer.
 #include "src/frontends/shared/checks/port_check.h"
 
-#include <arpa/inet.h>
 #include <gtest/gtest.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
-#include <unistd.h>
 
-#include "resources/resources.h"
-#include "src/adapters/property_lists/codec.h"
 #include "src/adapters/simulated/simulated_computer.h"
 #include "src/frontends/shared/checks/port_in_use.h"
+#include "tests/support/shipped_interface.h"
+#include "tests/support/tcp_port.h"
 
 namespace norvik {
 namespace {
-
-InterfaceDescription shippedInterface() {
-  std::string error;
-  return readInterfaceDescription(*decodePropertyList(interfacePropertyList()), error).value();
-}
 
 class PortCheckTest : public testing::Test {
  protected:
@@ -104,31 +95,11 @@ TEST_F(PortCheckTest, OtherFieldsHoldNoPort) {
   EXPECT_EQ(pendingPorts(*pane), (std::vector<int64_t>{4073, 3389}));
 }
 
-class Socket {
- public:
-  Socket() : number(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0)) {
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t size = sizeof address;
-    auto* generic = reinterpret_cast<sockaddr*>(&address);
-    ready = bind(number, generic, size) == 0 && getsockname(number, generic, &size) == 0;
-  }
-  ~Socket() { close(number); }
-  Socket(const Socket&) = delete;
-  Socket& operator=(const Socket&) = delete;
-
-  int number;
-  sockaddr_in address{};
-  bool ready = false;
-};
-
 TEST(PortInUseTest, APortIsInUseWhileAProgramListens) {
   int port = 0;
   {
-    const Socket socket;
-    ASSERT_TRUE(socket.ready);
-    port = ntohs(socket.address.sin_port);
-    ASSERT_EQ(listen(socket.number, 1), 0);
+    const TcpListener listener;
+    port = listener.port();
     EXPECT_TRUE(portInUse(port));
   }
   EXPECT_FALSE(portInUse(port));

@@ -13,8 +13,8 @@
 #include <vector>
 
 #include "resources/resources.h"
-#include "src/adapters/property_lists/codec.h"
 #include "src/server/mac/ui/interface_description.h"
+#include "tests/support/shipped_interface.h"
 
 namespace norvik {
 namespace {
@@ -93,17 +93,9 @@ constexpr ExpectedControl kControls[] = {
     {"ib_admin_chkbox_debug", checkBox},
 };
 
-InterfaceDescription shipped() {
-  const auto list = decodePropertyList(interfacePropertyList());
-  std::string error = "not a property list";
-  auto description = list ? readInterfaceDescription(*list, error) : std::nullopt;
-  if (!description) throw std::runtime_error(error);
-  return *description;
-}
-
 class ShippedInterface : public testing::Test {
  protected:
-  const InterfaceDescription interface_ = shipped();
+  const InterfaceDescription interface_ = shippedInterface();
 
   const ControlDescription& control(const std::string& outlet) const {
     const ControlDescription* found = interface_.find(outlet);

@@ -50,7 +50,38 @@ TEST(SettingTest, AServicesKeyIsStoredInItsDictionaryWhichIsMadeWhereThereIsNone
                         }));
 }
 
-TEST(SettingTest, EveryKeyOfATableStandsThereOnce) {
+TEST(SettingTest, IsNamedAsItsMemberAndItsAccessorAre) {
+  const Setting& port = rowOf(serverSettings(), "PortNumber", "NVKService");
+  EXPECT_EQ(port.field.name, "m_admin_nvkPort");
+  EXPECT_EQ(port.pending.name, "new_admin_nvkPort");
+  const Setting& news = rowOf(notificationSettings(), "NvkNotificationShowNews");
+  EXPECT_EQ(news.field.name, "m_admin_ntfShowNews");
+  EXPECT_EQ(news.pending.name, "new_admin_showNews");
+}
+
+TEST(SettingTest, AnUnknownModeLeavesTheStoredOne) {
+  const Setting& multiUser = rowOf(serverSettings(), "SingleUser");
+  PropertyList dictionary(Dictionary{{"SingleUser", "as it was"}});
+  multiUser.storeIn(dictionary, -1);
+  EXPECT_EQ(dictionary, PropertyList(Dictionary{{"SingleUser", "as it was"}}));
+  multiUser.storeIn(dictionary, 1);
+  EXPECT_EQ(dictionary, PropertyList(Dictionary{{"SingleUser", false}}));
+}
+
+TEST(SettingTest, AnImageSettingOfTheUserFollowsTheServersOfTheSameKey) {
+  int followed = 0;
+  for (const Setting& setting : userSettings()) {
+    if (!setting.followed) continue;
+    ++followed;
+    const Setting& server = rowOf(serverSettings(), setting.key);
+    EXPECT_EQ(std::get<Setting::Number>(server.field.member), setting.followed.field) << setting.key;
+    EXPECT_EQ(std::get<Setting::PendingNumber>(server.pending.operation), setting.followed.pending)
+        << setting.key;
+  }
+  EXPECT_EQ(followed, 5);
+}
+
+TEST(SettingTest, EveryKeyOfATableIsThereOnce) {
   for (const SettingsTable table : {userSettings(), serverSettings(), notificationSettings()}) {
     for (const Setting& setting : table) {
       if (setting.stored == StoredAs::nowhere) continue;

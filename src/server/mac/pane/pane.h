@@ -174,8 +174,8 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool maxFilesChanged() const;
   bool saveMaxFiles();
 
-  // A file's lines; nothing for a null path, for a file that is unreadable or larger than memory, or for one
-  // that is not UTF-8.
+  // A file's lines; nothing for a null path, an unreadable file, one of more than 64 MiB, or one that is not
+  // UTF-8.
   std::optional<StringsArray> loadStringsArray(const char* path);
   // Writes the lines, each ended by a line feed. False for a null path or list, or if writing fails.
   bool saveStringsArray(const char* path, const StringsArray* array);
@@ -237,7 +237,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   CellView viewForTableColumn(const OutlineView& view, const ConfBarNode& node) override;
   void outlineViewSelectionDidChange(OutlineView& view) override;
 
-  // ---- Controls: ui/controls.cpp --------------------------------------------------------------------------
+  // ---- Controls: ui/control_table.cpp, ui/controls.cpp ----------------------------------------------------
 
   Control ib_button_Apply, ib_button_Help;
   NVKButton ib_button_Auth;
@@ -278,7 +278,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
 
   // The control of that outlet name; null if there is none.
   Control* outlet(std::string_view name);
-  // Every control, in the order of the outlet table.
+  // Every control, in the order of the control table.
   std::vector<Control*> outlets();
 
   // ---- The pending values, as the controls have them now: ui/accessors.cpp --------------------------------

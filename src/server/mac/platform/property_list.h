@@ -83,5 +83,7 @@ bool boolValue(const PropertyList* value);
 // The leading integer of a text: white space, an optional sign, digits; no digits give 0. What exceeds 64
 // bits keeps its low 64.
 int64_t leadingInteger(std::string_view text);
+// The same, except that what exceeds 32 bits is the largest or smallest 32-bit number.
+int32_t clampedLeadingInteger(std::string_view text);
 
 }  // namespace norvik

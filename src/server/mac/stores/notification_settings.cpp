@@ -16,16 +16,16 @@ constexpr const char* kCouldNotWriteMenuAgentFile = "Norvik[E]: Could not write 
 
 // clang-format off
 constexpr Setting kNotificationSettings[] = {
-    {nullptr, "NvkNotificationShowNews",           StoredAs::boolean,   &P::m_admin_ntfShowNews,      &P::new_admin_showNews,      1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowNews}},
-    {nullptr, "NvkNotificationShowNotices",        StoredAs::boolean,   &P::m_admin_ntfShowNotices,   &P::new_admin_showNotices,   1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowNotices}},
-    {nullptr, "NvkNotificationShowUpdates",        StoredAs::boolean,   &P::m_admin_ntfShowUpdates,   &P::new_admin_showUpdates,   1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowUpdates}},
-    {nullptr, "NvkNotificationShowWarnings",       StoredAs::boolean,   &P::m_admin_ntfShowWarnings,  &P::new_admin_showWarnings,  1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowWarnings}},
-    {nullptr, "NvkNotificationShowLowPriority",    StoredAs::boolean,   &P::m_admin_ntfShowPrLow,     &P::new_admin_showLowPrior,  1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfPrLow}},
-    {nullptr, "NvkNotificationShowMediumPriority", StoredAs::boolean,   &P::m_admin_ntfShowPrMedium,  &P::new_admin_showMedPrior,  1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfPrMedium}},
-    {nullptr, "NvkNotificationShowHighPriority",   StoredAs::boolean,   &P::m_admin_ntfShowPrHigh,    &P::new_admin_showHighPrior, 1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfPrHigh}},
-    {nullptr, "NvkNotificationRepeatTimeout",      StoredAs::integer64, &P::m_admin_ntfRepeatTimeout, &P::new_admin_repeatTimeout, 3, kLeast, kMost, Shown::item,  {&P::ib_admin_popup_ntfRepeat}},
-    {nullptr, "NvkNotificationCloseTimeout",       StoredAs::integer64, &P::m_admin_ntfCloseTimeout,  &P::new_admin_closeTimeout,  2, kLeast, kMost, Shown::item,  {&P::ib_admin_popup_ntfClose}},
-    {nullptr, "NvkNotificationShowTimeout",        StoredAs::integer64, &P::m_admin_ntfShowTimeout,   &P::new_admin_showTimeout,   3, kLeast, kMost, Shown::item,  {&P::ib_admin_popup_ntfShow}},
+    {nullptr, "NvkNotificationShowNews",           StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowNews>,      pendingOf<&P::new_admin_showNews>,      1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowNews}},
+    {nullptr, "NvkNotificationShowNotices",        StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowNotices>,   pendingOf<&P::new_admin_showNotices>,   1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowNotices}},
+    {nullptr, "NvkNotificationShowUpdates",        StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowUpdates>,   pendingOf<&P::new_admin_showUpdates>,   1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowUpdates}},
+    {nullptr, "NvkNotificationShowWarnings",       StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowWarnings>,  pendingOf<&P::new_admin_showWarnings>,  1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfShowWarnings}},
+    {nullptr, "NvkNotificationShowLowPriority",    StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowPrLow>,     pendingOf<&P::new_admin_showLowPrior>,  1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfPrLow}},
+    {nullptr, "NvkNotificationShowMediumPriority", StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowPrMedium>,  pendingOf<&P::new_admin_showMedPrior>,  1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfPrMedium}},
+    {nullptr, "NvkNotificationShowHighPriority",   StoredAs::boolean,   fieldOf<&P::m_admin_ntfShowPrHigh>,    pendingOf<&P::new_admin_showHighPrior>, 1, kLeast, kMost, Shown::value, {&P::ib_admin_chkbox_ntfPrHigh}},
+    {nullptr, "NvkNotificationRepeatTimeout",      StoredAs::integer64, fieldOf<&P::m_admin_ntfRepeatTimeout>, pendingOf<&P::new_admin_repeatTimeout>, 3, kLeast, kMost, Shown::item,  {&P::ib_admin_popup_ntfRepeat}},
+    {nullptr, "NvkNotificationCloseTimeout",       StoredAs::integer64, fieldOf<&P::m_admin_ntfCloseTimeout>,  pendingOf<&P::new_admin_closeTimeout>,  2, kLeast, kMost, Shown::item,  {&P::ib_admin_popup_ntfClose}},
+    {nullptr, "NvkNotificationShowTimeout",        StoredAs::integer64, fieldOf<&P::m_admin_ntfShowTimeout>,   pendingOf<&P::new_admin_showTimeout>,   3, kLeast, kMost, Shown::item,  {&P::ib_admin_popup_ntfShow}},
 };
 // clang-format on
 

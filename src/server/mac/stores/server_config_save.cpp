@@ -11,16 +11,6 @@ namespace {
 
 constexpr const char* kServerConfigFolder = "/etc/norvik";
 
-void mergeServerSettings(NVKServerPrefs& pane) {
-  for (const Setting& setting : serverSettings()) {
-    const int64_t value = setting.pendingValue(pane);
-    // An unknown multi-user mode leaves what the file says of it.
-    const bool unknown =
-        setting.field == decltype(setting.field)(&NVKServerPrefs::m_admin_multiUser) && value == -1;
-    if (!unknown) setting.storeIn(*pane.m_admin_Config, value);
-  }
-}
-
 }  // namespace
 
 bool NVKServerPrefs::saveAdminConfig() {
@@ -29,7 +19,7 @@ bool NVKServerPrefs::saveAdminConfig() {
     return false;
   }
   if (adminConfigChanged()) {
-    mergeServerSettings(*this);
+    storeSettings(*this, serverSettings(), *m_admin_Config);
     adjustSystem();
   }
   m_admin_Config->as<PropertyList::Dictionary>()->insert_or_assign(kConfigVersionKey, kConfigVersion);
@@ -38,7 +28,7 @@ bool NVKServerPrefs::saveAdminConfig() {
   return true;
 }
 
-// What is adjusted here stays so even when the file cannot be written afterwards, which is meant.
+// What is adjusted here intentionally stays so even if the file cannot be written afterwards.
 void NVKServerPrefs::adjustSystem() {
   if (maxFilesChanged() && saveMaxFiles()) m_needReboot = true;
   const int64_t noQuartz = new_admin_noQuartz();

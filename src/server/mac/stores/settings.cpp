@@ -8,22 +8,26 @@
 
 namespace norvik {
 
+namespace {
+constexpr int64_t kUnknown = -1;
+}  // namespace
+
 int64_t Setting::baseline(const NVKServerPrefs& pane) const {
-  if (const Flag* flag = std::get_if<Flag>(&field)) return pane.**flag ? 1 : 0;
-  return pane.*std::get<Number>(field);
+  if (const Flag* flag = std::get_if<Flag>(&field.member)) return pane.**flag ? 1 : 0;
+  return pane.*std::get<Number>(field.member);
 }
 
 void Setting::setBaseline(NVKServerPrefs& pane, int64_t value) const {
-  if (const Flag* flag = std::get_if<Flag>(&field)) {
+  if (const Flag* flag = std::get_if<Flag>(&field.member)) {
     pane.** flag = value != 0;
   } else {
-    pane.*std::get<Number>(field) = value;
+    pane.*std::get<Number>(field.member) = value;
   }
 }
 
 int64_t Setting::pendingValue(const NVKServerPrefs& pane) const {
-  if (const PendingFlag* flag = std::get_if<PendingFlag>(&pending)) return (pane.**flag)() ? 1 : 0;
-  return (pane.*std::get<PendingNumber>(pending))();
+  if (const PendingFlag* flag = std::get_if<PendingFlag>(&pending.operation)) return (pane.**flag)() ? 1 : 0;
+  return (pane.*std::get<PendingNumber>(pending.operation))();
 }
 
 int64_t Setting::valueIn(const PropertyList& dictionary) const {
@@ -36,6 +40,7 @@ int64_t Setting::valueIn(const PropertyList& dictionary) const {
         value = boolValue(found) ? 1 : 0;
         break;
       case StoredAs::invertedBoolean:
+      case StoredAs::invertedUnlessUnknown:
         value = boolValue(found) ? 0 : 1;
         break;
       case StoredAs::integer32:
@@ -65,6 +70,9 @@ void Setting::storeIn(PropertyList& dictionary, int64_t value) const {
       break;
     case StoredAs::invertedBoolean:
       home->insert_or_assign(key, value == 0);
+      break;
+    case StoredAs::invertedUnlessUnknown:
+      if (value != kUnknown) home->insert_or_assign(key, value == 0);
       break;
     case StoredAs::integer32:
     case StoredAs::integer64:
@@ -150,8 +158,8 @@ bool isOpenFilesControl(const NVKServerPrefs& pane, const Control& control) {
 bool NVKServerPrefs::differsFromStored(const Control& control) const {
   if (isOpenFilesControl(*this, control)) return authorized() && maxFilesChanged();
   if (const Setting* setting = settingIn(userSettings(), *this, control)) {
-    const bool followed = setting->shown == Shown::elsewhere && new_user_imgDefs() == 1;
-    return !followed && setting->differs(*this);
+    const bool isFollowing = setting->followed && new_user_imgDefs() == 1;
+    return !isFollowing && setting->differs(*this);
   }
   const Setting* setting = settingOf(*this, control);
   return setting != nullptr && authorized() && setting->differs(*this);

@@ -1,12 +1,15 @@
 // What every settings group shares: a setting as a row of a table, and how a row is loaded, compared, shown
-// and stored. The tables themselves stand in the groups' own files.
+// and stored. The tables are in the groups' own files.
 #pragma once
 
 #include <cstdint>
 #include <limits>
 #include <span>
+#include <string>
+#include <string_view>
 #include <variant>
 
+#include "src/server/mac/pane/member_name.h"
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/platform/property_list.h"
 
@@ -14,8 +17,9 @@ namespace norvik {
 
 enum class StoredAs {
   boolean,
-  invertedBoolean,  // the file says the opposite of the field
-  integer32,        // read as the low 32 bits of the stored number
+  invertedBoolean,        // the file has the opposite of the field
+  invertedUnlessUnknown,  // the same; -1, unknown, leaves the file's value as it is
+  integer32,              // read as the low 32 bits of the stored number
   integer64,
   nowhere,  // not in the group's file
 };
@@ -40,17 +44,39 @@ struct Setting {
   using PendingNumber = int64_t (NVKServerPrefs::*)() const;
   using PendingFlag = bool (NVKServerPrefs::*)() const;
 
+  // The member that holds the value last loaded or saved.
+  struct Field {
+    std::string_view name;
+    std::variant<Number, Flag> member;
+  };
+  // The accessor that reads the controls.
+  struct Pending {
+    std::string_view name;
+    std::variant<PendingNumber, PendingFlag> operation;
+  };
+  // The server's setting that a control of the user shows instead of the user's own while the user follows
+  // the server's image settings. Empty for a setting that follows none.
+  struct Followed {
+    Number field = nullptr;
+    PendingNumber pending = nullptr;
+
+    explicit operator bool() const { return field != nullptr; }
+    int64_t baseline(const NVKServerPrefs& pane) const { return pane.*field; }
+    int64_t pendingValue(const NVKServerPrefs& pane) const { return (pane.*pending)(); }
+  };
+
   const char* service;  // the dictionary within the root that holds the key; null for the root itself
   const char* key;
   StoredAs stored;
-  std::variant<Number, Flag> field;
-  std::variant<PendingNumber, PendingFlag> pending;
+  Field field;
+  Pending pending;
   int64_t missing;  // what a missing key means
   int64_t least;    // outside these two the value of a missing key holds: nothing is clamped
   int64_t most;
   Shown shown;
   Control NVKServerPrefs::*controls[4];  // those that edit it; null where there are fewer
-  int64_t standard = 0;                  // what a value of 0 stands for
+  int64_t standard = 0;                  // what a value of 0 means
+  Followed followed = {};
 
   int64_t baseline(const NVKServerPrefs& pane) const;
   void setBaseline(NVKServerPrefs& pane, int64_t value) const;
@@ -65,13 +91,19 @@ struct Setting {
   void show(NVKServerPrefs& pane) const;
 };
 
+// For the rows of a table: a member and an accessor, each with its name.
+template <auto member>
+inline constexpr Setting::Field fieldOf{memberName<member>(), member};
+template <auto operation>
+inline constexpr Setting::Pending pendingOf{memberName<operation>(), operation};
+
 using SettingsTable = std::span<const Setting>;
 
 SettingsTable userSettings();
 SettingsTable serverSettings();
 SettingsTable notificationSettings();
 
-// Reads every field of the table from the dictionary, then shows it.
+// Reads every field of the table from the dictionary.
 void loadSettings(NVKServerPrefs& pane, SettingsTable table, const PropertyList& dictionary);
 bool settingsDiffer(const NVKServerPrefs& pane, SettingsTable table);
 // Stores every pending value of the table.

@@ -4,7 +4,6 @@
 #include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
-#include "src/server/mac/ui/image_controls.h"
 
 namespace norvik {
 
@@ -15,17 +14,16 @@ using P = NVKServerPrefs;
 constexpr const char* kAgentFile = "~/Library/Preferences/com.veltrane.nvkagent.plist";
 constexpr const char* kAgentIdentifier = "com.veltrane.nvkagent";
 
-// The image controls show the server's values instead while the user follows them, so code of its own places
-// them.
+// The load places the image controls itself: while the user follows the server, they show its values.
 // clang-format off
 constexpr Setting kUserSettings[] = {
-    {nullptr, "ImageUseDefaults", StoredAs::boolean,   &P::m_user_imgDefs, &P::new_user_imgDefs, 1, kLeast, kMost, Shown::on,        {&P::ib_user_chkbox_imgDefs}},
-    {nullptr, "ImageQualityMode", StoredAs::integer32, &P::m_user_imgMode, &P::new_user_imgMode, 2, 0, 2,          Shown::elsewhere, {&P::ib_user_popup_imgMode}},
-    {nullptr, "ImageColorDepth",  StoredAs::integer32, &P::m_user_imgDept, &P::new_user_imgDept, 6, 4, 8,          Shown::elsewhere, {&P::ib_user_slider_imgDept}},
-    {nullptr, "ImageCaptPriority", StoredAs::integer32, &P::m_user_imgCapt, &P::new_user_imgCapt, 3, 1, 5,         Shown::elsewhere, {&P::ib_user_slider_imgCapt}},
-    {nullptr, "ImageCaptBuffer",  StoredAs::integer32, &P::m_user_imgBuff, &P::new_user_imgBuff, 3, 1, 5,          Shown::elsewhere, {&P::ib_user_slider_imgBuff}},
-    {nullptr, "ImageShadowSize",  StoredAs::integer32, &P::m_user_imgShad, &P::new_user_imgShad, 4, 0, 72,         Shown::elsewhere, {&P::ib_user_slider_imgShad}},
-    {nullptr, "SwapMouseButtons", StoredAs::boolean,   &P::m_user_mseSwap, &P::new_user_mseSwap, 0, kLeast, kMost, Shown::value,     {&P::ib_user_chkbox_mseSwap}},
+    {nullptr, "ImageUseDefaults", StoredAs::boolean,   fieldOf<&P::m_user_imgDefs>, pendingOf<&P::new_user_imgDefs>, 1, kLeast, kMost, Shown::on,        {&P::ib_user_chkbox_imgDefs}},
+    {nullptr, "ImageQualityMode", StoredAs::integer32, fieldOf<&P::m_user_imgMode>, pendingOf<&P::new_user_imgMode>, 2, 0, 2,          Shown::elsewhere, {&P::ib_user_popup_imgMode}, 0, {&P::m_admin_imgMode, &P::new_admin_imgMode}},
+    {nullptr, "ImageColorDepth",  StoredAs::integer32, fieldOf<&P::m_user_imgDept>, pendingOf<&P::new_user_imgDept>, 6, 4, 8,          Shown::elsewhere, {&P::ib_user_slider_imgDept}, 0, {&P::m_admin_imgDept, &P::new_admin_imgDept}},
+    {nullptr, "ImageCaptPriority",StoredAs::integer32, fieldOf<&P::m_user_imgCapt>, pendingOf<&P::new_user_imgCapt>, 3, 1, 5,          Shown::elsewhere, {&P::ib_user_slider_imgCapt}, 0, {&P::m_admin_imgCapt, &P::new_admin_imgCapt}},
+    {nullptr, "ImageCaptBuffer",  StoredAs::integer32, fieldOf<&P::m_user_imgBuff>, pendingOf<&P::new_user_imgBuff>, 3, 1, 5,          Shown::elsewhere, {&P::ib_user_slider_imgBuff}, 0, {&P::m_admin_imgBuff, &P::new_admin_imgBuff}},
+    {nullptr, "ImageShadowSize",  StoredAs::integer32, fieldOf<&P::m_user_imgShad>, pendingOf<&P::new_user_imgShad>, 4, 0, 72,         Shown::elsewhere, {&P::ib_user_slider_imgShad}, 0, {&P::m_admin_imgShad, &P::new_admin_imgShad}},
+    {nullptr, "SwapMouseButtons", StoredAs::boolean,   fieldOf<&P::m_user_mseSwap>, pendingOf<&P::new_user_mseSwap>, 0, kLeast, kMost, Shown::value,     {&P::ib_user_chkbox_mseSwap}},
 };
 // clang-format on
 
@@ -49,9 +47,10 @@ bool NVKServerPrefs::loadUserConfig() {
   if (!m_user_Config) m_user_Config.emplace();
   loadSettings(*this, userSettings(), *m_user_Config);
   for (const Setting& setting : userSettings()) setting.show(*this);
-  for (const ImageControl& image : kImageControls) {
-    (this->*image.userControl)
-        .setIntegerValue(this->*(m_user_imgDefs != 0 ? image.serverField : image.userField));
+  for (const Setting& setting : userSettings()) {
+    if (!setting.followed) continue;
+    (this->*setting.controls[0])
+        .setIntegerValue(m_user_imgDefs != 0 ? setting.followed.baseline(*this) : setting.baseline(*this));
   }
   return m_user_Config.has_value();
 }

@@ -1,10 +1,13 @@
-// What a click on each control does. Every control sends the same action; the table says who answers it. No
-// action writes a stored value: what is pending lives in the controls until it is applied.
-#include "src/server/mac/pane/pane.h"
+// What a click on each control does, and the dialogs that it raises.
+#include "src/server/mac/ui/actions.h"
+
 #include "src/server/mac/platform/platform.h"
-#include "src/server/mac/ui/image_controls.h"
+#include "src/server/mac/stores/settings.h"
+#include "src/server/mac/ui/control_table.h"
 
 namespace norvik {
+
+namespace actions {
 
 namespace {
 
@@ -44,31 +47,7 @@ void refresh(P& pane) {
   pane.updateGui(true, false);
 }
 
-// A user page that follows the server's image settings takes what the server's controls say; one that does
-// not keeps its own, each slider on a whole number.
-void followImageDefaults(P& pane, Control& /*sender*/) {
-  const bool follows = pane.new_user_imgDefs() != 0;
-  for (const ImageControl& image : kImageControls) {
-    const int64_t value = (pane.*(follows ? image.serverPending : image.userPending))();
-    Control& control = pane.*image.userControl;
-    if (control.kind() == ControlKind::slider) {
-      control.setDoubleValue(static_cast<double>(static_cast<float>(value)));
-    } else {
-      control.selectItemAtIndex(value);
-    }
-  }
-  refresh(pane);
-}
-
-void changeImageDefaults(P& pane, Control& /*sender*/) {
-  pane.buttonClicked(pane.ib_user_chkbox_imgDefs);
-}
-
-void edit(P& pane, Control& /*sender*/) {
-  refresh(pane);
-}
-
-// Whether the lock may close: what is pending was applied or discarded, or nothing is.
+// Whether the lock may close: nothing is pending, or it was applied or discarded.
 bool settledBeforeLocking(P& pane) {
   if (!pane.adminConfigChanged()) return true;
   const int answer = platform().alerts.NSRunAlertPanel("Norvik preferences was changed",
@@ -84,13 +63,46 @@ bool settledBeforeLocking(P& pane) {
   return true;
 }
 
+void offerOpenFilesLimit(P& pane) {
+  if (pane.m_admin_maxFiles.action != kLimitAdjust) return;
+  if (confirmed(kOpenFilesTitle, kOpenFilesMessage, "Yes, Proceed", "No, I'll Do It Later"))
+    pane.changeMaxFiles();
+}
+
+}  // namespace
+
+void edit(P& pane, Control& /*sender*/) {
+  refresh(pane);
+}
+
+// A user page that follows the server's image settings takes what the server's controls say; one that does
+// not keeps its own, each slider on a whole number.
+void followImageDefaults(P& pane, Control& /*sender*/) {
+  const bool follows = pane.new_user_imgDefs() != 0;
+  for (const Setting& setting : userSettings()) {
+    if (!setting.followed) continue;
+    const int64_t value = follows ? setting.followed.pendingValue(pane) : setting.pendingValue(pane);
+    Control& control = pane.*setting.controls[0];
+    if (control.kind() == ControlKind::slider) {
+      control.setDoubleValue(static_cast<double>(static_cast<float>(value)));
+    } else {
+      control.selectItemAtIndex(value);
+    }
+  }
+  refresh(pane);
+}
+
+void changeImageDefaults(P& pane, Control& /*sender*/) {
+  pane.buttonClicked(pane.ib_user_chkbox_imgDefs);
+}
+
 void clickLock(P& pane, Control& /*sender*/) {
   if (!pane.authorized()) {
     pane.authorize(true, false);
   } else if (settledBeforeLocking(pane)) {
     pane.deauthorize();
   } else {
-    return;  // goes on editing: nothing changed, so nothing is refreshed
+    return;  // editing goes on: nothing changed, so nothing is refreshed
   }
   refresh(pane);
 }
@@ -124,7 +136,7 @@ void clickApply(P& pane, Control& /*sender*/) {
   refresh(pane);
 }
 
-// The field goes back to the standard port after the refresh, which is meant: the next tick takes it up.
+// The field goes back to the standard port after the refresh, intentionally: the next tick takes it up.
 void clickNvkPort(P& pane, Control& sender) {
   refresh(pane);
   if (!sender.isOn()) pane.ib_admin_edbox_nvkPort.setIntegerValue(kNvkDefaultPort);
@@ -133,12 +145,6 @@ void clickNvkPort(P& pane, Control& sender) {
 void clickRdpPort(P& pane, Control& sender) {
   refresh(pane);
   if (!sender.isOn()) pane.ib_admin_edbox_rdpPort.setIntegerValue(kRdpDefaultPort);
-}
-
-void offerOpenFilesLimit(P& pane) {
-  if (pane.m_admin_maxFiles.action != kLimitAdjust) return;
-  if (confirmed(kOpenFilesTitle, kOpenFilesMessage, "Yes, Proceed", "No, I'll Do It Later"))
-    pane.changeMaxFiles();
 }
 
 void clickSessionMode(P& pane, Control& sender) {
@@ -151,7 +157,7 @@ void clickSessionMode(P& pane, Control& sender) {
     switchTo(pane.ib_admin_chkbox_actOnLogin, false);  // the radio buttons keep what was set above
     offerOpenFilesLimit(pane);
   }
-  // On every click of either box, whichever way: a computer that is used from afar must wake and stay awake.
+  // On every click of either box, on or off: a computer that is used from afar must wake and stay awake.
   switchTo(pane.ib_admin_chkbox_scrSaver, true);
   switchTo(pane.ib_admin_chkbox_wakeUp, true);
   refresh(pane);
@@ -194,72 +200,13 @@ void clickHelp(P& /*pane*/, Control& /*sender*/) {
   platform().workspace.openURL(page.value_or(kSupportPage));
 }
 
-struct Action {
-  Control P::*control;
-  void (*answer)(P& pane, Control& sender);
-};
+}  // namespace actions
 
-// clang-format off
-constexpr Action kActions[] = {
-    {&P::ib_user_popup_imgMode,           edit},
-    {&P::ib_user_slider_imgDept,          edit},
-    {&P::ib_user_slider_imgCapt,          edit},
-    {&P::ib_user_slider_imgBuff,          edit},
-    {&P::ib_user_slider_imgShad,          edit},
-    {&P::ib_admin_chkbox_nvkEnabled,      edit},
-    {&P::ib_admin_chkbox_nvkSound,        edit},
-    {&P::ib_admin_chkbox_nvkPrint,        edit},
-    {&P::ib_admin_chkbox_nvkClipb,        edit},
-    {&P::ib_admin_chkbox_rdpEnabled,      edit},
-    {&P::ib_admin_chkbox_rdpSound,        edit},
-    {&P::ib_admin_chkbox_rdpPrint,        edit},
-    {&P::ib_admin_chkbox_rdpClipb,        edit},
-    {&P::ib_admin_chkbox_wakeUp,          edit},
-    {&P::ib_admin_chkbox_scrSaver,        edit},
-    {&P::ib_user_chkbox_mseSwap,          edit},
-    {&P::ib_admin_chkbox_ntfShowNews,     edit},
-    {&P::ib_admin_chkbox_ntfShowNotices,  edit},
-    {&P::ib_admin_chkbox_ntfShowUpdates,  edit},
-    {&P::ib_admin_chkbox_ntfShowWarnings, edit},
-    {&P::ib_admin_chkbox_ntfPrLow,        edit},
-    {&P::ib_admin_chkbox_ntfPrMedium,     edit},
-    {&P::ib_admin_chkbox_ntfPrHigh,       edit},
-    {&P::ib_admin_popup_ntfRepeat,        edit},
-    {&P::ib_admin_popup_ntfClose,         edit},
-    {&P::ib_admin_popup_ntfShow,          edit},
-    {&P::ib_admin_popup_imgMode,          changeImageDefaults},
-    {&P::ib_admin_slider_imgDept,         changeImageDefaults},
-    {&P::ib_admin_slider_imgCapt,         changeImageDefaults},
-    {&P::ib_admin_slider_imgBuff,         changeImageDefaults},
-    {&P::ib_admin_slider_imgShad,         changeImageDefaults},
-    {&P::ib_user_chkbox_imgDefs,          followImageDefaults},
-    {&P::ib_admin_button_svrRestart,      clickRestart},
-    {&P::ib_admin_button_svrStart,        clickStart},
-    {&P::ib_admin_button_dispManager,     clickDisplays},
-    {&P::ib_admin_button_accManager,      clickAccess},
-    {&P::ib_button_Apply,                 clickApply},
-    {&P::ib_admin_chkbox_nvkPort,         clickNvkPort},
-    {&P::ib_admin_chkbox_rdpPort,         clickRdpPort},
-    {&P::ib_admin_chkbox_multiUser,       clickSessionMode},
-    {&P::ib_admin_chkbox_actOnLogin,      clickSessionMode},
-    {&P::ib_admin_rbutton_toHidden,       clickActionOnConnect},
-    {&P::ib_admin_rbutton_toConsole,      clickActionOnConnect},
-    {&P::ib_admin_rbutton_lockScreen,     clickActionOnConnect},
-    {&P::ib_admin_popup_gldMode,          chooseDriverMode},
-    {&P::ib_admin_button_maxFAdjust,      clickAdjust},
-    {&P::ib_admin_chkbox_noQuartz,        clickNoQuartz},
-    {&P::ib_button_Help,                  clickHelp},
-};
-// clang-format on
-
-}  // namespace
-
-// Senders that are not in the table, such as the port fields, answer nothing: the next tick sees what was
-// typed.
+// Every control sends the same action; the control table names what handles it. A control without one, such
+// as a port field, needs none: the next tick sees what was typed.
 void NVKServerPrefs::buttonClicked(Control& sender) {
-  if (&sender == &ib_button_Auth) return clickLock(*this, sender);
-  for (const Action& action : kActions) {
-    if (&(this->*action.control) == &sender) return action.answer(*this, sender);
+  for (const ControlRow& row : controlTable()) {
+    if (row.action != nullptr && &row.control(*this) == &sender) return row.action(*this, sender);
   }
 }
 

@@ -4,6 +4,7 @@
 
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/platform/platform.h"
+#include "src/server/mac/ui/control_table.h"
 
 namespace norvik {
 
@@ -13,81 +14,6 @@ using P = NVKServerPrefs;
 
 constexpr std::string_view kNvkUnreachable = "Norvik clients cannot connect to this computer.";
 constexpr std::string_view kRdpUnreachable = "RDP clients cannot connect to this computer.";
-
-// What enabling depends on, asked once for each pass.
-enum Condition : unsigned {
-  kEnabled = 1u << 0,         // the pane as a whole
-  kOwnImage = 1u << 1,        // the user does not follow the server's image settings
-  kUnlocked = 1u << 2,        // the pane as a whole, and the lock
-  kMultiUserKnown = 1u << 3,  // the server has a multi-user mode
-  kRunning = 1u << 4,         // the daemon as last shown
-  kActs = 1u << 5,            // an action on connect is chosen, or the box is mixed
-  kSingleUser = 1u << 6,      // multi-user mode is not chosen
-  kNvk = 1u << 7,             // the service's box
-  kRdp = 1u << 8,
-  kNvkPort = 1u << 9,  // the box for a port of its own, or the box is mixed
-  kRdpPort = 1u << 10,
-  kLimitKnown = 1u << 11,  // the open files limit can be changed
-  kPending = 1u << 12,     // something is there to apply
-};
-
-struct EnablingRule {
-  Control P::*control;
-  unsigned conditions;  // all of them
-};
-
-// The clipboard box of RDP follows the switch of NVK, which is meant: the two services share one clipboard.
-// clang-format off
-constexpr EnablingRule kEnablingRules[] = {
-    {&P::ib_user_chkbox_imgDefs,          kEnabled},
-    {&P::ib_user_slider_imgDept,          kOwnImage},
-    {&P::ib_user_popup_imgMode,           kOwnImage},
-    {&P::ib_user_slider_imgCapt,          kOwnImage},
-    {&P::ib_user_slider_imgBuff,          kOwnImage},
-    {&P::ib_user_slider_imgShad,          kOwnImage},
-    {&P::ib_admin_chkbox_multiUser,       kUnlocked | kMultiUserKnown},
-    {&P::ib_admin_button_svrStart,        kUnlocked},
-    {&P::ib_admin_button_svrRestart,      kUnlocked | kRunning},
-    {&P::ib_admin_chkbox_actOnLogin,      kUnlocked},
-    {&P::ib_admin_rbutton_toHidden,       kUnlocked | kActs},
-    {&P::ib_admin_rbutton_lockScreen,     kUnlocked | kActs | kSingleUser},
-    {&P::ib_admin_rbutton_toConsole,      kUnlocked | kActs | kSingleUser},
-    {&P::ib_admin_chkbox_nvkEnabled,      kUnlocked},
-    {&P::ib_admin_chkbox_nvkPort,         kUnlocked | kNvk},
-    {&P::ib_admin_edbox_nvkPort,          kUnlocked | kNvk | kNvkPort},
-    {&P::ib_admin_chkbox_nvkClipb,        kUnlocked | kNvk},
-    {&P::ib_admin_chkbox_nvkSound,        kUnlocked},
-    {&P::ib_admin_chkbox_nvkPrint,        kUnlocked},
-    {&P::ib_admin_chkbox_rdpEnabled,      kUnlocked},
-    {&P::ib_admin_chkbox_rdpPort,         kUnlocked | kRdp},
-    {&P::ib_admin_edbox_rdpPort,          kUnlocked | kRdp | kRdpPort},
-    {&P::ib_admin_chkbox_rdpClipb,        kUnlocked | kNvk},
-    {&P::ib_admin_chkbox_rdpSound,        kUnlocked},
-    {&P::ib_admin_chkbox_rdpPrint,        kUnlocked},
-    {&P::ib_admin_slider_imgDept,         kUnlocked},
-    {&P::ib_admin_popup_imgMode,          kUnlocked},
-    {&P::ib_admin_slider_imgCapt,         kUnlocked},
-    {&P::ib_admin_slider_imgBuff,         kUnlocked},
-    {&P::ib_admin_slider_imgShad,         kUnlocked},
-    {&P::ib_admin_button_maxFAdjust,      kUnlocked | kLimitKnown},
-    {&P::ib_admin_chkbox_wakeUp,          kUnlocked},
-    {&P::ib_admin_chkbox_scrSaver,        kUnlocked},
-    {&P::ib_admin_chkbox_noQuartz,        kUnlocked},
-    {&P::ib_admin_button_dispManager,     kUnlocked},
-    {&P::ib_admin_button_accManager,      kUnlocked},
-    {&P::ib_admin_chkbox_ntfShowNews,     kUnlocked},
-    {&P::ib_admin_chkbox_ntfShowNotices,  kUnlocked},
-    {&P::ib_admin_chkbox_ntfShowUpdates,  kUnlocked},
-    {&P::ib_admin_chkbox_ntfShowWarnings, kUnlocked},
-    {&P::ib_admin_chkbox_ntfPrLow,        kUnlocked},
-    {&P::ib_admin_chkbox_ntfPrMedium,     kUnlocked},
-    {&P::ib_admin_chkbox_ntfPrHigh,       kUnlocked},
-    {&P::ib_admin_popup_ntfRepeat,        kUnlocked},
-    {&P::ib_admin_popup_ntfClose,         kUnlocked},
-    {&P::ib_admin_popup_ntfShow,          kUnlocked},
-    {&P::ib_button_Apply,                 kEnabled | kPending},
-};
-// clang-format on
 
 unsigned when(bool holds, Condition condition) {
   return holds ? condition : 0u;
@@ -172,8 +98,9 @@ void NVKServerPrefs::updateGui(bool skipUnchanged, bool redraw) {
 
 void NVKServerPrefs::enableGui(bool enable, bool redraw) {
   const unsigned now = conditionsNow(*this, enable);
-  for (const EnablingRule& rule : kEnablingRules) {
-    (this->*rule.control).setEnabled((now & rule.conditions) == rule.conditions);
+  for (const ControlRow& row : controlTable()) {
+    if (row.conditions == kNotTouched) continue;
+    row.control(*this).setEnabled((now & row.conditions) == row.conditions);
   }
   if (redraw) redrawView(&main_view_);
 }

@@ -1,4 +1,4 @@
-// The computer with the toolkit's run loop, for the contract of that port.
+// The computer with the toolkit's run loop, for that platform interface's contract.
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "tests/adapters/contract/computer_under_test.h"
 

@@ -1,5 +1,5 @@
 // Plain views and texts.
-#import "src/frontends/prefpane/flipped_view.h"
+#import "src/frontends/prefpane/plain_views.h"
 
 #include <cmath>
 
@@ -29,7 +29,7 @@
 }
 @end
 
-// A label that can be told to copy the address in it.
+// A label that copies the address in its text.
 @interface NSTextField (NVKCopying)
 - (void)NVKCopyAddress:(id)sender;
 @end
@@ -44,7 +44,9 @@
 }
 @end
 
-NSTextField* NVKCaption(NSString* words) {
+namespace norvik::prefpane {
+
+NSTextField* makeCaption(NSString* words) {
   NSTextField* made = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
   [made setEditable:NO];
   [made setSelectable:NO];
@@ -55,10 +57,10 @@ NSTextField* NVKCaption(NSString* words) {
   return made;
 }
 
-NSTextField* NVKParagraph(NSString* words, CGFloat width) {
-  NSTextField* made = NVKCaption(words);
+NSTextField* makeParagraph(NSString* words, CGFloat width) {
+  NSTextField* made = makeCaption(words);
   const NSSize line = [made frame].size;
-  // Not every toolkit tells how high a text gets; a line loses up to a long word's width where it breaks.
+  // Not every toolkit can compute a text's height; a line loses up to a long word's width where it breaks.
   constexpr CGFloat kBreakLoss = 0.9;
   const CGFloat lines = line.width <= width ? 1 : std::ceil(line.width / (width * kBreakLoss));
   [[made cell] setWraps:YES];
@@ -66,7 +68,7 @@ NSTextField* NVKParagraph(NSString* words, CGFloat width) {
   return made;
 }
 
-NSButton* NVKCopyButton(NSString* title, NSTextField* label) {
+NSButton* makeCopyButton(NSString* title, NSTextField* label) {
   NSButton* made = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
   [made setBezelStyle:NSRoundedBezelStyle];
   [made setTitle:title];
@@ -75,3 +77,5 @@ NSButton* NVKCopyButton(NSString* title, NSTextField* label) {
   [made setAction:@selector(NVKCopyAddress:)];
   return made;
 }
+
+}  // namespace norvik::prefpane

@@ -1,15 +1,15 @@
-// Looks for a panel again and again, as a panel runs the loop in a mode of its own.
-#import "tests/frontends/prefpane/answer.h"
+// Looks for a panel at intervals, as a panel runs the loop in a mode of its own.
+#import "tests/frontends/prefpane/panel_answer.h"
 
-@implementation NVKAnswer
+@implementation NVKPanelAnswer
 
-+ (NVKAnswer*)with:(NSString*)title {
-  NVKAnswer* made = [[NVKAnswer new] autorelease];
++ (NVKPanelAnswer*)with:(NSString*)title {
+  NVKPanelAnswer* made = [[NVKPanelAnswer new] autorelease];
   made->title_ = [title copy];
   made->words_ = [NSMutableArray new];
   made->timer_ = [NSTimer timerWithTimeInterval:0.05
                                          target:made
-                                       selector:@selector(answer:)
+                                       selector:@selector(pressButton:)
                                        userInfo:nil
                                         repeats:YES];
   [[NSRunLoop currentRunLoop] addTimer:made->timer_ forMode:NSModalPanelRunLoopMode];
@@ -39,11 +39,11 @@
   for (NSUInteger i = 0; i < [[view subviews] count]; ++i) [self visit:[[view subviews] objectAtIndex:i]];
 }
 
-- (void)answer:(NSTimer*)timer {
+- (void)pressButton:(NSTimer*)timer {
   if ([NSApp modalWindow] == nil) return;
   [words_ removeAllObjects];
   [self visit:[[NSApp modalWindow] contentView]];
-  // A panel that waits for events looks at its answer when the next one comes.
+  // A panel that waits for events notices the pressed button only at the next one.
   [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined
                                       location:NSZeroPoint
                                  modifierFlags:0

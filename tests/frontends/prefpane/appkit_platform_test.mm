@@ -1,11 +1,11 @@
-// The ports of the application, over the real toolkit.
+// The platform interfaces of the application, over the real toolkit.
 #include <gtest/gtest.h>
 
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "src/frontends/prefpane/text.h"
 
 #import "src/frontends/prefpane/appkit.h"
-#import "tests/frontends/prefpane/answer.h"
+#import "tests/frontends/prefpane/panel_answer.h"
 
 namespace norvik::prefpane {
 namespace {
@@ -19,11 +19,11 @@ void count(CFRunLoopTimerRef, void* info) {
   ++*static_cast<int*>(info);
 }
 
-TEST(RunLoopPort, ATimerFiresAtTheFirstPassAndAgainUntilItIsInvalid) {
+TEST(AppKitRunLoop, ATimerFiresAtTheFirstPassAndAgainUntilItIsInvalid) {
   AppKitRunLoop loop;
   int fired = 0;
-  int told = 0;
-  loop.ticked = [&told] { ++told; };
+  int ticks = 0;
+  loop.ticked = [&ticks] { ++ticks; };
   const CFRunLoopTimerRef timer = loop.CFRunLoopTimerCreate(0, 0.01, count, {0, &fired});
   ASSERT_NE(timer, nullptr);
   loop.runOnceInDefaultMode();
@@ -31,7 +31,7 @@ TEST(RunLoopPort, ATimerFiresAtTheFirstPassAndAgainUntilItIsInvalid) {
   loop.CFRunLoopAddTimer(timer);
   for (int i = 0; i < 500 && fired < 3; ++i) runLoopFor(0.02);
   EXPECT_GE(fired, 3);
-  EXPECT_EQ(told, fired);
+  EXPECT_EQ(ticks, fired);
   loop.CFRunLoopTimerInvalidate(timer);
   const int before = fired;
   for (int i = 0; i < 3; ++i) loop.runOnceInDefaultMode();
@@ -41,8 +41,8 @@ TEST(RunLoopPort, ATimerFiresAtTheFirstPassAndAgainUntilItIsInvalid) {
 
 class Active : public ActivationObserver {
  public:
-  void applicationDidBecomeActive() override { ++told; }
-  int told = 0;
+  void applicationDidBecomeActive() override { ++activations; }
+  int activations = 0;
 };
 
 void becomeActive() {
@@ -50,19 +50,19 @@ void becomeActive() {
                                                       object:NSApp];
 }
 
-TEST(ApplicationPort, AnActivationReachesWhoIsStillThere) {
+TEST(AppKitApplication, AnActivationReachesAnObserverThatStillExists) {
   AppKitApplication application;
   auto observer = std::make_shared<Active>();
   const std::weak_ptr<Active> watched = observer;
   application.observeDidBecomeActive(observer);
   becomeActive();
-  EXPECT_EQ(observer->told, 1);
+  EXPECT_EQ(observer->activations, 1);
   observer.reset();
-  EXPECT_TRUE(watched.expired()) << "the registration holds nobody";
+  EXPECT_TRUE(watched.expired()) << "the registration does not keep the observer";
   becomeActive();
 }
 
-TEST(ApplicationPort, AnOperationIsDoneAtOnceWhereItIsWaitedFor) {
+TEST(AppKitApplication, AnOperationIsDoneAtOnceWhereItIsWaitedFor) {
   AppKitApplication application;
   bool done = false;
   application.performOnMainThread([&done] { done = true; }, true);
@@ -73,27 +73,27 @@ TEST(ApplicationPort, AnOperationIsDoneAtOnceWhereItIsWaitedFor) {
   EXPECT_TRUE(done);
 }
 
-TEST(ApplicationPort, TheBackgroundIsAColourOfTheToolkit) {
+TEST(AppKitApplication, TheBackgroundIsAColourOfTheToolkit) {
   const Color color = AppKitApplication().windowBackgroundColor();
   EXPECT_EQ(color.alpha, 1);
   EXPECT_GT(color.red + color.green + color.blue, 0);
 }
 
-TEST(ApplicationPort, WithoutAMainWindowThereIsNoFrame) {
+TEST(AppKitApplication, WithoutAMainWindowThereIsNoFrame) {
   EXPECT_FALSE(AppKitApplication().mainWindowFrame());
 }
 
-TEST(AlertPort, EachButtonHasItsAnswerAndTheWordsStandAsTheyAre) {
+TEST(AppKitAlertPanels, EachButtonHasItsResultAndTheWordsAreShownAsTheyAre) {
   AppKitAlertPanels alerts;
   const struct {
     NSString* button;
-    int answer;
+    int result;
   } cases[] = {{@"Apply now", 1}, {@"Discard changes", 0}, {@"Continue editing", -1}};
   for (const auto& one : cases) {
-    NVKAnswer* answer = [NVKAnswer with:one.button];
+    NVKPanelAnswer* answer = [NVKPanelAnswer with:one.button];
     EXPECT_EQ(alerts.NSRunAlertPanel("A title", "100 % of %d %@", "Apply now", "Discard changes",
                                      "Continue editing"),
-              one.answer);
+              one.result);
     [answer stop];
     EXPECT_TRUE([[answer words] containsObject:@"A title"]);
     EXPECT_TRUE([[answer words] containsObject:@"100 % of %d %@"]);

@@ -1,0 +1,61 @@
+// Where Help leads: to the address in the Info dictionary of the bundle that the host loaded.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "src/frontends/prefpane/text.h"
+#include "tests/support/sandbox_folder.h"
+
+#import "tests/frontends/prefpane/pane_under_test.h"
+
+#import <objc/runtime.h>
+
+namespace norvik::prefpane {
+namespace {
+
+std::string opened;
+
+BOOL keepAddress(id /*workspace*/, SEL /*selector*/, NSURL* url) {
+  opened = utf8([url absoluteString]);
+  return YES;
+}
+
+// Keeps what the toolkit would open in a browser.
+class PaneHelp : public testing::Test {
+ protected:
+  PaneHelp() { opened.clear(); }
+  ~PaneHelp() override { method_setImplementation(open_, usual_); }
+
+  // The address that Help opens in a pane of that bundle.
+  static std::string addressOpenedBy(NSString* bundle) {
+    NSPreferencePane* pane = newPane(bundle);
+    [pane loadMainView];
+    [button(pane, @"Help") performClick:nil];
+    [pane release];
+    return opened;
+  }
+
+ private:
+  Method open_ = class_getInstanceMethod([NSWorkspace class], @selector(openURL:));
+  IMP usual_ =
+      method_setImplementation(open_, reinterpret_cast<IMP>(reinterpret_cast<void (*)()>(keepAddress)));
+};
+
+TEST_F(PaneHelp, IsTheBuiltInAddressWhereTheBundleHasNone) {
+  EXPECT_TRUE(addressOpenedBy(@NORVIK_BUNDLE).starts_with("https://")) << opened;
+}
+
+TEST_F(PaneHelp, IsTheAddressOfTheBundlesOwnInfoDictionary) {
+  const SandboxFolder folder;
+  NSString* copy = text(folder.path() + "/Norvik.prefPane");
+  ASSERT_TRUE([[NSFileManager defaultManager] copyItemAtPath:@NORVIK_BUNDLE toPath:copy error:nullptr]);
+  NSString* file = [copy stringByAppendingString:@"/Resources/Info-gnustep.plist"];
+  NSMutableDictionary* info = [NSMutableDictionary dictionaryWithContentsOfFile:file];
+  [info setObject:@"com.example.norvik" forKey:@"CFBundleIdentifier"];  // the toolkit knows a bundle by it
+  [info setObject:@"https://help.example.com/norvik" forKey:@"NVKProductSupport"];
+  ASSERT_TRUE([info writeToFile:file atomically:YES]);
+  EXPECT_EQ(addressOpenedBy(copy), "https://help.example.com/norvik");
+}
+
+}  // namespace
+}  // namespace norvik::prefpane
