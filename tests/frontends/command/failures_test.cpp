@@ -15,12 +15,20 @@ class FailuresTest : public testing::Test {
 
 TEST_F(FailuresTest, AUserFileThatCannotBeWritten) {
   fs::remove_all(box.folder() / "Users/user/Library");
+  box.write("/Users/user/Library", "a file in the place of the folder");
   const Result result = box.run({"set", "user.mouse.swap=on"});
   EXPECT_EQ(result.status, 73);
   EXPECT_NE(result.out.find("Still pending  user.mouse.swap\n"), std::string::npos) << result.out;
   EXPECT_EQ(result.out.find("Saved"), std::string::npos);
   EXPECT_NE(result.err.find(std::string("Norvik[E]: Could not write file: ") + kAgentFile), std::string::npos)
       << result.err;
+}
+
+TEST_F(FailuresTest, AHomeWithoutAFolderForPreferences) {
+  fs::remove_all(box.folder() / "Users/user/Library");
+  const Result result = box.run({"set", "user.mouse.swap=on", "notify.news=off"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(box.run({"get", "user.mouse.swap", "notify.news"}).out, "on\noff\n");
 }
 
 TEST_F(FailuresTest, AToolThatCannotBeLaunched) {
@@ -66,7 +74,7 @@ TEST_F(FailuresTest, UserSettingsNeedNoRights) {
 
 TEST_F(FailuresTest, OnTheComputerItselfOnlyUserSettingsCanBeChanged) {
   const fs::path home = box.beside("home");
-  fs::create_directories(home / "Library/Preferences");
+  fs::create_directory(home);
   const Result server = runProgram("norvikctl", {"set", "nvk.sound=off"}, home);
   EXPECT_EQ(server.status, 77) << server.out << server.err;
   const Result user = runProgram("norvikctl", {"set", "user.mouse.swap=on"}, home);
