@@ -150,10 +150,10 @@ TEST_F(SettingTest, OneBadValueHoldsBackTheGoodOnes) {
 }
 
 TEST_F(SettingTest, TheTwoServicesNeedPortsOfTheirOwn) {
-  expectRefused({"set", "nvk.port=3389"}, 65, "Port 3389 is the port for RDP clients already");
-  expectRefused({"set", "nvk.port=5000", "rdp.port=5000"}, 65, "Port 5000 is the port for");
+  expectRefused({"set", "nvk.port=3389"}, 65, "Port 3389 is already the port for RDP clients");
+  expectRefused({"set", "nvk.port=5000", "rdp.port=5000"}, 65, "Port 5000 is already the port for");
   ASSERT_EQ(box.run({"set", "nvk.port=3389", "rdp.port=4073"}).status, 0);
-  expectRefused({"set", "nvk.port.custom=off"}, 65, "Port 4073 is the port for RDP clients already");
+  expectRefused({"set", "nvk.port.custom=off"}, 65, "Port 4073 is already the port for RDP clients");
 }
 
 TEST_F(SettingTest, APortThatAnotherProgramUsesIsAWarning) {
@@ -162,8 +162,8 @@ TEST_F(SettingTest, APortThatAnotherProgramUsesIsAWarning) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err,
             "norvikctl: warning: Port " + std::to_string(other.port()) +
-                " is in use by another program; nobody can connect to it until that program gives it "
-                "up.\n");
+                " is in use by another program; clients cannot connect to it until that program releases "
+                "it.\n");
 }
 
 TEST_F(SettingTest, WhatCannotBeEditedIsRefusedWithTheReason) {
@@ -202,7 +202,7 @@ TEST_F(SettingTest, ADryRunTouchesNothing) {
 
 TEST_F(SettingTest, ADryRunFindsTheSameFaults) {
   expectRefused({"set", "nvk.port=70000", "--dry-run"}, 65, "nvk.port takes");
-  expectRefused({"set", "nvk.port=3389", "--dry-run"}, 65, "RDP clients already");
+  expectRefused({"set", "nvk.port=3389", "--dry-run"}, 65, "already the port for RDP clients");
   expectRefused({"set", "user.image.depth=7", "--dry-run"}, 64, "needs user.image.defaults=off");
 }
 
