@@ -1,4 +1,4 @@
-// What the world refuses: files that cannot be written, tools that fail unseen, rights that are not given.
+// What can fail: files that cannot be written, tools that fail unseen, rights that are not granted.
 #include <gtest/gtest.h>
 
 #include "tests/frontends/command/sandbox_run.h"
@@ -31,6 +31,26 @@ TEST_F(FailuresTest, AHomeWithoutAFolderForPreferences) {
   EXPECT_EQ(box.run({"get", "user.mouse.swap", "notify.news"}).out, "on\noff\n");
 }
 
+// The file is in place, so only the refusal itself shows that something is missing.
+TEST_F(FailuresTest, AToolThatCannotBeLaunchedAfterTheFileWasMoved) {
+  fs::remove(box.folder() / "usr/sbin/nvkservice");
+  const Result result = box.run({"set", "nvk.sound=off"});
+  EXPECT_EQ(result.status, 77);
+  EXPECT_NE(result.err.find("norvikctl: /usr/sbin/nvkservice could not be run.\n"), std::string::npos)
+      << result.err;
+  EXPECT_EQ(box.run({"get", "nvk.sound"}).out, "off\n");
+}
+
+// What a preview logs comes from withholding the effects, and is nothing for a person.
+TEST_F(FailuresTest, APreviewThatEndsTheCommandShowsOnlyTheReason) {
+  ASSERT_EQ(box.run({"--answer", "default", "set", "system.compositing.disable=on"}).status, 0);
+  box.write("/.norvik/kernel", "");
+  const Result result = box.run({"set", "system.compositing.disable=off"});
+  EXPECT_EQ(result.status, 64);
+  EXPECT_EQ(countOf(result.err, "\n"), 1) << result.err;
+  EXPECT_NE(result.err.find("the question \"Reboot is required\" needs an answer"), std::string::npos);
+}
+
 TEST_F(FailuresTest, AToolThatCannotBeLaunched) {
   fs::remove(box.folder() / "bin/mv");
   const Result result = box.run({"set", "nvk.sound=off"});
@@ -40,7 +60,7 @@ TEST_F(FailuresTest, AToolThatCannotBeLaunched) {
   EXPECT_NE(result.err.find("not saved: nvk.sound."), std::string::npos);
 }
 
-// The panel never learns of it; the file, read once more, tells.
+// The pane never notices it; the file, read again, shows it.
 TEST_F(FailuresTest, AToolThatFailsUnseen) {
   box.replaceProgram("/bin/mv", "exit 1");
   const Result result = box.run({"set", "nvk.sound=off", "user.mouse.swap=on"});
