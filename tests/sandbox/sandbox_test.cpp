@@ -1,5 +1,5 @@
-// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has its own root and
-// ports and leaves nothing behind.
+// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has its own root
+// and ports and leaves nothing behind.
 #include <gtest/gtest.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
