@@ -34,7 +34,7 @@ std::optional<Root> Root::find() {
   fs::path folder = fs::read_symlink("/proc/self/exe", error);
   while (folder.has_relative_path()) {
     folder = folder.parent_path();
-    if (const auto root = in(folder)) return root;
+    if (auto root = in(folder)) return root;
   }
   return std::nullopt;
 }
@@ -58,7 +58,7 @@ fs::path Root::inside(std::string_view path) const {
 
 // Without a stream, whose buffer throws when a process's file in /proc opens and then cannot be read.
 std::optional<std::string> readFile(const fs::path& path) {
-  int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (file < 0) return std::nullopt;
   std::string content;
   std::array<char, 16384> block{};

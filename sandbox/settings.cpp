@@ -17,8 +17,10 @@ std::string describeSettings(const PropertyList& list, std::span<const Setting> 
   std::vector<std::string> words;
   for (const Setting& setting : settings) {
     const PropertyList* stored = list.find(setting.key);
-    bool isBoolean = setting.kind == Setting::Kind::boolean;
-    int32_t value = !stored ? setting.byDefault : isBoolean ? (boolValue(stored) ? 1 : 0) : intValue(stored);
+    const bool isBoolean = setting.kind == Setting::Kind::boolean;
+    const int32_t value = !stored     ? setting.byDefault
+                          : isBoolean ? (boolValue(stored) ? 1 : 0)
+                                      : intValue(stored);
     words.push_back(setting.key + std::string("=") +
                     (isBoolean ? (value ? "true" : "false") : std::to_string(value)));
   }

@@ -18,7 +18,7 @@ std::optional<double> parseSpeed(std::string_view text) {
 }
 
 double speed(const Root& root) {
-  auto text = readFile(root.own("clock"));
+  const auto text = readFile(root.own("clock"));
   return text ? parseSpeed(trimmed(*text, kBlanks)).value_or(1) : 1;
 }
 

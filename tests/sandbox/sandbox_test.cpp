@@ -114,7 +114,7 @@ TEST_F(SandboxTest, UnknownWordsAreUsageErrors) {
     EXPECT_EQ(sandbox(words).status, 64) << words[0];
   for (const Words& words : {Words{}, Words{"restart"}, Words{"apply", "-w"}, Words{"dspcmd"},
                              Words{"start", "-x"}, Words{"stop", "-f"}, Words{"admcmd", "open"}}) {
-    Result result = service(words);
+    const Result result = service(words);
     EXPECT_EQ(result.status, 64);
     EXPECT_EQ(result.output.find("usage: nvkservice"), 0u);
   }
@@ -148,7 +148,7 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
 
 TEST_F(SandboxTest, TwoStartsAtOnceMakeOneDaemon) {
   configure(freePorts()[0], 0);
-  std::string program = root_ / "usr/sbin/nvkservice";
+  const std::string program = root_ / "usr/sbin/nvkservice";
   RunningProgram first({program, "start", "-f", "-w"}), second({program, "start", "-f", "-w"});
   EXPECT_EQ(first.status(), 0);
   EXPECT_EQ(second.status(), 0);
@@ -320,7 +320,7 @@ TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
   for (int round = 0; round < 10; ++round) {
-    int port = ports[static_cast<std::size_t>(1 + round % 2)];
+    const int port = ports[static_cast<std::size_t>(1 + round % 2)];
     write(root_ / "tmp/next", serverConfiguration(port, 0));
     fs::permissions(root_ / "tmp/next", static_cast<fs::perms>(0600));
     std::vector<RunningProgram> tools;
@@ -339,7 +339,7 @@ TEST_F(SandboxTest, NoPathLeadsOutOfTheRoot) {
   write(outside, "untouched");
   fs::create_symlink(outside, root_ / "tmp/link");
   fs::create_directory_symlink(outside.parent_path(), root_ / "tmp/folder");
-  std::string through = "/tmp/folder/" + outside.filename().string();
+  const std::string through = "/tmp/folder/" + outside.filename().string();
   write(root_ / "tmp/file", "");
   for (const std::string& path : {"/.." + outside.string(), "/tmp/../../" + outside.filename().string(),
                                   std::string("/tmp/link"), through, std::string("tmp/file")}) {

@@ -29,7 +29,7 @@ struct StubApplication : HostApplication {
     observer = std::move(wanted);
   }
 
-  std::function<void()> later;  // the operation that nobody waits for
+  std::function<void()> later;  // the operation that is not waited for
 };
 
 struct StubInteraction : AlertPanels, Workspace, DistributedNotificationCenter, Drawing {
@@ -87,7 +87,7 @@ struct StubAuthorization : AuthorizationService {
 
 // The pid file is the only one there is, and the daemon that it names is alive.
 struct StubFiles : Files, PropertyListFiles, PosixProcesses {
-  std::string_view pidFile;             // its content; no file where empty
+  std::string_view pidFile;             // its content; no file if empty
   bool rewinds = true;                  // a seek to the start succeeds
   std::optional<int64_t> reportedSize;  // instead of the content's
   std::function<void()> whileAsleep = [] {};
@@ -144,8 +144,8 @@ struct StubSystem : SystemVersion, Bundles, SystemLog, AssertionHandler {
   };
   bool hasVersion = true;
   int versionQueries = 0;
-  std::vector<Failure> failures;   // the assertions that did not hold
-  std::vector<std::string> lines;  // of the log, each behind its priority
+  std::vector<Failure> failures;   // the assertions that failed
+  std::vector<std::string> lines;  // of the log, each after its priority
 
   OSErr Gestalt(OSType, int32_t& response) override {
     ++versionQueries;

@@ -78,7 +78,7 @@ bool AsciiReader::take(char c) {
 bool AsciiReader::passSpace() {
   while (true) {
     rest_ = withoutLeading(rest_, kSpace);
-    bool line = rest_.starts_with("//");
+    const bool line = rest_.starts_with("//");
     if (!line && !rest_.starts_with("/*")) return true;
     const std::size_t end = line ? rest_.find_first_of("\r\n") : rest_.find("*/", 2);
     if (!line && end == std::string_view::npos) return false;
@@ -147,7 +147,7 @@ Result AsciiReader::data() {
       return PropertyList(std::move(data));
     }
     if (kSpace.find(c) != std::string_view::npos) continue;
-    int digit = digitOf(c);
+    const int digit = digitOf(c);
     if (digit > 15) return std::nullopt;
     if (high >= 0) data.bytes += static_cast<char>(static_cast<unsigned char>(high * 16 + digit));
     high = high >= 0 ? -1 : digit;
@@ -183,7 +183,7 @@ std::optional<std::string> AsciiReader::quoted(char quote) {
 bool AsciiReader::escape(std::string& to) {
   if (rest_.empty()) return false;
   if (digitOf(rest_.front()) < 8) {
-    char32_t c = *digits(8, 3) & 0xFF;
+    const char32_t c = *digits(8, 3) & 0xFF;
     appendCharacter(to, c < 128 ? c : kNextStep[c - 128]);
     return true;
   }
@@ -194,7 +194,7 @@ bool AsciiReader::escape(std::string& to) {
     // A character beyond 16 bits is written as two escapes, a surrogate pair.
     if (unit && *unit >= 0xD800 && *unit < 0xDC00 && (rest_.starts_with("\\U") || rest_.starts_with("\\u"))) {
       rest_.remove_prefix(2);
-      auto low = digits(16, 4);
+      const auto low = digits(16, 4);
       if (!low || *low < 0xDC00 || *low >= 0xE000) return false;
       unit = 0x10000 + ((*unit - 0xD800) << 10) + (*low - 0xDC00);
     }

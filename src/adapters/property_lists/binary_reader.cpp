@@ -80,7 +80,7 @@ std::optional<std::string_view> BinaryReader::take(uint64_t count) {
 
 bool BinaryReader::goTo(uint64_t object) {
   if (object >= objectCount_) return false;
-  uint64_t offset =
+  const uint64_t offset =
       numberOf(bytes_.substr(tableAt_ + static_cast<std::size_t>(object) * offsetBytes_, offsetBytes_));
   if (offset < kHeaderBytes || offset >= objects_.size()) return false;
   at_ = static_cast<std::size_t>(offset);
@@ -98,12 +98,12 @@ bool BinaryReader::charge(uint64_t bytes) {
 Result BinaryReader::document() {
   // Every version 0x has the same layout.
   if (bytes_.size() < kHeaderBytes + kTrailerBytes || bytes_[kBinaryMagic.size()] != '0') return std::nullopt;
-  std::string_view trailer = bytes_.substr(bytes_.size() - kTrailerBytes);
+  const std::string_view trailer = bytes_.substr(bytes_.size() - kTrailerBytes);
   offsetBytes_ = numberOf(trailer.substr(6, 1));
   referenceBytes_ = numberOf(trailer.substr(7, 1));
   objectCount_ = numberOf(trailer.substr(8, 8));
   const uint64_t root = numberOf(trailer.substr(16, 8));
-  uint64_t table = numberOf(trailer.substr(24, 8));
+  const uint64_t table = numberOf(trailer.substr(24, 8));
   const uint64_t end = bytes_.size() - kTrailerBytes;
   const auto isWidth = [](std::size_t width) { return width >= 1 && width <= 8; };
   if (!isWidth(offsetBytes_) || !isWidth(referenceBytes_)) return std::nullopt;
@@ -129,7 +129,7 @@ std::optional<uint64_t> BinaryReader::takeCount(unsigned low) {
   const auto marker = take(1);
   if (!marker || numberOf(*marker) >> 4 != kInteger) return std::nullopt;
   const uint64_t power = numberOf(*marker) & 0xF;
-  auto number = power <= 3 ? take(uint64_t{1} << power) : std::nullopt;
+  const auto number = power <= 3 ? take(uint64_t{1} << power) : std::nullopt;
   if (!number) return std::nullopt;
   return numberOf(*number);
 }
@@ -137,7 +137,7 @@ std::optional<uint64_t> BinaryReader::takeCount(unsigned low) {
 Result BinaryReader::scalar(unsigned high, unsigned low) {
   if (high == kSimple) return low == 8 || low == 9 ? Result(PropertyList(low == 9)) : std::nullopt;
   if (high == kInteger || high == kReal || high == kDate) {
-    auto number = low <= 4 ? take(uint64_t{1} << low) : std::nullopt;
+    const auto number = low <= 4 ? take(uint64_t{1} << low) : std::nullopt;
     if (!number) return std::nullopt;
     if (high == kInteger) return integer(*number);
     if (number->size() != 8 && (number->size() != 4 || high == kDate)) return std::nullopt;
@@ -147,20 +147,20 @@ Result BinaryReader::scalar(unsigned high, unsigned low) {
     return isDate(value) ? Result(PropertyList(PropertyList::Date{value})) : std::nullopt;
   }
   if (high == kUid) {
-    auto number = low < 8 ? take(low + 1) : std::nullopt;
+    const auto number = low < 8 ? take(low + 1) : std::nullopt;
     if (!number) return std::nullopt;
     PropertyList::Dictionary uid;
     uid.emplace(kUidKey, integerOf(numberOf(*number), false));
     return PropertyList(std::move(uid));
   }
-  auto count = high >= kData && high <= kUtf8Text ? takeCount(low) : std::nullopt;
+  const auto count = high >= kData && high <= kUtf8Text ? takeCount(low) : std::nullopt;
   return count ? text(high, *count) : std::nullopt;
 }
 
 // Integers of 1, 2 and 4 bytes are unsigned, of 8 signed; 16 are for what is above the signed range.
 Result BinaryReader::integer(std::string_view number) {
   if (number.size() < 8) return integerOf(numberOf(number), false);
-  uint64_t low = numberOf(number.substr(number.size() - 8));
+  const uint64_t low = numberOf(number.substr(number.size() - 8));
   const auto signedLow = static_cast<int64_t>(low);
   if (number.size() == 8) return PropertyList(signedLow);
   const uint64_t high = numberOf(number.substr(0, 8));

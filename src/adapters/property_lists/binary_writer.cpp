@@ -43,7 +43,7 @@ std::optional<uint64_t> uidOf(const PropertyList::Dictionary& entries) {
 class BinaryWriter {
  public:
   std::string finish(const PropertyList& root) {
-    uint64_t count = objectsIn(root);
+    const uint64_t count = objectsIn(root);
     referenceBytes_ = bytesFor(count);
     bytes_ = std::string(kBinaryMagic) + "00";
     write(root);
@@ -138,7 +138,7 @@ class BinaryWriter {
   // The start of a container, with space for its references; returns where they begin.
   std::size_t container(unsigned high, std::size_t count, std::size_t references) {
     countedMarker(high, count);
-    std::size_t begin = bytes_.size();
+    const std::size_t begin = bytes_.size();
     bytes_.append(references * referenceBytes_, '\0');
     return begin;
   }

@@ -28,7 +28,7 @@ std::optional<Number> parseWhole(std::string_view text, Format... format) {
 // Removes a sign from the text; true for a minus.
 bool takeSign(std::string_view& text) {
   if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
-  bool negative = text.front() == '-';
+  const bool negative = text.front() == '-';
   text.remove_prefix(1);
   return negative;
 }
@@ -93,16 +93,16 @@ PropertyList integerOf(uint64_t magnitude, bool negative) {
 
 std::optional<PropertyList> parseInteger(std::string_view text) {
   text = trimmed(text, kBlanks);
-  bool negative = takeSign(text);
+  const bool negative = takeSign(text);
   const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
-  auto magnitude = parseWhole<uint64_t>(hexadecimal ? text.substr(2) : text, hexadecimal ? 16 : 10);
+  const auto magnitude = parseWhole<uint64_t>(hexadecimal ? text.substr(2) : text, hexadecimal ? 16 : 10);
   if (!magnitude || (negative && *magnitude > uint64_t{1} << 63)) return std::nullopt;
   return integerOf(*magnitude, negative);
 }
 
 std::optional<double> parseReal(std::string_view text) {
   text = trimmed(text, kBlanks);
-  bool negative = takeSign(text);
+  const bool negative = takeSign(text);
   if (text.starts_with('-')) return std::nullopt;
   auto number = parseWhole<double>(text);
   // A number outside the range of a double becomes zero or infinity; the wider type knows which.
@@ -114,7 +114,7 @@ std::optional<double> parseReal(std::string_view text) {
 
 std::optional<double> parseDate(std::string_view text) {
   text = trimmed(text, kBlanks);
-  bool negative = text.starts_with('-');
+  const bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);
   const auto year = takeField(text, 4, true, '-');
   const auto month = year ? takeField(text, 2, false, '-') : std::nullopt;
@@ -141,9 +141,9 @@ std::optional<std::string> parseBase64(std::string_view text) {
   uint32_t bits = 0;
   int count = 0;
   bool padded = false;
-  for (char c : text) {
+  for (const char c : text) {
     if (kBlanks.find(c) != std::string_view::npos) continue;
-    std::size_t digit = kBase64.find(c);
+    const std::size_t digit = kBase64.find(c);
     padded = padded || c == '=';
     if (padded ? c != '=' : digit == std::string_view::npos) return std::nullopt;
     if (padded) continue;

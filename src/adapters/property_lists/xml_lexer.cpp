@@ -135,7 +135,7 @@ bool XmlLexer::reference(std::string& to) {
   std::string_view name = rest_.substr(0, end);
   rest_.remove_prefix(end + 1);
   if (name.starts_with('#')) {
-    bool hexadecimal = name.starts_with("#x");
+    const bool hexadecimal = name.starts_with("#x");
     name.remove_prefix(hexadecimal ? 2 : 1);
     uint32_t number = 0;
     auto [stop, error] =

@@ -84,7 +84,7 @@ Token XmlReader::nextElement() {
 
 Result XmlReader::document() {
   Token start = nextElement();
-  bool wrapped = start.kind == Kind::start && start.name == "plist";
+  const bool wrapped = start.kind == Kind::start && start.name == "plist";
   if (wrapped) start = nextElement();
   Result root = value(start, 1);
   if (!root) return std::nullopt;
@@ -165,7 +165,7 @@ bool looksLikeXml(std::string_view text) {
                                               "<data", "<key",   "<string", "<integer", "<real",
                                               "<true", "<false", "<date"};
   text = withoutLeading(text, kBlanks);
-  for (std::string_view beginning : kBeginnings)
+  for (const std::string_view beginning : kBeginnings)
     if (text.starts_with(beginning)) return true;
   return false;
 }
@@ -173,7 +173,7 @@ bool looksLikeXml(std::string_view text) {
 std::string_view declaredEncoding(std::string_view text) {
   text = withoutLeading(text, kBlanks);
   if (!text.starts_with("<?xml")) return {};
-  std::string_view declaration = text.substr(0, text.find("?>"));
+  const std::string_view declaration = text.substr(0, text.find("?>"));
   constexpr std::string_view kName = "encoding";
   const std::size_t at = declaration.find(kName);
   if (at == std::string_view::npos) return {};

@@ -11,8 +11,8 @@ namespace {
 // A character that XML would drop or change becomes a reference.
 void appendText(std::string& xml, std::string_view text) {
   while (!text.empty()) {
-    char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
-    bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
+    const char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
+    const bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
     if (c == '&')
       xml += "&amp;";
     else if (c == '<')

@@ -1,5 +1,5 @@
 // The toolkit, for .mm files alone, and the one place where the two systems that have it differ. Everything
-// else of this front end uses what both have.
+// else of this front end uses only what both have.
 #pragma once
 
 #import <AppKit/AppKit.h>
@@ -12,7 +12,7 @@ namespace norvik::prefpane {
 inline void postNotification(NSString* name, NSString* object, NSUInteger options) {
   NSDistributedNotificationCenter* center = [NSDistributedNotificationCenter defaultCenter];
 #ifdef GNUSTEP
-  // Knows one session only, and the other option, to deliver at once, is the first bit.
+  // It knows only one session; the other option, to deliver at once, is the first bit.
   [center postNotificationName:name object:object userInfo:nil deliverImmediately:(options & 1) != 0];
 #else
   [center postNotificationName:name object:object userInfo:nil options:options];

@@ -82,7 +82,7 @@ void takeChoice(NSView* view, Control& control) {
   control.setState(kOnState);
 }
 
-// The tick marks are for the eye alone: the knob stops at every whole number, of which there may be more.
+// The tick marks are only drawn: the knob stops at every whole number, and there may be more of those.
 NSView* makeSlider(const ControlDescription& description) {
   NSSlider* slider = [[[NVKSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
   [slider setMinValue:description.minimum.value_or(0)];

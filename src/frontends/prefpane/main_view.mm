@@ -54,7 +54,7 @@ MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
 }
 
 MainView::~MainView() {
-  [asOutline(outline_) setDelegate:nil];  // first: taking the source away changes the selection
+  [asOutline(outline_) setDelegate:nil];  // first, as removing the source changes the selection
   [asOutline(outline_) setDataSource:nil];
   pane_.ib_oview_confBar.setObserver(nullptr);
   pane_.ib_tview_confView.setObserver(nullptr);

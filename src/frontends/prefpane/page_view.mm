@@ -21,10 +21,10 @@ constexpr CGFloat kMarkWidth = 14;
 constexpr CGFloat kGap = 8;
 constexpr CGFloat kBeforeSection = 12;
 constexpr CGFloat kBetweenRows = 7;
-constexpr CGFloat kIndent = 20;  // of a control that means something only while a box is on
+constexpr CGFloat kIndent = 20;  // of a control that applies only while a box is on
 constexpr CGFloat kStateWidth = 120;
 constexpr CGFloat kValueWidth = 28;  // of the number beside a slider
-constexpr int kAddressLines = 5;     // a sentence of two, a blank one, and a long address
+constexpr int kAddressLines = 5;     // a sentence of two lines, a blank one, and a long address
 constexpr int kDescriptionLines = 2;
 constexpr int kNoteLines = 2;
 

@@ -21,7 +21,7 @@ class PaneBundles : public Bundles {
   CFBundleRef CFBundleGetBundleWithIdentifier(std::string_view identifier) override;
   CFBundleRef paneBundle() override;
   // The pane's bundle has the Info dictionary of its folder, which a seller may have changed; a value that is
-  // no text counts as none.
+  // not a string counts as missing.
   std::optional<std::string> CFBundleGetValueForInfoDictionaryKey(CFBundleRef bundle,
                                                                   std::string_view key) override;
   // The pane's own resources are built in, so that a damaged folder cannot take its pictures away.

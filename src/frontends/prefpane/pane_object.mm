@@ -11,7 +11,7 @@
 #include "src/frontends/shared/interface/shipped_interface.h"
 
 @interface NVKServerPrefs : NSPreferencePane {
-  norvik::NVKServerPrefs* pane_;  // both owned; not every compiler makes and destroys a field by itself
+  norvik::NVKServerPrefs* pane_;  // both owned; not every compiler constructs and destroys such a field
   norvik::prefpane::MainView* view_;
   // The toolkit's objects for the sidebar's nodes, which it compares by identity.
   NSMutableDictionary* items_;

@@ -12,7 +12,7 @@
                        : std::max(1.0, std::round(([self maxValue] - [self minValue]) / (double)intervals));
 }
 
-// By how much a key moves the knob; 0 for a key that is not about it.
+// By how much a key moves the knob; 0 for any other key.
 - (double)stepOfKey:(unichar)key {
   switch (key) {
     case NSLeftArrowFunctionKey:

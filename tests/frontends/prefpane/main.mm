@@ -5,6 +5,7 @@
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display
   NSAutoreleasePool* pool = [NSAutoreleasePool new];
   [NSApplication sharedApplication];
   const int result = RUN_ALL_TESTS();

@@ -1,4 +1,5 @@
-// The sliders of the pages, worked by the toolkit's own events: every whole number of a range can be reached.
+// The sliders of the pages, operated by the toolkit's own events: every whole number of a range can be
+// reached.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,7 +22,7 @@ std::vector<int> wholeNumbersOf(NSSlider* slider) {
   return numbers;
 }
 
-// The pane in a window, with the page of a user's image settings before it.
+// The pane in a window, showing the page of a user's image settings.
 class Sliders : public testing::Test {
  protected:
   void SetUp() override {

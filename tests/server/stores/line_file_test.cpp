@@ -6,7 +6,7 @@
 namespace norvik {
 namespace {
 
-TEST(LineFileTest, PiecesAreWhatStandsBetweenWhiteSpace) {
+TEST(LineFileTest, PiecesAreWhatIsBetweenWhiteSpace) {
   using Pieces = std::vector<std::string_view>;
   EXPECT_EQ(piecesOf("limit maxfiles\t12288  10240"), (Pieces{"limit", "maxfiles", "12288", "10240"}));
   EXPECT_EQ(piecesOf("  limit\xe3\x80\x80maxfiles "), (Pieces{"limit", "maxfiles"}));
@@ -16,7 +16,7 @@ TEST(LineFileTest, PiecesAreWhatStandsBetweenWhiteSpace) {
   EXPECT_TRUE(piecesOf(" \t ").empty());
 }
 
-constexpr const char* kOnlyFile = "/var/run/nvkserverd.pid";  // of the least of computers
+constexpr const char* kOnlyFile = "/var/run/nvkserverd.pid";  // of the smallest computer
 
 TEST_F(PaneTest, AFileOfMoreBytesThanItReportsIsReadToItsReportedSize) {
   NVKServerPrefs pane(interface);

@@ -11,8 +11,7 @@ namespace norvik {
 
 namespace {
 
-// A line file of more bytes is not one: as many as a property list may have. Memory for it might not be
-// there.
+// A larger file counts as unreadable, as a larger property list does: there might not be memory for it.
 constexpr int64_t kMaxLineFileBytes = int64_t{64} << 20;
 
 // Splits at every line end; a line end as the very last character begins no further line.
