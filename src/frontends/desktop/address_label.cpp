@@ -1,4 +1,4 @@
-// Layout of the sentence and its button; copying to the clipboard.
+// The layout of the sentence and its button; copying to the clipboard.
 #include "src/frontends/desktop/address_label.h"
 
 #include <QApplication>

@@ -1,4 +1,4 @@
-// A sentence that ends in an address of this computer, which a person can select, or copy with a button.
+// A sentence that ends in an address of this computer, which can be selected, or copied with a button.
 #pragma once
 
 #include <QString>
@@ -11,10 +11,10 @@ namespace norvik::desktop {
 
 class AddressLabel : public QWidget {
  public:
-  // `name` is the object's name, from which the button's is made; `copyTitle` what the button says.
+  // `name` is the object name, from which the button's is made; `copyTitle` is the button's title.
   AddressLabel(const QString& name, const QString& copyTitle, QWidget* parent);
 
-  // Setting the text it has repaints nothing. Without an address in it there is nothing to copy.
+  // Setting the same text again repaints nothing. The button is hidden while the text has no address.
   void setText(const QString& text);
   QString text() const;
   QString address() const;

@@ -37,11 +37,11 @@ void Binding::showState() {
 
 void Binding::sendAction() {
   pane_.buttonClicked(control_);
-  showState();  // an action may have put the control back to what it was, which tells nobody
-  tellEdited();
+  showState();  // an action may have restored the control's value, which notifies no observer
+  notifyEdited();
 }
 
-void Binding::tellEdited() {
+void Binding::notifyEdited() {
   if (edited) edited();
 }
 

@@ -1,5 +1,5 @@
-// A control of the model and the widget that mirrors it, kept in step both ways. One kind of binding for each
-// kind of control; none knows a setting by name. Touches Qt Widgets and the pane module.
+// A binding keeps a control of the model and its widget in step, both ways. One kind of binding for each kind
+// of control; none knows a setting by name. Uses Qt Widgets and the pane module.
 #pragma once
 
 #include <QString>
@@ -22,18 +22,18 @@ class Binding : public ControlObserver {
 
   Control& control() const { return control_; }
   const ControlDescription& description() const { return description_; }
-  // The widget that a person works; owned by its parent widget.
+  // The widget that a person uses; owned by its parent widget.
   QWidget* widget() const { return widget_; }
 
   // Called after a person's edit reached the model and its action was sent.
   std::function<void()> edited;
-  // Called after the widget took up a change of the model, so that what stands around it can follow.
+  // Called after the widget showed a change of the model, so that what is beside it can follow.
   std::function<void()> changed;
 
-  // Whether the control has a place on its page at all.
+  // Whether the control appears on its page at all.
   bool isVisible() const { return !control_.isHidden() && !control_.isRemoved(); }
 
-  // The model changed: brings the widget up to it.
+  // The model changed: updates the widget.
   void controlChanged(Control& control) final;
 
  protected:
@@ -42,12 +42,12 @@ class Binding : public ControlObserver {
   void attach(QWidget* widget);
   // Shows the model's value in the widget, setting nothing that is set already and sending nothing back.
   virtual void showValue() = 0;
-  // Whether the widget itself is seen in its place.
+  // Whether the widget itself is drawn in its place.
   virtual bool isDrawn() const { return isVisible(); }
-  // The value was edited by a person and stands in the model: sends the action.
+  // A person edited the value and the model has it: sends the action.
   void sendAction();
   // The same for edits that send none.
-  void tellEdited();
+  void notifyEdited();
 
   NVKServerPrefs& pane() const { return pane_; }
 
@@ -60,8 +60,8 @@ class Binding : public ControlObserver {
   QWidget* widget_ = nullptr;
 };
 
-// The binding for a control of the description; its widget is made as a child of `parent`. Null for kinds
-// that have a place of their own in the window: the sidebar and the tab view.
+// The binding for a control of the description; its widget is a new child of `parent`. Null for the sidebar
+// and the tab view, which the window makes itself.
 std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control,
                                      const ControlDescription& description, QWidget* parent);
 

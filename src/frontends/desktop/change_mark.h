@@ -11,7 +11,7 @@ class ChangeMark : public QWidget {
   ChangeMark(const QString& help, QWidget* parent);
 
   bool isOn() const { return on_; }
-  // Repaints only where that changes.
+  // Repaints only if that changes.
   void setOn(bool on);
 
   QSize sizeHint() const override;

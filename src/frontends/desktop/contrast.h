@@ -12,8 +12,8 @@ inline constexpr double kGraphicContrast = 3;
 // From 1, the same luminance, to 21, black on white. Both colours opaque.
 double contrastRatio(const QColor& one, const QColor& other);
 
-// A colour between the background and `strong`, about as far from the background as `share` (0 to 1), and
-// farther where the contrast needs it; `strong` itself where even that does not reach it.
+// The background mixed with `strong`, of which there is `share` (0 to 1), or more if the contrast requires
+// it; `strong` itself if no mixture reaches the contrast.
 QColor withContrast(const QColor& background, const QColor& strong, double share, double contrast);
 
 }  // namespace norvik::desktop

@@ -1,4 +1,4 @@
-// The outlines, drawn over those of the style.
+// Draws the outlines over those of the style.
 #include "src/frontends/desktop/contrast_style.h"
 
 #include <QPainter>

@@ -1,5 +1,5 @@
-// The bindings of what a person reads or presses: labels, addresses, push buttons, the lock; and the one
-// place where a kind finds its binding.
+// The bindings of what a person reads or presses: labels, addresses, push buttons, the lock; and which kind
+// of control has which binding.
 #include <QLabel>
 #include <QPushButton>
 
@@ -14,8 +14,8 @@ namespace norvik::desktop {
 
 namespace {
 
-// A text that nobody edits: a label's, or that of a field which only shows its value. Its spoken name holds
-// the value as well, since a name hides the text from who only hears.
+// A text that nobody edits: a label's, or that of a field that only shows its value. Its accessible name
+// includes the value, since a screen reader reads the name in place of the text.
 class LabelBinding : public Binding {
  public:
   LabelBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)

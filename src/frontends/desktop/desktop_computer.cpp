@@ -1,4 +1,4 @@
-// The window's ports, and the computer's for all others.
+// The window's platform interfaces, and the computer's for all others.
 #include "src/frontends/desktop/desktop_computer.h"
 
 namespace norvik::desktop {

@@ -1,4 +1,5 @@
-// The computer as the desktop face has it: the window's ports over Qt, all others of the Linux adapter.
+// The computer of the desktop front end: the window's platform interfaces over Qt, all others by the Linux
+// adapter.
 #pragma once
 
 #include "src/adapters/linux/linux_computer.h"
@@ -15,7 +16,7 @@ class DesktopComputer {
   DesktopComputer(const DesktopComputer&) = delete;
   DesktopComputer& operator=(const DesktopComputer&) = delete;
 
-  // The window that panels belong to and that is drawn by force; null for none.
+  // The window that alert panels belong to and whose drawing can be forced; null for none.
   void setWindow(QWidget* window);
 
   LinuxComputer& computer() { return computer_; }

@@ -1,4 +1,4 @@
-// Which words need a screen, and who names one.
+// Which options need a screen, and what names one.
 #include "src/frontends/desktop/display.h"
 
 #include <QByteArray>
@@ -15,7 +15,7 @@ constexpr std::string_view kWithoutScreen[] = {"--picture", "--help", "--help-al
 constexpr std::string_view kNamingOne[] = {"-platform", "--platform", "-display", "--display"};
 constexpr const char* kVariablesNamingOne[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
 
-// Whether one of the words is there, alone or with a value behind a sign.
+// Whether one of the words is given, alone or followed by "=" and a value.
 bool hasOneOf(std::span<const char* const> given, std::span<const std::string_view> words) {
   return std::ranges::any_of(given, [words](std::string_view word) {
     return std::ranges::find(words, word.substr(0, word.find('='))) != words.end();

@@ -1,10 +1,10 @@
-// The screen that the window comes up on, looked for before Qt does, which aborts where there is none.
-// Touches the environment of the process.
+// The screen that the window appears on. Looked for before Qt does, which aborts if there is none. Changes
+// the environment of the process.
 #pragma once
 
 namespace norvik::desktop {
 
-// Makes what needs no screen, as --picture and --help, do without one. False where a window is wanted and no
+// Lets what needs no screen, such as --picture and --help, do without one. False if a window is wanted and no
 // screen is named anywhere. To be called before there is an application.
 bool prepareDisplay(int argc, const char* const* argv);
 

@@ -52,7 +52,7 @@ class RadioButtonBinding : public Binding {
                      QWidget* parent)
       : Binding(pane, model, description),
         button_(new QRadioButton(withoutMnemonic(text(description.label)), parent)) {
-    button_->setAutoExclusive(true);  // what a screen reader takes for a radio button
+    button_->setAutoExclusive(true);  // which makes it a radio button to a screen reader
     clickAtMnemonic(button_);
     attach(button_);
     QObject::connect(button_, &QRadioButton::clicked, button_, [this] {
@@ -62,7 +62,8 @@ class RadioButtonBinding : public Binding {
   }
 
  private:
-  // The model decides which one of the group is on; it may be none, as no exclusive group would have it.
+  // The model decides which button of the group is on. It may be none, which an exclusive group does not
+  // allow.
   void showValue() override {
     if (button_->isChecked() == control().isOn()) return;
     QButtonGroup* group = button_->group();
@@ -95,7 +96,7 @@ class SliderBinding : public Binding {
   }
 
  private:
-  // The model keeps a value outside the range; the widget stands at its nearest end then.
+  // The model keeps a value outside the range; the widget then shows the nearest end.
   void showValue() override {
     const QSignalBlocker quiet(slider_);
     const double nearest = std::clamp(std::trunc(control().doubleValue()), double(slider_->minimum()),
@@ -122,7 +123,7 @@ class PopUpBinding : public Binding {
   }
 
  private:
-  // An index that no item has shows none.
+  // No item is shown for an index that none has.
   void showValue() override {
     const int64_t index = control().indexOfSelectedItem();
     popUp_->setCurrentIndex(index >= 0 && index < popUp_->count() ? static_cast<int>(index) : -1);
@@ -130,7 +131,7 @@ class PopUpBinding : public Binding {
   QComboBox* popUp_;
 };
 
-// As wide as what is typed into it.
+// A field as wide as what is typed into it.
 QLineEdit* makeField(const ControlDescription& description, QWidget* parent) {
   if (description.maximum) {
     const QString largest = QString::number(static_cast<int64_t>(*description.maximum));
@@ -141,7 +142,7 @@ QLineEdit* makeField(const ControlDescription& description, QWidget* parent) {
   return field;
 }
 
-// What is typed counts at once; it sends no action, as the pane's next tick takes it up.
+// What is typed counts at once; it sends no action: the pane's next tick notices it.
 class TextFieldBinding : public Binding {
  public:
   TextFieldBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
@@ -151,7 +152,7 @@ class TextFieldBinding : public Binding {
     attach(field_);
     QObject::connect(field_, &QLineEdit::textEdited, field_, [this](const QString& typed) {
       control().setStringValue(typed.toStdString());
-      tellEdited();
+      notifyEdited();
     });
   }
 

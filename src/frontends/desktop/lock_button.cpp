@@ -25,7 +25,8 @@ QImage decoded(const PictureRef& picture) {
   buffer.open(QIODevice::ReadOnly);
   QImageReader reader(&buffer, "TIFF");
   QImage largest;
-  const int pages = reader.imageCount();  // asked for one too many, the reader complains on the terminal
+  const int pages =
+      reader.imageCount();  // asked for one too many, the reader writes a warning to the terminal
   for (int page = 0; page < pages; ++page) {
     if (page > 0 && !reader.jumpToNextImage()) break;
     const QImage image = reader.read();
@@ -118,7 +119,7 @@ void LockButton::paintEvent(QPaintEvent* /*event*/) {
   image.setDevicePixelRatio(ratio);
   QPainter painter(this);
   painter.drawImage(0, 0, image);
-  // The picture stands on the tinted button: darkened by a dark window's tint it could not be made out.
+  // The picture is drawn over the tinted button: a dark window's tint would make it unrecognisable.
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
   const int side = std::min(width(), height()) * 3 / 4;
   if (!picture().isNull())
@@ -162,7 +163,7 @@ void LockButton::resizeEvent(QResizeEvent* event) {
   QAbstractButton::resizeEvent(event);
 }
 
-// A desktop that turns dark takes the button along: its tint is the window's colour, where it has one.
+// The button's tint, where it has one, follows the window's colour when the desktop turns dark.
 void LockButton::changeEvent(QEvent* event) {
   QAbstractButton::changeEvent(event);
   if (event->type() != QEvent::PaletteChange || !model_.buttonColor()) return;

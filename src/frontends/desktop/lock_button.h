@@ -14,7 +14,7 @@ class LockButton : public QAbstractButton {
   // `model` outlives the widget.
   LockButton(NVKButton& model, QWidget* parent);
 
-  // Draws again where the model's picture was replaced.
+  // Repaints if the model's picture was replaced.
   void showModel();
 
   QSize sizeHint() const override;

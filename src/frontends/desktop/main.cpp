@@ -1,4 +1,5 @@
-// norvik-settings: the settings panel in a window. Options, one instance, the size and page of the last time.
+// norvik-settings: the settings panel in a window. Options, one instance, the size and page of the last
+// session.
 #include <sysexits.h>
 #include <QApplication>
 #include <QCommandLineParser>
@@ -29,7 +30,7 @@ namespace {
 constexpr std::chrono::seconds kToolPatience{30};
 constexpr std::chrono::seconds kScreenPatience{1};  // a window that starts minimised is not painted
 
-// What is remembered from one time to the next.
+// What is remembered from one session to the next.
 const QString kGeometryKey = QStringLiteral("geometry");
 const QString kRowKey = QStringLiteral("row");
 
@@ -39,8 +40,8 @@ struct Options {
   bool dark = false;
 };
 
-// The path of a folder without symbolic links, so that a second start finds the first one by whichever path
-// it is given. The path as it is where there is no such folder.
+// The path of a folder without symbolic links, so that a second start finds the first one whatever path it
+// is given. The path itself if there is no such folder.
 QString onePath(const QString& folder) {
   const QString canonical = folder.isEmpty() ? QString() : QDir(folder).canonicalPath();
   return canonical.isEmpty() ? folder : canonical;
@@ -60,7 +61,7 @@ Options parsed(const QApplication& application) {
   const QCommandLineOption root(QStringLiteral("root"), QStringLiteral("Work on the sandbox in DIR."),
                                 QStringLiteral("DIR"));
   const QCommandLineOption picture(QStringLiteral("picture"),
-                                   QStringLiteral("Write a picture of every page to DIR and end."),
+                                   QStringLiteral("Write a picture of every page to DIR and exit."),
                                    QStringLiteral("DIR"));
   const QCommandLineOption dark(QStringLiteral("dark"),
                                 QStringLiteral("Use dark colours, whatever the desktop uses."));
@@ -71,15 +72,15 @@ Options parsed(const QApplication& application) {
   return {onePath(parser.value(root)), parser.value(picture), parser.isSet(dark)};
 }
 
-// Panels of different users and roots do not get in one another's way.
-QString meetingPlace(const Options& options) {
+// A path for each user and root, so that their panels do not block one another.
+QString lockPath(const Options& options) {
   if (!options.root.isEmpty()) return options.root + QStringLiteral("/.norvik/settings.lock");
   return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) +
          QStringLiteral("/norvik-settings.lock");
 }
 
-// What is remembered of a sandbox stays in it.
-std::unique_ptr<QSettings> memory(const Options& options) {
+// For a sandbox it is stored in the sandbox.
+std::unique_ptr<QSettings> storedState(const Options& options) {
   if (options.root.isEmpty()) return std::make_unique<QSettings>();
   return std::make_unique<QSettings>(options.root + QStringLiteral("/.norvik/desktop.ini"),
                                      QSettings::IniFormat);
@@ -107,28 +108,28 @@ class Session {
 
   // 0, or a status of sysexits.h.
   int writePictures(const QString& folder);
-  // Until the window is closed and what it started is done.
+  // Returns when the window is closed and the tools it started have ended.
   int run(SingleInstance& instance);
 
  private:
-  void showBare();
+  void showEmptyWindow();
   void fill();
-  void recallPage();
-  void remember();
-  void comeForward();
+  void restorePage();
+  void saveState();
+  void bringToFront();
   QString portProblem(const ControlDescription& field);
 
   DesktopComputer computer_;
   const InterfaceDescription interface_ = interfaceOrExit();
   NVKServerPrefs pane_{interface_};
   SettingsWindow window_;
-  const std::unique_ptr<QSettings> memory_;
+  const std::unique_ptr<QSettings> state_;
 };
 
 Session::Session(const Options& options)
     : computer_(options.root.isEmpty() ? systemOptions() : sandboxOptions(options.root.toStdString())),
       window_(pane_, interface_, [this](const ControlDescription& field) { return portProblem(field); }),
-      memory_(memory(options)) {
+      state_(storedState(options)) {
   computer_.setWindow(&window_);
 }
 
@@ -145,9 +146,9 @@ int Session::writePictures(const QString& folder) {
 }
 
 int Session::run(SingleInstance& instance) {
-  instance.askedForward = [this] { comeForward(); };
-  window_.closed = [this] { remember(); };
-  showBare();
+  instance.activationRequested = [this] { bringToFront(); };
+  window_.closed = [this] { saveState(); };
+  showEmptyWindow();
   if (!window_.isVisible()) return EX_OK;  // closed already
   fill();
   const int status = QApplication::exec();
@@ -155,10 +156,10 @@ int Session::run(SingleInstance& instance) {
   return status;
 }
 
-// The bare window stands first, so that whoever opened it sees at once that it opens; then all the rest. What
-// is typed meanwhile waits for it.
-void Session::showBare() {
-  window_.restoreGeometry(memory_->value(kGeometryKey).toByteArray());
+// The empty window appears first, so that a person sees at once that the program opens; then all the rest.
+// Keys typed meanwhile wait for it.
+void Session::showEmptyWindow() {
+  window_.restoreGeometry(state_->value(kGeometryKey).toByteArray());
   QEventLoop shown;
   window_.painted = [&shown] { shown.quit(); };
   window_.show();
@@ -172,22 +173,22 @@ void Session::fill() {
   pane_.awakeFromNib();
   window_.fill();
   computer_.runLoop().ticked = [this] { window_.ticked(); };
-  recallPage();
+  restorePage();
   pane_.willSelect();
   pane_.didSelect();
 }
 
-void Session::recallPage() {
-  const int row = memory_->value(kRowKey, -1).toInt();
+void Session::restorePage() {
+  const int row = state_->value(kRowKey, -1).toInt();
   if (row >= 0) window_.restorePage(row);
 }
 
-void Session::remember() {
-  memory_->setValue(kGeometryKey, window_.saveGeometry());
-  memory_->setValue(kRowKey, window_.pageToRestore());
+void Session::saveState() {
+  state_->setValue(kGeometryKey, window_.saveGeometry());
+  state_->setValue(kRowKey, window_.pageToRestore());
 }
 
-void Session::comeForward() {
+void Session::bringToFront() {
   window_.setWindowState(window_.windowState() & ~Qt::WindowMinimized);
   window_.raise();
   window_.activateWindow();
@@ -201,11 +202,11 @@ int run(QApplication& application) {
     return refuse(EX_USAGE, QStringLiteral("\"%1\" is not a sandbox").arg(options.root));
   options.dark ? useDarkTheme(application) : useDesktopTheme(application);
   if (!options.pictures.isEmpty()) return Session(options).writePictures(options.pictures);
-  SingleInstance instance(meetingPlace(options));
+  SingleInstance instance(lockPath(options));
   const auto claim = instance.claim();
   if (claim == SingleInstance::Claim::asked) return EX_OK;
   if (claim == SingleInstance::Claim::first) return Session(options).run(instance);
-  return refuse(EX_TEMPFAIL, QStringLiteral("another panel is open and does not answer"));
+  return refuse(EX_TEMPFAIL, QStringLiteral("another instance is open and does not respond"));
 }
 
 }  // namespace
@@ -213,8 +214,8 @@ int run(QApplication& application) {
 
 int main(int argc, char** argv) {
   if (!norvik::desktop::prepareDisplay(argc, argv)) {
-    return norvik::desktop::refuse(
-        EX_UNAVAILABLE, QStringLiteral("there is no screen here to show a window on; norvikctl needs none"));
+    return norvik::desktop::refuse(EX_UNAVAILABLE,
+                                   QStringLiteral("no screen to show a window on; norvikctl needs none"));
   }
   QApplication application(argc, argv);
   QApplication::setOrganizationName(QStringLiteral("Norvik"));

@@ -1,4 +1,4 @@
-// Choosing the letters: beginnings of words first.
+// Chooses the letters: beginnings of words first.
 #include "src/frontends/desktop/mnemonics.h"
 
 #include <QAbstractButton>
@@ -11,7 +11,7 @@ namespace {
 
 constexpr QLatin1Char kMark('&');
 
-// What a person reads of a text with marks in it.
+// A text with marks in it as it is shown.
 QString shown(const QString& marked) {
   QString plain;
   for (qsizetype i = 0; i < marked.size(); ++i) {

@@ -1,4 +1,4 @@
-// Room for a line at least, and breaks in long words.
+// At least one line high; long words may break.
 #include "src/frontends/desktop/note_label.h"
 
 #include <algorithm>

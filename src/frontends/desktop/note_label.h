@@ -1,5 +1,5 @@
-// What is wrong with a field, in words right under it. Keeps the room of a line while there is nothing to
-// say, so that the page does not jump at each key.
+// A message under a field that says what is wrong with it. Keeps the height of a line while it is empty, so
+// that the page does not jump at each key.
 #pragma once
 
 #include <QLabel>
@@ -10,7 +10,7 @@ class NoteLabel : public QLabel {
  public:
   explicit NoteLabel(QWidget* parent);
 
-  // The words as they were given; the label's own text may break within what a person typed without a space.
+  // The words as they were set; the label's own text has breaks within long words.
   QString words() const { return words_; }
   void setWords(const QString& words);
 

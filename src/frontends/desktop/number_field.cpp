@@ -1,11 +1,11 @@
-// The width, from that of digits.
+// The width, computed from that of digits.
 #include "src/frontends/desktop/number_field.h"
 
 namespace norvik::desktop {
 
 namespace {
-constexpr int kSpareDigits = 3;    // so that a digit too many is seen
-constexpr int kToolkitWidth = 17;  // the letters x that a line edit of the toolkit is wide
+constexpr int kSpareDigits = 3;    // so that a digit too many is visible
+constexpr int kToolkitWidth = 17;  // of QLineEdit, in letters x
 }  // namespace
 
 NumberField::NumberField(int digits, QWidget* parent) : QLineEdit(parent), digits_(digits) {

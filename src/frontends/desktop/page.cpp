@@ -1,4 +1,4 @@
-// The layout of a page, and what follows the model beside its controls. Sizes come from the font and the
+// The layout of a page, and what beside its controls follows the model. Sizes depend on the font and the
 // style alone.
 #include "src/frontends/desktop/page.h"
 
@@ -29,7 +29,7 @@ enum Column { kMarkColumn, kCaptionColumn, kFieldColumn, kValueColumn, kColumns 
 constexpr double kBeforeSection = 1.1;
 constexpr double kBeforeRow = 0.5;
 
-// Whether a caption leads the keyboard to the control.
+// Whether the mnemonic of a caption leads to the control.
 bool takesFocus(const ControlDescription& control) {
   return isCaptioned(control) && !control.display_only;
 }
@@ -38,7 +38,7 @@ bool isSlider(const RowDescription& row) {
   return row.controls.size() == 1 && row.controls[0].kind == ControlKind::slider;
 }
 
-// Tab stops once at a group: at the button that is on, or at each where none is.
+// Tab stops once in a group: at the button that is on. If none is on, it stops at each.
 void chooseTabStop(const QButtonGroup& group) {
   const auto buttons = group.buttons();
   const bool anyOn = std::ranges::any_of(buttons, &QAbstractButton::isChecked);
@@ -85,7 +85,7 @@ void Page::addSection(const SectionDescription& section) {
   for (const RowDescription& row : section.rows) addRow(row);
 }
 
-// Those with one setting are one group, whichever rows they are in.
+// Buttons with the same setting form a group, whatever their rows.
 void Page::groupRadioButtons() {
   std::map<std::string, QButtonGroup*> groups;
   for (const auto& binding : bindings_) {
@@ -149,7 +149,7 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
   }
 }
 
-// Null where nothing is to be said.
+// Null for a row without words.
 QLabel* Page::caption(const RowDescription& row) {
   const std::string& words = captionOf(row);
   return words.empty() ? nullptr : new QLabel(text(words), this);
@@ -170,14 +170,14 @@ QWidget* Page::makeFields(Row& row, const RowDescription& description) {
     }
     addField(row, *line, binding);
   }
-  // Where nothing wants the room that is left, it stays behind the last control.
+  // If no control stretches, the remaining space comes after the last one.
   bool stretches = false;
   for (int i = 0; i < line->count(); ++i) stretches = stretches || line->stretch(i) > 0;
   if (!stretches) line->addStretch();
   return fields;
 }
 
-// A control with what belongs right beside it: the dot before a state.
+// A control, and the dot before it if it shows a state.
 void Page::addField(Row& row, QHBoxLayout& line, Binding& binding) {
   const ControlDescription& description = binding.description();
   if (description.indicator) {
@@ -188,8 +188,8 @@ void Page::addField(Row& row, QHBoxLayout& line, Binding& binding) {
   line.addWidget(binding.widget(), wide ? 1 : 0);
 }
 
-// The note of a field that is typed in, over the whole width under its row: beside the field there is no room
-// for a sentence. It begins where the words of the row's box do.
+// The note of a text field, under its row over the whole width: beside the field there is no space for a
+// sentence. It is aligned with the words of the row's check box.
 void Page::addNote(Row& row, const Binding& binding) {
   const ControlDescription& description = binding.description();
   if (!hasNote(description)) return;
@@ -227,7 +227,7 @@ void Page::follow(Row& row) {
   showRow(row);
 }
 
-// What stands around the controls of a row; all of it goes with the last of them.
+// Shows what is beside the controls of a row; it is hidden when all of them are.
 void Page::showRow(const Row& row) {
   const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
   for (QWidget* widget : row.widgets) widget->setVisible(shown);
@@ -241,7 +241,7 @@ const Page::Note* Page::noteOf(const Binding& binding) const {
   return note != notes_.end() ? &*note : nullptr;
 }
 
-// What is said of a control beside its name: the note that it has, or else its help, and that it is changed.
+// The accessible description of a control: its note if it has one, or else its help; and that it is changed.
 void Page::describe(const Binding& binding, bool differs) {
   const Note* note = noteOf(binding);
   QString words = note != nullptr ? note->label->words() : QString();

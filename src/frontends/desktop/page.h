@@ -1,5 +1,5 @@
-// One page of settings, laid out from its description: sections under headings, captions lined up, a mark
-// before each row that differs from what is stored, a note under a field whose text is no good.
+// One page of settings, made from its description: sections under headings, captions aligned, a mark before
+// each row that differs from what is stored, a note under a field whose text is invalid.
 #pragma once
 
 #include <QWidget>
@@ -22,7 +22,7 @@ class StateDot;
 
 class Page : public QWidget {
  public:
-  // What is wrong with what a field holds, in words; empty where nothing is.
+  // What is wrong with the text of a field, in words; empty if it is valid.
   using Problem = std::function<QString(const ControlDescription& description)>;
 
   Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
@@ -31,10 +31,10 @@ class Page : public QWidget {
 
   const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
 
-  // Called when a control took up a change of the model.
+  // Called when a control showed a change of the model.
   std::function<void(const Binding&)> changed;
 
-  // Bring the marks, and the notes under the fields, up to the model; repaint only what changed. The notes
+  // Update the marks, and the notes under the fields, from the model; repaint only what changed. The notes
   // ask the computer which ports are in use.
   void refreshMarks();
   void refreshNotes();
@@ -46,7 +46,7 @@ class Page : public QWidget {
     std::vector<StateDot*> dots;
     std::vector<QLabel*> captions;  // those that lead to a control; greyed with it
     QWidget* ends = nullptr;        // of a slider; greyed with it
-    std::vector<QWidget*> widgets;  // all that stands in the row
+    std::vector<QWidget*> widgets;  // everything in the row
   };
   struct Note {
     const Binding* binding;

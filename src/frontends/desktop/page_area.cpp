@@ -1,4 +1,4 @@
-// The least size, from the page, the font and the screen.
+// The minimum size, computed from the page, the font and the screen.
 #include "src/frontends/desktop/page_area.h"
 
 #include <QEvent>
@@ -32,7 +32,7 @@ QSize PageArea::minimumSizeHint() const {
   return QSize(width, kLeastLines * fontMetrics().height()).boundedTo(most);
 }
 
-// The page asks for its layout anew when what it needs has changed.
+// The page requests a layout when its own minimum size has changed.
 bool PageArea::event(QEvent* event) {
   if (event->type() == QEvent::LayoutRequest) updateGeometry();
   return QScrollArea::event(event);

@@ -1,5 +1,5 @@
-// The scroll area of a page. Its least size shows the page's whole width and some lines of it, as far as the
-// screen has the room.
+// The scroll area of a page. Its minimum size shows the page's whole width and some lines of it, if the
+// screen is large enough.
 #pragma once
 
 #include <QScrollArea>
@@ -8,7 +8,7 @@ namespace norvik::desktop {
 
 class PageArea : public QScrollArea {
  public:
-  // Takes the page over; `name` is what a screen reader says for the area and its bars.
+  // Owns the page. `name` is the accessible name of the area and its scroll bars.
   PageArea(QWidget* page, const QString& name);
 
   QSize minimumSizeHint() const override;

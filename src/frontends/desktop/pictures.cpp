@@ -22,8 +22,7 @@ bool picturePage(SettingsWindow& window, const QString& path) {
   return window.grab().save(path);
 }
 
-// Shows a page whatever the lock says: a locked pane lets nobody choose an administrator's page, and yet it
-// is looked at here. The sidebar names the page that shows.
+// Shows a page even if it is locked, when nobody could choose it. The sidebar marks the page that is shown.
 void showPage(NVKServerPrefs& pane, const TabViewItem& page) {
   const auto& rows = pane.ib_oview_confBar.rows();
   for (std::size_t i = 0; i < rows.size(); ++i) {

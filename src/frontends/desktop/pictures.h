@@ -1,4 +1,4 @@
-// Pictures of every page for documents and for looking at: a PNG a page in both lock states.
+// Pictures of every page, for documents: one PNG for each page and lock state.
 #pragma once
 
 #include <QString>
@@ -7,8 +7,8 @@
 
 namespace norvik::desktop {
 
-// Writes the pictures into the folder, which is made where it is missing. False, with the path in `failed`,
-// where one could not be written. Leaves the pane unlocked.
+// Writes the pictures into the folder, which is created if missing. False if one could not be written, with
+// its path in `failed`. Leaves the pane unlocked.
 bool writePictures(NVKServerPrefs& pane, SettingsWindow& window, const QString& folder, QString& failed);
 
 }  // namespace norvik::desktop

@@ -1,4 +1,4 @@
-// The window's ports over Qt.
+// The window's platform interfaces over Qt.
 #include "src/frontends/desktop/qt_platform.h"
 
 #include <QApplication>
@@ -22,7 +22,8 @@
 namespace norvik::desktop {
 
 namespace {
-constexpr std::chrono::milliseconds kBusyRetry{100};  // until an activation that came at a bad time is told
+// Before an activation that was held back is tried again.
+constexpr std::chrono::milliseconds kBusyRetry{100};
 }  // namespace
 
 Busy::Busy() {
@@ -65,7 +66,7 @@ std::optional<Rect> QtApplication::mainWindowFrame() {
 }
 
 void QtApplication::performOnMainThread(std::function<void()> operation, bool waitUntilDone) {
-  if (waitUntilDone) return operation();  // the main thread is the only one that asks
+  if (waitUntilDone) return operation();  // only the main thread calls this
   QTimer::singleShot(0, qApp, std::move(operation));
 }
 
@@ -77,13 +78,13 @@ Color QtApplication::windowBackgroundColor() {
 void QtApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) {
   QObject::connect(qApp, &QGuiApplication::applicationStateChanged, &life_,
                    [this, observer](Qt::ApplicationState state) {
-                     if (state == Qt::ApplicationActive) tell(observer);
+                     if (state == Qt::ApplicationActive) notify(observer);
                    });
 }
 
-void QtApplication::tell(const std::weak_ptr<ActivationObserver>& observer) {
+void QtApplication::notify(const std::weak_ptr<ActivationObserver>& observer) {
   if (busy_.isBusy()) {
-    QTimer::singleShot(kBusyRetry, &life_, [this, observer] { tell(observer); });
+    QTimer::singleShot(kBusyRetry, &life_, [this, observer] { notify(observer); });
   } else if (const auto held = observer.lock()) {
     held->applicationDidBecomeActive();
   }
@@ -96,9 +97,9 @@ struct PanelButton {
   int answer;
 };
 
-// The one that Escape and closing stand for: the third one, which goes on editing, or else the one that
-// declines. None where both of two do something.
-const PanelButton* doNothing(const PanelButton (&buttons)[3]) {
+// The button that Escape and closing press: the third one, which continues editing, or else the one that
+// declines. None if both of two do something.
+const PanelButton* harmlessButton(const PanelButton (&buttons)[3]) {
   if (buttons[2].words != nullptr) return &buttons[2];
   for (const PanelButton& button : buttons) {
     if (button.words != nullptr && std::string_view(button.words).starts_with("No")) return &button;
@@ -106,7 +107,7 @@ const PanelButton* doNothing(const PanelButton (&buttons)[3]) {
   return nullptr;
 }
 
-// So wide that a window manager need not shorten the title in the bar; the panel shows it as text as well.
+// Makes the panel so wide that a window manager need not shorten the title in its bar.
 void widenForTitle(QMessageBox& panel) {
   constexpr int kBarButtons = 8;  // with the space around them, in lines of text
   QFont bold = panel.font();
@@ -124,10 +125,10 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   const PanelButton buttons[3] = {{defaultButton, NSAlertDefaultReturn},
                                   {alternateButton, NSAlertAlternateReturn},
                                   {otherButton, NSAlertOtherReturn}};
-  const PanelButton* harmless = doNothing(buttons);
+  const PanelButton* harmless = harmlessButton(buttons);
   QMessageBox panel(QMessageBox::Question, text(title), text(title), QMessageBox::NoButton, window_,
                     Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-  // A window that its close button does not close need not have one.
+  // No close button on a window that it would not close.
   panel.setWindowFlag(Qt::WindowCloseButtonHint, harmless != nullptr);
   panel.setWindowFlag(Qt::WindowSystemMenuHint, harmless != nullptr);
   panel.setObjectName(QStringLiteral("alertPanel"));

@@ -1,6 +1,6 @@
-// The ports that belong to the window: run loop and timer, alert panels, web addresses, main window, forced
-// drawing, and the waits that must leave the window painting. All in Qt; every other port is the computer's
-// own.
+// The platform interfaces that belong to the window, in Qt: run loop and timer, alert panels, web addresses,
+// main window, forced drawing, and the waits during which the window must paint. The computer provides all
+// others.
 #pragma once
 
 #include <QObject>
@@ -13,8 +13,8 @@
 
 namespace norvik::desktop {
 
-// While a start or stop of the server blocks, the window paints and answers the window system, but no input,
-// no timer and no activation gets through. Counted, so that waits may nest.
+// While a start or stop of the server blocks, the window paints and responds to the window system, but input,
+// timers and activations are held back. Counted, so that waits may nest.
 class Busy : public QObject {
  public:
   Busy();
@@ -33,7 +33,7 @@ class QtApplication : public HostApplication {
  public:
   explicit QtApplication(const Busy& busy) : busy_(busy) {}
 
-  // The window is told later, as the pane is older than its window.
+  // To be set when the window exists: the pane is made before it.
   void setWindow(QWidget* window) { window_ = window; }
 
   std::optional<Rect> mainWindowFrame() override;
@@ -42,11 +42,11 @@ class QtApplication : public HostApplication {
   void observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) override;
 
  private:
-  void tell(const std::weak_ptr<ActivationObserver>& observer);
+  void notify(const std::weak_ptr<ActivationObserver>& observer);
 
   const Busy& busy_;
   QPointer<QWidget> window_;
-  QObject life_;  // of what is connected to this
+  QObject life_;  // of the connections to this
 };
 
 class QtAlertPanels : public AlertPanels {
@@ -85,15 +85,15 @@ class QtRunLoop : public RunLoop {
   void CFRelease(CFRunLoopTimerRef timer) override;
   void runOnceInDefaultMode() override;
 
-  // Called after each tick that got through. None does while an alert panel is up: a panel runs the loop in a
-  // mode of its own.
+  // Called after each tick that was not held back. All are while an alert panel is up: a panel runs the loop
+  // in a mode of its own.
   std::function<void()> ticked;
 
  private:
   Busy& busy_;
 };
 
-// Everything of the computer's own processes but the wait, which goes on painting.
+// The computer's own processes, except for the wait, during which the window paints.
 class QtProcesses : public PosixProcesses {
  public:
   QtProcesses(PosixProcesses& computer, Busy& busy, double speed)

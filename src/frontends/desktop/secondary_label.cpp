@@ -22,7 +22,7 @@ void SecondaryLabel::changeEvent(QEvent* event) {
   if (event->type() == QEvent::PaletteChange) chooseColor();
 }
 
-// A label that is not enabled keeps the colour that the style has for that.
+// A disabled label keeps the style's colour for disabled text.
 void SecondaryLabel::chooseColor() {
   QPalette changed = palette();
   const QPalette general = QApplication::palette(this);

@@ -1,4 +1,4 @@
-// The window's frame around the pages, its keys, and leaving it.
+// What is around the pages, the window's keys, and closing it.
 #include "src/frontends/desktop/settings_window.h"
 
 #include <QApplication>
@@ -29,7 +29,7 @@ namespace {
 
 constexpr int kTicksBetweenNotes = 12;  // three seconds
 
-// The window at first, in heights of its font's body; no more than so much of the screen.
+// The window's first size, in font sizes, and at most so much of the screen.
 constexpr double kBodiesWide = 60;
 constexpr double kBodiesHigh = 40;
 constexpr double kMostOfScreen = 0.9;
@@ -77,7 +77,7 @@ void SettingsWindow::addShortcuts() {
 }
 
 SettingsWindow::~SettingsWindow() {
-  disconnect(qApp, nullptr, this, nullptr);  // the focus moves once more while the pages go
+  disconnect(qApp, nullptr, this, nullptr);  // the focus moves once more while the pages are deleted
   pane_.ib_tview_confView.setObserver(nullptr);
 }
 
@@ -98,7 +98,7 @@ Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* pa
   return binding;
 }
 
-// The lock and its hint at the left, the buttons at the right, as the description orders them.
+// The lock and its hint at the left, the buttons at the right, in the order of the description.
 QWidget* SettingsWindow::makeFrame() {
   auto* frame = new QWidget(this);
   auto* row = new QHBoxLayout(frame);
@@ -166,7 +166,7 @@ void SettingsWindow::assignMnemonics() {
   }
 }
 
-// From the sidebar to the page and then to the buttons below; within a page as its description goes.
+// From the sidebar to the page and then to the buttons below; within a page in the order of its description.
 void SettingsWindow::orderTabs() {
   QWidget* last = sidebar_;
   const auto append = [this, &last](QWidget& root) {
@@ -232,14 +232,14 @@ void SettingsWindow::showPage() {
   refresh();
 }
 
-// A control that the keyboard reaches is scrolled into sight.
+// A control that gets the keyboard focus is scrolled into view.
 void SettingsWindow::revealFocus(QWidget* widget) {
   auto* area = static_cast<PageArea*>(stack_->currentWidget());
   if (widget != nullptr && area != nullptr && area->widget()->isAncestorOf(widget))
     area->ensureWidgetVisible(widget);
 }
 
-// From what is known of the font without loading it, as that is the longest part of a start.
+// Computed without loading the font, which would take most of the time of a start.
 QSize SettingsWindow::sizeHint() const {
   constexpr double kPointsPerInch = 72;
   const QFont used = font();
@@ -273,9 +273,10 @@ void SettingsWindow::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Leaving the pane: what is pending is asked about, and the answer carried out, before the window goes.
+// Closing leaves the pane: pending changes are asked about, and the answer is carried out, before the window
+// closes.
 void SettingsWindow::closeEvent(QCloseEvent* event) {
-  event->setAccepted(!leaving_);  // while a person is asked, the window stays
+  event->setAccepted(!leaving_);  // while a person is being asked, the window stays open
   if (leaving_ || !isFilled()) return;
   leaving_ = true;
   pane_.willUnselect();

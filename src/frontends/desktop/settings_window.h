@@ -1,5 +1,5 @@
-// The window: sidebar, pages, and below them the lock with its hint, Help and Apply. Lays out the interface
-// description and mirrors one pane; knows no setting.
+// The window: sidebar, pages, and below them the lock with its hint, Help and Apply. Made from the interface
+// description; shows one pane; knows no setting.
 #pragma once
 
 #include <QPointer>
@@ -22,7 +22,7 @@ class Sidebar;
 
 class SettingsWindow : public QWidget, public ControlObserver {
  public:
-  // The bare window, in its size, so that it can be shown before anything is loaded. `pane` and `interface`
+  // The empty window in its size, which can be shown before anything is loaded. `pane` and `interface`
   // outlive it.
   SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription& interface, Page::Problem problem);
   ~SettingsWindow() override;
@@ -30,31 +30,31 @@ class SettingsWindow : public QWidget, public ControlObserver {
   // Puts everything into the window. Once, when the pane is awake.
   void fill();
 
-  // Brings marks and notes up to the model. Each edit does it by itself.
+  // Updates marks and notes from the model. Each edit does so by itself.
   void refresh();
-  // The same for the page that shows, after a tick of the pane; the rest only every few seconds, as it takes
-  // longer and asks the computer.
+  // The same for the visible page, after a tick of the pane; for the rest only every few seconds, since it
+  // takes longer and asks the computer.
   void ticked();
 
-  // The page of the last time, as a row of the sidebar: shown now, or once the lock that keeps it is open.
-  // What is to be remembered for the next time.
+  // The page of the last session, as a row of the sidebar: shown now, or when its lock is opened. And the row
+  // to remember for the next session.
   void restorePage(int row);
   int pageToRestore() const;
 
   const std::vector<Page*>& pages() const { return pages_; }
-  // The binding of that outlet, page or frame; null where there is none.
+  // The binding of that outlet, page or frame; null if there is none.
   Binding* binding(const QString& outlet) const;
 
-  // What the pages want in the window's font, whatever the screen has.
+  // What the pages need in the window's font, whatever the size of the screen.
   QSize sizeHint() const override;
 
   // The tab view shows another page.
   void controlChanged(Control& control) override;
 
-  // Called once, when the bare window stands painted on the screen.
+  // Called once, when the empty window has been painted on the screen.
   std::function<void()> painted;
-  // Called when a person closed the window and what was pending has been settled, right before the window
-  // goes.
+  // Called when a person has closed the window and pending changes have been dealt with, right before the
+  // window disappears.
   std::function<void()> closed;
 
  protected:
@@ -88,7 +88,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;
-  QPointer<QWidget> focusBefore_;  // a start or stop that is under way
+  QPointer<QWidget> focusBefore_;  // a start or stop under way
   int ticksToNotes_ = 0;
   bool leaving_ = false;
 };

@@ -80,7 +80,7 @@ class RowDelegate : public QStyledItemDelegate {
     if (index.data(kHeadingRole).toBool()) {
       row->font.setBold(true);
       row->fontMetrics = QFontMetrics(row->font);
-      row->state |= QStyle::State_Enabled;  // it cannot be chosen, but it is not off either
+      row->state |= QStyle::State_Enabled;  // it cannot be chosen, but it is not greyed either
     }
     row->state.setFlag(QStyle::State_Selected, index.row() == outline_.selectedRow());
   }
@@ -90,7 +90,7 @@ class RowDelegate : public QStyledItemDelegate {
     return row.fontMetrics.averageCharWidth() * (index.data(kHeadingRole).toBool() ? 1 : 2);
   }
 
-  // A frame in the colour of the chosen row's words; the styles' own is hardly seen on that row.
+  // A frame in the colour of the chosen row's words; those of the styles are hardly visible on that row.
   static void drawFocus(QPainter* painter, const QStyleOptionViewItem& row) {
     if (!row.state.testFlag(QStyle::State_HasFocus)) return;
     const QRect frame = row.rect.adjusted(1, 1, -1, -1);
@@ -120,7 +120,7 @@ Sidebar::Sidebar(OutlineView& outline, const ControlDescription& description, QW
   showRows();
   connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
     chooseRow(row);
-    showSelection();  // a refused click leaves the model's row, and so ours
+    showSelection();  // a refused click leaves the model's selection unchanged
   });
 }
 
@@ -181,7 +181,7 @@ void Sidebar::showSelection() {
   if (currentRow() != outline_.selectedRow()) setCurrentRow(outline_.selectedRow());
 }
 
-// To the first or last page that can be chosen; the list itself would stop at a heading.
+// To the first or last page that can be chosen; QListWidget would stop at a heading.
 QModelIndex Sidebar::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
   if (action == MoveHome || action == MovePageUp) return firstFrom(0, 1);
   if (action == MoveEnd || action == MovePageDown) return firstFrom(count() - 1, -1);

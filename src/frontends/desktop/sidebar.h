@@ -20,11 +20,11 @@ class Sidebar : public QListWidget, public ControlObserver {
 
   // Chooses the next page that can be chosen (`step` 1), or the one before (-1), around the end.
   void choosePage(int step);
-  // The page of the last time: chosen now, or by returnToPage() once the lock is open.
+  // The page of the last session: chosen now, or by returnToPage() when the lock is open.
   void restoreRow(int row);
-  // What restoreRow() is to be given the next time.
+  // The row for restoreRow() in the next session.
   int rowToRestore() const;
-  // Goes back to the page that locking left, where it can be chosen and no other has been chosen since.
+  // Goes back to the page that was left by locking, if it can be chosen and no other has been chosen since.
   void returnToPage();
 
   QSize sizeHint() const override;
@@ -41,7 +41,7 @@ class Sidebar : public QListWidget, public ControlObserver {
   void showSelection();
 
   OutlineView& outline_;
-  int rowToReturnTo_ = -1;  // the page that only the lock keeps from showing; -1 for none
+  int rowToReturnTo_ = -1;  // the page that only the lock hides; -1 for none
 };
 
 }  // namespace norvik::desktop

@@ -1,6 +1,5 @@
-// A lock file that only one panel holds, and a local socket that it listens on. A connection says all that
-// there is to say. The socket has an abstract name, so that it leaves no file behind and its name cannot be
-// too long.
+// A lock file that only one panel holds, and a local socket that it listens on. A connection is the whole
+// message. The socket has an abstract name, so that it leaves no file behind and its name cannot be too long.
 #include "src/frontends/desktop/single_instance.h"
 
 #include <fcntl.h>
@@ -45,7 +44,7 @@ int localSocket(int flags) {
   return ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
 }
 
-// Names of this kind are open to everybody on the computer.
+// Everybody on the computer can use a name of this kind.
 bool isOurs(int socket) {
   ucred peer{};
   socklen_t size = sizeof peer;
@@ -57,13 +56,13 @@ bool isOurs(int socket) {
 SingleInstance::SingleInstance(const QString& path) : path_(path) {}
 
 SingleInstance::~SingleInstance() {
-  calls_.reset();
+  requests_.reset();
   if (socket_ != -1) close(socket_);
   if (lock_ != -1) close(lock_);
 }
 
-// The system takes the lock back when its owner ends, however that comes. True as well where there is no
-// folder for the file: then there is nobody to meet either.
+// The system releases the lock when its owner ends, in whatever way. True as well if there is no folder for
+// the file: then there is no other instance either.
 bool SingleInstance::lock() {
   lock_ = open(QFile::encodeName(path_).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
   if (lock_ == -1 || flock(lock_, LOCK_EX | LOCK_NB) == 0) return true;
@@ -74,13 +73,13 @@ bool SingleInstance::lock() {
 
 SingleInstance::Claim SingleInstance::claim() {
   const QDeadlineTimer end(kPatience);
-  // The first one may have locked and not listen yet, or be just about to end.
+  // The first instance may hold the lock and not listen yet, or be about to end.
   do {
     if (lock()) {
       listen();
       return Claim::first;
     }
-    if (ask()) return Claim::asked;
+    if (requestActivation()) return Claim::asked;
     QThread::msleep(kPauseMilliseconds);
   } while (!end.hasExpired());
   return Claim::silent;
@@ -91,19 +90,20 @@ void SingleInstance::listen() {
   socket_ = localSocket(SOCK_NONBLOCK);
   if (bind(socket_, reinterpret_cast<const sockaddr*>(&address.name), address.size) != 0) return;
   if (::listen(socket_, kBacklog) != 0) return;
-  calls_ = std::make_unique<QSocketNotifier>(socket_, QSocketNotifier::Read);
-  QObject::connect(calls_.get(), &QSocketNotifier::activated, calls_.get(), [this] { answer(); });
+  requests_ = std::make_unique<QSocketNotifier>(socket_, QSocketNotifier::Read);
+  QObject::connect(requests_.get(), &QSocketNotifier::activated, requests_.get(),
+                   [this] { acceptRequest(); });
 }
 
-void SingleInstance::answer() {
+void SingleInstance::acceptRequest() {
   const int caller = accept4(socket_, nullptr, nullptr, SOCK_CLOEXEC);
   if (caller == -1) return;
   const bool ours = isOurs(caller);
   close(caller);
-  if (ours && askedForward) askedForward();
+  if (ours && activationRequested) activationRequested();
 }
 
-bool SingleInstance::ask() const {
+bool SingleInstance::requestActivation() const {
   const Address address = addressOf(path_);
   const int first = localSocket(0);
   const bool reached =

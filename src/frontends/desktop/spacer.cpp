@@ -1,4 +1,4 @@
-// Sizes of empty room.
+// Sizes of empty space.
 #include "src/frontends/desktop/spacer.h"
 
 #include <QStyle>

@@ -1,4 +1,4 @@
-// Empty room in a layout, measured in the font and the style and so never in pixels.
+// Empty space in a layout, measured by the font and the style, never in pixels.
 #pragma once
 
 #include <QWidget>
@@ -15,8 +15,8 @@ class LineSpacer : public QWidget {
   double lines_;
 };
 
-// As wide as the mark of a check box with the room behind it, so that what stands under a box begins where
-// its words do.
+// As wide as the mark of a check box and the space after it, so that what is under a check box is aligned
+// with its words.
 class BoxSpacer : public QWidget {
  public:
   explicit BoxSpacer(QWidget* parent);

@@ -1,5 +1,5 @@
-// The coloured dot before a label that tells a state: green while the server runs, grey while it does not,
-// amber while that is changing.
+// The coloured dot before a label that shows the server's state: green while the server runs, grey while it
+// does not, amber while that is changing.
 #pragma once
 
 #include <QColor>
@@ -14,7 +14,7 @@ class StateDot : public QWidget {
   // `pane` outlives the dot.
   StateDot(const NVKServerPrefs& pane, QWidget* parent);
 
-  // Takes the colour of the state that the pane shows. Repaints only where the colour changes.
+  // Takes the colour of the pane's state. Repaints only if the colour changes.
   void showModel();
   QColor color() const { return color_; }
 

@@ -6,7 +6,7 @@ class QPalette;
 
 namespace norvik::desktop {
 
-// The desktop's own style and colours; outlines that are too faint are strengthened where the style is
+// The desktop's own style and colours; outlines that are too faint are strengthened if the style is
 // Fusion.
 void useDesktopTheme(QApplication& application);
 

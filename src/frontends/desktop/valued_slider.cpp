@@ -1,4 +1,4 @@
-// Keeping the label in step with the slider it belongs to.
+// The label follows the slider.
 #include "src/frontends/desktop/valued_slider.h"
 
 #include <QEvent>
@@ -27,7 +27,7 @@ void ValuedSlider::sliderChange(SliderChange change) {
   if (change == SliderRangeChange) fitLabel();
 }
 
-// The sliders of a page stay equally long, whatever they stand at.
+// The sliders of a page stay equally long, whatever their values.
 void ValuedSlider::fitLabel() {
   const QFontMetrics metrics = fontMetrics();
   value_->setMinimumWidth(std::max(metrics.horizontalAdvance(QString::number(minimum())),

@@ -14,7 +14,7 @@ class ValuedSlider : public QSlider {
 
   // Greyed with the slider; wide enough for every value of the range.
   QLabel* valueLabel() const { return value_; }
-  // The value in words; the model may hold one that the slider cannot stand at.
+  // The value in words; the model may hold one outside the slider's range.
   void showValue(int64_t value);
 
  protected:

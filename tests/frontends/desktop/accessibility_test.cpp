@@ -1,4 +1,5 @@
-// What a person who does not see the panel is told: no interactive widget is without a name.
+// What a screen reader says: every interactive widget has a name, which follows its words, and the role of
+// its kind.
 #include <QAccessible>
 #include <QCheckBox>
 #include <QLineEdit>

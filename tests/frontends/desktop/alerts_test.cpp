@@ -1,5 +1,5 @@
 // The alert panels: exact words, sheets of the window, each button's answer, and what Escape and the close
-// button stand for.
+// button answer.
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
@@ -43,7 +43,7 @@ class Alerts : public SimulatedPanel {
                                           alert.buttons[2]);
   }
 
-  // Whether the panel stands against a key or its close button.
+  // The answer to a key or the close button; kNone if the panel stays.
   template <typename Way>
   int answerTo(const AlertCase& alert, Way way) {
     Answers answers(way);
@@ -61,7 +61,7 @@ class Alerts : public SimulatedPanel {
   }
 };
 
-TEST_F(Alerts, SayWhatTheyAreToldAndAnswerByTheirButtons) {
+TEST_F(Alerts, ShowTheirWordsAndAnswerByTheirButtons) {
   const int values[] = {1, 0, -1};
   for (const AlertCase& alert : kAlerts) {
     SCOPED_TRACE(alert.title);
@@ -94,7 +94,7 @@ TEST_F(Alerts, ShowTheirWholeTitleInTheBoxAndInItsBar) {
       }
       EXPECT_EQ(box.windowTitle(), title);
       QFont bold = QApplication::font();
-      bold.setBold(true);  // as bars are lettered at most
+      bold.setBold(true);  // the widest letters of a title bar
       EXPECT_GE(box.width(), QFontMetrics(bold).horizontalAdvance(title) + 8 * QFontMetrics(bold).height());
       static_cast<QMessageBox&>(box).done(0);
     });

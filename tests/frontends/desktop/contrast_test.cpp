@@ -1,5 +1,5 @@
-// What is read and found by its colour reaches the contrasts of WCAG AA, light and dark: 4.5 to 1 for text, 3
-// to 1 for what marks a control and its focus.
+// Colours reach the contrasts of WCAG AA, light and dark: 4.5 to 1 for text, 3 to 1 for the outline of a
+// control and its focus.
 #include <QApplication>
 #include <QCheckBox>
 #include <QLabel>
@@ -33,7 +33,7 @@ double contrast(const QColor& a, const QColor& b) {
   return std::max(one, other) / std::min(one, other);
 }
 
-// A colour as it looks on a background that shows through it.
+// A translucent colour as it appears on a background.
 QColor over(const QColor& color, const QColor& background) {
   const auto mixed = [&color](float top, float bottom) {
     return top * color.alphaF() + bottom * (1 - color.alphaF());
@@ -66,8 +66,8 @@ class Contrast : public SimulatedPanel, public testing::WithParamInterface<bool>
     }
   }
 
-  // The strongest contrast to the window's colour of the few pixels at each edge of the mark, the weakest of
-  // the four edges.
+  // At each of the four edges of the mark, the highest contrast of its three outer pixels to the window's
+  // colour; the lowest of the four.
   static double outlineContrast(QAbstractButton& button) {
     QStyleOptionButton option;
     option.initFrom(&button);
@@ -108,7 +108,7 @@ TEST_P(Contrast, EveryTextCanBeRead) {
   });
   EXPECT_GT(texts, 40);
   const QPalette palette = panel.window.palette();
-  if (GetParam()) {  // the desktop's own choice in light colours
+  if (GetParam()) {  // in light colours the chosen page has the desktop's own
     EXPECT_GE(contrast(palette.color(QPalette::HighlightedText), palette.color(QPalette::Highlight)),
               kTextContrast);
   }
@@ -128,7 +128,7 @@ TEST_P(Contrast, EveryBoxHasAnOutline) {
   EXPECT_GT(boxes, 20);
 }
 
-TEST_P(Contrast, TheFocusInTheSidebarIsPlain) {
+TEST_P(Contrast, TheFocusInTheSidebarIsVisible) {
   panel.choosePage("admin", "Server");
   auto* sidebar = panel.as<QListWidget>("ib_oview_confBar");
   const QRect row = sidebar->visualItemRect(sidebar->currentItem());
@@ -137,11 +137,11 @@ TEST_P(Contrast, TheFocusInTheSidebarIsPlain) {
   const QImage focused = sidebar->viewport()->grab(row).toImage();
   panel.widget("ib_button_Help")->setFocus(Qt::TabFocusReason);
   panel.settle();
-  const QImage plain = sidebar->viewport()->grab(row).toImage();
+  const QImage unfocused = sidebar->viewport()->grab(row).toImage();
   int changed = 0;
-  for (int y = 0; y < plain.height(); ++y) {
-    for (int x = 0; x < plain.width(); ++x)
-      changed += contrast(focused.pixelColor(x, y), plain.pixelColor(x, y)) >= kGraphicContrast ? 1 : 0;
+  for (int y = 0; y < unfocused.height(); ++y) {
+    for (int x = 0; x < unfocused.width(); ++x)
+      changed += contrast(focused.pixelColor(x, y), unfocused.pixelColor(x, y)) >= kGraphicContrast ? 1 : 0;
   }
   EXPECT_GE(changed, 2 * 2 * (row.width() + row.height() - 8)) << "a frame of two pixels, a little inside";
 }

@@ -1,4 +1,4 @@
-// Every control of every page: found by its outlet's name, showing what the model holds, and worked by a real
+// Every control of every page: found by its outlet's name, showing what the model holds, and used by a real
 // click, key or drag.
 #include <QCheckBox>
 #include <QComboBox>
@@ -27,7 +27,7 @@ std::vector<std::string> outletsOf(ControlKind kind) {
 
 class EachControl : public SimulatedPanel {
  public:
-  // Calls `test` with every outlet of that kind, on its page, where it can be worked.
+  // Calls `test` with every outlet of that kind, on its page, where it can be used.
   void each(ControlKind kind, void (EachControl::*test)(const char* outlet)) {
     openEverything();
     const auto outlets = outletsOf(kind);
@@ -90,7 +90,7 @@ class EachControl : public SimulatedPanel {
     EXPECT_EQ(model.doubleValue(), slider->minimum() + 3);
     model.setDoubleValue(slider->maximum() + 9);
     EXPECT_EQ(slider->value(), slider->maximum());
-    EXPECT_EQ(model.doubleValue(), slider->maximum() + 9) << "the model keeps what no slider can stand at";
+    EXPECT_EQ(model.doubleValue(), slider->maximum() + 9) << "the model keeps a value outside the range";
     model.setDoubleValue(slider->minimum());
   }
 
@@ -151,7 +151,7 @@ TEST_F(EachControl, ALabel) {
 
 class Controls : public SimulatedPanel {};
 
-TEST_F(Controls, WhatNobodyShallSeeIsNotSeen) {
+TEST_F(Controls, HiddenControlsAreNotShown) {
   openEverything();
   for (const char* outlet : {"ib_admin_popup_gldMode", "ib_admin_label_gldMode",
                              "ib_admin_chkbox_testIntNotif", "ib_admin_chkbox_debug"}) {
@@ -160,7 +160,7 @@ TEST_F(Controls, WhatNobodyShallSeeIsNotSeen) {
   }
 }
 
-TEST_F(Controls, ValuesThatNobodyEditsAreNoFields) {
+TEST_F(Controls, ValuesThatNobodyEditsAreLabels) {
   openEverything();
   panel.choosePageOf("ib_admin_edbox_maxFSoft");
   EXPECT_EQ(panel.as<QLabel>("ib_admin_edbox_maxFSoft")->text(), QStringLiteral("1024"));

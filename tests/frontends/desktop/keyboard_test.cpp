@@ -21,7 +21,7 @@ namespace {
 
 class Keyboard : public SimulatedPanel {
  protected:
-  // The names of what Tab stops at, once around, beginning at the sidebar.
+  // The names of all tab stops, in order, beginning at the sidebar.
   QStringList stops() {
     QStringList names;
     panel.widget("ib_oview_confBar")->setFocus();
@@ -32,7 +32,7 @@ class Keyboard : public SimulatedPanel {
     return names;
   }
 
-  // The letters that lead somewhere on the page that shows, each with what bears it.
+  // The mnemonics of the visible page, each with the texts that have it.
   QMap<QChar, QStringList> letters() {
     QMap<QChar, QStringList> found;
     const auto note = [&found](const QString& words) {
@@ -116,7 +116,7 @@ TEST_F(Keyboard, TheTypicalChangeByKeysAlone) {
   ASSERT_TRUE(pane.authorized());
   panel.widget("ib_oview_confBar")->setFocus();
   for (int i = 0; i < 3; ++i) panel.press(Qt::Key_Down);
-  panel.tick();  // the controls of an opened lock follow with the next one
+  panel.tick();  // which enables the controls after unlocking
   ASSERT_EQ(pane.ib_tview_confView.selectedItem()->label, "admin:Norvik clients");
   panel.press(Qt::Key_P, Qt::AltModifier);
   ASSERT_EQ(QApplication::focusWidget(), panel.widget("ib_admin_edbox_nvkPort"));

@@ -21,7 +21,7 @@ class Layout : public SimulatedPanel {
  protected:
   ~Layout() override { QApplication::setFont(font); }
 
-  // What a person reads or works, of those below the widget that are seen.
+  // What a person reads or uses, of the visible widgets below this one.
   static QList<QWidget*> leavesOf(QWidget& root) {
     QList<QWidget*> leaves;
     for (auto* widget : root.findChildren<QWidget*>()) {
@@ -99,7 +99,7 @@ TEST_F(Layout, FollowsALargerFontWithoutANewStart) {
   EXPECT_GT(panel.widget("ib_admin_chkbox_nvkClipb")->height(), before);
 }
 
-TEST_F(Layout, TheSidebarsScrollBarStandsBesideItsWords) {
+TEST_F(Layout, TheSidebarsScrollBarIsBesideItsWords) {
   openEverything();
   const auto* sidebar = panel.as<QListWidget>("ib_oview_confBar");
   const int before = sidebar->viewport()->width();
@@ -128,7 +128,7 @@ TEST_F(Layout, CaptionsLineUp) {
   EXPECT_EQ(lefts.size(), 1);
 }
 
-TEST_F(Layout, TheLeastSizeCanBeWorkedIn) {
+TEST_F(Layout, TheMinimumSizeIsUsable) {
   openEverything();
   panel.window.resize(1, 1);
   panel.settle();
@@ -143,7 +143,7 @@ TEST_F(Layout, TheLeastSizeCanBeWorkedIn) {
   }
 }
 
-TEST_F(Layout, APortIsSeenWholeInTheLeastWidth) {
+TEST_F(Layout, APortIsWholeAtTheMinimumWidth) {
   openEverything();
   panel.window.resize(1, panel.window.height());
   for (const char* outlet : {"ib_admin_edbox_nvkPort", "ib_admin_edbox_rdpPort"}) {

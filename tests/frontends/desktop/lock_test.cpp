@@ -63,7 +63,7 @@ TEST_F(Lock, KeysPassOverWhatCannotBeChosen) {
   EXPECT_EQ(page(), "user:Image");
 }
 
-// The page of a locked administrator is not to be reached; but were it seen, nothing on it could be changed.
+// A locked page cannot be reached; but even if it were shown, nothing on it could be changed.
 TEST_F(Lock, NothingLockedChangesByKeyWheelOrDrag) {
   for (const TabViewItem& item : pane.ib_tview_confView.items()) {
     if (!item.label.starts_with("admin:")) continue;

@@ -142,14 +142,15 @@ void Panel::choose(const char* outlet, int item) {
   if (!popUp->view()->isVisible()) return;  // a locked one does not open
   const QRect row = popUp->view()->visualRect(popUp->model()->index(item, 0));
   QTest::mouseMove(popUp->view()->viewport(), row.center());
-  QTest::qWait(2 * QApplication::doubleClickInterval());  // sooner it would be the click that opened it
+  QTest::qWait(2 *
+               QApplication::doubleClickInterval());  // sooner, it would count as the click that opened it
   QTest::mouseClick(popUp->view()->viewport(), Qt::LeftButton, {}, row.center());
   settle();
 }
 
 void Panel::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
-  if (QApplication::activeWindow() ==
-      nullptr) {  // without a window manager nobody brings it back after a panel
+  // Without a window manager nothing activates the window again after a panel.
+  if (QApplication::activeWindow() == nullptr) {
     window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kMilliseconds));
   }
@@ -162,8 +163,8 @@ void Panel::turnWheel(QWidget* over) {
   const QPointF at(over->rect().center());
   QWheelEvent event(at, over->mapToGlobal(at), {}, QPoint(0, -120), Qt::NoButton, Qt::NoModifier,
                     Qt::NoScrollPhase, false);
-  QSpontaneKeyEvent::setSpontaneous(
-      &event);  // as from the window system; others are not passed on to the page
+  // As from the window system: other events are not passed on to the page.
+  QSpontaneKeyEvent::setSpontaneous(&event);
   qApp->notify(over, &event);
   settle();
 }
@@ -208,7 +209,7 @@ void Answers::look() {
   if (panel == nullptr || !panel->isVisible()) return;
   if (panel != last_) seen.push_back(described(*panel));
   last_ = panel;
-  act_(*panel);  // again, where a window that has just come up did not take it
+  act_(*panel);  // again, in case a window that has just appeared did not take it
 }
 
 }  // namespace norvik::desktop

@@ -1,5 +1,4 @@
-// A pane and its window as a test works them: by clicks, keys and drags at the widgets that bear the outlets'
-// names.
+// A pane and its window, used by clicks, keys and drags at the widgets that have the outlets' names.
 #pragma once
 
 #include <QPointer>
@@ -27,7 +26,7 @@ class Panel {
   SettingsWindow window;
 
   Control& control(const char* outlet);
-  // The widget of that outlet; a test failure and null where there is none.
+  // The widget of that outlet; a test failure and null if there is none.
   QWidget* widget(const char* outlet);
   template <typename Widget>
   Widget* as(const char* outlet) {
@@ -41,7 +40,7 @@ class Panel {
 
   // Clicks on the row of the sidebar with that title, in that group ("user" or "admin").
   void choosePage(const std::string& group, const std::string& title);
-  // Chooses the page that the control stands on.
+  // Chooses the page of the control.
   void choosePageOf(const char* outlet);
   // Clicks on the middle of a button, or on the mark of a box.
   void click(const char* outlet);
@@ -71,7 +70,7 @@ class Answers : public QObject {
   struct Seen {
     QString title;
     QString message;
-    QStringList buttons;  // sorted: where each stands is the style's
+    QStringList buttons;  // sorted: their order is the style's
     bool sheet = false;   // modal to the window of the panel
   };
   std::vector<Seen> seen;

@@ -9,7 +9,7 @@ namespace {
 
 class Pictures : public Program {
  protected:
-  // Writes them in one look; the folder.
+  // Writes them in one theme and scale; returns the folder.
   QDir take(const QString& name, const QStringList& words, const char* scale) {
     QProcessEnvironment variables = panel.processEnvironment();
     variables.insert(QStringLiteral("QT_SCALE_FACTOR"), QString::fromUtf8(scale));
@@ -25,7 +25,7 @@ class Pictures : public Program {
   }
 };
 
-TEST_F(Pictures, ShowEveryPageInEveryLook) {
+TEST_F(Pictures, ShowEveryPageInEveryThemeAndScale) {
   const QDir light = take(QStringLiteral("light"), {}, "1");
   const QDir fine = take(QStringLiteral("fine"), {}, "2");
   const QDir dark = take(QStringLiteral("dark"), {QStringLiteral("--dark")}, "1");

@@ -1,4 +1,4 @@
-// The program itself in a sandbox of its own, worked from outside by a real mouse and keyboard.
+// The program itself in a sandbox of its own, used from outside by a real mouse and keyboard.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
-// Starting and stopping: the dots, the greyed page, the window that goes on painting, and nothing getting
-// through.
+// Starting and stopping: the dots, the disabled page, the focus afterwards, the window that goes on painting,
+// and input that is held back.
 #include <QApplication>
 #include <QLabel>
 #include <QPushButton>
@@ -23,8 +23,7 @@ class ServerState : public SimulatedPanel {
     ASSERT_NE(dot, nullptr);
   }
 
-  // Calls `look` now and then while the click on the button is under way, as whatever else the event loop
-  // brings.
+  // Calls `look` now and then while the click on the button is under way, from the event loop.
   template <typename Look>
   void clickAndLook(Look look) {
     QTimer looks;
@@ -41,7 +40,7 @@ class ServerState : public SimulatedPanel {
   StateDot* dot = nullptr;
 };
 
-TEST_F(ServerState, IsToldByWordAndColour) {
+TEST_F(ServerState, IsShownByWordAndColour) {
   const QColor stopped = dot->color();
   EXPECT_EQ(label->text(), QStringLiteral("Stopped"));
   desktop.computer.service.setDaemon(77);

@@ -1,5 +1,5 @@
-// The desktop's own ports over the simulated computer: real windows, real events, and a world behind them
-// that a test sets up and looks at.
+// The desktop's own platform interfaces over the simulated computer: real windows and real events, and a
+// world behind them that a test sets up and reads.
 #pragma once
 
 #include <string>

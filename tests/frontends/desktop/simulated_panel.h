@@ -16,8 +16,7 @@ class SimulatedPanel : public testing::Test {
     desktop.drawing.setWindow(&panel.window);
   }
 
-  // Unlocked, with the server running and nothing that keeps a control greyed but the lock of the OpenGL
-  // driver.
+  // Unlocked, with the server running and everything enabled that can be.
   void openEverything() {
     desktop.computer.service.setDaemon(77);
     panel.unlock();

@@ -1,4 +1,4 @@
-// The three colours, by what the pane holds.
+// The three colours, and which of them the pane's state has.
 #include "src/frontends/shared/interface/server_state.h"
 
 namespace norvik {

@@ -1,5 +1,4 @@
-// What stands beside the controls: the mark of a setting that Apply will change, and the note of a port that
-// is none.
+// What is beside the controls: the mark of a setting that Apply will change, and the note of an invalid port.
 #include <QLabel>
 #include <QPushButton>
 
@@ -65,7 +64,7 @@ class PortNote : public SimulatedPanel {
   NoteLabel* note() { return static_cast<NoteLabel*>(panel.widget("ib_admin_edbox_nvkPort_note")); }
 };
 
-TEST_F(PortNote, TellsWhatIsWrongInWords) {
+TEST_F(PortNote, SaysWhatIsWrong) {
   openEverything();
   panel.choosePage("admin", "Norvik clients");
   EXPECT_EQ(noteFor(QStringLiteral("5000")), QString());
@@ -81,7 +80,7 @@ TEST_F(PortNote, TellsWhatIsWrongInWords) {
   EXPECT_EQ(noteFor(QStringLiteral("5001")), QString());
 }
 
-TEST_F(PortNote, IsQuietForAFieldThatCannotBeEdited) {
+TEST_F(PortNote, IsEmptyForAFieldThatCannotBeEdited) {
   openEverything();
   panel.choosePage("admin", "Norvik clients");
   EXPECT_NE(noteFor(QStringLiteral("abc")), QString());

@@ -1,4 +1,4 @@
-// A panel that nobody touches paints nothing, and costs next to nothing.
+// A panel that nobody uses paints nothing, and costs next to nothing.
 #include <QApplication>
 #include <QTest>
 #include <QTimer>
@@ -20,10 +20,10 @@ class Paints : public QObject {
   QStringList painted;
 };
 
-class Quiet : public SimulatedPanel {
+class Repaint : public SimulatedPanel {
  protected:
-  // Until what was going on is painted, what a click on the list leaves for a moment later included.
-  static void becomeQuiet() {
+  // Returns when everything is painted, including what a click on the list paints a moment later.
+  static void settleDown() {
     for (bool painting = true; painting;) {
       Paints paints;
       QTest::qWait(300);
@@ -32,13 +32,13 @@ class Quiet : public SimulatedPanel {
   }
 };
 
-TEST_F(Quiet, AMinuteOfTicksPaintsNothingOnAnyPage) {
+TEST_F(Repaint, AMinuteOfTicksPaintsNothingOnAnyPage) {
   openEverything();
   for (const TabDescription& tab : panel.interface.tabs) {
     const std::size_t colon = tab.label.find(':');
     panel.choosePage(tab.label.substr(0, colon), tab.label.substr(colon + 1));
     panel.widget("ib_oview_confBar")->setFocus();
-    becomeQuiet();
+    settleDown();
     Paints paints;
     for (int i = 0; i < 240; ++i) {
       pane.onStateTimer();
@@ -49,7 +49,7 @@ TEST_F(Quiet, AMinuteOfTicksPaintsNothingOnAnyPage) {
   }
 }
 
-TEST_F(Quiet, SecondsOfTheRealClockPaintNothing) {
+TEST_F(Repaint, SecondsOfTheRealClockPaintNothing) {
   openEverything();
   panel.choosePage("admin", "Server");
   int ticks = 0;
@@ -57,7 +57,7 @@ TEST_F(Quiet, SecondsOfTheRealClockPaintNothing) {
     panel.window.ticked();
     ++ticks;
   };
-  becomeQuiet();
+  settleDown();
   Paints paints;
   ticks = 0;
   QTest::qWait(2500);
@@ -66,10 +66,11 @@ TEST_F(Quiet, SecondsOfTheRealClockPaintNothing) {
   desktop.runLoop.ticked = nullptr;
 }
 
-TEST_F(Quiet, ACaretFlashesForAWhileAndThenRests) {
+TEST_F(Repaint, ACaretFlashesForAWhileAndThenRests) {
   openEverything();
   panel.choosePage("admin", "Norvik clients");
-  auto* rest = panel.widget("ib_admin_edbox_nvkPort")->findChild<QTimer*>(QStringLiteral("caretRest"));
+  auto* rest =
+      panel.widget("ib_admin_edbox_nvkPort")->findChild<QTimer*>(QStringLiteral("caretBlinkTimeout"));
   ASSERT_NE(rest, nullptr);
   panel.type("ib_admin_edbox_nvkPort", QStringLiteral("500"));
   ASSERT_TRUE(rest->isActive());
@@ -79,8 +80,8 @@ TEST_F(Quiet, ACaretFlashesForAWhileAndThenRests) {
     EXPECT_TRUE(paints.painted.contains(QStringLiteral("ib_admin_edbox_nvkPort")));
   }
   const int whole = rest->interval();
-  rest->setInterval(0);  // the while is over
-  becomeQuiet();
+  rest->setInterval(0);  // the time is over
+  settleDown();
   {
     Paints paints;
     QTest::qWait(1500);
@@ -92,10 +93,10 @@ TEST_F(Quiet, ACaretFlashesForAWhileAndThenRests) {
   EXPECT_GT(QApplication::cursorFlashTime(), 0);
 }
 
-TEST_F(Quiet, WhatChangesIsPainted) {
+TEST_F(Repaint, WhatChangesIsPainted) {
   openEverything();
   panel.choosePage("admin", "Server");
-  becomeQuiet();
+  settleDown();
   Paints paints;
   desktop.computer.service.setDaemon(std::nullopt);
   panel.tick();
@@ -104,10 +105,10 @@ TEST_F(Quiet, WhatChangesIsPainted) {
   EXPECT_TRUE(paints.painted.contains(QStringLiteral("stateDot")));
 }
 
-TEST_F(Quiet, SettingWhatIsSetPaintsNothing) {
+TEST_F(Repaint, SettingWhatIsSetPaintsNothing) {
   openEverything();
   panel.choosePage("user", "Image");
-  becomeQuiet();
+  settleDown();
   Paints paints;
   for (Control* control : pane.outlets()) {
     if (Binding* binding = panel.window.binding(text(control->name()))) binding->controlChanged(*control);

@@ -1,5 +1,5 @@
-// Closing the window is leaving the pane: what is pending is asked about, and the answer carried out, before
-// it goes.
+// Closing the window leaves the pane: pending changes are asked about, and the answer is carried out, before
+// it closes.
 #include <QApplication>
 #include <QCheckBox>
 #include <QPushButton>
@@ -10,9 +10,9 @@
 namespace norvik::desktop {
 namespace {
 
-class Leaving : public SimulatedPanel {
+class Closing : public SimulatedPanel {
  protected:
-  Leaving() {
+  Closing() {
     panel.window.closed = [this] {
       ++closed;
       visibleAtTheEnd = panel.window.isVisible();
@@ -26,7 +26,7 @@ class Leaving : public SimulatedPanel {
   bool visibleAtTheEnd = false;
 };
 
-TEST_F(Leaving, WithoutChangesAsksNothing) {
+TEST_F(Closing, WithoutChangesAsksNothing) {
   Answers none(Qt::Key_Escape);
   panel.window.close();
   EXPECT_TRUE(none.seen.empty());
@@ -34,7 +34,7 @@ TEST_F(Leaving, WithoutChangesAsksNothing) {
   EXPECT_FALSE(panel.window.isVisible());
 }
 
-TEST_F(Leaving, ApplyNowSavesBeforeTheWindowGoes) {
+TEST_F(Closing, ApplyNowSavesBeforeTheWindowGoes) {
   swapButtons();
   Answers apply(QStringLiteral("Apply Now"));
   panel.window.close();
@@ -45,7 +45,7 @@ TEST_F(Leaving, ApplyNowSavesBeforeTheWindowGoes) {
   EXPECT_EQ(closed, 1);
 }
 
-TEST_F(Leaving, DiscardPutsTheStoredValuesBack) {
+TEST_F(Closing, DiscardPutsTheStoredValuesBack) {
   swapButtons();
   Answers discard(QStringLiteral("Discard Changes"));
   panel.window.close();
@@ -54,7 +54,7 @@ TEST_F(Leaving, DiscardPutsTheStoredValuesBack) {
   EXPECT_EQ(closed, 1);
 }
 
-TEST_F(Leaving, ClosingTwiceAsksOnce) {
+TEST_F(Closing, ClosingTwiceAsksOnce) {
   swapButtons();
   int tries = 0;
   QTimer again;
@@ -75,7 +75,7 @@ TEST_F(Leaving, ClosingTwiceAsksOnce) {
   EXPECT_EQ(closed, 1);
 }
 
-TEST_F(Leaving, QuittingAsksToo) {
+TEST_F(Closing, QuittingAsksToo) {
   swapButtons();
   Answers apply(QStringLiteral("Apply Now"));
   QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -85,7 +85,7 @@ TEST_F(Leaving, QuittingAsksToo) {
   EXPECT_EQ(closed, 1);
 }
 
-TEST_F(Leaving, PendingNotificationSettingsAreNotAskedAbout) {
+TEST_F(Closing, PendingNotificationSettingsAreNotAskedAbout) {
   panel.unlock();
   panel.choosePage("admin", "Notifications");
   panel.click("ib_admin_chkbox_ntfShowNews");
