@@ -1,4 +1,4 @@
-// Looks files up in the table that the build makes of this folder.
+// Finds files in the table that the build generates from this folder.
 #include "resources/resources.h"
 
 #include "resources/embedded_files.h"
@@ -7,16 +7,16 @@ namespace norvik {
 namespace {
 
 // Whether a file name is the name, a full stop and the type.
-bool isNamed(std::string_view file_name, std::string_view name, std::string_view type) {
-  return file_name.size() == name.size() + 1 + type.size() && file_name.starts_with(name) &&
-         file_name[name.size()] == '.' && file_name.ends_with(type);
+bool isNamed(std::string_view fileName, std::string_view name, std::string_view type) {
+  return fileName.size() == name.size() + 1 + type.size() && fileName.starts_with(name) &&
+         fileName[name.size()] == '.' && fileName.ends_with(type);
 }
 
 }  // namespace
 
 std::optional<std::string_view> resourceFile(std::string_view name, std::string_view type) {
   for (const EmbeddedFile& file : embeddedFiles()) {
-    if (!isNamed(file.file_name, name, type)) continue;
+    if (!isNamed(file.fileName, name, type)) continue;
     return std::string_view(reinterpret_cast<const char*>(file.bytes), file.size);
   }
   return std::nullopt;

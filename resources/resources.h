@@ -1,5 +1,5 @@
-// The files of this folder as they are built into the programs, so that a program runs without looking for
-// them. Knows files by name and type only; reads nothing at run time.
+// The files of this folder, which are built into the programs, so that a program does not have to find them.
+// Knows files by name and type only; reads nothing at run time.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@
 namespace norvik {
 
 // The bytes of a file, by its name and its type as a bundle names them: "authlock" and "tiff" for
-// authlock.tiff. Nothing where there is no such file. The bytes live as long as the program.
+// authlock.tiff. Nothing if there is no such file. The bytes live as long as the program.
 std::optional<std::string_view> resourceFile(std::string_view name, std::string_view type);
 
 // The interface description, a property list in XML.

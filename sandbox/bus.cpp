@@ -17,18 +17,19 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Names the root, so that it tells the sandbox's bus from every other.
+// Names the root, which distinguishes the sandbox's bus from all others.
 std::string configurationArgument(const Root& root) {
   return "--config-file=" + root.own("bus.conf").string();
 }
 
-// In an address, every byte but the plainest is escaped.
+// In an address, all but the plainest characters are escaped.
 std::string addressOf(const Root& root) {
-  std::string path = root.own("bus.socket"), address = "unix:path=";
+  const std::string path = root.own("bus.socket");
+  std::string address = "unix:path=";
   if (path.size() >= sizeof(sockaddr_un{}.sun_path))
-    throw std::runtime_error(path + ": too long a path for a socket; choose a shorter folder");
-  for (char c : path) {
-    auto byte = static_cast<unsigned char>(c);
+    throw std::runtime_error(path + ": too long for a socket; choose a folder with a shorter path");
+  for (const char c : path) {
+    const auto byte = static_cast<unsigned char>(c);
     if (std::isalnum(byte) || std::string_view("-_/.").find(c) != std::string_view::npos) {
       address += c;
       continue;
@@ -58,14 +59,14 @@ constexpr const char* kConfiguration[] = {
 }  // namespace
 
 std::optional<pid_t> runningBus(const Root& root) {
-  std::string wanted = '\0' + configurationArgument(root) + '\0';
+  const std::string wanted = '\0' + configurationArgument(root) + '\0';
   std::error_code error;
   for (const fs::directory_entry& entry : fs::directory_iterator("/proc", error)) {
-    std::string name = entry.path().filename();
+    const std::string name = entry.path().filename();
     pid_t pid = 0;
-    auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
+    const auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
     if (failure != std::errc{} || *end != '\0') continue;
-    auto command = readFile(entry.path() / "cmdline");
+    const auto command = readFile(entry.path() / "cmdline");
     if (command && command->find(wanted) != std::string::npos) return pid;
   }
   return std::nullopt;
@@ -73,13 +74,13 @@ std::optional<pid_t> runningBus(const Root& root) {
 
 void startBus(const Root& root) {
   if (runningBus(root)) return;
-  std::string address = addressOf(root);
+  const std::string address = addressOf(root);
   fs::remove(root.own("bus.socket"));
   replaceFile(root.own("bus.conf"), kConfiguration[0] + address + kConfiguration[1]);
-  // It goes into the background once it listens.
+  // It goes into the background when it listens.
   if (runAndWait(root, "dbus-daemon", {configurationArgument(root), "--fork", "--nosyslog", "--nopidfile"}) !=
       0)
-    throw std::runtime_error("dbus-daemon cannot be started");
+    throw std::runtime_error("cannot start dbus-daemon");
   replaceFile(root.own("bus"), address + "\n");
 }
 

@@ -9,10 +9,10 @@
 
 namespace norvik::sandbox {
 
-// The process of the bus; nothing when it does not run.
+// The process of the bus; nothing when it is not running.
 std::optional<pid_t> runningBus(const Root& root);
 
-// Starts the bus, unless it runs, and writes its address to the sandbox's own file "bus". Throws
+// Starts the bus, unless it is running, and writes its address to the sandbox's own file "bus". Throws
 // std::runtime_error when it cannot.
 void startBus(const Root& root);
 

@@ -1,4 +1,4 @@
-// Stands in for the tool that sets permissions: an octal mode and a path.
+// Stand-in for the tool that sets permissions: an octal mode and a path.
 #include <charconv>
 
 #include "sandbox/processes.h"
@@ -10,7 +10,7 @@ namespace {
 int run(const Root& root, const Arguments& arguments) {
   unsigned mode = 0;
   const std::string word = arguments.empty() ? "" : arguments[0];
-  auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), mode, 8);
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), mode, 8);
   if (arguments.size() != 2 || error != std::errc{} || *end != '\0' || mode > 07777)
     return usage("chmod MODE PATH");
   waitForEarlierFileTools(root);

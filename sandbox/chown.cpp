@@ -1,5 +1,5 @@
-// Stands in for the tool that sets owners. The sandbox's files belong to whoever runs it, so the owner is
-// only noted, in the sandbox's own file "owners": an owner and a path a line.
+// Stand-in for the tool that sets owners. The sandbox's files belong to the user who runs it, so the owner is
+// only noted, in the sandbox's own file "owners": an owner and a path on each line.
 #include <map>
 #include <sstream>
 #include <stdexcept>

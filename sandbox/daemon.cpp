@@ -21,17 +21,17 @@ std::system_error failure(const char* what) {
 sigset_t blockSignals(std::initializer_list<int> signals) {
   sigset_t set;
   sigemptyset(&set);
-  for (int signal : signals) sigaddset(&set, signal);
+  for (const int signal : signals) sigaddset(&set, signal);
   sigprocmask(SIG_BLOCK, &set, nullptr);
   return set;
 }
 
 Daemon::Daemon() {
-  // Pipes of a caller would stay open for as long as the service runs.
+  // A caller's pipes would stay open for as long as the service runs.
   close_range(STDERR_FILENO + 1, ~0u, 0);
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw failure("pipe");
-  pid_t child = fork();
+  const pid_t child = fork();
   if (child < 0) throw failure("fork");
   if (child > 0) {
     close(ends[1]);
@@ -47,10 +47,10 @@ Daemon::Daemon() {
 }
 
 void Daemon::ready() {
-  int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
-  for (int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, standard);
+  const int nothing = open("/dev/null", O_RDWR | O_CLOEXEC);
+  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(nothing, standard);
   close(nothing);
-  // The parent may have been ended meanwhile, which changes nothing for the service.
+  // The parent may have ended meanwhile; the service does not depend on it.
   signal(SIGPIPE, SIG_IGN);
   [[maybe_unused]] ssize_t written = write(toParent_, "+", 1);
   close(toParent_);

@@ -1,5 +1,4 @@
-// Going into the background: a program that its caller may wait for and that has a process behind it when the
-// wait is over.
+// Going into the background: the caller waits until the process in the background is ready.
 #pragma once
 
 #include <signal.h>
@@ -8,18 +7,17 @@
 
 namespace norvik::sandbox {
 
-// Blocks the signals, for this process and those that it starts, and answers their set. To be called first,
-// so that a signal which comes early waits to be fetched.
+// Blocks the signals, for this process and those that it starts, and returns their set. Call it first, so
+// that a signal that comes early stays pending.
 sigset_t blockSignals(std::initializer_list<int> signals);
 
 class Daemon {
  public:
-  // Goes on in a new process in a session of its own. The old one ends when the new one is ready, with status
-  // 0, or when it ends without having been, with status 1. Throws std::system_error when there can be no new
-  // one.
+  // Continues in a new process in its own session. The old one ends with status 0 when the new one is ready,
+  // or with status 1 when that ends before. Throws std::system_error when no process can be made.
   Daemon();
 
-  // Says that the service is there, lets go of the terminal and of everything else that was inherited.
+  // Reports that the service is ready, and closes the terminal and everything else that was inherited.
   void ready();
 
  private:

@@ -1,5 +1,5 @@
-// Stands in for the tool that changes preference files: "write" of an integer, or of a dictionary of
-// integers. Other keys of the file, of whatever type, stay.
+// Stand-in for the tool that changes preference files: "write" of an integer, or of a dictionary of
+// integers. Other keys of the file, of any type, are kept.
 #include <charconv>
 #include <optional>
 #include <stdexcept>
@@ -16,17 +16,17 @@ constexpr const char* kUsage =
 
 int64_t integerOf(const std::string& word) {
   int64_t number = 0;
-  auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
+  const auto [end, error] = std::from_chars(word.data(), word.data() + word.size(), number);
   if (error != std::errc{} || *end != '\0') throw std::runtime_error(word + ": not an integer");
   return number;
 }
 
-// The value that the words after the key tell; nothing when they tell none.
+// The value that the words after the key give; nothing when they give none.
 std::optional<PropertyList> valueOf(const Arguments& words) {
   if (words.size() == 2 && words[0] == "-int") return PropertyList(integerOf(words[1]));
   if (words.empty() || words[0] != "-dict" || words.size() % 3 != 1) return std::nullopt;
   PropertyList::Dictionary entries;
-  for (size_t i = 1; i < words.size(); i += 3) {
+  for (std::size_t i = 1; i < words.size(); i += 3) {
     if (words[i + 1] != "-int") return std::nullopt;
     entries[words[i]] = integerOf(words[i + 2]);
   }
@@ -38,13 +38,13 @@ int run(const Root& root, const Arguments& arguments) {
   auto value = valueOf(Arguments(arguments.begin() + 3, arguments.end()));
   if (!value) return usage(kUsage);
   waitForEarlierFileTools(root);
-  std::filesystem::path file = root.inside(arguments[1] + ".plist");
+  const std::filesystem::path file = root.inside(arguments[1] + ".plist");
   PropertyList list;
-  if (auto bytes = readFile(file)) {
-    auto decoded = decodePropertyList(*bytes);
-    // Starting afresh would drop what somebody else keeps there.
+  if (std::filesystem::exists(file)) {
+    auto decoded = decodePropertyList(readFile(file).value_or(""));
+    // A fresh list would drop what others keep there.
     if (!decoded || !decoded->as<PropertyList::Dictionary>())
-      throw std::runtime_error(arguments[1] + ": not a dictionary");
+      throw std::runtime_error(arguments[1] + ": not a readable dictionary");
     list = std::move(*decoded);
   }
   (*list.as<PropertyList::Dictionary>())[arguments[2]] = std::move(*value);

@@ -19,8 +19,8 @@ struct Program {
   const char* name;
   const char* folder;
 };
-// Copies, not links: the program that a process runs must lie in the root, and nothing done to the root may
-// reach the file that it came from.
+// Copies, not links: the program that a process runs must be in the root, and nothing done to the root may
+// reach the original.
 constexpr Program kPrograms[] = {
     {"nvkservice", "usr/sbin"},
     {"nvkserverd", "usr/sbin"},
@@ -70,7 +70,7 @@ struct ListFile {
   PropertyList content;
 };
 
-// Each preference file holds a key that is not the pane's, as those of a real computer do.
+// Like those of a real computer, each preference file holds a key that is not the pane's.
 std::vector<ListFile> sampleLists() {
   PropertyList::Dictionary image{{"ImageQualityMode", integer(2)},  {"ImageColorDepth", integer(6)},
                                  {"ImageCaptPriority", integer(3)}, {"ImageCaptBuffer", integer(3)},
@@ -103,20 +103,20 @@ std::vector<ListFile> sampleLists() {
 }
 
 void writeIfMissing(const Root& root, const char* path, const std::string& content) {
-  fs::path file = root.inside("/" + std::string(path));
+  const fs::path file = root.inside("/" + std::string(path));
   if (!fs::exists(file)) replaceFile(file, content);
 }
 
 }  // namespace
 
-Root layOut(const fs::path& folder, const fs::path& programs) {
+Root createSandbox(const fs::path& folder, const fs::path& programs) {
   if (fs::exists(folder) && !Root::in(folder) && !(fs::is_directory(folder) && fs::is_empty(folder)))
-    throw std::runtime_error(folder.string() + ": is neither empty nor a sandbox");
+    throw std::runtime_error(folder.string() + ": neither empty nor a sandbox");
   fs::create_directories(folder / kOwnFolder);
   Root root = *Root::in(folder);
   for (const char* name : kFolders) fs::create_directories(root.inside("/" + std::string(name)));
   for (const Program& program : kPrograms) {
-    fs::path place = root.inside("/" + std::string(program.folder));
+    const fs::path place = root.inside("/" + std::string(program.folder));
     fs::create_directories(place);
     fs::copy_file(programs / program.name, place / program.name, fs::copy_options::skip_existing);
   }

@@ -1,4 +1,4 @@
-// Stands in for the tool that moves files: "-f", from, to.
+// Stand-in for the tool that moves files: "-f", from, to.
 #include "sandbox/processes.h"
 #include "sandbox/program.h"
 
@@ -8,7 +8,8 @@ namespace {
 int run(const Root& root, const Arguments& arguments) {
   if (arguments.size() != 3 || arguments[0] != "-f") return usage("mv -f FROM TO");
   waitForEarlierFileTools(root);
-  std::filesystem::path from = root.inside(arguments[1]), to = root.inside(arguments[2]);
+  const std::filesystem::path from = root.inside(arguments[1]);
+  std::filesystem::path to = root.inside(arguments[2]);
   if (std::filesystem::is_directory(to)) to /= from.filename();
   std::filesystem::rename(from, to);
   logLine(root, "tools", "mv moved " + arguments[1] + " to " + arguments[2]);

@@ -1,5 +1,5 @@
-// norvik-sandbox: lays out a root folder that stands for a whole computer, starts what runs there at log-in,
-// says what runs, and ends all of it.
+// norvik-sandbox: creates a root folder that represents a whole computer, starts what runs there from log-in
+// on, shows what runs, and ends all of it.
 #include <signal.h>
 
 #include <iostream>
@@ -20,22 +20,22 @@ namespace fs = std::filesystem;
 
 constexpr const char* kUsage =
     "norvik-sandbox start DIR [--speed FACTOR] | stop DIR | status DIR\n"
-    "  start   lays out a sandbox in DIR, new, empty or a sandbox already, and starts what is not running\n"
-    "  stop    ends every process of the sandbox; its files stay\n"
-    "  status  says what runs\n"
-    "  --speed how many times faster than real the sandbox waits (1)";
+    "  start    creates a sandbox in DIR, unless it is one already, and starts what is not running\n"
+    "  stop     ends every process of the sandbox; its files stay\n"
+    "  status   shows what is running\n"
+    "  --speed  how many times faster than real time the sandbox runs (1)";
 
-// What runs from log-in on. The daemon is not among them: the pane starts it.
+// What runs from log-in on; not the daemon, which the pane starts.
 constexpr const char* kAtLogIn[] = {"/Applications/Norvik Agent.app/Contents/MacOS/nvkagent",
                                     "/Applications/Norvik Menu Agent.app/Contents/MacOS/nvkmenua"};
 
-// The stand-ins lie beside this program where it was built, and apart from the commands of the same names
+// The stand-ins are beside this program in a build, and separate from the real commands of the same names
 // where it is installed.
 fs::path programsFolder() {
-  fs::path here = fs::read_symlink("/proc/self/exe").parent_path();
+  const fs::path here = fs::read_symlink("/proc/self/exe").parent_path();
   for (const fs::path& folder : {here / "sandbox", here.parent_path() / "libexec/norvik/sandbox"})
     if (fs::exists(folder / "nvkserverd")) return folder;
-  throw std::runtime_error("the stand-ins are not to be found near " + here.string());
+  throw std::runtime_error("no stand-ins near " + here.string());
 }
 
 std::optional<pid_t> running(const Root& root, std::string_view program) {
@@ -45,7 +45,7 @@ std::optional<pid_t> running(const Root& root, std::string_view program) {
 }
 
 int start(const fs::path& folder, std::optional<double> factor) {
-  Root root = layOut(folder, programsFolder());
+  const Root root = createSandbox(folder, programsFolder());
   if (factor) {
     std::ostringstream text;
     text << *factor << "\n";
@@ -55,7 +55,7 @@ int start(const fs::path& folder, std::optional<double> factor) {
   for (const char* program : kAtLogIn) {
     if (running(root, program)) continue;
     if (runAndWait(root, root.inside(program)) != 0)
-      throw std::runtime_error(std::string(program) + ": cannot be started");
+      throw std::runtime_error("cannot start " + std::string(program));
   }
   return 0;
 }
@@ -67,39 +67,39 @@ std::vector<pid_t> processIds(const Root& root) {
 }
 
 std::vector<pid_t> busIds(const Root& root) {
-  auto bus = runningBus(root);
+  const auto bus = runningBus(root);
   return bus ? std::vector<pid_t>{*bus} : std::vector<pid_t>{};
 }
 
-// Ends processes, with force those that do not end when they are told.
+// Ends processes, by force those that do not end when asked.
 void end(const Root& root, std::vector<pid_t> (*idsOf)(const Root&)) {
   constexpr std::chrono::seconds kLimit(5);
-  for (int signal : {SIGTERM, SIGKILL}) {
-    for (pid_t id : idsOf(root)) kill(id, signal);
+  for (const int signal : {SIGTERM, SIGKILL}) {
+    for (const pid_t id : idsOf(root)) kill(id, signal);
     if (waitUntil(kLimit, [&] { return idsOf(root).empty(); })) return;
   }
-  throw std::runtime_error("some processes do not end");
+  throw std::runtime_error("cannot end every process of the sandbox");
 }
 
 int stop(const Root& root) {
   end(root, processIds);
-  // The bus goes last: who is connected to it should end by being told, not by losing it.
+  // The bus ends last: programs connected to it should end because they are asked, not because it is gone.
   end(root, busIds);
-  // What a killed process leaves behind.
+  // Left over by processes that were killed.
   fs::remove(root.inside(kPidFile));
   fs::remove(root.own("bus.socket"));
   fs::remove(root.own("bus"));
   return 0;
 }
 
-void tell(std::string_view name, std::optional<pid_t> pid) {
+void print(std::string_view name, std::optional<pid_t> pid) {
   std::cout << name << " " << (pid ? "runs, process " + std::to_string(*pid) : "does not run") << "\n";
 }
 
 int status(const Root& root) {
-  tell("bus", runningBus(root));
-  for (const char* program : kAtLogIn) tell(fs::path(program).filename().string(), running(root, program));
-  tell("nvkserverd", runningDaemon(root));
+  print("bus", runningBus(root));
+  for (const char* program : kAtLogIn) print(fs::path(program).filename().string(), running(root, program));
+  print("nvkserverd", runningDaemon(root));
   std::cout << "speed " << speed(root) << "\n";
   return 0;
 }
@@ -113,14 +113,14 @@ int run(const Arguments& arguments) {
   const std::string& verb = arguments[0];
   fs::path folder = arguments[1];
   if (verb == "start") {
-    bool hasSpeed = arguments.size() == 4 && arguments[2] == "--speed";
-    auto factor = hasSpeed ? parseSpeed(arguments[3]) : std::nullopt;
+    const bool hasSpeed = arguments.size() == 4 && arguments[2] == "--speed";
+    const auto factor = hasSpeed ? parseSpeed(arguments[3]) : std::nullopt;
     if (arguments.size() != 2 && !factor) return usage(kUsage);
     return start(folder, factor);
   }
   if (arguments.size() != 2 || (verb != "stop" && verb != "status")) return usage(kUsage);
-  auto root = Root::in(folder);
-  if (!root) throw std::runtime_error(folder.string() + ": is no sandbox");
+  const auto root = Root::in(folder);
+  if (!root) throw std::runtime_error(folder.string() + ": not a sandbox");
   return verb == "stop" ? stop(*root) : status(*root);
 }
 

@@ -1,4 +1,4 @@
-// The user agent's stand-in: reads its settings when it starts and on SIGUSR2, and logs them.
+// Stand-in for the user agent: reads and logs its settings when it starts and on SIGUSR2.
 #include "sandbox/daemon.h"
 #include "sandbox/program.h"
 #include "sandbox/settings.h"
@@ -8,14 +8,14 @@ namespace {
 
 constexpr const char* kFile = "/Library/Preferences/com.veltrane.nvkagent.plist";
 constexpr Setting kSettings[] = {
-    {"ImageUseDefaults", Setting::Kind::kBoolean, 1}, {"ImageQualityMode", Setting::Kind::kInteger, 2},
-    {"ImageColorDepth", Setting::Kind::kInteger, 6},  {"ImageCaptPriority", Setting::Kind::kInteger, 3},
-    {"ImageCaptBuffer", Setting::Kind::kInteger, 3},  {"ImageShadowSize", Setting::Kind::kInteger, 4},
-    {"SwapMouseButtons", Setting::Kind::kBoolean, 0},
+    {"ImageUseDefaults", Setting::Kind::boolean, 1}, {"ImageQualityMode", Setting::Kind::integer, 2},
+    {"ImageColorDepth", Setting::Kind::integer, 6},  {"ImageCaptPriority", Setting::Kind::integer, 3},
+    {"ImageCaptBuffer", Setting::Kind::integer, 3},  {"ImageShadowSize", Setting::Kind::integer, 4},
+    {"SwapMouseButtons", Setting::Kind::boolean, 0},
 };
 
 void logSettings(const Root& root, const std::string& why) {
-  PropertyList list = readSettings(root, std::string(kHome) + kFile);
+  const PropertyList list = readSettings(root, std::string(kHome) + kFile);
   logLine(root, "agent", why + ": " + describeSettings(list, kSettings));
 }
 

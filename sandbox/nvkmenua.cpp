@@ -1,5 +1,5 @@
-// The menu agent's stand-in: reads its settings when it starts and when the notification about them is posted
-// on the sandbox's bus, and logs them.
+// Stand-in for the menu agent: reads and logs its settings when it starts and when the notification about
+// them is posted on the sandbox's bus.
 #include <systemd/sd-bus.h>
 #include <systemd/sd-event.h>
 
@@ -16,26 +16,26 @@ namespace {
 
 constexpr const char* kFile = "/Library/Preferences/com.veltrane.nvkmenua.plist";
 constexpr Setting kSettings[] = {
-    {"NvkNotificationShowNews", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationShowNotices", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationShowUpdates", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationShowWarnings", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationShowLowPriority", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationShowMediumPriority", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationShowHighPriority", Setting::Kind::kBoolean, 1},
-    {"NvkNotificationRepeatTimeout", Setting::Kind::kInteger, 3},
-    {"NvkNotificationCloseTimeout", Setting::Kind::kInteger, 2},
-    {"NvkNotificationShowTimeout", Setting::Kind::kInteger, 3},
+    {"NvkNotificationShowNews", Setting::Kind::boolean, 1},
+    {"NvkNotificationShowNotices", Setting::Kind::boolean, 1},
+    {"NvkNotificationShowUpdates", Setting::Kind::boolean, 1},
+    {"NvkNotificationShowWarnings", Setting::Kind::boolean, 1},
+    {"NvkNotificationShowLowPriority", Setting::Kind::boolean, 1},
+    {"NvkNotificationShowMediumPriority", Setting::Kind::boolean, 1},
+    {"NvkNotificationShowHighPriority", Setting::Kind::boolean, 1},
+    {"NvkNotificationRepeatTimeout", Setting::Kind::integer, 3},
+    {"NvkNotificationCloseTimeout", Setting::Kind::integer, 2},
+    {"NvkNotificationShowTimeout", Setting::Kind::integer, 3},
 };
 
-// How a distributed notification looks on the bus: one signal for all, its name the first argument.
+// A distributed notification on the bus: the same signal for all, with the name as its first argument.
 constexpr const char* kPath = "/com/veltrane/norvik/DistributedNotification";
 constexpr const char* kInterface = "com.veltrane.norvik.DistributedNotification";
 constexpr const char* kMember = "Posted";
 constexpr std::string_view kUpdate = "NvkMunuUpdateSettingsNotification";
 
 void logSettings(const Root& root, const std::string& why) {
-  PropertyList list = readSettings(root, std::string(kHome) + kFile);
+  const PropertyList list = readSettings(root, std::string(kHome) + kFile);
   logLine(root, "menua", why + ": " + describeSettings(list, kSettings));
 }
 
@@ -56,7 +56,7 @@ int run(const Root& root, const Arguments& arguments) {
   if (!arguments.empty()) return usage("nvkmenua");
   blockSignals({SIGTERM, SIGINT});
   Daemon daemon;
-  auto address = readFile(root.own("bus"));
+  const auto address = readFile(root.own("bus"));
   if (!address) throw std::runtime_error("the sandbox has no bus");
   // Both live as long as the process does.
   sd_event* loop = nullptr;
@@ -70,7 +70,7 @@ int run(const Root& root, const Arguments& arguments) {
   check(sd_bus_match_signal(bus, nullptr, nullptr, kPath, kInterface, kMember, posted, &copy), "bus match");
   check(sd_bus_set_exit_on_disconnect(bus, 1), "bus");
   check(sd_bus_attach_event(bus, loop, SD_EVENT_PRIORITY_NORMAL), "bus");
-  for (int signal : {SIGTERM, SIGINT})
+  for (const int signal : {SIGTERM, SIGINT})
     check(sd_event_add_signal(loop, nullptr, signal, nullptr, nullptr), "signal");
   logSettings(root, "started");
   daemon.ready();

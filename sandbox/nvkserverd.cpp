@@ -1,5 +1,5 @@
-// The server daemon's stand-in: listens on the ports of its configuration, re-reads it on SIGHUP, ends on
-// SIGTERM. Its pid file is there exactly while the services are.
+// Stand-in for the server daemon: listens on the ports of its configuration, reads it again on SIGHUP, ends
+// on SIGTERM. Its pid file exists exactly while the services do.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/signalfd.h>
@@ -16,23 +16,23 @@
 namespace norvik::sandbox {
 namespace {
 
-// What a daemon of its size takes to come up and to go down.
+// About as long as the real daemon takes to start and to stop.
 constexpr std::chrono::milliseconds kStartUpTime(1000);
 constexpr std::chrono::milliseconds kShutDownTime(500);
 
-// Held for as long as the process lives, however it ends; the pid file alone could be left over.
+// The lock lasts as long as the process, however it ends, whereas a pid file can be left over.
 bool isOnly(const Root& root) {
-  int lock = open(root.own("serverd.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
+  const int lock = open(root.own("serverd.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0644);
   if (lock < 0) throw std::system_error(errno, std::generic_category(), "serverd.lock");
   return flock(lock, LOCK_EX | LOCK_NB) == 0;
 }
 
-// Listens, and has the pid file say so, until a signal to end; SIGHUP has the configuration read again.
+// Listens, with the pid file in place, until a signal to end; on SIGHUP reads the configuration again.
 void serve(const Root& root, const sigset_t& signals) {
   Listeners listeners([&root](const std::string& line) { logLine(root, "serverd", line); });
   listeners.configure(readSettings(root, kServerConfig));
   replaceFile(root.inside(kPidFile), std::to_string(getpid()) + "\n");
-  int wake = signalfd(-1, &signals, SFD_CLOEXEC);
+  const int wake = signalfd(-1, &signals, SFD_CLOEXEC);
   while (true) {
     if (!listeners.serve(wake)) continue;
     signalfd_siginfo signal{};
@@ -45,10 +45,10 @@ void serve(const Root& root, const sigset_t& signals) {
 
 int run(const Root& root, const Arguments& arguments) {
   if (!arguments.empty()) return usage("nvkserverd");
-  sigset_t signals = blockSignals({SIGHUP, SIGTERM, SIGINT});
+  const sigset_t signals = blockSignals({SIGHUP, SIGTERM, SIGINT});
   Daemon daemon;
   if (!isOnly(root)) {
-    logLine(root, "serverd", "runs already");
+    logLine(root, "serverd", "is already running");
     daemon.ready();
     return 0;
   }

@@ -1,5 +1,5 @@
-// The service tool's stand-in: starts and stops the daemon, has it read its configuration again, and stands
-// in for the two management tools by saying what would open.
+// Stand-in for the service tool: starts and stops the daemon, has it read its configuration again, and in
+// place of the two management tools says what would open.
 #include <signal.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ namespace {
 constexpr std::chrono::seconds kLimit(15);
 constexpr const char* kUsage =
     "nvkservice start [-f] [-w] | stop [-w] | apply | dspcmd manage | admcmd manage\n"
-    "  -f  start in any case, as it does without the word\n"
+    "  -f  start in any case; it does so anyway\n"
     "  -w  wait until it is done";
 
 int say(const Root& root, const std::string& line, int status) {
@@ -25,29 +25,29 @@ int say(const Root& root, const std::string& line, int status) {
 }
 
 int start(const Root& root, bool wait) {
-  if (runningDaemon(root)) return say(root, "start: the daemon runs already", 0);
+  if (runningDaemon(root)) return say(root, "start: the daemon is already running", 0);
   if (runAndWait(root, root.inside(kServerDaemon)) != 0)
     return say(root, "start: the daemon cannot be started", 1);
   if (wait && !waitUntil(kLimit, [&] { return runningDaemon(root).has_value(); }))
     return say(root, "start: the daemon did not come up", 1);
-  return say(root, wait ? "start: the daemon runs" : "start: the daemon was started", 0);
+  return say(root, wait ? "start: the daemon is running" : "start: the daemon was started", 0);
 }
 
 int stop(const Root& root, bool wait) {
-  auto daemon = runningDaemon(root);
-  if (!daemon) return say(root, "stop: the daemon does not run", 0);
+  const auto daemon = runningDaemon(root);
+  if (!daemon) return say(root, "stop: the daemon is not running", 0);
   if (kill(*daemon, SIGTERM) != 0) return say(root, "stop: the daemon cannot be signalled", 1);
   if (wait && !waitUntil(kLimit, [&] { return !runningDaemon(root); }))
     return say(root, "stop: the daemon did not go down", 1);
-  return say(root, wait ? "stop: the daemon has ended" : "stop: the daemon was told", 0);
+  return say(root, wait ? "stop: the daemon has ended" : "stop: the daemon was asked to end", 0);
 }
 
 int apply(const Root& root) {
-  auto daemon = runningDaemon(root);
+  const auto daemon = runningDaemon(root);
   // It reads the new configuration when it starts.
-  if (!daemon) return say(root, "apply: the daemon does not run", 0);
+  if (!daemon) return say(root, "apply: the daemon is not running", 0);
   if (kill(*daemon, SIGHUP) != 0) return say(root, "apply: the daemon cannot be signalled", 1);
-  return say(root, "apply: the daemon was told", 0);
+  return say(root, "apply: the daemon was asked to read its configuration again", 0);
 }
 
 bool onlyOptions(const Arguments& arguments, std::string_view allowed) {
@@ -59,8 +59,8 @@ bool onlyOptions(const Arguments& arguments, std::string_view allowed) {
 int run(const Root& root, const Arguments& arguments) {
   if (arguments.empty()) return usage(kUsage);
   const std::string& verb = arguments[0];
-  bool wait = std::find(arguments.begin(), arguments.end(), "-w") != arguments.end();
-  bool manages = arguments.size() == 2 && arguments[1] == "manage";
+  const bool wait = std::find(arguments.begin(), arguments.end(), "-w") != arguments.end();
+  const bool manages = arguments.size() == 2 && arguments[1] == "manage";
   waitForEarlierFileTools(root);
   if (verb == "start" && onlyOptions(arguments, "fw")) return start(root, wait);
   if (verb == "stop" && onlyOptions(arguments, "w")) return stop(root, wait);

@@ -1,4 +1,4 @@
-// Processes from /proc.
+// Processes, from /proc.
 #include "sandbox/processes.h"
 
 #include <signal.h>
@@ -19,21 +19,21 @@ namespace {
 
 constexpr std::string_view kFileTools[] = {"/bin/mv", "/bin/chmod", "/usr/sbin/chown", "/usr/bin/defaults"};
 
-// The path that a process's program has on the sandbox's computer; empty for a process of another place.
+// The path of a process's program on the sandbox's computer; empty for a process outside the sandbox.
 std::string programOf(const Root& root, const fs::path& process) {
   std::error_code error;
   std::string program = fs::read_symlink(process / "exe", error);
-  std::string prefix = root.folder().string() + "/";
+  const std::string prefix = root.folder().string() + "/";
   if (error || !program.starts_with(prefix)) return {};
   constexpr std::string_view kDeleted = " (deleted)";
   if (program.ends_with(kDeleted)) program.resize(program.size() - kDeleted.size());
   return program.substr(prefix.size() - 1);
 }
 
-// The name of the program, in parentheses, may hold anything; the fields are counted from behind it.
+// The name of the program, in parentheses, may contain anything; the fields are counted from its end.
 uint64_t startTimeOf(const fs::path& process) {
-  std::string stat = readFile(process / "stat").value_or("");
-  size_t name = stat.rfind(')');
+  const std::string stat = readFile(process / "stat").value_or("");
+  const std::size_t name = stat.rfind(')');
   if (name == std::string::npos) return 0;
   constexpr int kFieldsBetween = 19;
   std::istringstream fields(stat.substr(name + 1));
@@ -54,11 +54,11 @@ std::vector<Process> processesOf(const Root& root) {
   std::vector<Process> processes;
   std::error_code error;
   for (const fs::directory_entry& entry : fs::directory_iterator("/proc", error)) {
-    std::string name = entry.path().filename();
+    const std::string name = entry.path().filename();
     pid_t pid = 0;
-    auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
+    const auto [end, failure] = std::from_chars(name.data(), name.data() + name.size(), pid);
     if (failure != std::errc{} || *end != '\0' || pid == getpid()) continue;
-    std::string program = programOf(root, entry.path());
+    const std::string program = programOf(root, entry.path());
     if (!program.empty()) processes.push_back({pid, program, startTimeOf(entry.path())});
   }
   std::sort(processes.begin(), processes.end(),
@@ -67,7 +67,7 @@ std::vector<Process> processesOf(const Root& root) {
 }
 
 std::optional<pid_t> runningDaemon(const Root& root) {
-  auto text = readFile(root.inside(kPidFile));
+  const auto text = readFile(root.inside(kPidFile));
   if (!text) return std::nullopt;
   pid_t pid = 0;
   std::from_chars(text->data(), text->data() + text->size(), pid);
@@ -80,7 +80,7 @@ void waitForEarlierFileTools(const Root& root) {
   constexpr std::chrono::seconds kLimit(5);
   Process self{getpid(), {}, startTimeOf("/proc/self")};
   waitUntil(kLimit, [&] {
-    std::vector<Process> others = processesOf(root);
+    const std::vector<Process> others = processesOf(root);
     return std::none_of(others.begin(), others.end(), [&](const Process& other) {
       return orderOf(other) < orderOf(self) &&
              std::find(std::begin(kFileTools), std::end(kFileTools), other.program) != std::end(kFileTools);

@@ -1,4 +1,4 @@
-// The processes of a sandbox: those whose program lies in its root. Reads /proc; signals nobody else.
+// The processes of a sandbox: those whose program is in its root. Reads /proc.
 #pragma once
 
 #include <sys/types.h>
@@ -22,13 +22,13 @@ struct Process {
 // All of them but the caller itself, in the order in which they were started.
 std::vector<Process> processesOf(const Root& root);
 
-// The daemon, when the pid file names a process that is running and is the daemon of this root. A number that
-// is left over, or belongs to another program by now, is nobody.
+// The daemon, when the pid file names a running process that is the daemon of this root; nothing for a number
+// that is left over or belongs to another program by now.
 std::optional<pid_t> runningDaemon(const Root& root);
 
-// Waits until the tools for files (mv, chmod, chown, defaults) that were started before the caller have
-// ended. They are launched one after the other by somebody who does not wait for them, and must take effect
-// in that order: a file has to be in place before its owner is set or the daemon reads it.
+// Waits until the file tools (mv, chmod, chown, defaults) that were started before the caller have ended.
+// They are launched one after the other without waiting, and must take effect in that order: a file has to be
+// in place before its owner is set or the daemon reads it.
 void waitForEarlierFileTools(const Root& root);
 
 }  // namespace norvik::sandbox

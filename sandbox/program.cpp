@@ -1,4 +1,4 @@
-// The common beginning of the stand-ins.
+// What the stand-ins have in common.
 #include "sandbox/program.h"
 
 #include <fcntl.h>
@@ -16,10 +16,10 @@
 namespace norvik::sandbox {
 
 int runProgram(int argc, char** argv, const std::function<int(const Root&, const Arguments&)>& body) {
-  std::string name = std::filesystem::path(argc > 0 ? argv[0] : "").filename();
-  auto root = Root::find();
+  const std::string name = std::filesystem::path(argc > 0 ? argv[0] : "").filename();
+  const auto root = Root::find();
   if (!root) {
-    std::cerr << name << ": no sandbox: set NORVIK_ROOT to one, or run the copy that lies in one\n";
+    std::cerr << name << ": no sandbox; set NORVIK_ROOT to one, or run the copy inside one\n";
     return kExitNoRoot;
   }
   try {
@@ -37,12 +37,12 @@ int usage(std::string_view text) {
 
 void logLine(const Root& root, std::string_view log, std::string_view line) {
   std::array<char, 32> time{};
-  std::time_t now = std::time(nullptr);
+  const std::time_t now = std::time(nullptr);
   std::tm parts{};
   std::strftime(time.data(), time.size(), "%Y-%m-%dT%H:%M:%SZ ", gmtime_r(&now, &parts));
-  std::string text = time.data() + std::string(line) + "\n";
-  std::filesystem::path file = root.own("log") / (std::string(log) + ".log");
-  int descriptor = open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
+  const std::string text = time.data() + std::string(line) + "\n";
+  const std::filesystem::path file = root.own("log") / (std::string(log) + ".log");
+  const int descriptor = open(file.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
   if (descriptor < 0) return;
   // One write for a line keeps the lines of several processes apart. A log that is full must not stop a
   // program.

@@ -1,4 +1,4 @@
-// Stands in for the tool that restarts the computer, and only says so in a log.
+// Stand-in for the tool that restarts the computer; only writes to a log.
 #include "sandbox/program.h"
 
 int main(int argc, char** argv) {

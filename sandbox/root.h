@@ -1,6 +1,5 @@
-// The folder that stands for a whole computer: how a stand-in finds it, and how a path of that computer
-// becomes one of ours. Everything that a stand-in reads or writes goes through here, so that nothing outside
-// is touched.
+// The folder that represents a whole computer: how a stand-in finds it, and where a path of that computer is
+// on the disk. Stand-ins read and write only through this, so that nothing outside is touched.
 #pragma once
 
 #include <filesystem>
@@ -16,23 +15,22 @@ inline constexpr std::string_view kPidFile = "/var/run/nvkserverd.pid";
 inline constexpr std::string_view kServerDaemon = "/usr/sbin/nvkserverd";
 inline constexpr std::string_view kHome = "/Users/user";
 
-// The folder in the root where the sandbox keeps what no real computer has. Where it stands, a sandbox is.
+// The folder in the root where the sandbox keeps what no real computer has. A folder with it is a sandbox.
 inline constexpr std::string_view kOwnFolder = ".norvik";
 
 class Root {
  public:
-  // The root that the environment variable NORVIK_ROOT names, else the nearest folder above the running
-  // program that is a sandbox. Nothing when there is none; a NORVIK_ROOT that is no sandbox is not replaced
-  // by another guess.
+  // The sandbox that the environment variable NORVIK_ROOT names, else the nearest one above the running
+  // program. Nothing when there is none, also when NORVIK_ROOT names something else.
   static std::optional<Root> find();
 
-  // The sandbox in a folder; nothing when the folder is none.
+  // The sandbox in a folder; nothing when the folder is not one.
   static std::optional<Root> in(const std::filesystem::path& folder);
 
   const std::filesystem::path& folder() const { return folder_; }
 
-  // Where a path of the sandbox's computer lies. Throws std::runtime_error for a path that is not absolute,
-  // holds "..", or leads out through a symbolic link.
+  // Where a path of the sandbox's computer is on the disk. Throws std::runtime_error for a path that is not
+  // absolute, contains "..", or leads out through a symbolic link.
   std::filesystem::path inside(std::string_view path) const;
 
   // A file of the sandbox's own: "clock", "bus", "log/agent.log".
@@ -44,10 +42,11 @@ class Root {
   std::filesystem::path folder_;  // absolute, without symbolic links
 };
 
-// The whole of a file; nothing when it cannot be read.
+// The whole content of a file; nothing when it cannot be read or is larger than any file of a sandbox.
 std::optional<std::string> readFile(const std::filesystem::path& path);
 
-// Puts a file in place whole, so that no reader sees a part of it. Throws std::runtime_error when it cannot.
+// Replaces a file in one step, so that no reader sees only part of it. Throws std::runtime_error when it
+// cannot.
 void replaceFile(const std::filesystem::path& path, std::string_view content);
 
 }  // namespace norvik::sandbox

@@ -1,5 +1,4 @@
-// The services of the server daemon: which are switched on, on which ports, and the sockets that listen
-// there.
+// The services of the server daemon: which are on, their ports, and the sockets that listen there.
 #pragma once
 
 #include <array>
@@ -20,26 +19,25 @@ struct Service {
 inline constexpr std::array<Service, 2> kServices = {
     {{"NVK", "NVKService", 4073}, {"RDP", "RDPService", 3389}}};
 
-// The port that a configuration gives a service, 0 standing for the standard one; nothing when it is switched
-// off.
+// The port of a service by the configuration, where 0 is the standard port; nothing when it is switched off.
 std::optional<int32_t> configuredPort(const PropertyList& configuration, const Service& service);
 
-// The listening sockets, on loopback only. Not copied: it owns them.
+// Owns the listening sockets, on loopback only.
 class Listeners {
  public:
   using Report = std::function<void(const std::string&)>;
 
-  // What happens to the services is told to the report, a line each.
+  // `report` gets a line for each thing that happens to the services.
   explicit Listeners(Report report) : report_(std::move(report)) {}
   ~Listeners();
   Listeners(const Listeners&) = delete;
   Listeners& operator=(const Listeners&) = delete;
 
-  // Makes the services listen as configured. One whose port stays keeps its socket; one that could not listen
-  // before is tried again. A port that cannot be had leaves its service without one, and no other.
+  // Makes the services listen as configured. A service whose port stays keeps its socket; one that could not
+  // listen before tries again. A port that is not available affects only its own service.
   void configure(const PropertyList& configuration);
 
-  // Waits until somebody connects, and greets and dismisses them, or until `wake` can be read; true for the
+  // Waits until a client connects, and greets and disconnects it, or until `wake` can be read; true for the
   // latter.
   bool serve(int wake);
 
@@ -48,9 +46,9 @@ class Listeners {
     int32_t port = 0;
     int socket = -1;
   };
-  void close(size_t service);
-  void open(size_t service, int32_t port);
-  void greet(size_t service);
+  void close(std::size_t service);
+  void open(std::size_t service, int32_t port);
+  void greet(std::size_t service);
 
   Report report_;
   std::array<Listener, kServices.size()> listeners_;

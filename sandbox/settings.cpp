@@ -7,7 +7,7 @@
 namespace norvik::sandbox {
 
 PropertyList readSettings(const Root& root, std::string_view path) {
-  auto bytes = readFile(root.inside(path));
+  const auto bytes = readFile(root.inside(path));
   auto list = bytes ? decodePropertyList(*bytes) : std::nullopt;
   if (!list || !list->as<PropertyList::Dictionary>()) return {};
   return std::move(*list);
@@ -17,8 +17,10 @@ std::string describeSettings(const PropertyList& list, std::span<const Setting> 
   std::vector<std::string> words;
   for (const Setting& setting : settings) {
     const PropertyList* stored = list.find(setting.key);
-    bool isBoolean = setting.kind == Setting::Kind::kBoolean;
-    int32_t value = !stored ? setting.byDefault : isBoolean ? (boolValue(stored) ? 1 : 0) : intValue(stored);
+    const bool isBoolean = setting.kind == Setting::Kind::boolean;
+    const int32_t value = !stored     ? setting.byDefault
+                          : isBoolean ? (boolValue(stored) ? 1 : 0)
+                                      : intValue(stored);
     words.push_back(setting.key + std::string("=") +
                     (isBoolean ? (value ? "true" : "false") : std::to_string(value)));
   }

@@ -1,5 +1,5 @@
-// Settings files as the stand-ins read them: with the defaults of whoever writes them, and as a line for a
-// log.
+// Settings files as the stand-ins read them: with the defaults of the program that writes them, and as a line
+// for a log.
 #pragma once
 
 #include <optional>
@@ -13,13 +13,13 @@
 namespace norvik::sandbox {
 
 struct Setting {
-  enum class Kind { kBoolean, kInteger };
+  enum class Kind { boolean, integer };
   const char* key;
   Kind kind;
   int32_t byDefault;
 };
 
-// The dictionary in a file of the sandbox's computer; an empty one when there is none to be read.
+// The dictionary in a file of the sandbox's computer; an empty one when none can be read.
 PropertyList readSettings(const Root& root, std::string_view path);
 
 // "KEY=VALUE KEY=VALUE ...", with the default where a key is missing.

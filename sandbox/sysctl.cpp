@@ -1,5 +1,5 @@
-// Stands in for the tool that shows kernel values; the sandbox's are in its own file "kernel", a name and a
-// value a line.
+// Stand-in for the tool that shows kernel values; the sandbox's are in its own file "kernel", a name and a
+// value on each line.
 #include <iostream>
 #include <sstream>
 #include <stdexcept>

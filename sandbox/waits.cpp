@@ -11,14 +11,14 @@ namespace norvik::sandbox {
 
 std::optional<double> parseSpeed(std::string_view text) {
   double factor = 0;
-  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), factor);
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), factor);
   if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
   if (!std::isfinite(factor) || factor <= 0) return std::nullopt;
   return factor;
 }
 
 double speed(const Root& root) {
-  auto text = readFile(root.own("clock"));
+  const auto text = readFile(root.own("clock"));
   return text ? parseSpeed(trimmed(*text, kBlanks)).value_or(1) : 1;
 }
 
@@ -28,7 +28,7 @@ void waitFor(const Root& root, std::chrono::milliseconds time) {
 
 bool waitUntil(std::chrono::milliseconds limit, const std::function<bool()>& condition) {
   constexpr std::chrono::milliseconds kPause(10);
-  auto end = std::chrono::steady_clock::now() + limit;
+  const auto end = std::chrono::steady_clock::now() + limit;
   while (!condition()) {
     if (std::chrono::steady_clock::now() >= end) return false;
     std::this_thread::sleep_for(kPause);

@@ -1,4 +1,4 @@
-// The sandbox's clock: waits that take as long as on the real computer, or a fraction of it.
+// The sandbox's clock: waits take as long as on the real computer, or a fraction of that.
 #pragma once
 
 #include <chrono>
@@ -10,16 +10,16 @@
 
 namespace norvik::sandbox {
 
-// A speed as it is written: a decimal number above 0. Nothing for anything else.
+// Reads a speed, a decimal number above 0. Nothing for anything else.
 std::optional<double> parseSpeed(std::string_view text);
 
-// How many times faster than the real time the sandbox runs; 1 when its clock file says nothing of use.
+// How many times faster than real time the sandbox runs; 1 when its clock file holds no speed.
 double speed(const Root& root);
 
 // Sleeps for a time of the sandbox's clock.
 void waitFor(const Root& root, std::chrono::milliseconds time);
 
-// Looks again and again until the condition holds; false when it did not within the limit. The limit is real
+// Checks repeatedly until the condition holds; false when it did not within the limit. The limit is real
 // time: it only guards against waiting for ever, and processes start no faster in a fast sandbox.
 bool waitUntil(std::chrono::milliseconds limit, const std::function<bool()>& condition);
 

@@ -1,5 +1,5 @@
-// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has a root and
-// ports of its own and leaves nothing behind.
+// The sandbox end to end: the real programs in a fresh root with a fast clock. Every test has its own root
+// and ports and leaves nothing behind.
 #include <gtest/gtest.h>
 #include <systemd/sd-bus.h>
 #include <unistd.h>
@@ -70,15 +70,15 @@ TEST_F(SandboxTest, StartLaysOutTheRootAndRunsTheAgents) {
   EXPECT_EQ(intValue(listIn(root_ / "etc/norvik/svr.cfg").find("NVKService")->find("PortNumber")), 4073);
   EXPECT_TRUE(log("agent").find("started: ImageUseDefaults=true") != std::string::npos);
   EXPECT_TRUE(log("menua").find("started: NvkNotificationShowNews=true") != std::string::npos);
-  std::string status = sandbox({"status"}).output;
+  const std::string status = sandbox({"status"}).output;
   EXPECT_NE(status.find("bus runs"), std::string::npos);
   EXPECT_NE(status.find("nvkagent runs, process " + std::to_string(process("nvkagent"))), std::string::npos);
   EXPECT_NE(status.find("nvkserverd does not run"), std::string::npos);
 }
 
 TEST_F(SandboxTest, StartAgainStartsOnlyWhatIsMissingAndKeepsFiles) {
-  pid_t agent = process("nvkagent");
-  pid_t menuAgent = process("nvkmenua");
+  const pid_t agent = process("nvkagent");
+  const pid_t menuAgent = process("nvkmenua");
   write(root_ / "etc/launchd.conf", "kept\n");
   kill(menuAgent, SIGTERM);
   ASSERT_TRUE(eventually([&] { return processes("/nvkmenua").empty(); }));
@@ -100,7 +100,7 @@ TEST_F(SandboxTest, StopEndsEverythingAndStartBringsItBack) {
 }
 
 TEST_F(SandboxTest, AFolderWithOtherContentIsRefused) {
-  fs::path other = root_ / "tmp/other";
+  const fs::path other = root_ / "tmp/other";
   fs::create_directory(other);
   write(other / "file", "");
   EXPECT_EQ(run({NORVIK_BIN_DIR "/norvik-sandbox", "start", other}).status, 1);
@@ -114,14 +114,14 @@ TEST_F(SandboxTest, UnknownWordsAreUsageErrors) {
     EXPECT_EQ(sandbox(words).status, 64) << words[0];
   for (const Words& words : {Words{}, Words{"restart"}, Words{"apply", "-w"}, Words{"dspcmd"},
                              Words{"start", "-x"}, Words{"stop", "-f"}, Words{"admcmd", "open"}}) {
-    Result result = service(words);
+    const Result result = service(words);
     EXPECT_EQ(result.status, 64);
     EXPECT_EQ(result.output.find("usage: nvkservice"), 0u);
   }
 }
 
 TEST_F(SandboxTest, TheDaemonListensWhileItsPidFileIsThere) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], ports[1]);
   EXPECT_EQ(greetingOn(ports[0]), "");
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
@@ -139,7 +139,7 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
   EXPECT_EQ(service({"stop", "-w"}).status, 0);
   EXPECT_EQ(service({"apply"}).status, 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
-  pid_t daemon = process("nvkserverd");
+  const pid_t daemon = process("nvkserverd");
   EXPECT_EQ(service({"start", "-f", "-w"}).status, 0);
   EXPECT_EQ(process("nvkserverd"), daemon);
   EXPECT_EQ(service({"stop"}).status, 0);
@@ -148,7 +148,7 @@ TEST_F(SandboxTest, StartingAndStoppingTwiceIsHarmless) {
 
 TEST_F(SandboxTest, TwoStartsAtOnceMakeOneDaemon) {
   configure(freePorts()[0], 0);
-  std::string program = root_ / "usr/sbin/nvkservice";
+  const std::string program = root_ / "usr/sbin/nvkservice";
   RunningProgram first({program, "start", "-f", "-w"}), second({program, "start", "-f", "-w"});
   EXPECT_EQ(first.status(), 0);
   EXPECT_EQ(second.status(), 0);
@@ -156,7 +156,7 @@ TEST_F(SandboxTest, TwoStartsAtOnceMakeOneDaemon) {
 }
 
 TEST_F(SandboxTest, AKilledDaemonsPidFileDoesNotCount) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-w"}).status, 0);
   kill(process("nvkserverd"), SIGKILL);
@@ -168,11 +168,11 @@ TEST_F(SandboxTest, AKilledDaemonsPidFileDoesNotCount) {
 
 TEST_F(SandboxTest, APidFileOfAnotherProcessIsNotSignalled) {
   write(root_ / "var/run/nvkserverd.pid", std::to_string(getpid()) + "\n");
-  EXPECT_EQ(service({"stop", "-w"}).output, "nvkservice: stop: the daemon does not run\n");
+  EXPECT_EQ(service({"stop", "-w"}).output, "nvkservice: stop: the daemon is not running\n");
 }
 
 TEST_F(SandboxTest, ApplyMovesOnlyWhatChanged) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], ports[1]);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
   configure(ports[2], ports[1]);
@@ -210,22 +210,22 @@ TEST_F(SandboxTest, ANumberThatIsNoPortIsLogged) {
 
 TEST_F(SandboxTest, WaitsTakeTheTimeOfTheClock) {
   configure(freePorts()[0], 0);
-  auto timeToStart = [&] {
-    auto before = std::chrono::steady_clock::now();
+  const auto timeToStart = [&] {
+    const auto before = std::chrono::steady_clock::now();
     EXPECT_EQ(service({"start", "-w"}).status, 0);
     return std::chrono::steady_clock::now() - before;
   };
-  auto fast = timeToStart();
+  const auto fast = timeToStart();
   ASSERT_EQ(service({"stop", "-w"}).status, 0);
   start("1");
-  auto real = timeToStart();
+  const auto real = timeToStart();
   EXPECT_GE(real, std::chrono::seconds(1));
   EXPECT_LT(fast, real);
   start("50");
 }
 
 TEST_F(SandboxTest, TheAgentReadsItsSettingsAgainWhenSignalled) {
-  fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
+  const fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
   PropertyList list = listIn(file);
   *list.find("ImageColorDepth") = PropertyList(int64_t{8});
   write(file, encodeBinaryPropertyList(list));
@@ -247,7 +247,7 @@ void post(const std::string& address, const char* name) {
 }
 
 TEST_F(SandboxTest, TheMenuAgentReadsItsSettingsAgainWhenNotified) {
-  fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
+  const fs::path file = root_ / "Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
   write(file,
         encodeXmlPropertyList(PropertyList(PropertyList::Dictionary{{"NvkNotificationShowNews", false}})));
   std::string address = contentOf(root_ / ".norvik/bus");
@@ -283,6 +283,12 @@ TEST_F(SandboxTest, DefaultsRefusesWhatItCannotKeep) {
   write(root_ / "Library/Preferences/broken.plist", "<plist>");
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/broken", "a", "-int", "1"}).status, 1);
   EXPECT_EQ(contentOf(root_ / "Library/Preferences/broken.plist"), "<plist>");
+  const fs::path sparse = root_ / "Library/Preferences/sparse.plist";
+  write(sparse, "");
+  fs::resize_file(sparse, std::uintmax_t{15} << 40);
+  EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/sparse", "a", "-int", "1"}).output,
+            "defaults: /Library/Preferences/sparse: not a readable dictionary\n");
+  EXPECT_EQ(fs::file_size(sparse), std::uintmax_t{15} << 40);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-int", "x"}).status, 1);
   EXPECT_EQ(tool("/usr/bin/defaults", {"write", "/Library/Preferences/new", "a", "-real", "1"}).status, 64);
   EXPECT_FALSE(fs::exists(root_ / "Library/Preferences/new.plist"));
@@ -310,11 +316,11 @@ TEST_F(SandboxTest, FilesAreMovedAndTheirModeAndOwnerSet) {
 }
 
 TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
-  auto ports = freePorts();
+  const auto ports = freePorts();
   configure(ports[0], 0);
   ASSERT_EQ(service({"start", "-f", "-w"}).status, 0);
   for (int round = 0; round < 10; ++round) {
-    int port = ports[static_cast<std::size_t>(1 + round % 2)];
+    const int port = ports[static_cast<std::size_t>(1 + round % 2)];
     write(root_ / "tmp/next", serverConfiguration(port, 0));
     fs::permissions(root_ / "tmp/next", static_cast<fs::perms>(0600));
     std::vector<RunningProgram> tools;
@@ -329,11 +335,11 @@ TEST_F(SandboxTest, ToolsLaunchedWithoutWaitingTakeEffectInOrder) {
 }
 
 TEST_F(SandboxTest, NoPathLeadsOutOfTheRoot) {
-  fs::path outside = root_.string() + ".outside";
+  const fs::path outside = root_.string() + ".outside";
   write(outside, "untouched");
   fs::create_symlink(outside, root_ / "tmp/link");
   fs::create_directory_symlink(outside.parent_path(), root_ / "tmp/folder");
-  std::string through = "/tmp/folder/" + outside.filename().string();
+  const std::string through = "/tmp/folder/" + outside.filename().string();
   write(root_ / "tmp/file", "");
   for (const std::string& path : {"/.." + outside.string(), "/tmp/../../" + outside.filename().string(),
                                   std::string("/tmp/link"), through, std::string("tmp/file")}) {

@@ -1,5 +1,5 @@
-// A pane with the shipped interface on the least of computers. For tests of the pane that no scenario can
-// say.
+// A pane with the shipped interface on the smallest computer. For tests of the pane that no scenario can
+// express.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -1,7 +1,8 @@
-// The least of computers: each port answers something fixed, at once and without allocating. For tests that
-// are not about the computer. What a test varies stands in the public fields.
+// The smallest computer: each platform interface returns something fixed, at once and without allocating. For
+// tests that are not about the computer. What a test varies is in the public fields.
 #pragma once
 
+#include <algorithm>
 #include <cstring>
 #include <functional>
 #include <memory>
@@ -28,7 +29,7 @@ struct StubApplication : HostApplication {
     observer = std::move(wanted);
   }
 
-  std::function<void()> later;  // the operation that nobody waits for
+  std::function<void()> later;  // the operation that is not waited for
 };
 
 struct StubInteraction : AlertPanels, Workspace, DistributedNotificationCenter, Drawing {
@@ -86,8 +87,9 @@ struct StubAuthorization : AuthorizationService {
 
 // The pid file is the only one there is, and the daemon that it names is alive.
 struct StubFiles : Files, PropertyListFiles, PosixProcesses {
-  std::string_view pidFile;  // its content; no file where empty
-  bool rewinds = true;       // a seek to the start succeeds
+  std::string_view pidFile;             // its content; no file if empty
+  bool rewinds = true;                  // a seek to the start succeeds
+  std::optional<int64_t> reportedSize;  // instead of the content's
   std::function<void()> whileAsleep = [] {};
 
   FileRef fopen(const char* path, FileMode mode) override {
@@ -98,10 +100,11 @@ struct StubFiles : Files, PropertyListFiles, PosixProcesses {
   int fseek(FileRef, int64_t, SeekOrigin origin) override {
     return origin == SeekOrigin::end || rewinds ? 0 : -1;
   }
-  int64_t ftell(FileRef) override { return static_cast<int64_t>(pidFile.size()); }
+  int64_t ftell(FileRef) override { return reportedSize.value_or(static_cast<int64_t>(pidFile.size())); }
   std::size_t fread(void* bytes, std::size_t size, FileRef) override {
-    std::memcpy(bytes, pidFile.data(), size);
-    return size;
+    const std::size_t count = std::min(size, pidFile.size());
+    std::memcpy(bytes, pidFile.data(), count);
+    return count;
   }
   std::size_t fwrite(const void*, std::size_t size, FileRef) override { return size; }
   void fclose(FileRef) override {}
@@ -139,14 +142,14 @@ struct StubSystem : SystemVersion, Bundles, SystemLog, AssertionHandler {
     int line = 0;
     bool operator==(const Failure&) const = default;
   };
-  bool tellsVersion = true;
+  bool hasVersion = true;
   int versionQueries = 0;
-  std::vector<Failure> failures;   // the assertions that did not hold
-  std::vector<std::string> lines;  // of the log, each behind its priority
+  std::vector<Failure> failures;   // the assertions that failed
+  std::vector<std::string> lines;  // of the log, each after its priority
 
   OSErr Gestalt(OSType, int32_t& response) override {
     ++versionQueries;
-    if (!tellsVersion) return gestaltUndefSelectorErr;
+    if (!hasVersion) return gestaltUndefSelectorErr;
     response = versionQueries;
     return noErr;
   }

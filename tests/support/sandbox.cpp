@@ -20,7 +20,9 @@ PropertyList service(int port) {
 
 Sandbox::Sandbox(const std::string& speed) : root_(folder_.path() / "box") {
   const ProgramResult result = control("start", {"--speed", speed});
-  if (result.status != 0) throw std::runtime_error("norvik-sandbox start: " + result.output);
+  if (result.status == 0) return;
+  control("stop");  // what has started, as there is no object that does it
+  throw std::runtime_error("norvik-sandbox start: " + result.output);
 }
 
 Sandbox::~Sandbox() {

@@ -33,7 +33,7 @@ class SandboxFolder {
   void put(const std::string& path, const std::string& bytes);
   // The bytes of a file; nothing where it cannot be read.
   std::optional<std::string> read(const std::string& path) const;
-  // Writes a program of shell commands. Whoever starts it sets NORVIK_ROOT to the folder.
+  // Writes a program of shell commands. It finds the folder in NORVIK_ROOT where its starter sets that.
   void putScript(const std::string& path, const std::string& commands);
   // Makes a bundle at the path with an executable that runs as the system's `sleep`. Returns the executable's
   // path.

@@ -1,4 +1,4 @@
-// Keeps the references and the one grant that they share.
+// The references, and the one grant that they share.
 #include "src/adapters/linux/authorization.h"
 
 #include <fcntl.h>
@@ -36,7 +36,7 @@ LinuxAuthorization::LinuxAuthorization(ToolLauncher& tools, InteractivePolicy po
 
 OSStatus LinuxAuthorization::AuthorizationCreate(AuthorizationRights, AuthorizationFlags,
                                                  AuthorizationRef& authorization) {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): nobody ever follows it
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): never dereferenced
   authorization = reinterpret_cast<AuthorizationRef>(++lastNumber_);
   references_.emplace(authorization, Reference{});
   return errAuthorizationSuccess;

@@ -1,5 +1,5 @@
-// The authorization port for a root of one's own: who may act as the administrator is answered by a policy,
-// and tools run as real processes with the rights of the host. Asking the system's own service will go here.
+// Authorization for a sandbox: a policy decides who may act as the administrator, and tools run as real
+// processes with the rights of the front end. Asking the system's own service will go here.
 #pragma once
 
 #include <functional>
@@ -14,7 +14,7 @@ namespace norvik {
 
 class LinuxAuthorization : public AuthorizationService {
  public:
-  // Whether the person who is asked shows to be an administrator; may block while it asks.
+  // Asks whether the person is an administrator; may block meanwhile.
   using InteractivePolicy = std::function<bool()>;
 
   // `tools` is borrowed.
@@ -22,13 +22,13 @@ class LinuxAuthorization : public AuthorizationService {
 
   OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                AuthorizationRef& authorization) override;
-  // A request without interaction succeeds between the first interactive one that was granted and the end of
-  // that grant.
+  // A request without interaction succeeds from the first interactive request that is granted until that
+  // grant ends.
   OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                    AuthorizationFlags flags) override;
-  // Takes the right from the reference alone: the grant stands, so that the next silent request has it back.
+  // Takes the right from this reference only: the grant remains, so the next silent request succeeds again.
   OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) override;
-  // kAuthorizationFlagDestroyRights ends the grant, for every reference, where this one ever had part in it.
+  // kAuthorizationFlagDestroyRights ends the grant for every reference, if this one ever had rights.
   OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override;
   // Refused with errAuthorizationDenied unless the reference holds a right.
   OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
@@ -40,8 +40,7 @@ class LinuxAuthorization : public AuthorizationService {
     std::set<std::string, std::less<>> rights;
     bool hadRights = false;
   };
-  // A reference is a number in disguise, counted up and never used again, so that one that was freed is known
-  // to be invalid.
+  // A reference is really a number, which is never used again, so that a freed one is known to be invalid.
   using References = std::map<AuthorizationRef, Reference>;
 
   bool decide(AuthorizationFlags flags);

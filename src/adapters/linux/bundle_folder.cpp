@@ -1,4 +1,4 @@
-// Looks at the files of a bundle's Contents.
+// Reads the files of a bundle's Contents.
 #include "src/adapters/linux/bundle_folder.h"
 
 #include <unistd.h>

@@ -1,5 +1,5 @@
-// Bundles as folders on the disk: which one a program lives in, and what its Contents tell of it. Reads
-// files; keeps nothing.
+// Bundles as folders on the disk: which one a program is in, and what its Contents say. Reads files; keeps
+// nothing.
 #pragma once
 
 #include <optional>
@@ -10,14 +10,14 @@
 
 namespace norvik {
 
-// The innermost folder NAME.app above an executable that has Contents with an Info.plist or a PkgInfo; empty
-// where there is none. Paths are the disk's.
+// The innermost folder NAME.app above an executable whose Contents have an Info.plist or a PkgInfo; empty if
+// there is none. Paths are the disk's.
 std::string applicationAbove(std::string_view executable);
 
-// Its Info dictionary; nothing where it has none.
+// Its Info dictionary; nothing if it has none.
 std::optional<PropertyList> infoDictionary(const std::string& bundle);
 
-// The two codes of Contents/PkgInfo, which holds eight bytes such as "APPLnvka"; both 0 where it does not.
+// The two codes of Contents/PkgInfo, which has eight bytes such as "APPLnvka"; both 0 if it does not.
 struct PackageCodes {
   OSType type = 0;
   OSType creator = 0;

@@ -1,4 +1,4 @@
-// Looks for bundles when asked for one, so that one that was installed since is found.
+// Searches for bundles at each request, so that newly installed ones are found.
 #include "src/adapters/linux/bundles.h"
 
 #include <algorithm>
@@ -34,7 +34,7 @@ bool isBundleName(const std::string& name) {
                      [&](std::string_view suffix) { return name.ends_with(suffix); });
 }
 
-// By name, so that of two bundles with one identifier always the same is found.
+// Sorted by name, so that of two bundles with the same identifier always the same one is found.
 std::vector<std::string> bundlesIn(const std::string& folder) {
   std::vector<std::string> found;
   std::error_code error;

@@ -1,5 +1,5 @@
-// The bundles port: the folders NAME.app, NAME.prefPane and NAME.bundle in the folders that the adapter is
-// given, the bundle of the running program, and the pane's own, which is built into the program.
+// Bundles: the folders NAME.app, NAME.prefPane and NAME.bundle in given folders, the bundle of the running
+// program, and the pane's own, which is built into the program.
 #pragma once
 
 #include <map>
@@ -29,8 +29,8 @@ class LinuxBundles : public Bundles {
  private:
   struct Bundle;
 
-  // The bundle in a folder on the disk; null where its Contents have no Info dictionary. A bundle that was
-  // loaded stays, with the Info dictionary that it had then.
+  // The bundle in a folder on the disk; null if it has no Info dictionary. A loaded bundle is kept, with the
+  // Info dictionary that it had then.
   const Bundle* load(const std::string& folder);
 
   RootFolder root_;

@@ -1,4 +1,4 @@
-// Opening, reading and writing whole files over the system calls.
+// Opens, reads and writes whole files with system calls.
 #include "src/adapters/linux/descriptors.h"
 
 #include <fcntl.h>
@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
+#include <new>
 #include <utility>
 
 namespace norvik {
@@ -24,7 +25,7 @@ sigset_t brokenPipe() {
   return set;
 }
 
-// O_NONBLOCK keeps the opening of a pipe or a device from waiting for its other end. From then on reads and
+// O_NONBLOCK keeps the opening of a pipe or a device from waiting for the other end. Afterwards reads and
 // writes wait as usual, so that a short count means an error and not bad timing.
 Descriptor openAtOnce(const std::string& path, int flags) {
   Descriptor file(::open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, kNewFileMode));
@@ -55,7 +56,7 @@ void Descriptor::reset() {
 
 Descriptor openForReading(const std::string& path) {
   Descriptor file = openAtOnce(path, O_RDONLY);
-  // The system opens a directory for reading and fails only at the first read, which is too late.
+  // The system opens a directory for reading, and only the first read fails, which is too late.
   struct stat status {};
   if (file && (::fstat(file.number(), &status) != 0 || S_ISDIR(status.st_mode))) file.reset();
   return file;
@@ -65,13 +66,12 @@ Descriptor openForWriting(const std::string& path) {
   return openAtOnce(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
-std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
-  const Descriptor file = openForReading(path);
-  struct stat status {};
-  if (!file || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  if (static_cast<std::size_t>(status.st_size) > limit) return std::nullopt;
+namespace {
+
+// Nothing where reading fails or goes beyond the limit. Throws std::bad_alloc.
+std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expected, std::size_t limit) {
   std::string bytes;
-  bytes.reserve(static_cast<std::size_t>(status.st_size));
+  bytes.reserve(expected);
   std::array<char, 16384> block;
   for (;;) {
     const ssize_t count = ::read(file.number(), block.data(), block.size());
@@ -80,6 +80,21 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
     if (count < 0) return std::nullopt;
     bytes.append(block.data(), static_cast<std::size_t>(count));
     if (bytes.size() > limit) return std::nullopt;  // grew since it was measured
+  }
+}
+
+}  // namespace
+
+std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
+  const Descriptor file = openForReading(path);
+  struct stat status {};
+  if (!file || ::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  const auto size = static_cast<std::size_t>(status.st_size);
+  if (size > limit) return std::nullopt;
+  try {
+    return readToEnd(file, size, limit);
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
   }
 }
 
@@ -108,7 +123,7 @@ BrokenPipeGuard::~BrokenPipeGuard() {
   const int error = errno;
   const sigset_t set = brokenPipe();
   const timespec atOnce{};
-  if (!wasPending_) sigtimedwait(&set, nullptr, &atOnce);  // takes away what our own write raised
+  if (!wasPending_) sigtimedwait(&set, nullptr, &atOnce);  // removes what our own write raised
   if (!wasBlocked_) pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
   errno = error;
 }

@@ -1,5 +1,5 @@
-// File descriptors: owned, closed on exec, opened without ever waiting for another process. What the
-// adapter's parts share when they touch files and pipes.
+// File descriptors: owned, closed on exec, opened without waiting for another process. Shared by the parts of
+// the adapter that use files and pipes.
 #pragma once
 
 #include <cstddef>
@@ -30,19 +30,20 @@ class Descriptor {
   int number_ = -1;
 };
 
-// Opens a file for reading. None for a directory, and for whatever cannot be opened at once.
+// Opens a file for reading. None for a directory, and for anything that cannot be opened at once.
 Descriptor openForReading(const std::string& path);
-// Opens a file for writing, empties it, and creates it where it is missing, owner and mode untouched where it
-// is not. None as above.
+// Opens a file for writing and empties it, keeping its owner and mode; creates it if it is missing. None as
+// above.
 Descriptor openForWriting(const std::string& path);
 
-// The bytes of a regular file of at most `limit` bytes; nothing for any other.
+// The bytes of a regular file of at most `limit` bytes; nothing for any other, and if memory does not
+// suffice.
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit);
-// Writes all bytes; false on the first failure. A reader that went away is a failure, never a signal.
+// Writes all bytes; false on the first failure. A pipe without a reader is a failure, never a signal.
 bool writeAll(const Descriptor& file, std::string_view bytes);
 
-// While it lives, writing to a pipe without a reader on this thread fails with EPIPE instead of raising the
-// signal that would end the host.
+// While it lives, writing on this thread to a pipe without a reader fails with EPIPE, instead of raising the
+// signal that would end the program.
 class BrokenPipeGuard {
  public:
   BrokenPipeGuard();

@@ -1,4 +1,4 @@
-// Streams over descriptors that were opened without waiting.
+// Streams over descriptors, which were opened without waiting.
 #include "src/adapters/linux/files.h"
 
 #include <sys/stat.h>
@@ -30,8 +30,7 @@ FileRef LinuxFiles::fopen(const char* path, FileMode mode) {
   const std::string place = root_.onDisk(path);
   if (mode == FileMode::readBinary) return readingStream(openForReading(place));
   const FileRef file = streamOver(openForWriting(place), "wb");
-  // Without a buffer a full disk shows at the write that it stops, and not at a close whose result nobody
-  // has.
+  // Without a buffer, a full disk shows at the write that fails, and not at a close whose result is lost.
   if (file != nullptr) std::setvbuf(stream(file), nullptr, _IONBF, 0);
   return file;
 }
@@ -46,7 +45,7 @@ int64_t LinuxFiles::ftell(FileRef file) {
 
 std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
   std::size_t done = 0;
-  // A signal that the host handles may cut a read of a pipe short; that is no error of the file.
+  // A signal that the program handles may cut a read of a pipe short; that is not an error.
   while (done < size) {
     errno = 0;
     done += std::fread(static_cast<char*>(bytes) + done, 1, size - done, stream(file));

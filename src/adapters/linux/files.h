@@ -1,5 +1,5 @@
-// The files port over the C library's streams. A stream reference is a FILE pointer in disguise, which is how
-// the pipe of a privileged tool can be read and closed through this port too.
+// Files as streams of the C library. A FileRef is really a FILE pointer, so that the pipe of a privileged
+// tool can be read and closed here too.
 #pragma once
 
 #include <cstdio>
@@ -26,7 +26,7 @@ class LinuxFiles : public Files {
   RootFolder root_;
 };
 
-// A stream that reads from the descriptor and owns it, for LinuxFiles to read and close; null on failure.
+// A stream that owns the descriptor and reads from it, for LinuxFiles to read and close; null on failure.
 FileRef readingStream(Descriptor descriptor);
 
 }  // namespace norvik

@@ -1,4 +1,4 @@
-// Asks the kernel; no name service is involved.
+// Asks the kernel, not a name service.
 #include "src/adapters/linux/host.h"
 
 #include <ifaddrs.h>
@@ -34,7 +34,7 @@ std::optional<std::string> text(const sockaddr& address) {
 }  // namespace
 
 int LinuxHost::gethostname(char* name, std::size_t size) {
-  // The system's own call fails for a buffer that is too small; the port cuts the name instead.
+  // The system's call fails for a buffer that is too small; ours must truncate the name instead.
   std::array<char, HOST_NAME_MAX + 1> whole{};
   if (::gethostname(whole.data(), whole.size()) != 0) return -1;
   std::memcpy(name, whole.data(), std::min(std::strlen(whole.data()) + 1, size));

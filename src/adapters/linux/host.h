@@ -1,4 +1,4 @@
-// The host port: name and interface addresses as the system has them.
+// The computer's name and its addresses, from the system.
 #pragma once
 
 #include "src/server/mac/platform/host.h"

@@ -1,4 +1,4 @@
-// Puts the ports together.
+// Puts the parts together.
 #include "src/adapters/linux/linux_computer.h"
 
 #include <unistd.h>
@@ -9,14 +9,14 @@ namespace norvik {
 
 namespace {
 
-// How long, by the computer's clock, a tool that does not end holds up the next one.
+// How long, by the computer's clock, the next tool waits for one that does not end.
 constexpr std::chrono::duration<double> kLongestToolWait{10};
 
 std::chrono::milliseconds atSpeed(std::chrono::duration<double> time, double speed) {
   return std::chrono::ceil<std::chrono::milliseconds>(time / speed);
 }
 
-// A tool runs in a working folder of its own, so the root that it is told must not depend on ours.
+// A tool has a different working folder, so its root must not depend on ours.
 RootFolder absoluteRoot(const std::string& root) {
   if (root.empty()) return RootFolder();
   std::error_code error;

@@ -1,6 +1,6 @@
-// The computer that the program runs on, or a sandbox on it: every port that needs no toolkit, over the
-// system's own services. A host adds its own alert panels, workspace, application and drawing, and may
-// replace the run loop.
+// The computer that the program runs on, or a sandbox on it: every platform interface that needs no toolkit,
+// over the system's own services. A front end adds its own alert panels, workspace, application and drawing,
+// and may replace the run loop.
 #pragma once
 
 #include <sys/types.h>
@@ -28,28 +28,28 @@ namespace norvik {
 // All paths but the root are the computer's own: a program's "/Users/user" lies below the root.
 struct LinuxComputerOptions {
   std::string root;        // in front of every absolute path; empty for the system's own
-  std::string home;        // what a leading "~" stands for
+  std::string home;        // replaces a leading "~"
   std::string busAddress;  // of the bus for notifications; empty for none
-  double speed = 1;        // how much faster than the clock waits go by; 0.001 to 1000000
+  double speed = 1;        // how much faster than real time waits pass; 0.001 to 1000000
   std::vector<std::string> bundleFolders;
   std::string syslogIdent;  // before each line of the log; empty for the program's name
   uid_t user;               // whose processes the process manager lists
-  LinuxAuthorization::InteractivePolicy authorization;  // asked where a person may be; none refuses
+  LinuxAuthorization::InteractivePolicy authorization;  // called when a person may be asked; none refuses
   LinuxSystemLog::Observer logObserver;                 // shown each line of the log; may be none
 
   LinuxComputerOptions();  // for the user who runs the program
 };
 
-// This system as the user who runs the program has it: home folder and bus from the environment. Nobody is an
-// administrator until the host gives a policy.
+// This system for the user who runs the program: home folder and bus come from the environment. Nobody is an
+// administrator until the front end sets a policy.
 LinuxComputerOptions systemOptions();
 
-// The sandbox in the folder `directory`, by the files in its folder .norvik: `bus` (an address), `clock` (a
-// speed) and `authorization` ("granted" or "refused", read at each request). A file that is missing or makes
-// no sense means no bus, the real time, refused.
+// The sandbox in the folder `directory`, with the settings in its folder .norvik: `bus` (an address), `clock`
+// (a speed) and `authorization` ("granted" or "refused", read at each request). Without a valid file: no bus,
+// real time, refused.
 LinuxComputerOptions sandboxOptions(const std::string& directory);
 
-// The ports that a host has of its own, or chooses among the computer's. Borrowed.
+// The platform interfaces that a front end implements itself, or chooses from the computer's. Borrowed.
 struct FrontEndInterfaces {
   HostApplication& application;
   AlertPanels& alerts;
@@ -67,11 +67,12 @@ class LinuxComputer {
   LinuxComputer(const LinuxComputer&) = delete;
   LinuxComputer& operator=(const LinuxComputer&) = delete;
 
-  // Blocks until every tool that was started has ended, so that a host may show what came of them. False when
-  // the limit passed first; the tools go on either way, also when the host ends.
+  // Blocks until every tool that was started has ended, so that a front end can show the result. False when
+  // the limit passed first; the tools continue either way, even when the program ends.
   bool waitForTools(std::chrono::milliseconds limit) { return tools_.waitForAll(limit); }
 
-  // All ports, as a host installs them: its own, and the computer's for all others.
+  // The whole platform, ready to be installed: the front end's own interfaces, and the computer's for the
+  // rest.
   Platform platformFor(const FrontEndInterfaces& own);
 
  private:
@@ -80,7 +81,7 @@ class LinuxComputer {
   ToolLauncher tools_;
 
  public:
-  // The ports; each lives as long as the computer.
+  // The platform interfaces; each lives as long as the computer.
   LinuxFiles files;
   LinuxPropertyListFiles propertyLists;
   LinuxProcessManager processManager;

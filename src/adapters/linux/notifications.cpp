@@ -1,4 +1,4 @@
-// One connection a notification: they are rare, and a connection that is kept would have to be served.
+// A connection for each notification: they are rare, and a lasting connection would have to be served.
 #include "src/adapters/linux/notifications.h"
 
 #include <systemd/sd-bus.h>
@@ -40,7 +40,7 @@ bool send(sd_bus* bus, const char* name, const char* object, unsigned options) {
          sd_bus_send(bus, made, nullptr) >= 0;
 }
 
-// Whether the message has left: the connection stands, and nothing waits to be written.
+// Whether the message was sent: the connection is made and nothing waits to be written.
 bool isDelivered(sd_bus* bus) {
   uint64_t waiting = 0;
   return sd_bus_is_ready(bus) > 0 && sd_bus_get_n_queued_write(bus, &waiting) >= 0 && waiting == 0;

@@ -1,5 +1,5 @@
-// The notification port over a D-Bus message bus: a notification is the signal Posted with name, object
-// (empty for none) and options.
+// Notifications over a D-Bus message bus: each is the signal Posted with name, object (empty for none) and
+// options.
 #pragma once
 
 #include <string>
@@ -15,11 +15,11 @@ inline constexpr const char* kNotificationSignature = "ssu";
 
 class LinuxNotificationCenter : public DistributedNotificationCenter {
  public:
-  // Posts on the bus of that address; nowhere where it is empty.
+  // Posts on the bus with that address; an empty one posts nothing.
   explicit LinuxNotificationCenter(std::string busAddress) : busAddress_(std::move(busAddress)) {}
 
-  // Gives the message to the bus before it returns, so that a host may end right after. A bus that does not
-  // take it within two seconds does not get it.
+  // The bus has the message when this returns, so that the program may end right after. Gives up on a bus
+  // that does not take it within two seconds.
   void postNotificationName(const char* name, const char* object, unsigned options) override;
 
  private:

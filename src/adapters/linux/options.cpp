@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t kLongestSetting = 4096;
 
-// A clock beyond these is a mistake of whoever wrote the file.
+// A speed outside this range is a mistake in the file.
 constexpr double kSlowest = 0.001;
 constexpr double kFastest = 1000000;
 
@@ -30,7 +30,7 @@ std::string homeFolder() {
   return entry != nullptr ? entry->pw_dir : home;
 }
 
-// The text of a file of the sandbox's own without white space around it; empty where it is missing.
+// The text of one of the sandbox's own files without white space around it; empty if the file is missing.
 std::string setting(const std::string& directory, const char* name) {
   const std::string text = readRegularFile(directory + "/.norvik/" + name, kLongestSetting).value_or("");
   return std::string(trimmed(text, kBlanks));

@@ -1,4 +1,4 @@
-// kill, getpid and usleep. An id that the system takes for a group, or for everybody, never reaches it.
+// kill, getpid and usleep. An id that would mean a group or all processes to the system is never passed on.
 #include "src/adapters/linux/posix_processes.h"
 
 #include <unistd.h>

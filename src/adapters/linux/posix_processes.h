@@ -1,4 +1,4 @@
-// The process services of POSIX, with a clock that a sandbox may run faster.
+// The process services of POSIX, with a clock that runs faster in a sandbox.
 #pragma once
 
 #include "src/server/mac/platform/processes.h"

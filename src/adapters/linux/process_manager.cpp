@@ -1,5 +1,5 @@
-// A serial number is the process id in its low half. Nothing is remembered between calls: every answer is
-// what /proc says at that moment.
+// A serial number is the process id in its low half. Nothing is kept between calls: each one reads /proc
+// anew.
 #include "src/adapters/linux/process_manager.h"
 
 #include <dirent.h>
@@ -43,9 +43,8 @@ std::optional<uid_t> userOf(uint32_t pid) {
   return user;
 }
 
-// Empty for a process that is gone, that ended and waits for its parent, or that we may not look into. A
-// program that was replaced while it runs has " (deleted)" behind its name, which does not matter: its
-// folders count.
+// Empty for a process that is gone, a zombie, or one that we may not inspect. A program that was replaced
+// while it runs has " (deleted)" after its name, which does not matter: only its folders count.
 std::string executableOf(uint32_t pid) {
   std::string path(PATH_MAX, '\0');
   const ssize_t length = ::readlink(processFile(pid, "exe").c_str(), path.data(), path.size());

@@ -1,6 +1,6 @@
-// The process manager port over /proc. It lists applications only: a process whose executable lives in no
-// bundle has neither type nor creator, and a caller that walks the list may stop at the first process without
-// them, so such a process must not stand in the list at all.
+// The process manager over /proc. It lists only applications: a process whose executable is not in a bundle
+// has neither type nor creator, and a caller may stop at the first process without them, so the list must not
+// contain any.
 #pragma once
 
 #include <sys/types.h>
@@ -14,7 +14,7 @@ namespace norvik {
 
 class LinuxProcessManager : public ProcessManager {
  public:
-  // Lists the processes of `user` whose executable lies below the root.
+  // Lists the processes of `user` whose executable is below the root.
   LinuxProcessManager(const RootFolder& root, uid_t user);
 
   OSErr GetNextProcess(ProcessSerialNumber& process) override;
@@ -23,7 +23,7 @@ class LinuxProcessManager : public ProcessManager {
   OSErr GetProcessPID(const ProcessSerialNumber& process, int32_t& pid) override;
 
  private:
-  // The bundle of a process of the user; empty where the process is gone, another user's or of no bundle.
+  // The bundle of a process of the user; empty if the process is gone, another user's, or not in a bundle.
   std::string bundleOf(uint32_t pid) const;
   std::string bundleOf(const ProcessSerialNumber& process) const;
 

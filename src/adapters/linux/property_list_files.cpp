@@ -1,5 +1,7 @@
-// Reads a property list only after its size is known to be within the codec's limit; writes in place.
+// Reads a property list only if its size is within the codec's limit; writes in place.
 #include "src/adapters/linux/property_list_files.h"
+
+#include <new>
 
 #include "src/adapters/linux/descriptors.h"
 #include "src/adapters/property_lists/codec.h"
@@ -9,9 +11,13 @@ namespace norvik {
 std::optional<PropertyList> readDictionary(const std::string& diskPath) {
   const std::optional<std::string> bytes = readRegularFile(diskPath, kMaxPropertyListBytes);
   if (!bytes) return std::nullopt;
-  std::optional<PropertyList> list = decodePropertyList(*bytes);
-  if (list && list->as<PropertyList::Dictionary>() == nullptr) list.reset();
-  return list;
+  try {
+    std::optional<PropertyList> list = decodePropertyList(*bytes);
+    if (list && list->as<PropertyList::Dictionary>() == nullptr) list.reset();
+    return list;
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
 }
 
 std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile(const std::string& path) {
@@ -19,9 +25,13 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 }
 
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
-  const std::string text = encodeXmlPropertyList(dictionary);  // before the file is emptied
-  const Descriptor file = openForWriting(root_.onDisk(path));
-  return file && writeAll(file, text);
+  try {
+    const std::string text = encodeXmlPropertyList(dictionary);  // before the file is emptied
+    const Descriptor file = openForWriting(root_.onDisk(path));
+    return file && writeAll(file, text);
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 std::string LinuxPropertyListFiles::stringByExpandingTildeInPath(std::string_view path) {

@@ -1,4 +1,4 @@
-// The property lists port: files through the codec that all adapters share, and the home folder.
+// Property lists in files, through the codec that all adapters share, and the home folder.
 #pragma once
 
 #include "src/adapters/linux/root_folder.h"
@@ -8,7 +8,7 @@ namespace norvik {
 
 class LinuxPropertyListFiles : public PropertyListFiles {
  public:
-  // `home` is the computer's name for the home folder, so that it lies below the root like any other path.
+  // `home` is the computer's path of the home folder, so it is below the root like any other path.
   LinuxPropertyListFiles(RootFolder root, std::string home)
       : root_(std::move(root)), home_(std::move(home)) {}
 
@@ -21,7 +21,8 @@ class LinuxPropertyListFiles : public PropertyListFiles {
   std::string home_;
 };
 
-// The dictionary in a file on the disk, wherever the root is; nothing as the port has it.
+// The dictionary in a file on the disk, wherever the root is; nothing if dictionaryWithContentsOfFile would
+// return nothing.
 std::optional<PropertyList> readDictionary(const std::string& diskPath);
 
 }  // namespace norvik

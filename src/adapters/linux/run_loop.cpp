@@ -1,4 +1,4 @@
-// Timers by the steady clock; poll on an event to be woken early.
+// Timers on the steady clock; waits poll an event, so that they can be ended early.
 #include "src/adapters/linux/run_loop.h"
 
 #include <poll.h>
@@ -17,15 +17,15 @@ namespace {
 using Clock = LinuxRunLoop::Clock;
 
 constexpr double kAbsoluteTimeOfEpoch = -978307200;  // 1970-01-01 in seconds from 2001-01-01
-constexpr double kFarAway = 100.0 * 365 * 86400;     // seconds; beyond it a date is simply never
+constexpr double kFarAway = 100.0 * 365 * 86400;     // seconds; a date beyond it never comes
 
-// Rounded to what the clock can tell, within what it can hold.
+// Rounded to the clock's resolution, within its range.
 Clock::duration seconds(double count) {
   const std::chrono::duration<double> bounded(std::clamp(count, -kFarAway, kFarAway));
   return std::chrono::duration_cast<Clock::duration>(bounded);
 }
 
-// The milliseconds to poll for, rounded up so that what is waited for is then due.
+// The milliseconds to poll for, rounded up so that the timer is due afterwards.
 int milliseconds(Clock::duration left) {
   const auto count = std::chrono::ceil<std::chrono::milliseconds>(left).count();
   return static_cast<int>(std::clamp<int64_t>(count, 0, std::numeric_limits<int>::max()));
@@ -43,7 +43,7 @@ LinuxRunLoop::LinuxRunLoop() : wakeUp_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK))
 CFRunLoopTimerRef LinuxRunLoop::CFRunLoopTimerCreate(double fireDate, double interval,
                                                      CFRunLoopTimerCallBack callback,
                                                      const CFRunLoopTimerContext& context) {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): nobody ever follows it
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): never dereferenced
   const auto timer = reinterpret_cast<CFRunLoopTimerRef>(++lastNumber_);
   timers_[timer] = {.next = Clock::now() + seconds(fireDate - absoluteTime()),
                     .interval = seconds(interval),
@@ -105,7 +105,7 @@ void LinuxRunLoop::callPerformed() {
 
 void LinuxRunLoop::runOnceInDefaultMode() {
   callPerformed();
-  // Chosen before any is fired: what becomes due meanwhile has its turn in the next pass.
+  // Chosen before any is fired: timers that become due meanwhile fire in the next pass.
   std::vector<std::pair<Clock::time_point, CFRunLoopTimerRef>> due;
   const auto now = Clock::now();
   for (const auto& [ref, timer] : timers_) {
@@ -124,7 +124,7 @@ void LinuxRunLoop::perform(std::function<void()> operation) {
 }
 
 void LinuxRunLoop::stop() {
-  const int error = errno;  // as a signal handler leaves it
+  const int error = errno;  // a signal handler must not change it
   isStopped_ = true;
   ::eventfd_write(wakeUp_.number(), 1);
   errno = error;

@@ -1,4 +1,4 @@
-// The run loop port with real timers, for hosts that have no run loop of their own.
+// A run loop with real timers, for front ends without a run loop of their own.
 #pragma once
 
 #include <atomic>
@@ -21,24 +21,24 @@ class LinuxRunLoop : public RunLoop {
   LinuxRunLoop();
 
   // A timer that is late fires once, and next at the first of its dates that is still to come. It does not
-  // fire again from within its own callback. With an interval of 0 or less it fires once and is invalid.
+  // fire again within its own callback. With an interval of 0 or less it fires once and is then invalid.
   CFRunLoopTimerRef CFRunLoopTimerCreate(double fireDate, double interval, CFRunLoopTimerCallBack callback,
                                          const CFRunLoopTimerContext& context) override;
   void CFRunLoopAddTimer(CFRunLoopTimerRef timer) override;
   void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) override;
-  // A timer that was added and is still valid goes on firing.
+  // A timer that was added and is still valid continues to fire.
   void CFRelease(CFRunLoopTimerRef timer) override;
   void runOnceInDefaultMode() override;
 
   // Calls `operation` in the next pass. On any thread.
   void perform(std::function<void()> operation);
 
-  // Runs passes as they become due until `end`, or until stop. At least one pass.
+  // Runs passes as they become due until `end`, or until stop; at least one pass.
   void run(Clock::time_point end);
   void runFor(Clock::duration time) { run(Clock::now() + time); }
   // Until stop.
   void run() { run(Clock::time_point::max()); }
-  // Ends the present run, or the next one where none is under way. On any thread, and in signal handlers.
+  // Ends the current run, or the next one if there is none. On any thread, and in signal handlers.
   void stop();
 
  private:
@@ -55,7 +55,7 @@ class LinuxRunLoop : public RunLoop {
     bool canFire() const { return isAdded && isValid && !isFiring; }
     bool isNeeded() const { return isOwned || (isAdded && isValid); }
   };
-  // A timer's reference is its number in disguise, in the order of their making.
+  // A timer's reference is really its number, in the order in which they were made.
   using Timers = std::map<CFRunLoopTimerRef, Timer>;
 
   void fire(CFRunLoopTimerRef timer);
@@ -72,7 +72,7 @@ class LinuxRunLoop : public RunLoop {
   Descriptor wakeUp_;  // readable when a wait must end
 };
 
-// Now as run loops count it: seconds since 2001-01-01T00:00:00Z.
+// The present time of run loops: seconds since 2001-01-01T00:00:00Z.
 double absoluteTime();
 
 }  // namespace norvik

@@ -1,4 +1,4 @@
-// The log port over syslog, and the assertions, which are lines of the log too.
+// The log over syslog, and assertions, which are lines of the log too.
 #pragma once
 
 #include <functional>
@@ -11,11 +11,11 @@ namespace norvik {
 
 class LinuxSystemLog : public SystemLog {
  public:
-  // Shown every line as well, on the thread that logs it.
+  // Also gets every line, on the thread that logs it.
   using Observer = std::function<void(int priority, std::string_view line)>;
 
-  // `ident` stands before every line; empty for the program's name. The connection to the log is the
-  // process's own, so there is one of these at a time.
+  // `ident` precedes every line; empty for the program's name. The process has one connection to the log, so
+  // there may be only one of these at a time.
   LinuxSystemLog(std::string ident, Observer observer);
   ~LinuxSystemLog() override;
   LinuxSystemLog(const LinuxSystemLog&) = delete;

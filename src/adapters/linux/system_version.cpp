@@ -1,4 +1,4 @@
-// Reads the release anew for every question, as hardly anybody asks twice.
+// Reads the release for each request, since requests are rare.
 #include "src/adapters/linux/system_version.h"
 
 #include <sys/utsname.h>

@@ -1,4 +1,4 @@
-// The system version port: the first three numbers of the kernel's release.
+// The system version: the first three numbers of the kernel's release.
 #pragma once
 
 #include <array>
@@ -14,8 +14,8 @@ class LinuxSystemVersion : public SystemVersion {
   OSErr Gestalt(OSType selector, int32_t& response) override;
 };
 
-// Major, minor and bug-fix version of a release such as "6.1.0-18-amd64": 6, 1, 0. Numbers that it ends
-// before are 0; nothing where it begins with none.
+// Major, minor and bug-fix version of a release such as "6.1.0-18-amd64": 6, 1, 0. Missing numbers are 0;
+// nothing if it does not begin with a number.
 std::optional<std::array<int32_t, 3>> releaseNumbers(std::string_view release);
 
 }  // namespace norvik

@@ -1,4 +1,4 @@
-// The order of the tools, and the threads that take away those that have ended.
+// The order of the tools, and the threads that reap them.
 #include "src/adapters/linux/tool_launcher.h"
 
 #include <sys/stat.h>
@@ -40,14 +40,14 @@ bool isProgram(const std::string& path) {
   return ::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode) && ::access(path.c_str(), X_OK) == 0;
 }
 
-// Waits for this one process. Where the host waits for all children, or ignores their ends, it may be gone
-// already, and then there is nothing left to take away either.
+// Waits for this one process. If the program waits for all children, or ignores their ends, it may already be
+// gone, and then nothing is left to reap.
 void reap(pid_t child) {
   while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
   }
 }
 
-// A thread that no signal of the host ever reaches; false where none can be made.
+// A thread that receives none of the program's signals; false if none can be made.
 template <typename Body>
 bool startThread(Body body) {
   sigset_t all;
@@ -82,7 +82,7 @@ bool ToolLauncher::start(const std::string& path, const std::vector<std::string>
   tool.words.insert(tool.words.end(), arguments.begin(), arguments.end());
   if (!root_.folder().empty()) tool.environment.push_back("NORVIK_ROOT=" + root_.folder());
 
-  // The thread stands ready before there is a child, because a child without one could not be taken back.
+  // The thread comes first, because a child that nobody reaps could not be undone.
   const auto child = std::make_shared<std::promise<pid_t>>();
   const bool ready = startThread([running = running_, pid = child->get_future()]() mutable {
     if (const pid_t started = pid.get(); started > 0) reap(started);
@@ -91,7 +91,7 @@ bool ToolLauncher::start(const std::string& path, const std::vector<std::string>
   if (!ready) return false;
   running_->add(1);
   const pid_t pid = startProcess(tool);
-  // Before the thread knows of the child, so that the number is still its own.
+  // Before the thread knows of the child and can reap it, so that the number is still its own.
   if (pid > 0) previous_ = Descriptor(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
   child->set_value(pid);
   return pid > 0;

@@ -1,6 +1,6 @@
-// Starts command-line tools as child processes that nobody waits for. They take effect in the order in which
-// they were started, leave no zombies, outlive the host, and neither need nor disturb its handling of
-// children.
+// Starts command-line tools as child processes without waiting for them. They take effect in the order in
+// which they were started, leave no zombies, may outlive the program, and neither need nor disturb its
+// handling of children.
 #pragma once
 
 #include <chrono>
@@ -15,16 +15,16 @@ namespace norvik {
 
 class ToolLauncher {
  public:
-  // `longestWait` bounds how long a tool holds up the one that was started after it.
+  // `longestWait` limits how long a tool delays the next one.
   ToolLauncher(RootFolder root, std::chrono::milliseconds longestWait);
 
-  // Starts the tool at the computer's `path` and returns at once. The tool finds an environment of its own,
-  // with NORVIK_ROOT naming the root folder where there is one, "/" as its working folder, nothing on its
-  // standard input, and its standard output at `output`, or nowhere for none. False where there is no such
-  // program or no process can be made.
+  // Starts the tool at the computer's `path` and returns at once. The tool has its own environment, with
+  // NORVIK_ROOT naming the root folder if there is one, "/" as its working folder, an empty standard input,
+  // and `output` as its standard output, which is discarded without one. False if there is no such program or
+  // no process can be made.
   bool start(const std::string& path, const std::vector<std::string>& arguments, const Descriptor& output);
 
-  // Blocks until every tool started so far has ended, at most so long. False when time was up first.
+  // Blocks until every tool started so far has ended. False when the limit passed first.
   bool waitForAll(std::chrono::milliseconds limit);
 
  private:
@@ -33,7 +33,7 @@ class ToolLauncher {
   RootFolder root_;
   std::chrono::milliseconds longestWait_;
   std::shared_ptr<Running> running_;  // shared with the threads that wait for the tools
-  Descriptor previous_;               // of the process started last, to know when it has ended
+  Descriptor previous_;               // of the last process, to know when it has ended
 };
 
 }  // namespace norvik

@@ -1,5 +1,5 @@
-// Between fork and exec stand only calls that are safe in the child of a program with threads, so everything
-// that needs memory is made before.
+// Between fork and exec, only calls that are safe in the child of a program with threads: everything that
+// needs memory is prepared before.
 #include "src/adapters/linux/tool_process.h"
 
 #include <fcntl.h>
@@ -13,22 +13,22 @@ namespace norvik {
 
 namespace {
 
-constexpr int kExecFailed = 127;  // what shells answer for a program that cannot be run
+constexpr int kExecFailed = 127;  // as shells do for a program that cannot be run
 constexpr int kEarlier = STDERR_FILENO + 1;
-// Our own copies start here, so that putting one in its place never overwrites another.
+// Our own copies start here, so that moving one into place never overwrites another.
 constexpr int kFirstFree = kEarlier + 1;
 
-// The vectors of exec, which point into the strings of the tool.
+// The vectors for exec, which point into the strings of the tool.
 std::vector<char*> pointers(const std::vector<std::string>& words) {
   std::vector<char*> result;
   result.reserve(words.size() + 1);
   for (const std::string& word : words)
-    result.push_back(const_cast<char*>(word.c_str()));  // exec's old habit
+    result.push_back(const_cast<char*>(word.c_str()));  // as exec's old signature demands
   result.push_back(nullptr);
   return result;
 }
 
-// What the host handles or ignores must be neither in a tool.
+// Resets signal dispositions: the tool must not inherit ours.
 void restoreSignals() {
   struct sigaction standard {};
   standard.sa_handler = SIG_DFL;
@@ -38,8 +38,8 @@ void restoreSignals() {
   ::sigprocmask(SIG_SETMASK, &none, nullptr);
 }
 
-// Puts the standard streams in place and lets go of all else that was the host's: neither a tool that waits
-// for its turn nor a daemon that it leaves behind may hold the host's files and pipes open.
+// Sets the standard streams and closes all other descriptors: neither a tool that waits for its turn nor a
+// daemon that it starts may keep the program's files and pipes open.
 void takeDescriptors(const ToolProcess& tool) {
   const int nowhere = ::open("/dev/null", O_RDWR);
   ::dup2(nowhere, STDIN_FILENO);
@@ -51,7 +51,7 @@ void takeDescriptors(const ToolProcess& tool) {
 
 [[noreturn]] void becomeTool(const ToolProcess& tool, char* const* argv, char* const* envp) {
   restoreSignals();
-  ::setsid();  // a key pressed at the host's terminal, or the end of its session, is not meant for the tool
+  ::setsid();  // keys pressed at the program's terminal, and the end of its session, must not reach the tool
   takeDescriptors(tool);
   pollfd earlier{kEarlier, POLLIN, 0};
   if (tool.earlier) ::poll(&earlier, 1, static_cast<int>(tool.longestWait.count()));
@@ -65,7 +65,7 @@ void takeDescriptors(const ToolProcess& tool) {
 pid_t startProcess(const ToolProcess& tool) {
   const std::vector<char*> argv = pointers(tool.words);
   const std::vector<char*> envp = pointers(tool.environment);
-  // With all signals held back no handler of the host ever runs in the child.
+  // With all signals blocked, none of the program's handlers runs in the child.
   sigset_t all;
   sigset_t before;
   sigfillset(&all);

@@ -15,7 +15,7 @@ using Result = std::optional<PropertyList>;
 
 constexpr std::string_view kSpace = " \t\r\n\v\f";
 
-// The characters above 127 of the NeXTSTEP encoding, which octal escapes are in.
+// The characters above 127 of the NeXTSTEP encoding, which octal escapes use.
 constexpr std::array<char16_t, 128> kNextStep = {
     0x00A0, 0x00C0, 0x00C1, 0x00C2, 0x00C3, 0x00C4, 0x00C5, 0x00C7, 0x00C8, 0x00C9, 0x00CA, 0x00CB, 0x00CC,
     0x00CD, 0x00CE, 0x00CF, 0x00D0, 0x00D1, 0x00D2, 0x00D3, 0x00D4, 0x00D5, 0x00D6, 0x00D9, 0x00DA, 0x00DB,
@@ -63,7 +63,7 @@ class AsciiReader {
   std::optional<std::string> text();
   std::optional<std::string> quoted(char quote);
   bool escape(std::string& to);
-  std::optional<char32_t> digits(int base, size_t most);
+  std::optional<char32_t> digits(int base, std::size_t most);
 
   std::string_view rest_;
 };
@@ -74,23 +74,23 @@ bool AsciiReader::take(char c) {
   return true;
 }
 
-// Passes over white space and comments; false when a comment has no end.
+// Skips white space and comments; false when a comment has no end.
 bool AsciiReader::passSpace() {
   while (true) {
     rest_ = withoutLeading(rest_, kSpace);
-    bool line = rest_.starts_with("//");
+    const bool line = rest_.starts_with("//");
     if (!line && !rest_.starts_with("/*")) return true;
-    size_t end = line ? rest_.find_first_of("\r\n") : rest_.find("*/", 2);
+    const std::size_t end = line ? rest_.find_first_of("\r\n") : rest_.find("*/", 2);
     if (!line && end == std::string_view::npos) return false;
     rest_.remove_prefix(line ? std::min(end, rest_.size()) : end + 2);
   }
 }
 
 Result AsciiReader::document() {
-  std::string_view whole = rest_;
+  const std::string_view whole = rest_;
   Result root = value(1);
   if (root && passSpace() && rest_.empty()) return root;
-  // A string that something follows may be the first key of a file of keys and values without braces.
+  // A string followed by more may be the first key of a file of keys and values without braces.
   if (!root || !root->as<std::string>()) return std::nullopt;
   rest_ = whole;
   return entries(false, 1);
@@ -106,7 +106,7 @@ Result AsciiReader::value(int depth) {
   return PropertyList(std::move(*string));
 }
 
-// Keys and values to the closing brace, or to the end of the file where there is none.
+// Keys and values up to the closing brace, or to the end of the file if there is none.
 Result AsciiReader::entries(bool braced, int depth) {
   PropertyList::Dictionary entries;
   if (!isDepthAllowed(depth)) return std::nullopt;
@@ -115,7 +115,7 @@ Result AsciiReader::entries(bool braced, int depth) {
     if (braced ? take('}') : rest_.empty()) return PropertyList(std::move(entries));
     auto key = text();
     if (!key || !passSpace()) return std::nullopt;
-    // A key alone stands for itself.
+    // A key alone is its own value.
     Result entry = PropertyList(*key);
     if (take('=')) entry = value(depth + 1);
     if (!entry || !passSpace() || !take(';')) return std::nullopt;
@@ -140,14 +140,14 @@ Result AsciiReader::data() {
   PropertyList::Data data;
   int high = -1;
   while (!rest_.empty()) {
-    char c = rest_.front();
+    const char c = rest_.front();
     rest_.remove_prefix(1);
     if (c == '>') {
       if (high >= 0) return std::nullopt;
       return PropertyList(std::move(data));
     }
     if (kSpace.find(c) != std::string_view::npos) continue;
-    int digit = digitOf(c);
+    const int digit = digitOf(c);
     if (digit > 15) return std::nullopt;
     if (high >= 0) data.bytes += static_cast<char>(static_cast<unsigned char>(high * 16 + digit));
     high = high >= 0 ? -1 : digit;
@@ -158,7 +158,7 @@ Result AsciiReader::data() {
 std::optional<std::string> AsciiReader::text() {
   if (take('"')) return quoted('"');
   if (take('\'')) return quoted('\'');
-  size_t length = 0;
+  std::size_t length = 0;
   while (length < rest_.size() && isBare(rest_[length])) ++length;
   if (length == 0) return std::nullopt;
   std::string bare(rest_.substr(0, length));
@@ -183,18 +183,18 @@ std::optional<std::string> AsciiReader::quoted(char quote) {
 bool AsciiReader::escape(std::string& to) {
   if (rest_.empty()) return false;
   if (digitOf(rest_.front()) < 8) {
-    char32_t c = *digits(8, 3) & 0xFF;
+    const char32_t c = *digits(8, 3) & 0xFF;
     appendCharacter(to, c < 128 ? c : kNextStep[c - 128]);
     return true;
   }
-  char letter = rest_.front();
+  const char letter = rest_.front();
   rest_.remove_prefix(1);
   if (letter == 'U' || letter == 'u') {
     auto unit = digits(16, 4);
     // A character beyond 16 bits is written as two escapes, a surrogate pair.
     if (unit && *unit >= 0xD800 && *unit < 0xDC00 && (rest_.starts_with("\\U") || rest_.starts_with("\\u"))) {
       rest_.remove_prefix(2);
-      auto low = digits(16, 4);
+      const auto low = digits(16, 4);
       if (!low || *low < 0xDC00 || *low >= 0xE000) return false;
       unit = 0x10000 + ((*unit - 0xD800) << 10) + (*low - 0xDC00);
     }
@@ -207,15 +207,15 @@ bool AsciiReader::escape(std::string& to) {
     appendCharacter(to, escape.character);
     return true;
   }
-  // Any other character, which may be the first byte of one, stands for itself.
+  // Any other character, or its first byte, is taken literally.
   to += letter;
   return true;
 }
 
 // A number of one to `most` digits.
-std::optional<char32_t> AsciiReader::digits(int base, size_t most) {
+std::optional<char32_t> AsciiReader::digits(int base, std::size_t most) {
   char32_t number = 0;
-  size_t count = 0;
+  std::size_t count = 0;
   for (; count < most && count < rest_.size() && digitOf(rest_[count]) < base; ++count)
     number = number * static_cast<char32_t>(base) + static_cast<char32_t>(digitOf(rest_[count]));
   rest_.remove_prefix(count);

@@ -1,8 +1,8 @@
-// The binary format: objects that refer to each other through a table of offsets, told by a trailer of 32
-// bytes.
+// The binary format: objects that refer to each other through a table of offsets, which a trailer of 32 bytes
+// describes.
 //
-// A reader of our own, because the packaged library does not tell a negative integer from a large unsigned
-// one, cuts texts at a NUL character and dates at 32 bits, and follows objects that share others without a
+// A reader of our own, because the packaged library does not distinguish a negative integer from a large
+// unsigned one, cuts texts at a NUL character and dates at 32 bits, and follows shared objects without a
 // limit.
 #include <bit>
 #include <cmath>
@@ -19,17 +19,17 @@ namespace {
 
 using Result = std::optional<PropertyList>;
 
-constexpr size_t kHeaderBytes = 8;
-constexpr size_t kTrailerBytes = 32;
+constexpr std::size_t kHeaderBytes = 8;
+constexpr std::size_t kTrailerBytes = 32;
 
 // A big-endian number of at most 8 bytes.
 uint64_t numberOf(std::string_view bytes) {
   uint64_t number = 0;
-  for (char c : bytes) number = (number << 8) | static_cast<unsigned char>(c);
+  for (const char c : bytes) number = (number << 8) | static_cast<unsigned char>(c);
   return number;
 }
 
-// The high half of an object's first byte; the low half tells size or count.
+// The high half of an object's first byte; the low half is a size or count.
 enum Marker : unsigned {
   kSimple = 0x0,
   kInteger = 0x1,
@@ -63,32 +63,32 @@ class BinaryReader {
   Result dictionary(uint64_t count, int depth);
 
   std::string_view bytes_;
-  std::string_view objects_;  // what of them objects may stand in
-  size_t at_ = 0;
-  size_t offsetBytes_ = 0, referenceBytes_ = 0;
+  std::string_view objects_;  // the part that objects may be in
+  std::size_t at_ = 0;
+  std::size_t offsetBytes_ = 0, referenceBytes_ = 0;
   uint64_t objectCount_ = 0;
-  size_t tableAt_ = 0;
+  std::size_t tableAt_ = 0;
   uint64_t charged_ = 0;
 };
 
 std::optional<std::string_view> BinaryReader::take(uint64_t count) {
   if (count > objects_.size() - at_) return std::nullopt;
-  auto taken = objects_.substr(at_, static_cast<size_t>(count));
+  auto taken = objects_.substr(at_, static_cast<std::size_t>(count));
   at_ += taken.size();
   return taken;
 }
 
 bool BinaryReader::goTo(uint64_t object) {
   if (object >= objectCount_) return false;
-  uint64_t offset =
-      numberOf(bytes_.substr(tableAt_ + static_cast<size_t>(object) * offsetBytes_, offsetBytes_));
+  const uint64_t offset =
+      numberOf(bytes_.substr(tableAt_ + static_cast<std::size_t>(object) * offsetBytes_, offsetBytes_));
   if (offset < kHeaderBytes || offset >= objects_.size()) return false;
-  at_ = static_cast<size_t>(offset);
+  at_ = static_cast<std::size_t>(offset);
   return true;
 }
 
-// Objects may be shared, so that a small file can stand for a list without end. What the list would take as
-// XML is counted, roughly, and held to the size that a file may have.
+// Objects may be shared, so a small file can mean an endless list. The approximate size of the list as XML is
+// counted, and must not exceed the largest size of a file.
 bool BinaryReader::charge(uint64_t bytes) {
   constexpr uint64_t kElement = 16;
   charged_ += bytes + kElement;
@@ -96,40 +96,40 @@ bool BinaryReader::charge(uint64_t bytes) {
 }
 
 Result BinaryReader::document() {
-  // Every version 0x is laid out alike.
+  // Every version 0x has the same layout.
   if (bytes_.size() < kHeaderBytes + kTrailerBytes || bytes_[kBinaryMagic.size()] != '0') return std::nullopt;
-  std::string_view trailer = bytes_.substr(bytes_.size() - kTrailerBytes);
+  const std::string_view trailer = bytes_.substr(bytes_.size() - kTrailerBytes);
   offsetBytes_ = numberOf(trailer.substr(6, 1));
   referenceBytes_ = numberOf(trailer.substr(7, 1));
   objectCount_ = numberOf(trailer.substr(8, 8));
-  uint64_t root = numberOf(trailer.substr(16, 8));
-  uint64_t table = numberOf(trailer.substr(24, 8));
-  uint64_t end = bytes_.size() - kTrailerBytes;
-  auto isWidth = [](size_t width) { return width >= 1 && width <= 8; };
+  const uint64_t root = numberOf(trailer.substr(16, 8));
+  const uint64_t table = numberOf(trailer.substr(24, 8));
+  const uint64_t end = bytes_.size() - kTrailerBytes;
+  const auto isWidth = [](std::size_t width) { return width >= 1 && width <= 8; };
   if (!isWidth(offsetBytes_) || !isWidth(referenceBytes_)) return std::nullopt;
   if (table < kHeaderBytes || table > end || objectCount_ > (end - table) / offsetBytes_) return std::nullopt;
-  tableAt_ = static_cast<size_t>(table);
+  tableAt_ = static_cast<std::size_t>(table);
   objects_ = bytes_.substr(0, tableAt_);
   return object(root, 1);
 }
 
 Result BinaryReader::object(uint64_t index, int depth) {
   if (!goTo(index) || !charge(0)) return std::nullopt;
-  auto marker = static_cast<unsigned>(numberOf(*take(1)));
+  const auto marker = static_cast<unsigned>(numberOf(*take(1)));
   unsigned high = marker >> 4, low = marker & 0xF;
   if (high != kArray && high != kDictionary) return scalar(high, low);
-  auto count = takeCount(low);
+  const auto count = takeCount(low);
   if (!count || !isDepthAllowed(depth)) return std::nullopt;
   return high == kArray ? array(*count, depth) : dictionary(*count, depth);
 }
 
-// A count of 15 or more stands in an integer object of its own.
+// A count of 15 or more is in a separate integer object.
 std::optional<uint64_t> BinaryReader::takeCount(unsigned low) {
   if (low != 0xF) return low;
-  auto marker = take(1);
+  const auto marker = take(1);
   if (!marker || numberOf(*marker) >> 4 != kInteger) return std::nullopt;
-  uint64_t power = numberOf(*marker) & 0xF;
-  auto number = power <= 3 ? take(uint64_t{1} << power) : std::nullopt;
+  const uint64_t power = numberOf(*marker) & 0xF;
+  const auto number = power <= 3 ? take(uint64_t{1} << power) : std::nullopt;
   if (!number) return std::nullopt;
   return numberOf(*number);
 }
@@ -137,33 +137,33 @@ std::optional<uint64_t> BinaryReader::takeCount(unsigned low) {
 Result BinaryReader::scalar(unsigned high, unsigned low) {
   if (high == kSimple) return low == 8 || low == 9 ? Result(PropertyList(low == 9)) : std::nullopt;
   if (high == kInteger || high == kReal || high == kDate) {
-    auto number = low <= 4 ? take(uint64_t{1} << low) : std::nullopt;
+    const auto number = low <= 4 ? take(uint64_t{1} << low) : std::nullopt;
     if (!number) return std::nullopt;
     if (high == kInteger) return integer(*number);
     if (number->size() != 8 && (number->size() != 4 || high == kDate)) return std::nullopt;
-    double value = number->size() == 8 ? std::bit_cast<double>(numberOf(*number))
-                                       : std::bit_cast<float>(static_cast<uint32_t>(numberOf(*number)));
+    const double value = number->size() == 8 ? std::bit_cast<double>(numberOf(*number))
+                                             : std::bit_cast<float>(static_cast<uint32_t>(numberOf(*number)));
     if (high == kReal) return PropertyList(value);
     return isDate(value) ? Result(PropertyList(PropertyList::Date{value})) : std::nullopt;
   }
   if (high == kUid) {
-    auto number = low < 8 ? take(low + 1) : std::nullopt;
+    const auto number = low < 8 ? take(low + 1) : std::nullopt;
     if (!number) return std::nullopt;
     PropertyList::Dictionary uid;
     uid.emplace(kUidKey, integerOf(numberOf(*number), false));
     return PropertyList(std::move(uid));
   }
-  auto count = high >= kData && high <= kUtf8Text ? takeCount(low) : std::nullopt;
+  const auto count = high >= kData && high <= kUtf8Text ? takeCount(low) : std::nullopt;
   return count ? text(high, *count) : std::nullopt;
 }
 
 // Integers of 1, 2 and 4 bytes are unsigned, of 8 signed; 16 are for what is above the signed range.
 Result BinaryReader::integer(std::string_view number) {
   if (number.size() < 8) return integerOf(numberOf(number), false);
-  uint64_t low = numberOf(number.substr(number.size() - 8));
-  auto signedLow = static_cast<int64_t>(low);
+  const uint64_t low = numberOf(number.substr(number.size() - 8));
+  const auto signedLow = static_cast<int64_t>(low);
   if (number.size() == 8) return PropertyList(signedLow);
-  uint64_t high = numberOf(number.substr(0, 8));
+  const uint64_t high = numberOf(number.substr(0, 8));
   if (high == 0) return integerOf(low, false);
   if (high == UINT64_MAX && signedLow < 0) return PropertyList(signedLow);
   return std::nullopt;
@@ -172,24 +172,24 @@ Result BinaryReader::integer(std::string_view number) {
 Result BinaryReader::text(unsigned high, uint64_t count) {
   // The count is of 16-bit units for one kind of text, of bytes for the others.
   if (count > objects_.size()) return std::nullopt;
-  auto content = take(high == kUtf16Text ? count * 2 : count);
+  const auto content = take(high == kUtf16Text ? count * 2 : count);
   if (!content || !charge(content->size())) return std::nullopt;
   if (high == kData) return PropertyList(PropertyList::Data{std::string(*content)});
   if (high == kUtf16Text) {
     auto text = fromUtf16(*content, true);
     return text ? Result(PropertyList(std::move(*text))) : std::nullopt;
   }
-  for (char c : *content)
+  for (const char c : *content)
     if (high == kAsciiText && static_cast<unsigned char>(c) > 127) return std::nullopt;
   if (!isUtf8(*content)) return std::nullopt;
   return PropertyList(std::string(*content));
 }
 
 Result BinaryReader::array(uint64_t count, int depth) {
-  auto references = count <= objects_.size() ? take(count * referenceBytes_) : std::nullopt;
+  const auto references = count <= objects_.size() ? take(count * referenceBytes_) : std::nullopt;
   if (!references) return std::nullopt;
   PropertyList::Array items;
-  for (size_t i = 0; i < count; ++i) {
+  for (std::size_t i = 0; i < count; ++i) {
     Result item = object(numberOf(references->substr(i * referenceBytes_, referenceBytes_)), depth + 1);
     if (!item) return std::nullopt;
     items.push_back(std::move(*item));
@@ -198,16 +198,16 @@ Result BinaryReader::array(uint64_t count, int depth) {
 }
 
 Result BinaryReader::dictionary(uint64_t count, int depth) {
-  auto references = count <= objects_.size() ? take(2 * count * referenceBytes_) : std::nullopt;
+  const auto references = count <= objects_.size() ? take(2 * count * referenceBytes_) : std::nullopt;
   if (!references) return std::nullopt;
   PropertyList::Dictionary entries;
-  for (size_t i = 0; i < count; ++i) {
-    auto reference = [&](size_t n) {
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto reference = [&](std::size_t n) {
       return numberOf(references->substr(n * referenceBytes_, referenceBytes_));
     };
     Result key = object(reference(i), depth + 1);
     if (!key || !key->as<std::string>()) return std::nullopt;
-    Result entry = object(reference(static_cast<size_t>(count) + i), depth + 1);
+    Result entry = object(reference(static_cast<std::size_t>(count) + i), depth + 1);
     if (!entry) return std::nullopt;
     entries.insert_or_assign(std::move(*key->as<std::string>()), std::move(*entry));
   }

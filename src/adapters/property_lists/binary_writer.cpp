@@ -1,5 +1,5 @@
-// Values to the binary format. Objects are written in the order in which the list is walked; equal ones are
-// not shared, which every reader accepts.
+// Values to the binary format. Objects are written in the order of the list; equal ones are not shared, which
+// every reader accepts.
 #include <bit>
 #include <vector>
 
@@ -11,18 +11,18 @@ namespace norvik {
 
 namespace {
 
-size_t bytesFor(uint64_t number) {
+std::size_t bytesFor(uint64_t number) {
   if (number <= 0xFF) return 1;
   if (number <= 0xFFFF) return 2;
   return number <= 0xFFFFFFFF ? 4 : 8;
 }
 
-void appendNumber(std::string& bytes, uint64_t number, size_t width) {
-  for (size_t i = width; i-- > 0;)
+void appendNumber(std::string& bytes, uint64_t number, std::size_t width) {
+  for (std::size_t i = width; i-- > 0;)
     bytes += static_cast<char>(static_cast<unsigned char>(i < 8 ? number >> (8 * i) : 0));
 }
 
-// The objects of a list, keys included: a reference must be as wide as the highest of them asks for.
+// The number of objects in a list, including keys; references must be wide enough for it.
 uint64_t objectsIn(const PropertyList& list) {
   uint64_t count = 1;
   if (const auto* items = list.as<PropertyList::Array>())
@@ -32,7 +32,7 @@ uint64_t objectsIn(const PropertyList& list) {
   return count;
 }
 
-// The number of a UID that a dictionary stands for; nothing for any other dictionary.
+// The number of the UID that a dictionary represents; nothing for any other dictionary.
 std::optional<uint64_t> uidOf(const PropertyList::Dictionary& entries) {
   if (entries.size() != 1 || entries.begin()->first != kUidKey) return std::nullopt;
   const auto* number = entries.begin()->second.as<int64_t>();
@@ -43,13 +43,13 @@ std::optional<uint64_t> uidOf(const PropertyList::Dictionary& entries) {
 class BinaryWriter {
  public:
   std::string finish(const PropertyList& root) {
-    uint64_t count = objectsIn(root);
+    const uint64_t count = objectsIn(root);
     referenceBytes_ = bytesFor(count);
     bytes_ = std::string(kBinaryMagic) + "00";
     write(root);
-    uint64_t table = bytes_.size();
-    size_t offsetBytes = bytesFor(table);
-    for (uint64_t offset : offsets_) appendNumber(bytes_, offset, offsetBytes);
+    const uint64_t table = bytes_.size();
+    const std::size_t offsetBytes = bytesFor(table);
+    for (const uint64_t offset : offsets_) appendNumber(bytes_, offset, offsetBytes);
     bytes_.append(6, '\0');
     appendNumber(bytes_, offsetBytes, 1);
     appendNumber(bytes_, referenceBytes_, 1);
@@ -60,11 +60,11 @@ class BinaryWriter {
   }
 
   void operator()(const PropertyList::Dictionary& entries) {
-    if (auto uid = uidOf(entries)) {
+    if (const auto uid = uidOf(entries)) {
       marker(0x80 | static_cast<unsigned>(bytesFor(*uid) - 1));
       return appendNumber(bytes_, *uid, bytesFor(*uid));
     }
-    size_t references = container(0xD0, entries.size(), 2 * entries.size());
+    std::size_t references = container(0xD0, entries.size(), 2 * entries.size());
     for (const auto& [key, entry] : entries) {
       refer(references, key);
       references += referenceBytes_;
@@ -76,7 +76,7 @@ class BinaryWriter {
   }
 
   void operator()(const PropertyList::Array& items) {
-    size_t references = container(0xA0, items.size(), items.size());
+    std::size_t references = container(0xA0, items.size(), items.size());
     for (const PropertyList& item : items) {
       refer(references, item);
       references += referenceBytes_;
@@ -125,26 +125,26 @@ class BinaryWriter {
   void marker(unsigned byte) { bytes_ += static_cast<char>(static_cast<unsigned char>(byte)); }
 
   void integer(uint64_t value) {
-    size_t width = bytesFor(value);
+    const std::size_t width = bytesFor(value);
     marker(0x10 | static_cast<unsigned>(std::countr_zero(width)));
     appendNumber(bytes_, value, width);
   }
 
-  void countedMarker(unsigned high, size_t count) {
+  void countedMarker(unsigned high, std::size_t count) {
     marker(high | static_cast<unsigned>(count < 15 ? count : 15));
     if (count >= 15) integer(count);
   }
 
-  // The head of a container, with room for its references; answers where they begin.
-  size_t container(unsigned high, size_t count, size_t references) {
+  // The start of a container, with space for its references; returns where they begin.
+  std::size_t container(unsigned high, std::size_t count, std::size_t references) {
     countedMarker(high, count);
-    size_t begin = bytes_.size();
+    const std::size_t begin = bytes_.size();
     bytes_.append(references * referenceBytes_, '\0');
     return begin;
   }
 
   // Writes an object and fills in the reference to it.
-  void refer(size_t referenceAt, const PropertyList& object) {
+  void refer(std::size_t referenceAt, const PropertyList& object) {
     std::string reference;
     appendNumber(reference, offsets_.size(), referenceBytes_);
     bytes_.replace(referenceAt, referenceBytes_, reference);
@@ -158,7 +158,7 @@ class BinaryWriter {
 
   std::string bytes_;
   std::vector<uint64_t> offsets_;
-  size_t referenceBytes_ = 1;
+  std::size_t referenceBytes_ = 1;
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Tells the formats and the encodings of text apart and hands the bytes to the reader of the format.
+// Recognises the format and the encoding of text, and passes the bytes to the reader of the format.
 #include "src/adapters/property_lists/codec.h"
 
 #include <algorithm>
@@ -14,22 +14,22 @@ namespace {
 
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
-// What the first bytes of a text tell about its encoding. Without a mark, the zero beside an ASCII character
-// gives 16 bits away.
+// What the first bytes of a text say about its encoding. Without a mark, a zero beside an ASCII character
+// shows that characters have 16 bits.
 struct Utf16Beginning {
   std::string_view bytes;
-  size_t markBytes;
+  std::size_t markBytes;
   bool bigEndian;
 };
 constexpr Utf16Beginning kUtf16Beginnings[] = {
     {{"\xFE\xFF", 2}, 2, true}, {{"\xFF\xFE", 2}, 2, false}, {{"\0<", 2}, 0, true}, {{"<\0", 2}, 0, false}};
 
-// The whole text as UTF-8; nothing when it is not well formed.
+// The whole text as UTF-8; nothing if it is not well formed.
 std::optional<std::string> unicodeText(std::string_view bytes) {
   for (const Utf16Beginning& beginning : kUtf16Beginnings)
     if (bytes.starts_with(beginning.bytes))
       return fromUtf16(bytes.substr(beginning.markBytes), beginning.bigEndian);
-  bool marked = bytes.starts_with(kUtf8Mark);
+  const bool marked = bytes.starts_with(kUtf8Mark);
   if (marked) bytes.remove_prefix(kUtf8Mark.size());
   if (!marked && looksLikeXml(bytes)) {
     std::string encoding(declaredEncoding(bytes));
@@ -47,7 +47,7 @@ std::optional<std::string> unicodeText(std::string_view bytes) {
 std::optional<PropertyList> decodePropertyList(std::string_view bytes) {
   if (bytes.size() > kMaxPropertyListBytes) return std::nullopt;
   if (bytes.starts_with(kBinaryMagic)) return readBinary(bytes);
-  auto text = unicodeText(bytes);
+  const auto text = unicodeText(bytes);
   if (!text) return std::nullopt;
   return looksLikeXml(*text) ? readXml(*text) : readAscii(*text);
 }

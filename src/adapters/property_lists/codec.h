@@ -10,16 +10,16 @@
 
 namespace norvik {
 
-// Files larger than this many bytes, or nested deeper than this many levels, are no property lists to us.
+// Files with more bytes, or nested more deeply, are not accepted as property lists.
 inline constexpr std::size_t kMaxPropertyListBytes = std::size_t{64} << 20;
 inline constexpr int kMaxPropertyListDepth = 512;
 
-// Reads XML, binary or old-style ASCII, told apart by the first bytes. Nothing for bytes that are damaged,
-// truncated, too large or nested too deeply. The root may be of any type.
+// Reads XML, binary or old-style ASCII, recognised by the first bytes. Nothing for bytes that are damaged,
+// truncated, too many or nested too deeply. The root may be of any type.
 std::optional<PropertyList> decodePropertyList(std::string_view bytes);
 
-// Writes XML property-list format, version 1.0, UTF-8. Everything that decodePropertyList reads comes back
-// equal, but for the fraction of a second of a date, which the format cannot hold.
+// Writes XML property-list format, version 1.0, UTF-8. Everything that decodePropertyList reads is preserved,
+// except the fraction of a second of a date, which the format cannot hold.
 std::string encodeXmlPropertyList(const PropertyList& list);
 
 // Writes the binary format ("bplist00").

@@ -1,4 +1,4 @@
-// Texts of single values to values and back, the same in every locale.
+// Single values to text and back, the same in every locale.
 #include "src/adapters/property_lists/scalars.h"
 
 #include <array>
@@ -20,15 +20,15 @@ constexpr int64_t kEpochFromEraZero = 730791;  // days from 0000-03-01 to 2001-0
 template <typename Number, typename... Format>
 std::optional<Number> parseWhole(std::string_view text, Format... format) {
   Number number{};
-  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format...);
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format...);
   if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
   return number;
 }
 
-// Takes a sign off the text; true for a minus.
+// Removes a sign from the text; true for a minus.
 bool takeSign(std::string_view& text) {
   if (text.empty() || (text.front() != '-' && text.front() != '+')) return false;
-  bool negative = text.front() == '-';
+  const bool negative = text.front() == '-';
   text.remove_prefix(1);
   return negative;
 }
@@ -39,21 +39,21 @@ struct CivilDate {
 
 // Years are counted from March here, so that the leap day is the last of its year.
 int64_t daysFrom2001(const CivilDate& date) {
-  int64_t year = date.month <= 2 ? date.year - 1 : date.year;
-  int64_t era = (year >= 0 ? year : year - 399) / 400;
-  int64_t yearOfEra = year - era * 400;
-  int64_t dayOfYear = (153 * ((date.month + 9) % 12) + 2) / 5 + date.day - 1;
-  int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+  const int64_t year = date.month <= 2 ? date.year - 1 : date.year;
+  const int64_t era = (year >= 0 ? year : year - 399) / 400;
+  const int64_t yearOfEra = year - era * 400;
+  const int64_t dayOfYear = (153 * ((date.month + 9) % 12) + 2) / 5 + date.day - 1;
+  const int64_t dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
   return era * kDaysPerEra + dayOfEra - kEpochFromEraZero;
 }
 
 CivilDate civilDate(int64_t daysFrom2001) {
-  int64_t days = daysFrom2001 + kEpochFromEraZero;
-  int64_t era = (days >= 0 ? days : days - (kDaysPerEra - 1)) / kDaysPerEra;
-  int64_t dayOfEra = days - era * kDaysPerEra;
-  int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  int64_t month = (5 * dayOfYear + 2) / 153;
+  const int64_t days = daysFrom2001 + kEpochFromEraZero;
+  const int64_t era = (days >= 0 ? days : days - (kDaysPerEra - 1)) / kDaysPerEra;
+  const int64_t dayOfEra = days - era * kDaysPerEra;
+  const int64_t yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+  const int64_t dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const int64_t month = (5 * dayOfYear + 2) / 153;
   CivilDate date{yearOfEra + era * 400, (month + 2) % 12 + 1, dayOfYear - (153 * month + 2) / 5 + 1};
   if (date.month <= 2) ++date.year;
   return date;
@@ -65,13 +65,13 @@ bool isLeapYear(int64_t year) {
 
 int64_t daysInMonth(int64_t year, int64_t month) {
   constexpr std::array<int64_t, 12> kDays = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  return kDays[static_cast<size_t>(month - 1)] + (month == 2 && isLeapYear(year) ? 1 : 0);
+  return kDays[static_cast<std::size_t>(month - 1)] + (month == 2 && isLeapYear(year) ? 1 : 0);
 }
 
-// Takes a number of at least `digits` decimal digits (exactly as many unless it is a year) and the character
-// that must stand after it.
-std::optional<int64_t> takeField(std::string_view& text, size_t digits, bool year, char after) {
-  size_t end = text.find_first_not_of("0123456789");
+// Removes a number of at least `digits` decimal digits (exactly as many unless it is a year) and the
+// character that must follow it.
+std::optional<int64_t> takeField(std::string_view& text, std::size_t digits, bool year, char after) {
+  const std::size_t end = text.find_first_not_of("0123456789");
   if (end == std::string_view::npos || text[end] != after) return std::nullopt;
   if (end < digits || (!year && end > digits)) return std::nullopt;
   auto number = parseWhole<int64_t>(text.substr(0, end));
@@ -93,35 +93,35 @@ PropertyList integerOf(uint64_t magnitude, bool negative) {
 
 std::optional<PropertyList> parseInteger(std::string_view text) {
   text = trimmed(text, kBlanks);
-  bool negative = takeSign(text);
-  bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
-  auto magnitude = parseWhole<uint64_t>(hexadecimal ? text.substr(2) : text, hexadecimal ? 16 : 10);
+  const bool negative = takeSign(text);
+  const bool hexadecimal = text.starts_with("0x") || text.starts_with("0X");
+  const auto magnitude = parseWhole<uint64_t>(hexadecimal ? text.substr(2) : text, hexadecimal ? 16 : 10);
   if (!magnitude || (negative && *magnitude > uint64_t{1} << 63)) return std::nullopt;
   return integerOf(*magnitude, negative);
 }
 
 std::optional<double> parseReal(std::string_view text) {
   text = trimmed(text, kBlanks);
-  bool negative = takeSign(text);
+  const bool negative = takeSign(text);
   if (text.starts_with('-')) return std::nullopt;
   auto number = parseWhole<double>(text);
-  // A number out of a double's range still has a nearest one, zero or infinity; the wider type knows which.
+  // A number outside the range of a double becomes zero or infinity; the wider type knows which.
   if (!number)
-    if (auto wide = parseWhole<long double>(text)) number = static_cast<double>(*wide);
+    if (const auto wide = parseWhole<long double>(text)) number = static_cast<double>(*wide);
   if (!number) return std::nullopt;
   return negative ? -*number : *number;
 }
 
 std::optional<double> parseDate(std::string_view text) {
   text = trimmed(text, kBlanks);
-  bool negative = text.starts_with('-');
+  const bool negative = text.starts_with('-');
   if (negative) text.remove_prefix(1);
-  auto year = takeField(text, 4, true, '-');
-  auto month = year ? takeField(text, 2, false, '-') : std::nullopt;
-  auto day = month ? takeField(text, 2, false, 'T') : std::nullopt;
-  auto hour = day ? takeField(text, 2, false, ':') : std::nullopt;
-  auto minute = hour ? takeField(text, 2, false, ':') : std::nullopt;
-  auto second = minute ? takeField(text, 2, false, 'Z') : std::nullopt;
+  const auto year = takeField(text, 4, true, '-');
+  const auto month = year ? takeField(text, 2, false, '-') : std::nullopt;
+  const auto day = month ? takeField(text, 2, false, 'T') : std::nullopt;
+  const auto hour = day ? takeField(text, 2, false, ':') : std::nullopt;
+  const auto minute = hour ? takeField(text, 2, false, ':') : std::nullopt;
+  const auto second = minute ? takeField(text, 2, false, 'Z') : std::nullopt;
   if (!second || !text.empty()) return std::nullopt;
   constexpr int64_t kMaxYear = 400'000'000;
   if (*year > kMaxYear || *month < 1 || *month > 12) return std::nullopt;
@@ -141,9 +141,9 @@ std::optional<std::string> parseBase64(std::string_view text) {
   uint32_t bits = 0;
   int count = 0;
   bool padded = false;
-  for (char c : text) {
+  for (const char c : text) {
     if (kBlanks.find(c) != std::string_view::npos) continue;
-    size_t digit = kBase64.find(c);
+    const std::size_t digit = kBase64.find(c);
     padded = padded || c == '=';
     if (padded ? c != '=' : digit == std::string_view::npos) return std::nullopt;
     if (padded) continue;
@@ -159,17 +159,17 @@ std::string formatReal(double value) {
   if (std::isnan(value)) return "nan";
   if (std::isinf(value)) return value < 0 ? "-infinity" : "+infinity";
   std::array<char, 32> text{};
-  auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value);
+  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value);
   std::string shortest(text.data(), end);
-  // With a point or an exponent it is a real for every reader, also for those that guess by the looks.
+  // With a point or an exponent, it is a real even to readers that guess the type.
   if (shortest.find_first_of(".e") == std::string::npos) shortest += ".0";
   return shortest;
 }
 
 std::string formatDate(double seconds) {
-  auto whole = static_cast<int64_t>(std::floor(seconds));
-  int64_t days = whole / kSecondsPerDay - (whole % kSecondsPerDay < 0 ? 1 : 0);
-  int64_t rest = whole - days * kSecondsPerDay;
+  const auto whole = static_cast<int64_t>(std::floor(seconds));
+  const int64_t days = whole / kSecondsPerDay - (whole % kSecondsPerDay < 0 ? 1 : 0);
+  const int64_t rest = whole - days * kSecondsPerDay;
   CivilDate date = civilDate(days);
   std::array<char, 96> text{};
   std::snprintf(text.data(), text.size(), "%s%04lld-%02lld-%02lldT%02lld:%02lld:%02lldZ",
@@ -183,11 +183,11 @@ std::string formatDate(double seconds) {
 std::string formatBase64(std::string_view bytes) {
   std::string text;
   text.reserve((bytes.size() + 2) / 3 * 4);
-  for (size_t i = 0; i < bytes.size(); i += 3) {
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
     uint32_t bits = 0;
-    for (size_t j = 0; j < 3; ++j)
+    for (std::size_t j = 0; j < 3; ++j)
       bits = (bits << 8) | (i + j < bytes.size() ? static_cast<unsigned char>(bytes[i + j]) : 0u);
-    for (size_t j = 0; j < 4; ++j)
+    for (std::size_t j = 0; j < 4; ++j)
       text += i + j > bytes.size() ? '=' : kBase64[(bits >> (18 - 6 * j)) & 0x3F];
   }
   return text;

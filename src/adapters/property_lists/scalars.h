@@ -10,8 +10,8 @@
 
 namespace norvik {
 
-// The furthest moment either way that is a date, in seconds from 2001: beyond it a double no longer holds
-// every second, so a text could not give it back.
+// The furthest moment in either direction that is a date, in seconds from 2001: beyond it a double cannot
+// represent every second, so a text could not preserve it.
 inline constexpr double kMaxDateSeconds = 9007199254740992.0;
 
 // Whether a number of seconds is a date: finite and within kMaxDateSeconds.
@@ -20,7 +20,7 @@ bool isDate(double seconds);
 // An integer as a list holds it: signed where it fits.
 PropertyList integerOf(uint64_t magnitude, bool negative);
 
-// The parsers answer nothing for a text that is not wholly a value of the kind; white space around is
+// The parsers return nothing for a text that is not entirely a value of the kind; white space around it is
 // allowed.
 std::optional<PropertyList> parseInteger(std::string_view text);  // decimal, or hexadecimal after 0x
 std::optional<double> parseReal(std::string_view text);           // also nan, inf, infinity

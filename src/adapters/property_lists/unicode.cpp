@@ -20,16 +20,16 @@ unsigned char byteOf(char c) {
 
 std::optional<std::string> fromUtf16(std::string_view bytes, bool bigEndian) {
   if (bytes.size() % 2 != 0) return std::nullopt;
-  auto unitAt = [&](size_t i) -> char32_t {
-    unsigned char a = byteOf(bytes[i]), b = byteOf(bytes[i + 1]);
+  const auto unitAt = [&](std::size_t i) -> char32_t {
+    const unsigned char a = byteOf(bytes[i]), b = byteOf(bytes[i + 1]);
     return static_cast<char32_t>(bigEndian ? a << 8 | b : b << 8 | a);
   };
   std::string text;
   text.reserve(bytes.size());
-  for (size_t i = 0; i < bytes.size(); i += 2) {
+  for (std::size_t i = 0; i < bytes.size(); i += 2) {
     char32_t c = unitAt(i);
     if (c >= kHighSurrogate && c < kLowSurrogate && i + 3 < bytes.size()) {
-      char32_t low = unitAt(i + 2);
+      const char32_t low = unitAt(i + 2);
       if (low < kLowSurrogate || low >= kSurrogateEnd) return std::nullopt;
       c = kFirstSupplementary + ((c - kHighSurrogate) << 10) + (low - kLowSurrogate);
       i += 2;
@@ -58,7 +58,7 @@ std::vector<char16_t> toUtf16(std::string_view text) {
 
 std::string fromLatin1(std::string_view bytes) {
   std::string text;
-  for (char c : bytes) appendCharacter(text, byteOf(c));
+  for (const char c : bytes) appendCharacter(text, byteOf(c));
   return text;
 }
 

@@ -1,5 +1,5 @@
-// The Unicode encodings that property-list files come in, and the one that property-list text is held in
-// (UTF-8). Knows nothing of the formats.
+// The Unicode encodings of property-list files, and the one that is used in memory (UTF-8). Knows nothing of
+// the formats.
 #pragma once
 
 #include <cstdint>

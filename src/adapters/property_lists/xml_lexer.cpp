@@ -27,9 +27,9 @@ bool XmlLexer::take(std::string_view prefix) {
   return true;
 }
 
-// Passes over everything to the end of the next `end`.
+// Skips everything to the end of the next `end`.
 bool XmlLexer::passTo(std::string_view end) {
-  size_t at = rest_.find(end);
+  const std::size_t at = rest_.find(end);
   if (at == std::string_view::npos) return false;
   rest_.remove_prefix(at + end.size());
   return true;
@@ -49,48 +49,48 @@ XmlLexer::Token XmlLexer::next() {
     } else {
       return element();
     }
-    if (!passed) return {Kind::kDamage, {}, {}};
+    if (!passed) return {Kind::damage, {}, {}};
   }
-  return {Kind::kEndOfText, {}, {}};
+  return {Kind::endOfText, {}, {}};
 }
 
 XmlLexer::Token XmlLexer::element() {
   rest_.remove_prefix(1);
-  Kind kind = take("/") ? Kind::kEnd : Kind::kStart;
-  std::string_view name = rest_.substr(0, rest_.find_first_of(kNameEnd));
+  Kind kind = take("/") ? Kind::end : Kind::start;
+  const std::string_view name = rest_.substr(0, rest_.find_first_of(kNameEnd));
   rest_.remove_prefix(name.size());
-  if (name.empty() || !passAttributes()) return {Kind::kDamage, {}, {}};
-  if (kind == Kind::kStart && take("/")) kind = Kind::kEmpty;
-  if (!take(">")) return {Kind::kDamage, {}, {}};
+  if (name.empty() || !passAttributes()) return {Kind::damage, {}, {}};
+  if (kind == Kind::start && take("/")) kind = Kind::empty;
+  if (!take(">")) return {Kind::damage, {}, {}};
   return {kind, name, {}};
 }
 
 bool XmlLexer::passAttributes() {
   while (true) {
-    size_t space = rest_.find_first_not_of(kSpace);
+    const std::size_t space = rest_.find_first_not_of(kSpace);
     if (space == std::string_view::npos) return false;
     rest_.remove_prefix(space);
     if (rest_.front() == '/' || rest_.front() == '>') return true;
-    size_t name = rest_.find_first_of(kNameEnd);
+    const std::size_t name = rest_.find_first_of(kNameEnd);
     if (space == 0 || name == 0 || name == std::string_view::npos) return false;
     rest_.remove_prefix(name);
-    size_t equals = rest_.find_first_not_of(kSpace);
+    const std::size_t equals = rest_.find_first_not_of(kSpace);
     if (equals == std::string_view::npos || rest_[equals] != '=') return false;
-    size_t value = rest_.find_first_not_of(kSpace, equals + 1);
+    const std::size_t value = rest_.find_first_not_of(kSpace, equals + 1);
     if (value == std::string_view::npos || (rest_[value] != '"' && rest_[value] != '\'')) return false;
-    size_t end = rest_.find(rest_[value], value + 1);
+    const std::size_t end = rest_.find(rest_[value], value + 1);
     if (end == std::string_view::npos || rest_.substr(value, end - value).find('<') != std::string_view::npos)
       return false;
     rest_.remove_prefix(end + 1);
   }
 }
 
-// Declarations inside a document type are passed over unread: an entity of a file's own is no entity to us,
+// Declarations inside a document type are skipped: an entity that a file defines is not an entity to us,
 // which also keeps entities that double from growing without end.
 bool XmlLexer::passDocumentType() {
   bool internal = false;
   while (!rest_.empty()) {
-    char c = rest_.front();
+    const char c = rest_.front();
     if (take("<!--")) {
       if (!passTo("-->")) return false;
       continue;
@@ -105,21 +105,21 @@ bool XmlLexer::passDocumentType() {
 }
 
 XmlLexer::Token XmlLexer::text() {
-  Token token{Kind::kText, {}, {}};
+  Token token{Kind::text, {}, {}};
   while (!rest_.empty()) {
     if (take("<![CDATA[")) {
-      size_t end = rest_.find("]]>");
-      if (end == std::string_view::npos) return {Kind::kDamage, {}, {}};
+      const std::size_t end = rest_.find("]]>");
+      if (end == std::string_view::npos) return {Kind::damage, {}, {}};
       token.text += rest_.substr(0, end);
       rest_.remove_prefix(end + 3);
       continue;
     }
     if (rest_.front() == '<') break;
     if (take("&")) {
-      if (!reference(token.text)) return {Kind::kDamage, {}, {}};
+      if (!reference(token.text)) return {Kind::damage, {}, {}};
       continue;
     }
-    size_t plain = std::min(rest_.find_first_of("<&"), rest_.size());
+    const std::size_t plain = std::min(rest_.find_first_of("<&"), rest_.size());
     token.text += rest_.substr(0, plain);
     rest_.remove_prefix(plain);
   }
@@ -127,15 +127,15 @@ XmlLexer::Token XmlLexer::text() {
 }
 
 bool XmlLexer::reference(std::string& to) {
-  // The longest that has a meaning is a number with some zeros before it; no bound would cost a search of the
-  // whole rest for every lone "&".
-  constexpr size_t kLongest = 32;
-  size_t end = rest_.substr(0, kLongest).find(';');
+  // The longest meaningful one is a number with some leading zeros; without a bound, every lone "&" would
+  // cost a search of the whole rest.
+  constexpr std::size_t kLongest = 32;
+  const std::size_t end = rest_.substr(0, kLongest).find(';');
   if (end == std::string_view::npos) return false;
   std::string_view name = rest_.substr(0, end);
   rest_.remove_prefix(end + 1);
   if (name.starts_with('#')) {
-    bool hexadecimal = name.starts_with("#x");
+    const bool hexadecimal = name.starts_with("#x");
     name.remove_prefix(hexadecimal ? 2 : 1);
     uint32_t number = 0;
     auto [stop, error] =

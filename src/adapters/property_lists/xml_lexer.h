@@ -1,9 +1,9 @@
-// The words of an XML document as far as property lists use XML: elements and text. Comments, processing
-// instructions and the document type are passed over; attributes are too, since none has a meaning here.
+// The tokens of an XML document as far as property lists use XML: elements and text. Comments, processing
+// instructions, the document type and attributes are skipped, since none has a meaning here.
 //
-// A reader of our own, because no packaged one gives back every text: control characters, which old files
-// hold in texts, are forbidden to XML parsers, and the packaged property-list library cuts texts at a NUL
-// character, dates at 32 bits and lets a document end early.
+// A lexer of our own, because no packaged reader preserves every text: XML parsers reject control characters,
+// which old files have in texts, and the packaged property-list library cuts texts at a NUL character and
+// dates at 32 bits, and accepts documents that end early.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ namespace norvik {
 
 class XmlLexer {
  public:
-  enum class Kind { kStart, kEmpty, kEnd, kText, kEndOfText, kDamage };
+  enum class Kind { start, empty, end, text, endOfText, damage };
   struct Token {
     Kind kind;
     std::string_view name;  // of an element
@@ -23,7 +23,7 @@ class XmlLexer {
   // The text is UTF-8 with line feeds as line ends, and must outlive the lexer.
   explicit XmlLexer(std::string_view text) : rest_(text) {}
 
-  // The next token. An element that is open and shut in one, such as <true/>, is one token.
+  // The next token. An empty element, such as <true/>, is one token.
   Token next();
 
  private:

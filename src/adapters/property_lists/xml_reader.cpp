@@ -1,4 +1,4 @@
-// The XML format, from its elements to values. Recursive to the limit of depth and no further.
+// The XML format, from elements to values. Recursive up to the limit of depth.
 #include <optional>
 #include <utility>
 
@@ -25,7 +25,7 @@ Result booleanOf(std::string& text, bool value) {
 }
 
 Result dateOf(std::string& text) {
-  auto seconds = parseDate(text);
+  const auto seconds = parseDate(text);
   if (!seconds) return std::nullopt;
   return PropertyList(PropertyList::Date{*seconds});
 }
@@ -37,7 +37,7 @@ Result dataOf(std::string& text) {
 }
 
 Result realOf(std::string& text) {
-  auto number = parseReal(text);
+  const auto number = parseReal(text);
   if (!number) return std::nullopt;
   return PropertyList(*number);
 }
@@ -72,11 +72,11 @@ class XmlReader {
   XmlLexer lexer_;
 };
 
-// The next token that is no white space between elements; other text there is damage.
+// The next token that is not white space between elements; other text there is damage.
 Token XmlReader::nextElement() {
   Token token = lexer_.next();
-  while (token.kind == Kind::kText) {
-    if (!isBlank(token.text)) return {Kind::kDamage, {}, {}};
+  while (token.kind == Kind::text) {
+    if (!isBlank(token.text)) return {Kind::damage, {}, {}};
     token = lexer_.next();
   }
   return token;
@@ -84,31 +84,31 @@ Token XmlReader::nextElement() {
 
 Result XmlReader::document() {
   Token start = nextElement();
-  bool wrapped = start.kind == Kind::kStart && start.name == "plist";
+  const bool wrapped = start.kind == Kind::start && start.name == "plist";
   if (wrapped) start = nextElement();
   Result root = value(start, 1);
   if (!root) return std::nullopt;
   if (wrapped) {
-    Token end = nextElement();
-    if (end.kind != Kind::kEnd || end.name != "plist") return std::nullopt;
+    const Token end = nextElement();
+    if (end.kind != Kind::end || end.name != "plist") return std::nullopt;
   }
-  if (nextElement().kind != Kind::kEndOfText) return std::nullopt;
+  if (nextElement().kind != Kind::endOfText) return std::nullopt;
   return root;
 }
 
 // The whole text of an element that holds nothing but text.
 std::optional<std::string> XmlReader::textIn(const Token& start) {
   std::string text;
-  if (start.kind == Kind::kEmpty) return text;
+  if (start.kind == Kind::empty) return text;
   for (Token token = lexer_.next();; token = lexer_.next()) {
-    if (token.kind == Kind::kEnd && token.name == start.name) return text;
-    if (token.kind != Kind::kText) return std::nullopt;
+    if (token.kind == Kind::end && token.name == start.name) return text;
+    if (token.kind != Kind::text) return std::nullopt;
     text += token.text;
   }
 }
 
 Result XmlReader::value(const Token& start, int depth) {
-  if (start.kind != Kind::kStart && start.kind != Kind::kEmpty) return std::nullopt;
+  if (start.kind != Kind::start && start.kind != Kind::empty) return std::nullopt;
   if (start.name == "dict") return dictionary(start, depth);
   if (start.name == "array") return array(start, depth);
   for (const Leaf& leaf : kLeaves) {
@@ -122,9 +122,9 @@ Result XmlReader::value(const Token& start, int depth) {
 Result XmlReader::array(const Token& start, int depth) {
   PropertyList::Array items;
   if (!isDepthAllowed(depth)) return std::nullopt;
-  if (start.kind == Kind::kEmpty) return PropertyList(std::move(items));
+  if (start.kind == Kind::empty) return PropertyList(std::move(items));
   for (Token token = nextElement();; token = nextElement()) {
-    if (token.kind == Kind::kEnd && token.name == start.name) return PropertyList(std::move(items));
+    if (token.kind == Kind::end && token.name == start.name) return PropertyList(std::move(items));
     Result item = value(token, depth + 1);
     if (!item) return std::nullopt;
     items.push_back(std::move(*item));
@@ -134,11 +134,10 @@ Result XmlReader::array(const Token& start, int depth) {
 Result XmlReader::dictionary(const Token& start, int depth) {
   PropertyList::Dictionary entries;
   if (!isDepthAllowed(depth)) return std::nullopt;
-  if (start.kind == Kind::kEmpty) return PropertyList(std::move(entries));
+  if (start.kind == Kind::empty) return PropertyList(std::move(entries));
   for (Token token = nextElement();; token = nextElement()) {
-    if (token.kind == Kind::kEnd && token.name == start.name) return PropertyList(std::move(entries));
-    if ((token.kind != Kind::kStart && token.kind != Kind::kEmpty) || token.name != "key")
-      return std::nullopt;
+    if (token.kind == Kind::end && token.name == start.name) return PropertyList(std::move(entries));
+    if ((token.kind != Kind::start && token.kind != Kind::empty) || token.name != "key") return std::nullopt;
     auto key = textIn(token);
     if (!key) return std::nullopt;
     Result entry = value(nextElement(), depth + 1);
@@ -147,12 +146,12 @@ Result XmlReader::dictionary(const Token& start, int depth) {
   }
 }
 
-// What the line ends of a file are before any reader sees them, as XML has it.
+// Converts line ends to line feeds, as XML demands.
 std::string withLineFeeds(std::string_view text) {
   std::string result;
   result.reserve(text.size());
-  for (size_t i = 0; i < text.size(); ++i) {
-    bool carriageReturn = text[i] == '\r';
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool carriageReturn = text[i] == '\r';
     if (carriageReturn && i + 1 < text.size() && text[i + 1] == '\n') continue;
     result += carriageReturn ? '\n' : text[i];
   }
@@ -166,7 +165,7 @@ bool looksLikeXml(std::string_view text) {
                                               "<data", "<key",   "<string", "<integer", "<real",
                                               "<true", "<false", "<date"};
   text = withoutLeading(text, kBlanks);
-  for (std::string_view beginning : kBeginnings)
+  for (const std::string_view beginning : kBeginnings)
     if (text.starts_with(beginning)) return true;
   return false;
 }
@@ -174,17 +173,17 @@ bool looksLikeXml(std::string_view text) {
 std::string_view declaredEncoding(std::string_view text) {
   text = withoutLeading(text, kBlanks);
   if (!text.starts_with("<?xml")) return {};
-  std::string_view declaration = text.substr(0, text.find("?>"));
+  const std::string_view declaration = text.substr(0, text.find("?>"));
   constexpr std::string_view kName = "encoding";
-  size_t at = declaration.find(kName);
+  const std::size_t at = declaration.find(kName);
   if (at == std::string_view::npos) return {};
-  size_t open = declaration.find_first_of("\"'", at + kName.size());
+  const std::size_t open = declaration.find_first_of("\"'", at + kName.size());
   if (open == std::string_view::npos) return {};
   return declaration.substr(open + 1, declaration.find(declaration[open], open + 1) - open - 1);
 }
 
 std::optional<PropertyList> readXml(std::string_view text) {
-  std::string normalised = withLineFeeds(text);
+  const std::string normalised = withLineFeeds(text);
   return XmlReader(normalised).document();
 }
 

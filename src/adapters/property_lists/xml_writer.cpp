@@ -1,5 +1,5 @@
-// Values to the XML format. Our own few lines, because the packaged library's writer loses the sign of a zero
-// and writes a carriage return in a way that a reader must take for a line feed.
+// Values to the XML format. A writer of our own, because the packaged library's loses the sign of a zero and
+// writes a carriage return so that readers must take it for a line feed.
 #include "src/adapters/property_lists/codec.h"
 #include "src/adapters/property_lists/scalars.h"
 #include "src/server/mac/text/utf8.h"
@@ -8,11 +8,11 @@ namespace norvik {
 
 namespace {
 
-// A character that XML would drop or change when it stood for itself becomes a reference.
+// A character that XML would drop or change becomes a reference.
 void appendText(std::string& xml, std::string_view text) {
   while (!text.empty()) {
-    char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
-    bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
+    const char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
+    const bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
     if (c == '&')
       xml += "&amp;";
     else if (c == '<')
@@ -67,9 +67,9 @@ class XmlWriter {
   void operator()(const PropertyList::Date& date) { element("date", formatDate(date.seconds)); }
 
   void operator()(const PropertyList::Data& data) {
-    constexpr size_t kLineBytes = 57;  // 76 characters, the usual width
+    constexpr std::size_t kLineBytes = 57;  // 76 characters, the usual width
     line("<data>");
-    for (size_t i = 0; i < data.bytes.size(); i += kLineBytes)
+    for (std::size_t i = 0; i < data.bytes.size(); i += kLineBytes)
       line(formatBase64(std::string_view(data.bytes).substr(i, kLineBytes)));
     line("</data>");
   }
@@ -91,7 +91,7 @@ class XmlWriter {
   }
 
   std::string xml_;
-  size_t indent_ = 0;
+  std::size_t indent_ = 0;
 };
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Answers the pane's questions about the application from what a test has set.
+// The application as a test has set it up.
 #include "src/adapters/simulated/application.h"
 
 #include "src/adapters/simulated/text_form.h"
@@ -6,7 +6,7 @@
 namespace norvik {
 
 void SimulatedApplication::becomeActive() {
-  // Copied, because an observer may make or end another one.
+  // A copy, because an observer may add or end another one.
   const auto observers = observers_;
   for (const auto& registered : observers) {
     if (const auto observer = registered.lock()) observer->applicationDidBecomeActive();

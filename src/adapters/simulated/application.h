@@ -15,9 +15,9 @@ namespace norvik {
 
 class SimulatedApplication : public HostApplication {
  public:
-  // The main window stands at the origin; none for no main window.
+  // The main window is at the origin; none for no main window.
   void setMainWindow(std::optional<Size> size) { window_ = size; }
-  // Tells every observer that still exists, in the order in which they registered.
+  // Notifies every observer that still exists, in the order in which they registered.
   void becomeActive();
 
   std::optional<Rect> mainWindowFrame() override;
@@ -31,16 +31,16 @@ class SimulatedApplication : public HostApplication {
   std::vector<std::weak_ptr<ActivationObserver>> observers_;
 };
 
-// Thrown by an alert panel that has no answer to give, through whatever asked: a test forgot to answer.
+// Thrown through the caller by an alert panel without an answer, which a test forgot to give.
 struct UnansweredAlert : std::runtime_error {
-  UnansweredAlert() : std::runtime_error("an alert that nobody answers") {}
+  UnansweredAlert() : std::runtime_error("an alert without an answer") {}
 };
 
 class SimulatedAlertPanels : public AlertPanels {
  public:
   explicit SimulatedAlertPanels(const EffectReporter& effects) : effects_(effects) {}
 
-  // The result of the next panel that has none yet.
+  // The result of the next panel that does not have one yet.
   void addAnswer(int result) { answers_.push_back(result); }
 
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,

@@ -1,4 +1,4 @@
-// Decides requests by what it was told, and starts the tools.
+// Decides requests as a test has set, and starts the tools.
 #include "src/adapters/simulated/authorization.h"
 
 #include <algorithm>

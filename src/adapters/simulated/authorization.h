@@ -21,7 +21,7 @@ class SimulatedAuthorization : public AuthorizationService {
   SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const EffectReporter& effects);
   ~SimulatedAuthorization() override;
 
-  // What a request without (with) interaction gets, and whether a reference can be made.
+  // The result of a request without (with) interaction, and whether a reference can be made.
   void setSilentGranted(bool granted) { silentGranted_ = granted; }
   void setInteractiveGranted(bool granted) { interactiveGranted_ = granted; }
   void setCreateGranted(bool granted) { createGranted_ = granted; }
@@ -29,7 +29,7 @@ class SimulatedAuthorization : public AuthorizationService {
   void refuse(const std::string& tool, const std::optional<std::string>& firstArgument);
   // Launches of the tool are accepted again, whatever was refused.
   void accept(const std::string& tool) { refused_.erase(tool); }
-  // Launches of the tool hand back no pipe.
+  // Launches of the tool return no pipe.
   void withholdPipe(const std::string& tool) { withoutPipe_.insert(tool); }
 
   // The references that were made and not freed yet, with their names: `authorization 1` is the first made.

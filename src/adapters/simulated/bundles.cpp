@@ -1,4 +1,4 @@
-// Info dictionaries as they were set; resources as they are shipped.
+// Info dictionaries as a test has set them; resources as shipped.
 #include "src/adapters/simulated/bundles.h"
 
 #include "resources/resources.h"

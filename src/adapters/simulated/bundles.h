@@ -19,7 +19,7 @@ class SimulatedBundles : public Bundles {
   // The bundle of the host application, or the one with that identifier, has this Info dictionary.
   void setMainBundle(Info info) { main_.info = std::move(info); }
   void setBundle(const std::string& identifier, Info info);
-  // Gives the pane bundle's Info dictionary a key; makes the dictionary where there is none.
+  // Sets a key of the pane bundle's Info dictionary, which is made if there is none.
   void setPaneInfo(const std::string& key, const std::string& value);
   void removePaneInfo() { pane_.info.reset(); }
   // Whether the pane bundle has the shipped resource of that name.

@@ -4,7 +4,7 @@
 namespace norvik {
 
 double SimulatedClock::absoluteTime() const {
-  constexpr double kStart = 300'000'000;  // any day later than 0 does
+  constexpr double kStart = 300'000'000;  // any day after 0 will do
   return kStart + static_cast<double>(microseconds_) / 1e6;
 }
 

@@ -10,12 +10,12 @@ namespace norvik {
 
 class SimulatedClock {
  public:
-  // Told after the clock moved, how long the sleep was.
+  // Called after the clock moved, with the length of the sleep.
   using SleepListener = std::function<void(uint32_t microseconds)>;
 
   // Since the computer was made.
   int64_t microseconds() const { return microseconds_; }
-  // The time of day as run loops count it, in seconds of absolute time; well after 0.
+  // The time of day for run loops, in seconds of absolute time; well after 0.
   double absoluteTime() const;
 
   void sleep(uint32_t microseconds);

@@ -1,5 +1,5 @@
-// What the simulated computer lets the world see: one line of text for each thing that the pane does to it. A
-// test installs a sink and reads along. Knows nothing of the ports.
+// What the pane does to the simulated computer, one line of text for each effect. A test installs a sink to
+// read them. Knows nothing of the platform interfaces.
 #pragma once
 
 #include <functional>
@@ -24,7 +24,7 @@ enum class EffectKind {
   makeDirectory,
 };
 
-// Called while the effect happens, before the port's operation returns.
+// Called while the effect happens, before the operation returns.
 using EffectSink = std::function<void(EffectKind kind, const std::string& line)>;
 
 class EffectReporter {

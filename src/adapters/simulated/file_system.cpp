@@ -16,7 +16,7 @@ std::string_view withoutSlash(std::string_view path) {
   return path;
 }
 
-// The folder that the path stands in; the root folder for itself and for what is not absolute.
+// The folder that contains the path; the root folder for itself and for a path that is not absolute.
 std::string_view parent(std::string_view path) {
   const std::size_t slash = path.rfind('/');
   return slash == std::string_view::npos || slash == 0 ? "/" : path.substr(0, slash);

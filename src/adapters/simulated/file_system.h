@@ -1,5 +1,5 @@
-// The files and folders of the simulated computer, and what may be done to them as whom. Holds no open
-// streams and knows no port. Paths are absolute and taken as they stand, but for slashes at the end.
+// The files and folders of the simulated computer, and who may change them. Has no open streams and knows
+// nothing of the platform interfaces. Paths are absolute and used as written, except slashes at the end.
 #pragma once
 
 #include <map>
@@ -19,7 +19,7 @@ struct SimulatedFile {
 
 class FileSystem {
  public:
-  // The user that the pane runs as, and the one who owns the system.
+  // The user that the pane runs as, and the owner of the system.
   static constexpr std::string_view kUser = "user";
   static constexpr std::string_view kRoot = "root";
 
@@ -27,7 +27,7 @@ class FileSystem {
   FileSystem();
 
   const std::string& home() const { return home_; }
-  // The new home folder and its Library/Preferences exist from then on; the old ones stay.
+  // The new home folder and its Library/Preferences then exist; the old ones stay.
   void setHome(const std::string& path);
 
   bool isDirectory(std::string_view path) const;
@@ -36,23 +36,22 @@ class FileSystem {
   // Removes the folder and all below it.
   void removeDirectory(std::string_view path);
 
-  // Null where there is no file. A file stays whole for those who hold it when it is moved or removed.
+  // Null if there is no file. A file that is moved or removed stays valid for its holders.
   std::shared_ptr<SimulatedFile> find(std::string_view path) const;
-  // Puts a new file there, whether or not its folder exists, with mode 644; it belongs to the user where the
-  // user may write, otherwise to root.
+  // Puts a new file there with mode 644, whether or not its folder exists; it belongs to the user if the user
+  // may write there, otherwise to root.
   void put(std::string_view path, std::string bytes);
   void remove(std::string_view path);
 
   // Whether the pane's user may open files for writing there and make folders.
   bool userMayWrite(std::string_view path) const;
-  // The file at `path`, made where it is missing; emptied, and owned by `owner` with mode 644. Null for a
-  // folder and where the folder of a missing file does not exist. Asks for no permission.
+  // The file at `path`, created if it is missing; empty, and owned by `owner` with mode 644. Null for a
+  // folder, and if the folder of a missing file does not exist. Checks no permission.
   std::shared_ptr<SimulatedFile> create(std::string_view path, std::string_view owner);
-  // Makes one folder; false where something is there or the folder above does not exist. Asks for no
-  // permission.
+  // Makes one folder; false if something is there or the folder above does not exist. Checks no permission.
   bool makeDirectory(std::string_view path);
-  // Moves a file as root does, over another one or into a folder. False, and nothing changed, where there is
-  // no such file or the folder to move to does not exist.
+  // Moves a file as root does, over another one or into a folder. False, and nothing changed, if there is no
+  // such file or the target's folder does not exist.
   bool move(std::string_view from, std::string_view to);
 
  private:

@@ -1,4 +1,4 @@
-// Streams as a file, the path that faults go by, and a position.
+// A stream is a file, the path that faults depend on, and a position.
 #include "src/adapters/simulated/files.h"
 
 #include <algorithm>

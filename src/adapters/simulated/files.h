@@ -1,4 +1,4 @@
-// File streams of the simulated computer: the port to the standard file streams, over its file system.
+// File streams of the simulated computer, over its file system.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Answers about the computer itself.
+// The computer itself, as a test has set it up.
 #include "src/adapters/simulated/host.h"
 
 #include <algorithm>
@@ -8,7 +8,7 @@ namespace norvik {
 
 int SimulatedHost::gethostname(char* name, std::size_t size) {
   if (!name_) return -1;
-  // With its terminator where that fits.
+  // With its terminator, if that fits.
   std::memcpy(name, name_->c_str(), std::min(name_->size() + 1, size));
   return 0;
 }

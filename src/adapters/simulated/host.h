@@ -32,7 +32,7 @@ class SimulatedSystemVersion : public SystemVersion {
   // Major, minor and bug-fix version.
   using Parts = std::array<std::optional<int32_t>, 3>;
 
-  // A part that is none makes its query fail.
+  // The query of a part that is none fails.
   void setParts(const Parts& parts) { parts_ = parts; }
 
   OSErr Gestalt(OSType selector, int32_t& response) override;

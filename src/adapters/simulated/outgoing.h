@@ -1,5 +1,4 @@
-// The ports whose calls go out of the computer and answer nothing: all that the simulated computer does with
-// them is to report them.
+// The platform interfaces whose calls only have an effect outside: the simulated computer just reports them.
 #pragma once
 
 #include <string>
@@ -34,7 +33,7 @@ class SimulatedDrawing : public Drawing {
  public:
   explicit SimulatedDrawing(const EffectReporter& effects) : effects_(effects) {}
   void display(Control& control) override;
-  // Reports the main view alone: that it is drawn says that all its controls are.
+  // Reports only the main view, whose drawing includes all its controls.
   void displayIfNeeded(View& view) override;
 
  private:

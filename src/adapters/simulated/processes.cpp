@@ -8,7 +8,7 @@ namespace norvik {
 
 ProcessTable::State ProcessTable::stateOf(int32_t pid) const {
   if (pid <= 0) return pid == 0 ? State::alive : State::dead;
-  if (const auto told = states_.find(pid); told != states_.end()) return told->second;
+  if (const auto known = states_.find(pid); known != states_.end()) return known->second;
   const bool isListed = std::any_of(listed_.begin(), listed_.end(),
                                     [pid](const ListedProcess& process) { return process.pid == pid; });
   return isListed || pid == ownPid_ ? State::alive : State::dead;

@@ -30,9 +30,9 @@ class ProcessTable {
  public:
   enum class State { alive, dead, notPermitted };
 
-  // What the process is from now on, whatever else is known of it.
+  // The state of the process from now on, whatever else is known of it.
   void setState(int32_t pid, State state) { states_[pid] = state; }
-  // Forgets what was told of it: it is there only where the list has it or the pane runs in it.
+  // Forgets the state that was set: the process then exists if it is in the list or the pane runs in it.
   void forget(int32_t pid) { states_.erase(pid); }
   // Adds a process at the end of the process manager's list.
   void add(ListedProcess process) { listed_.push_back(std::move(process)); }
@@ -41,7 +41,7 @@ class ProcessTable {
   int32_t ownPid() const { return ownPid_; }
   void setOwnPid(int32_t pid) { ownPid_ = pid; }
 
-  // What a signal to the process answers. Process 0 always exists, those below 0 never.
+  // The result of a signal to the process. Process 0 always exists, those below 0 never do.
   State stateOf(int32_t pid) const;
   bool exists(int32_t pid) const { return stateOf(pid) != State::dead; }
 

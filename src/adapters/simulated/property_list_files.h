@@ -14,9 +14,10 @@ class SimulatedPropertyListFiles : public PropertyListFiles {
  public:
   SimulatedPropertyListFiles(FileSystem& fileSystem, const FileFaults& faults, const EffectReporter& effects);
 
-  // Fails where opening for reading, or reading, is to fail.
+  // Fails if opening for reading, or reading, is set to fail.
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) override;
-  // Fails where opening for writing is to fail; where writing is, the file is left empty.
+  // Fails if opening for writing, or writing, is set to fail; in the latter case the file is empty
+  // afterwards.
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
   std::string stringByExpandingTildeInPath(std::string_view path) override;
 

@@ -1,5 +1,5 @@
-// The main run loop of the simulated computer, whose timers fire when a test says so, or when the simulated
-// clock has passed their date by the time of a pass.
+// The main run loop of the simulated computer. Its timers fire when a test says so, or in a pass after their
+// date by the simulated clock.
 #pragma once
 
 #include <map>
@@ -21,11 +21,11 @@ class SimulatedRunLoop : public RunLoop {
 
   // Whether timers can be made.
   void setTimerCreationGranted(bool granted) { creationGranted_ = granted; }
-  // Whether a pass fires the timers whose date has come; otherwise only `fire` does.
+  // Whether a pass fires the timers that are due; otherwise only `fire` does.
   void setFiresInPasses(bool fires) { firesInPasses_ = fires; }
   // The interval of a timer that was added and is valid; nothing for any other and for null.
   std::optional<double> runningInterval(CFRunLoopTimerRef timer) const;
-  // Fires a running timer once, whatever the clock says. False where it does not run.
+  // Fires a running timer once, whatever the clock says. False if it does not run.
   bool fire(CFRunLoopTimerRef timer);
   // The timers that were made and are not gone yet, with their names and what is missing: `timer 1, not
   // released` is the first made. A timer is gone when it was released, and invalidated too if it was added.

@@ -1,4 +1,4 @@
-// Launches take effect by counting sleeps; the pid file tells whether the daemon runs.
+// Launches take effect after a number of sleeps; the pid file shows whether the daemon runs.
 #include "src/adapters/simulated/server_service.h"
 
 #include <algorithm>
@@ -22,8 +22,8 @@ ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, Si
   clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
 }
 
-// As whoever reads the file takes it: digits at the beginning of its first 31 bytes, of which the low 32 bits
-// count, and 0 for none; nothing for an empty file.
+// As readers of the file interpret it: digits at the beginning of its first 31 bytes, of which the low 32
+// bits count, and 0 without digits; nothing for an empty file.
 std::optional<int32_t> ServerService::pidInFile() const {
   const auto file = fileSystem_.find(kPidFile);
   if (file == nullptr || file->bytes.empty()) return std::nullopt;
@@ -47,7 +47,7 @@ void ServerService::setDaemon(std::optional<int32_t> pid) {
 void ServerService::take(Change change) {
   if (change == Change::up) {
     if (daemonRuns()) return;
-    // The daemon runs even where it has no folder to leave its pid file in.
+    // The daemon runs even if there is no folder for its pid file.
     if (const auto file = fileSystem_.create(kPidFile, FileSystem::kRoot)) {
       file->bytes = std::to_string(startedPid_) + '\n';
     }

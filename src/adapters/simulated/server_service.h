@@ -16,20 +16,20 @@ class ServerService {
  public:
   ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock);
 
-  // The daemon runs as that process, or does not run; with its pid file or without one.
+  // The daemon runs as that process with its pid file, or does not run and has none.
   void setDaemon(std::optional<int32_t> pid);
   // Whether the pid file names a process that exists.
   bool daemonRuns() const;
 
-  // How many sleeps of a second after its launch "start" ("stop") has the daemon up (down), 0 meaning at
-  // once; none for never. Counts for launches from then on.
+  // How many sleeps of a second after the launch of "start" ("stop") the daemon is up (down), immediately for
+  // 0; none for never. Applies to later launches.
   void setStartDelay(std::optional<int64_t> sleeps) { startDelay_ = sleeps; }
   void setStopDelay(std::optional<int64_t> sleeps) { stopDelay_ = sleeps; }
-  // The process id of a daemon that comes up.
+  // The process id of a daemon that starts.
   void setStartedPid(int32_t pid) { startedPid_ = pid; }
 
-  // A launch of the tool. "start" with a running daemon and every other word do nothing; "stop" takes away
-  // what there is, a pid file that nobody left behind included.
+  // A launch of the tool. "start" with a running daemon and every other word do nothing; "stop" removes
+  // whatever is there, even a pid file without a daemon.
   void run(const std::vector<std::string>& arguments);
 
  private:

@@ -1,5 +1,5 @@
-// A whole computer in memory: every port over one world that a test sets up and looks at. Nothing of the
-// machine that it runs on can be seen through it: no clock, file, process or host name.
+// A whole computer in memory: all platform interfaces over one state, which a test sets up and inspects. It
+// shows nothing of the machine that it runs on: no clock, file, process or host name.
 //
 //   SimulatedComputer computer;
 //   computer.effects.setSink([](EffectKind, const std::string& line) { std::puts(line.c_str()); });
@@ -26,14 +26,14 @@
 
 namespace norvik {
 
-// Each part can be set and asked by itself; a part that stands on another one comes after it.
+// Each part can be set up and inspected separately; a part that uses another one comes after it.
 class SimulatedComputer {
  public:
   SimulatedComputer();
   SimulatedComputer(const SimulatedComputer&) = delete;
   SimulatedComputer& operator=(const SimulatedComputer&) = delete;
 
-  // The ports of this computer; lives as long as it does.
+  // The platform interfaces of this computer; lives as long as it does.
   Platform& platform() { return platform_; }
 
   EffectReporter effects;

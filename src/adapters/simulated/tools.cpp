@@ -1,4 +1,4 @@
-// One member for each tool, found by its path.
+// One member function for each tool, found by its path.
 #include "src/adapters/simulated/tools.h"
 
 #include <charconv>
@@ -9,7 +9,7 @@ namespace norvik {
 
 namespace {
 
-// A value as the words of a `defaults` command line give it.
+// A value in the words of a `defaults` command line.
 using WordIterator = Tools::Arguments::const_iterator;
 
 PropertyList integerWord(const std::string& word) {
@@ -38,7 +38,7 @@ constexpr TypeWord kTypeWords[] = {
     {"-bool", booleanWord}, {"-boolean", booleanWord}, {"-string", textWord},
 };
 
-// Takes one value off the words; nothing where they end too early.
+// Removes one value from the words; nothing if they end too early.
 std::optional<PropertyList> takeValue(WordIterator& word, WordIterator end) {
   if (word == end) return std::nullopt;
   for (const TypeWord& type : kTypeWords) {
@@ -49,7 +49,7 @@ std::optional<PropertyList> takeValue(WordIterator& word, WordIterator end) {
   return textWord(*word++);
 }
 
-// Takes the rest of the words as keys and values.
+// The rest of the words as keys and values.
 std::optional<PropertyList> takeDictionary(WordIterator word, WordIterator end) {
   PropertyList::Dictionary dictionary;
   while (word != end) {
@@ -106,8 +106,8 @@ std::string Tools::run(const std::string& path, const Arguments& arguments) {
   for (const Tool& tool : kTools) {
     if (tool.path == path) output = (this->*tool.run)(arguments);
   }
-  const auto told = outputs_.find({path, arguments});
-  return told == outputs_.end() ? output : told->second;
+  const auto set = outputs_.find({path, arguments});
+  return set == outputs_.end() ? output : set->second;
 }
 
 std::string Tools::mv(const Arguments& arguments) {
@@ -127,12 +127,12 @@ std::string Tools::chmod(const Arguments& arguments) {
 std::string Tools::chown(const Arguments& arguments) {
   if (arguments.size() != 2) return {};
   const auto file = fileSystem_.find(arguments[1]);
-  // A group may stand behind a colon; files here have none.
+  // A group may follow a colon; files here have none.
   if (file != nullptr) file->owner = arguments[0].substr(0, arguments[0].find(':'));
   return {};
 }
 
-// `defaults write DOMAIN KEY VALUE`, where a domain is the path of a file without its ending.
+// `defaults write DOMAIN KEY VALUE`, where a domain is the path of a file without its extension.
 std::string Tools::defaults(const Arguments& arguments) {
   if (arguments.size() < 4 || arguments[0] != "write" || !arguments[1].starts_with('/')) return {};
   auto value = valueOf(arguments.begin() + 3, arguments.end());

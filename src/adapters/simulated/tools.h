@@ -1,5 +1,5 @@
-// The command-line tools of the simulated computer, which act at once when they are launched. A tool that
-// fails does so unseen and changes nothing.
+// The command-line tools of the simulated computer, which take effect when they are launched. A tool that
+// fails shows no sign of it and changes nothing.
 #pragma once
 
 #include <map>
@@ -20,12 +20,12 @@ class Tools {
 
   Tools(FileSystem& fileSystem, ServerService& service);
 
-  // What the tool prints when it is launched with just these arguments, instead of what it would print.
+  // What the tool prints when it is launched with exactly these arguments, instead of its own output.
   void setOutput(const std::string& tool, const Arguments& arguments, std::string output);
-  // The kernel's value of that name; nothing for none.
+  // The kernel value of that name; nothing for none.
   void setKernelValue(const std::string& name, std::optional<std::string> value);
 
-  // Runs the tool as root and answers what it prints. A tool that this computer does not have does nothing.
+  // Runs the tool as root and returns what it prints. A tool that this computer does not have does nothing.
   std::string run(const std::string& tool, const Arguments& arguments);
 
  private:

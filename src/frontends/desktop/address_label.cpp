@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
-#include "src/frontends/desktop/prompt_click.h"
 #include "src/frontends/shared/interface/address_text.h"
 
 namespace norvik::desktop {
@@ -21,7 +21,7 @@ AddressLabel::AddressLabel(const QString& name, const QString& copyTitle, QWidge
   setObjectName(name);
   copy_->setObjectName(name + QStringLiteral("_copy"));
   copy_->setAutoDefault(false);
-  clickPromptly(copy_);
+  clickAtMnemonic(copy_);
   copy_->setAccessibleName(copyTitle);
   copy_->hide();
   auto* column = new QVBoxLayout(this);

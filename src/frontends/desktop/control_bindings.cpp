@@ -7,8 +7,8 @@
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/editor_bindings.h"
 #include "src/frontends/desktop/lock_button.h"
+#include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
-#include "src/frontends/desktop/prompt_click.h"
 
 namespace norvik::desktop {
 
@@ -56,7 +56,7 @@ class PushButtonBinding : public Binding {
                     QWidget* parent)
       : Binding(pane, model, description), button_(new QPushButton(parent)) {
     button_->setAutoDefault(false);
-    clickPromptly(button_);
+    clickAtMnemonic(button_);
     // A transparent button keeps its place, so that the page does not jump when it appears.
     QSizePolicy policy = button_->sizePolicy();
     policy.setRetainSizeWhenHidden(true);
@@ -72,6 +72,7 @@ class PushButtonBinding : public Binding {
     if (title == title_) return;
     title_ = title;
     button_->setText(withoutMnemonic(title));
+    button_->setAccessibleName(title);
   }
   QPushButton* button_;
   QString title_;  // the button's own text may have a mnemonic in it

@@ -2,6 +2,7 @@
 #include "src/frontends/desktop/editor_bindings.h"
 
 #include <QAbstractItemView>
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -10,11 +11,12 @@
 #include <algorithm>
 #include <cmath>
 
+#include "src/frontends/desktop/caret_blink_timeout.h"
+#include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
-#include "src/frontends/desktop/prompt_click.h"
-#include "src/frontends/desktop/quiet_caret.h"
-#include "src/frontends/desktop/quiet_wheel.h"
+#include "src/frontends/desktop/number_field.h"
 #include "src/frontends/desktop/valued_slider.h"
+#include "src/frontends/desktop/wheel_filter.h"
 
 namespace norvik::desktop {
 
@@ -26,7 +28,7 @@ class CheckBoxBinding : public Binding {
                   QWidget* parent)
       : Binding(pane, model, description),
         box_(new QCheckBox(withoutMnemonic(text(description.label)), parent)) {
-    clickPromptly(box_);
+    clickAtMnemonic(box_);
     attach(box_);
     QObject::connect(box_, &QCheckBox::clicked, box_, [this](bool on) {
       box_->setTristate(false);
@@ -50,8 +52,8 @@ class RadioButtonBinding : public Binding {
                      QWidget* parent)
       : Binding(pane, model, description),
         button_(new QRadioButton(withoutMnemonic(text(description.label)), parent)) {
-    button_->setAutoExclusive(false);  // the model says which of the group is on; it may be none
-    clickPromptly(button_);
+    button_->setAutoExclusive(true);  // what a screen reader takes for a radio button
+    clickAtMnemonic(button_);
     attach(button_);
     QObject::connect(button_, &QRadioButton::clicked, button_, [this] {
       control().setState(kOnState);
@@ -60,7 +62,16 @@ class RadioButtonBinding : public Binding {
   }
 
  private:
-  void showValue() override { button_->setChecked(control().isOn()); }
+  // The model decides which one of the group is on; it may be none, as no exclusive group would have it.
+  void showValue() override {
+    if (button_->isChecked() == control().isOn()) return;
+    QButtonGroup* group = button_->group();
+    if (group != nullptr) group->setExclusive(false);
+    button_->setAutoExclusive(false);
+    button_->setChecked(control().isOn());
+    button_->setAutoExclusive(true);
+    if (group != nullptr) group->setExclusive(true);
+  }
   QRadioButton* button_;
 };
 
@@ -75,7 +86,7 @@ class SliderBinding : public Binding {
       slider_->setTickInterval((slider_->maximum() - slider_->minimum()) / (description.tick_marks - 1));
     }
     slider_->setPageStep(std::max(1, slider_->tickInterval()));
-    QuietWheel::quiet(slider_, QuietWheel::kWithoutFocus);
+    WheelFilter::install(slider_, WheelFilter::kWithoutFocus);
     attach(slider_);
     QObject::connect(slider_, &QSlider::valueChanged, slider_, [this](int value) {
       control().setDoubleValue(value);
@@ -101,7 +112,7 @@ class PopUpBinding : public Binding {
       : Binding(pane, model, description), popUp_(new QComboBox(parent)) {
     for (const std::string& item : description.items) popUp_->addItem(text(item));
     popUp_->setFocusPolicy(Qt::StrongFocus);
-    QuietWheel::quiet(popUp_, QuietWheel::kAlways);
+    WheelFilter::install(popUp_, WheelFilter::kAlways);
     attach(popUp_);
     popUp_->view()->setAccessibleName(text(description.label));
     QObject::connect(popUp_, &QComboBox::activated, popUp_, [this](int index) {
@@ -119,14 +130,24 @@ class PopUpBinding : public Binding {
   QComboBox* popUp_;
 };
 
+// As wide as what is typed into it.
+QLineEdit* makeField(const ControlDescription& description, QWidget* parent) {
+  if (description.maximum) {
+    const QString largest = QString::number(static_cast<int64_t>(*description.maximum));
+    return new NumberField(static_cast<int>(largest.size()), parent);
+  }
+  auto* field = new QLineEdit(parent);
+  field->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  return field;
+}
+
 // What is typed counts at once; it sends no action, as the pane's next tick takes it up.
 class TextFieldBinding : public Binding {
  public:
   TextFieldBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description,
                    QWidget* parent)
-      : Binding(pane, model, description), field_(new QLineEdit(parent)) {
-    field_->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
-    QuietCaret::quiet(field_);
+      : Binding(pane, model, description), field_(makeField(description, parent)) {
+    CaretBlinkTimeout::install(field_);
     attach(field_);
     QObject::connect(field_, &QLineEdit::textEdited, field_, [this](const QString& typed) {
       control().setStringValue(typed.toStdString());

@@ -39,6 +39,13 @@ struct Options {
   bool dark = false;
 };
 
+// The path of a folder without symbolic links, so that a second start finds the first one by whichever path
+// it is given. The path as it is where there is no such folder.
+QString onePath(const QString& folder) {
+  const QString canonical = folder.isEmpty() ? QString() : QDir(folder).canonicalPath();
+  return canonical.isEmpty() ? folder : canonical;
+}
+
 Options parsed(const QApplication& application) {
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("The settings of the Norvik remote access server."));
@@ -53,8 +60,7 @@ Options parsed(const QApplication& application) {
                                 QStringLiteral("Use dark colours, whatever the desktop uses."));
   parser.addOptions({root, picture, dark});
   parser.process(application);
-  const QString folder = parser.value(root);
-  return {folder.isEmpty() ? folder : QDir(folder).absolutePath(), parser.value(picture), parser.isSet(dark)};
+  return {onePath(parser.value(root)), parser.value(picture), parser.isSet(dark)};
 }
 
 // Panels of different users and roots do not get in one another's way.
@@ -171,12 +177,12 @@ void Session::fill() {
 
 void Session::recallPage() {
   const int row = memory_->value(kRowKey, -1).toInt();
-  if (row >= 0) pane_.ib_oview_confBar.clickRow(row);
+  if (row >= 0) window_.restorePage(row);
 }
 
 void Session::remember() {
   memory_->setValue(kGeometryKey, window_.saveGeometry());
-  memory_->setValue(kRowKey, pane_.ib_oview_confBar.selectedRow());
+  memory_->setValue(kRowKey, window_.pageToRestore());
 }
 
 void Session::comeForward() {
@@ -189,7 +195,7 @@ int run(QApplication& application) {
   const Options options = parsed(application);
   if (!options.root.isEmpty() && !QFileInfo(options.root).isDir())
     return refuse(EX_USAGE, QStringLiteral("there is no folder \"%1\"").arg(options.root));
-  if (options.dark) useDarkTheme(application);
+  options.dark ? useDarkTheme(application) : useDesktopTheme(application);
   if (!options.pictures.isEmpty()) return Session(options).writePictures(options.pictures);
   SingleInstance instance(meetingPlace(options));
   const auto claim = instance.claim();

@@ -2,14 +2,18 @@
 // style alone.
 #include "src/frontends/desktop/page.h"
 
+#include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QRadioButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <map>
 
 #include "src/frontends/desktop/change_mark.h"
 #include "src/frontends/desktop/note_label.h"
+#include "src/frontends/desktop/secondary_label.h"
 #include "src/frontends/desktop/spacer.h"
 #include "src/frontends/desktop/state_dot.h"
 #include "src/frontends/desktop/valued_slider.h"
@@ -34,21 +38,12 @@ bool isSlider(const RowDescription& row) {
   return row.controls.size() == 1 && row.controls[0].kind == ControlKind::slider;
 }
 
-QLabel* quietLabel(const QString& words, QWidget* parent) {
-  auto* label = new QLabel(words, parent);
-  label->setTextFormat(Qt::PlainText);
-  label->setForegroundRole(QPalette::PlaceholderText);
-  return label;
-}
-
-// The names of a slider's ends are as grey as its caption while it cannot be moved: styles have no lighter
-// shade of the quiet colour for that.
-void setGreyed(QWidget& ends, bool greyed) {
-  ends.setEnabled(!greyed);
-  const auto role = greyed ? QPalette::WindowText : QPalette::PlaceholderText;
-  for (auto* name : ends.findChildren<QLabel*>()) {
-    if (name->foregroundRole() != role) name->setForegroundRole(role);
-  }
+// Tab stops once at a group: at the button that is on, or at each where none is.
+void chooseTabStop(const QButtonGroup& group) {
+  const auto buttons = group.buttons();
+  const bool anyOn = std::ranges::any_of(buttons, &QAbstractButton::isChecked);
+  for (QAbstractButton* button : buttons)
+    button->setFocusPolicy(button->isChecked() || !anyOn ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 QHBoxLayout* lineIn(QWidget* widget) {
@@ -68,6 +63,7 @@ Page::Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const Ta
   grid_->setColumnStretch(kFieldColumn, 1);
   grid_->setVerticalSpacing(0);
   for (const SectionDescription& section : tab.sections) addSection(section);
+  groupRadioButtons();
 }
 
 Page::~Page() = default;
@@ -82,11 +78,26 @@ void Page::addSection(const SectionDescription& section) {
     addAcross(heading);
   }
   if (!section.note.empty()) {
-    QLabel* note = quietLabel(text(section.note), this);
+    auto* note = new SecondaryLabel(text(section.note), this);
     note->setWordWrap(true);
     addAcross(note);
   }
   for (const RowDescription& row : section.rows) addRow(row);
+}
+
+// Those with one setting are one group, whichever rows they are in.
+void Page::groupRadioButtons() {
+  std::map<std::string, QButtonGroup*> groups;
+  for (const auto& binding : bindings_) {
+    if (binding->description().kind != ControlKind::radioButton) continue;
+    QButtonGroup*& group = groups[binding->description().setting];
+    if (group == nullptr) group = new QButtonGroup(this);
+    group->addButton(static_cast<QRadioButton*>(binding->widget()));
+  }
+  for (const auto& [setting, group] : groups) {
+    chooseTabStop(*group);
+    connect(group, &QButtonGroup::idToggled, group, [group = group] { chooseTabStop(*group); });
+  }
 }
 
 void Page::addSpace(double lines) {
@@ -198,9 +209,9 @@ void Page::addNote(Row& row, const Binding& binding) {
 void Page::addEnds(Row& row, const ControlDescription& slider) {
   auto* ends = new QWidget(this);
   QHBoxLayout* line = lineIn(ends);
-  line->addWidget(quietLabel(text(slider.minimum_label), ends));
+  line->addWidget(new SecondaryLabel(text(slider.minimum_label), ends));
   line->addStretch();
-  line->addWidget(quietLabel(text(slider.maximum_label), ends));
+  line->addWidget(new SecondaryLabel(text(slider.maximum_label), ends));
   grid_->addWidget(ends, grid_->rowCount(), kFieldColumn);
   row.widgets.push_back(ends);
   row.ends = ends;
@@ -221,7 +232,7 @@ void Page::showRow(const Row& row) {
   const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
   for (QWidget* widget : row.widgets) widget->setVisible(shown);
   for (QLabel* caption : row.captions) caption->setEnabled(caption->buddy()->isEnabledTo(this));
-  if (row.ends != nullptr) setGreyed(*row.ends, !row.bindings.front()->control().isEnabled());
+  if (row.ends != nullptr) row.ends->setEnabled(row.bindings.front()->control().isEnabled());
   for (StateDot* dot : row.dots) dot->showModel();
 }
 

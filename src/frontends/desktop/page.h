@@ -54,6 +54,7 @@ class Page : public QWidget {
   };
 
   void addSection(const SectionDescription& section);
+  void groupRadioButtons();
   void addSpace(double lines);
   void addAcross(QWidget* widget);
   void addRow(const RowDescription& description);

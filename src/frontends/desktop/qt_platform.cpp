@@ -5,6 +5,7 @@
 #include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QEventLoop>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -105,6 +106,17 @@ const PanelButton* doNothing(const PanelButton (&buttons)[3]) {
   return nullptr;
 }
 
+// So wide that a window manager need not shorten the title in the bar; the panel shows it as text as well.
+void widenForTitle(QMessageBox& panel) {
+  constexpr int kBarButtons = 8;  // with the space around them, in lines of text
+  QFont bold = panel.font();
+  bold.setBold(true);
+  const QFontMetrics metrics(bold);
+  const int width = metrics.horizontalAdvance(panel.windowTitle()) + kBarButtons * metrics.height();
+  auto* grid = static_cast<QGridLayout*>(panel.layout());
+  grid->addItem(new QSpacerItem(width, 0), grid->rowCount(), 0, 1, grid->columnCount());
+}
+
 }  // namespace
 
 int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
@@ -133,6 +145,9 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
     if (&button == &buttons[0]) panel.setDefaultButton(made);
     if (&button == harmless) panel.setEscapeButton(made);
   }
+  QSet<QChar> taken;
+  addMnemonics(panel, taken);
+  widenForTitle(panel);
   panel.exec();
   const auto answer = answers.find(panel.clickedButton());
   return answer != answers.end() ? answer->second : NSAlertOtherReturn;

@@ -7,9 +7,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScreen>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTimer>
@@ -17,8 +16,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
-#include "src/frontends/desktop/prompt_click.h"
+#include "src/frontends/desktop/page_area.h"
 #include "src/frontends/desktop/sidebar.h"
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
@@ -33,18 +33,6 @@ constexpr int kTicksBetweenNotes = 12;  // three seconds
 constexpr double kBodiesWide = 60;
 constexpr double kBodiesHigh = 40;
 constexpr double kMostOfScreen = 0.9;
-
-QScrollArea* scrolled(QWidget* page, const QString& name) {
-  auto* area = new QScrollArea;
-  area->setAccessibleName(name);
-  for (QScrollBar* bar : {area->verticalScrollBar(), area->horizontalScrollBar()})
-    bar->setAccessibleName(name);
-  area->setWidget(page);
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setFocusPolicy(Qt::NoFocus);
-  return area;
-}
 
 }  // namespace
 
@@ -70,13 +58,22 @@ void SettingsWindow::fill() {
   column->addWidget(frame_);
   assignMnemonics();
   orderTabs();
-  for (const auto key : {Qt::Key_Q, Qt::Key_W}) {
-    connect(new QShortcut(Qt::CTRL | key, this), &QShortcut::activated, this, &QWidget::close);
-  }
+  addShortcuts();
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { revealFocus(now); });
   pane_.ib_tview_confView.setObserver(this);
   showPage();
   sidebar_->setFocus();
+}
+
+void SettingsWindow::addShortcuts() {
+  const auto add = [this](QKeyCombination keys, auto act) {
+    connect(new QShortcut(keys, this), &QShortcut::activated, this, act);
+  };
+  add(Qt::CTRL | Qt::Key_Q, [this] { close(); });
+  add(Qt::CTRL | Qt::Key_W, [this] { close(); });
+  add(QKeyCombination(Qt::Key_F1), [this] { button(pane_.ib_button_Help)->click(); });
+  add(Qt::CTRL | Qt::Key_Tab, [this] { sidebar_->choosePage(1); });
+  add(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, [this] { sidebar_->choosePage(-1); });
 }
 
 SettingsWindow::~SettingsWindow() {
@@ -87,7 +84,7 @@ SettingsWindow::~SettingsWindow() {
 void SettingsWindow::addPages() {
   for (const TabDescription& tab : interface_.tabs) {
     Page* page = pages_.emplace_back(new Page(pane_, interface_, tab, problem_));
-    stack_->addWidget(scrolled(page, text(pageName(tab).title)));
+    stack_->addWidget(new PageArea(page, text(pageName(tab).title)));
     page->changed = [this](const Binding& binding) { followTexts(binding); };
     for (const auto& b : page->bindings()) b->edited = [this] { edited(); };
   }
@@ -112,29 +109,46 @@ QWidget* SettingsWindow::makeFrame() {
     QWidget* widget = bind(description, frame).widget();
     row->addWidget(widget, description.kind == ControlKind::label ? 1 : 0);
     if (description.kind == ControlKind::lockButton) lock = qobject_cast<QAbstractButton*>(widget);
-    // The lock has no words of its own: the hint lends it a letter.
+    // The lock has no words of its own: it gets the mnemonic of its hint.
     auto* hint = qobject_cast<QLabel*>(widget);
-    if (hint != nullptr && lock != nullptr) clickPromptly(lock, hint);
+    if (hint != nullptr && lock != nullptr) clickAtMnemonic(lock, hint);
   }
-  static_cast<QPushButton*>(binding(text(pane_.ib_button_Apply.name()))->widget())->setDefault(true);
+  button(pane_.ib_button_Apply)->setDefault(true);
   return frame;
 }
 
 // An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its
-// next tick now. Who types a port and presses Return need not wait for the clock.
+// next tick now, so that Return right after a port was typed need not wait for the clock.
 void SettingsWindow::edited() {
   pane_.onStateTimer();
   refresh();
 }
 
-// While the server starts or stops, what the pane does not grey itself is greyed too: the list of pages and
-// the line below. Who worked by keyboard goes on where they were.
+// While the server starts or stops, what the pane does not disable itself is disabled too: the list of pages
+// and the line below.
 void SettingsWindow::followServer() {
   const bool open = !isServerChanging(pane_);
   if (frame_ == nullptr || frame_->isEnabledTo(this) == open) return;
   if (!open) focusBefore_ = focusWidget();
   for (QWidget* widget : {static_cast<QWidget*>(sidebar_), frame_}) widget->setEnabled(open);
-  if (open && focusBefore_ != nullptr) focusBefore_->setFocus();
+}
+
+bool SettingsWindow::isTabStop(const QWidget& widget) const {
+  return (widget.focusPolicy() & Qt::TabFocus) != 0 && widget.isEnabled() && widget.isVisible() &&
+         widget.window() == this;
+}
+
+// After a start or stop the keyboard focus is restored; where its control is disabled now, the one before it
+// takes the focus.
+void SettingsWindow::restoreFocus() {
+  if (focusBefore_ == nullptr || isServerChanging(pane_)) return;
+  QWidget* widget = focusBefore_;
+  do {
+    if (isTabStop(*widget)) break;
+    widget = widget->previousInFocusChain();
+  } while (widget != focusBefore_);
+  focusBefore_ = nullptr;
+  widget->setFocus();
 }
 
 void SettingsWindow::followTexts(const Binding& changed) {
@@ -157,7 +171,8 @@ void SettingsWindow::orderTabs() {
   QWidget* last = sidebar_;
   const auto append = [this, &last](QWidget& root) {
     for (QWidget* widget : root.findChildren<QWidget*>()) {
-      if ((widget->focusPolicy() & Qt::TabFocus) == 0 || widget->window() != this) continue;
+      const bool stop = (widget->focusPolicy() & Qt::TabFocus) != 0 || qobject_cast<QRadioButton*>(widget);
+      if (!stop || widget->window() != this) continue;
       setTabOrder(last, widget);
       last = widget;
     }
@@ -179,8 +194,22 @@ Binding* SettingsWindow::binding(const QString& outlet) const {
   return nullptr;
 }
 
+QPushButton* SettingsWindow::button(const Control& control) const {
+  return static_cast<QPushButton*>(binding(text(control.name()))->widget());
+}
+
+void SettingsWindow::restorePage(int row) {
+  sidebar_->restoreRow(row);
+}
+
+int SettingsWindow::pageToRestore() const {
+  return sidebar_->rowToRestore();
+}
+
 void SettingsWindow::refresh() {
   followServer();
+  restoreFocus();
+  sidebar_->returnToPage();
   for (Page* page : pages_) page->refreshMarks();
   for (Page* page : pages_) page->refreshNotes();
   ticksToNotes_ = kTicksBetweenNotes;
@@ -205,7 +234,7 @@ void SettingsWindow::showPage() {
 
 // A control that the keyboard reaches is scrolled into sight.
 void SettingsWindow::revealFocus(QWidget* widget) {
-  auto* area = static_cast<QScrollArea*>(stack_->currentWidget());
+  auto* area = static_cast<PageArea*>(stack_->currentWidget());
   if (widget != nullptr && area != nullptr && area->widget()->isAncestorOf(widget))
     area->ensureWidgetVisible(widget);
 }
@@ -213,9 +242,9 @@ void SettingsWindow::revealFocus(QWidget* widget) {
 // From what is known of the font without loading it, as that is the longest part of a start.
 QSize SettingsWindow::sizeHint() const {
   constexpr double kPointsPerInch = 72;
-  const QFont face = font();
+  const QFont used = font();
   const double body =
-      face.pixelSize() > 0 ? face.pixelSize() : face.pointSizeF() * logicalDpiY() / kPointsPerInch;
+      used.pixelSize() > 0 ? used.pixelSize() : used.pointSizeF() * logicalDpiY() / kPointsPerInch;
   return QSizeF(body * kBodiesWide, body * kBodiesHigh).toSize();
 }
 
@@ -225,11 +254,18 @@ void SettingsWindow::paintEvent(QPaintEvent* event) {
   QTimer::singleShot(0, this, std::exchange(painted, nullptr));  // when this frame has reached the screen
 }
 
-// Return applies, wherever the focus is; Escape closes.
+// The push button or lock that has the focus; Apply from everywhere else.
+QAbstractButton* SettingsWindow::buttonForReturn() const {
+  auto* focused = qobject_cast<QAbstractButton*>(focusWidget());
+  if (focused != nullptr && !focused->isCheckable()) return focused;
+  return button(pane_.ib_button_Apply);
+}
+
+// Return presses a button; Escape closes.
 void SettingsWindow::keyPressEvent(QKeyEvent* event) {
-  const bool applies = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (applies && isFilled()) {
-    static_cast<QPushButton*>(binding(text(pane_.ib_button_Apply.name()))->widget())->click();
+  const bool presses = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (presses && isFilled()) {
+    if (!event->isAutoRepeat()) buttonForReturn()->click();
   } else if (event->key() == Qt::Key_Escape) {
     close();
   } else {

@@ -12,7 +12,8 @@
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/page.h"
 
-class QScrollArea;
+class QAbstractButton;
+class QPushButton;
 class QStackedWidget;
 
 namespace norvik::desktop {
@@ -34,6 +35,11 @@ class SettingsWindow : public QWidget, public ControlObserver {
   // The same for the page that shows, after a tick of the pane; the rest only every few seconds, as it takes
   // longer and asks the computer.
   void ticked();
+
+  // The page of the last time, as a row of the sidebar: shown now, or once the lock that keeps it is open.
+  // What is to be remembered for the next time.
+  void restorePage(int row);
+  int pageToRestore() const;
 
   const std::vector<Page*>& pages() const { return pages_; }
   // The binding of that outlet, page or frame; null where there is none.
@@ -59,11 +65,16 @@ class SettingsWindow : public QWidget, public ControlObserver {
  private:
   bool isFilled() const { return frame_ != nullptr; }
   void addPages();
+  void addShortcuts();
   QWidget* makeFrame();
   Binding& bind(const ControlDescription& description, QWidget* parent);
   void edited();
   void followTexts(const Binding& changed);
   void followServer();
+  void restoreFocus();
+  bool isTabStop(const QWidget& widget) const;
+  QPushButton* button(const Control& control) const;
+  QAbstractButton* buttonForReturn() const;
   void assignMnemonics();
   void orderTabs();
   void showPage();
@@ -77,7 +88,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;
-  QPointer<QWidget> focusBefore_;  // of a start or stop
+  QPointer<QWidget> focusBefore_;  // a start or stop that is under way
   int ticksToNotes_ = 0;
   bool leaving_ = false;
 };

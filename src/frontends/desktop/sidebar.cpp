@@ -1,5 +1,5 @@
-// Rows into items: a heading stands out and cannot be chosen, a page stands under its heading, a greyed one
-// cannot be chosen either.
+// Rows as items: a heading is bold and cannot be chosen, a page is indented under it, a greyed page cannot be
+// chosen either.
 #include "src/frontends/desktop/sidebar.h"
 
 #include <QPainter>
@@ -19,22 +19,25 @@ constexpr int kHeadingRole = Qt::UserRole;
 constexpr double kHeadingLines = 2.2;  // heights, in lines of text
 constexpr double kPageLines = 1.6;
 
-struct RowLook {
+constexpr int kFocusWidth = 2;  // in pixels
+
+// What each of the interface's cell views means for a row.
+struct RowKind {
   std::string_view identifier;
   bool heading;
   Qt::ItemFlags flags;
 };
-const RowLook kLooks[] = {
+const RowKind kRowKinds[] = {
     {"RootItem", true, Qt::NoItemFlags},
     {"EnabledItem", false, Qt::ItemIsEnabled | Qt::ItemIsSelectable},
     {"DisabledItem", false, Qt::NoItemFlags},
 };
 
-void look(QListWidgetItem& item, const CellView& view) {
-  for (const RowLook& row : kLooks) {
-    if (row.identifier != view.identifier) continue;
-    if (item.flags() != row.flags) item.setFlags(row.flags);
-    item.setData(kHeadingRole, row.heading);
+void showRow(QListWidgetItem& item, const CellView& view) {
+  for (const RowKind& kind : kRowKinds) {
+    if (kind.identifier != view.identifier) continue;
+    if (item.flags() != kind.flags) item.setFlags(kind.flags);
+    item.setData(kHeadingRole, kind.heading);
     item.setText(text(view.text));
   }
 }
@@ -51,7 +54,7 @@ class RowDelegate : public QStyledItemDelegate {
             static_cast<int>(row.fontMetrics.height() * lines)};
   }
 
-  // The row is filled as a whole; its words stand apart, as far in as the row is deep.
+  // The whole row is filled; its words are indented as deep as the row is.
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override {
     QStyleOptionViewItem row = option;
     initStyleOption(&row, index);
@@ -87,13 +90,13 @@ class RowDelegate : public QStyledItemDelegate {
     return row.fontMetrics.averageCharWidth() * (index.data(kHeadingRole).toBool() ? 1 : 2);
   }
 
+  // A frame in the colour of the chosen row's words; the styles' own is hardly seen on that row.
   static void drawFocus(QPainter* painter, const QStyleOptionViewItem& row) {
     if (!row.state.testFlag(QStyle::State_HasFocus)) return;
-    QStyleOptionFocusRect frame;
-    frame.QStyleOption::operator=(row);
-    frame.backgroundColor = row.palette.color(QPalette::Highlight);
-    frame.state |= QStyle::State_KeyboardFocusChange | QStyle::State_Item;
-    row.widget->style()->drawPrimitive(QStyle::PE_FrameFocusRect, &frame, painter, row.widget);
+    const QRect frame = row.rect.adjusted(1, 1, -1, -1);
+    const QRegion inside = frame.adjusted(kFocusWidth, kFocusWidth, -kFocusWidth, -kFocusWidth);
+    for (const QRect& side : QRegion(frame).subtracted(inside))
+      painter->fillRect(side, row.palette.highlightedText());
   }
 
   const OutlineView& outline_;
@@ -116,7 +119,7 @@ Sidebar::Sidebar(OutlineView& outline, const ControlDescription& description, QW
   outline_.setObserver(this);
   showRows();
   connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
-    outline_.clickRow(row);
+    chooseRow(row);
     showSelection();  // a refused click leaves the model's row, and so ours
   });
 }
@@ -126,7 +129,40 @@ Sidebar::~Sidebar() {
 }
 
 void Sidebar::controlChanged(Control& /*control*/) {
+  const int before = currentRow();
   showRows();
+  const bool left = before != -1 && before != outline_.selectedRow();
+  if (left && !canBeChosen(before)) rowToReturnTo_ = before;
+}
+
+void Sidebar::chooseRow(int row) {
+  outline_.clickRow(row);
+  if (outline_.selectedRow() == row) rowToReturnTo_ = -1;
+}
+
+void Sidebar::choosePage(int step) {
+  const int rows = count();
+  for (int i = 1; i <= rows; ++i) {
+    const int row = (outline_.selectedRow() + i * step + i * rows) % rows;
+    if (canBeChosen(row)) return chooseRow(row);
+  }
+}
+
+void Sidebar::restoreRow(int row) {
+  chooseRow(row);
+  if (outline_.selectedRow() != row) rowToReturnTo_ = row;
+}
+
+int Sidebar::rowToRestore() const {
+  return rowToReturnTo_ != -1 ? rowToReturnTo_ : outline_.selectedRow();
+}
+
+void Sidebar::returnToPage() {
+  if (rowToReturnTo_ != -1 && canBeChosen(rowToReturnTo_)) chooseRow(rowToReturnTo_);
+}
+
+bool Sidebar::canBeChosen(int row) const {
+  return row >= 0 && row < count() && item(row)->flags().testFlag(Qt::ItemIsEnabled);
 }
 
 void Sidebar::showRows() {
@@ -136,7 +172,7 @@ void Sidebar::showRows() {
   if (this->count() != count) updateGeometry();
   while (this->count() > count) delete takeItem(this->count() - 1);
   while (this->count() < count) addItem(QString());
-  for (int i = 0; i < count; ++i) look(*item(i), rows[static_cast<std::size_t>(i)].view);
+  for (int i = 0; i < count; ++i) showRow(*item(i), rows[static_cast<std::size_t>(i)].view);
   showSelection();
 }
 
@@ -153,11 +189,11 @@ QModelIndex Sidebar::moveCursor(CursorAction action, Qt::KeyboardModifiers modif
 }
 
 QModelIndex Sidebar::firstFrom(int row, int step) const {
-  while (row >= 0 && row < count() && !item(row)->flags().testFlag(Qt::ItemIsEnabled)) row += step;
+  while (row >= 0 && row < count() && !canBeChosen(row)) row += step;
   return model()->index(row, 0);
 }
 
-// A scroll bar stands beside the words and takes nothing from them.
+// A scroll bar gets a width of its own, beside that of the words.
 QSize Sidebar::sizeHint() const {
   const QScrollBar& bar = *verticalScrollBar();
   const int beside = bar.maximum() > bar.minimum() ? bar.sizeHint().width() : 0;

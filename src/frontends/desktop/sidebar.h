@@ -18,6 +18,15 @@ class Sidebar : public QListWidget, public ControlObserver {
   // The model's rows or selection changed.
   void controlChanged(Control& control) override;
 
+  // Chooses the next page that can be chosen (`step` 1), or the one before (-1), around the end.
+  void choosePage(int step);
+  // The page of the last time: chosen now, or by returnToPage() once the lock is open.
+  void restoreRow(int row);
+  // What restoreRow() is to be given the next time.
+  int rowToRestore() const;
+  // Goes back to the page that locking left, where it can be chosen and no other has been chosen since.
+  void returnToPage();
+
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 
@@ -26,10 +35,13 @@ class Sidebar : public QListWidget, public ControlObserver {
 
  private:
   QModelIndex firstFrom(int row, int step) const;
+  void chooseRow(int row);
+  bool canBeChosen(int row) const;
   void showRows();
   void showSelection();
 
   OutlineView& outline_;
+  int rowToReturnTo_ = -1;  // the page that only the lock keeps from showing; -1 for none
 };
 
 }  // namespace norvik::desktop

@@ -4,12 +4,17 @@
 #include <QApplication>
 #include <QPalette>
 #include <QStyle>
-#include <QStyleFactory>
+
+#include "src/frontends/desktop/contrast_style.h"
 
 namespace norvik::desktop {
 
+void useDesktopTheme(QApplication& /*application*/) {
+  if (QApplication::style()->name() == QLatin1String("fusion")) QApplication::setStyle(new ContrastStyle);
+}
+
 void useDarkTheme(QApplication& /*application*/) {
-  QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  QApplication::setStyle(new ContrastStyle);
   QPalette dark(QColor(0x4a, 0x4e, 0x54), QColor(0x36, 0x39, 0x3e));
   const QColor words(0xe6, 0xe7, 0xe9);
   const QColor greyed(0x86, 0x89, 0x8d);
@@ -18,7 +23,7 @@ void useDarkTheme(QApplication& /*application*/) {
     dark.setColor(role, words);
     dark.setColor(QPalette::Disabled, role, greyed);
   }
-  dark.setColor(QPalette::Highlight, QColor(0x3d, 0x8b, 0xe0));
+  dark.setColor(QPalette::Highlight, QColor(0x2f, 0x74, 0xc0));
   dark.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0x5a, 0x5e, 0x64));
   dark.setColor(QPalette::Base, QColor(0x1d, 0x1f, 0x21));
   dark.setColor(QPalette::AlternateBase, QColor(0x2b, 0x2d, 0x30));

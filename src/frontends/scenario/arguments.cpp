@@ -1,4 +1,4 @@
-// The takers, and what they say where they are not pleased.
+// Taking arguments, and what is wrong with them.
 #include "src/frontends/scenario/arguments.h"
 
 #include <charconv>
@@ -97,13 +97,13 @@ int64_t Arguments::integerWithin(int64_t least, int64_t most) {
 }
 
 std::string Arguments::body() {
-  if (!body_) throw Malformed("expected lines under the command, begun by <<END");
+  if (!body_) throw Malformed("expected lines below the command, after <<END");
   return *std::exchange(body_, std::nullopt);
 }
 
 void Arguments::end() const {
   if (!atEnd()) throwUnexpected("the end of the command", words_[next_]);
-  if (body_) throw Malformed("the command takes no lines under it");
+  if (body_) throw Malformed("the command takes no lines below it");
 }
 
 }  // namespace norvik::scenario

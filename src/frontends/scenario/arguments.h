@@ -1,5 +1,5 @@
-// What follows a command's name, taken off from the left by what the command needs next. Every taker throws
-// Malformed where something else stands there.
+// What follows a command's name. A command takes what it needs from the left; every function that takes
+// something throws Malformed if something else is there.
 #pragma once
 
 #include <cstdint>
@@ -18,14 +18,14 @@ class Arguments {
   Arguments(std::vector<Word> words, std::optional<std::string> body);
 
   bool atEnd() const { return next_ == words_.size(); }
-  // Whether the next word is that bare word; takes it off if so.
+  // Whether the next word is that bare word; takes it if so.
   bool takes(std::string_view word);
 
   std::string text();                                           // in double quotes
   std::string word();                                           // bare
   std::string wordOrText();                                     // either
   std::optional<std::string> textOr(std::string_view nothing);  // nothing for that bare word
-  // The rest as texts, with nothing for that bare word.
+  // All that is left, as texts, with nothing for that bare word.
   std::vector<std::optional<std::string>> textsOr(std::string_view nothing);
   std::vector<std::string> texts();
   bool yesOrNo();  // YES, NO
@@ -37,11 +37,11 @@ class Arguments {
     return static_cast<Integer>(integerWithin(least, most));
   }
 
-  // The lines under the command.
+  // The lines below the command.
   bool hasBody() const { return body_.has_value(); }
   std::string body();
 
-  // Throws where something was left over.
+  // Throws if anything is left.
   void end() const;
 
  private:

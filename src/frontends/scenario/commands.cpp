@@ -1,4 +1,4 @@
-// All tables together.
+// All the tables together.
 #include "src/frontends/scenario/commands.h"
 
 #include <vector>

@@ -1,4 +1,4 @@
-// The commands of the scenario language: one table a theme, each in a file of its own.
+// The commands of the scenario language: one table for each theme, each in its own file.
 #pragma once
 
 #include <span>
@@ -9,7 +9,7 @@
 
 namespace norvik::scenario {
 
-// Takes what it needs off the arguments; what it leaves is malformed.
+// Takes what it needs from the arguments; anything left is malformed.
 using CommandFunction = void (*)(Session& session, Arguments& arguments);
 
 struct CommandRow {

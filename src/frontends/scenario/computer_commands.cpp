@@ -61,7 +61,7 @@ void answer(Session& session, Arguments& arguments) {
   while (!arguments.atEnd());
 }
 
-// `trace +sleep +display -log`; a word without a sign has the one of the word before it.
+// `trace +sleep +display -log`; a word without a sign has the sign of the word before it.
 void trace(Session& session, Arguments& arguments) {
   char sign = '\0';
   do {

@@ -24,7 +24,7 @@ void directory(Session& session, Arguments& arguments) {
   files.addDirectory(path);
 }
 
-// With lines under it puts the list there; without them asks for its leaves.
+// With lines below it, puts the list there; without, prints its leaves.
 void plist(Session& session, Arguments& arguments) {
   FileSystem& files = session.computer.fileSystem;
   const std::string path = arguments.text();

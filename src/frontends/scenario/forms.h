@@ -1,4 +1,4 @@
-// How values stand in a scenario's output.
+// Values in a scenario's output.
 #pragma once
 
 #include <concepts>
@@ -29,7 +29,7 @@ inline std::string form(const char* text) {
   return quotedOrNull(text);
 }
 
-// What the pane holds or does not: a reference, a dictionary, a list.
+// Something that the pane holds or not: a reference, a dictionary, a list.
 template <typename Opaque>
 std::string form(Opaque* reference) {
   return reference == nullptr ? "null" : "set";

@@ -1,4 +1,4 @@
-// Looking names up in tables, and proposing the nearest one for a slip of the pen.
+// Looks names up in tables, and suggests the nearest one for a misspelt name.
 #pragma once
 
 #include <span>
@@ -10,14 +10,14 @@
 
 namespace norvik::scenario {
 
-// The known word that takes the fewest edits to get to, the first of several; empty where none is known.
+// The known word with the fewest edits, the first of several; empty if none is known.
 std::string_view nearest(std::string_view word, const std::vector<std::string_view>& known);
 
 // `unknown KIND "WORD"; did you mean "KNOWN"?`
 [[noreturn]] void throwUnknown(std::string_view kind, std::string_view word,
                                const std::vector<std::string_view>& known);
 
-// The row of that name, in a table of rows that have a `name`; Malformed where there is none.
+// The row with that name, in a table of rows that have a `name`; Malformed if there is none.
 template <typename Row>
 const Row& rowNamed(std::string_view kind, std::string_view word, std::span<const Row> table) {
   std::vector<std::string_view> known;

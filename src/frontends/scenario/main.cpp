@@ -19,7 +19,7 @@ enum Status { kSame = 0, kDifferent = 1, kMalformed = 2 };
 constexpr const char* kUsage =
     "usage: norvik-scenario FILE...           run and compare\n"
     "       norvik-scenario --print FILE      print the file with its actual output\n"
-    "       norvik-scenario --update FILE...  put the actual output into the files\n";
+    "       norvik-scenario --update FILE...  write the actual output into the files\n";
 
 Status statusOf(RunResult::Outcome outcome) {
   switch (outcome) {
@@ -73,7 +73,7 @@ int updateAll(const std::vector<std::string>& paths) {
     if (status == kSame && result.actual != result.text) {
       std::ofstream file(path, std::ios::binary);
       if (!(file << result.actual << std::flush)) {
-        std::cerr << path << ":1: the file cannot be written\n";
+        std::cerr << path << ":1: cannot write the file\n";
         status = kMalformed;
       }
     }

@@ -16,8 +16,8 @@ namespace {
 
 using P = NVKServerPrefs;
 
-// Calls an operation of the pane, or a plain function, with the values taken, and prints what it returns, if
-// it returns something.
+// Calls an operation of the pane, or a plain function, with these values, and prints its result, if it has
+// one.
 template <auto operation, typename... Values>
 void callAndPrint(Session& session, Values... values) {
   const auto call = [&] {
@@ -117,8 +117,8 @@ void runCmdEx(Session& session, Arguments& arguments) {
 
 constexpr int32_t kMostBufferBytes = 1 << 26;
 
-// A buffer that holds a text to tell whether it was written, cut to its size, and zeros behind it. Exactly as
-// large as said, so that a checked build notices a byte too many.
+// A buffer with a text that shows whether it was written, truncated to fit, then zeros. Has exactly the given
+// size, so that a checked build notices a byte too many.
 class Buffer {
  public:
   explicit Buffer(int32_t size) : bytes_(static_cast<std::size_t>(std::max(size, 0)), '\0') {
@@ -146,7 +146,7 @@ void runCmdToBuf(Session& session, Arguments& arguments) {
   const std::string tool = arguments.text();
   const Slots<5> a(arguments);
   Buffer buffer(isNull ? 0 : length);
-  char nothing = '\0';  // an empty buffer is no null one
+  char nothing = '\0';  // an empty buffer is not a null one
   char* bytes = length > 0 ? buffer.data() : &nothing;
   const bool launched = session.pane().runCmdToBuf(isNull ? nullptr : bytes, length, tool.c_str(), a[0], a[1],
                                                    a[2], a[3], a[4]);
@@ -189,7 +189,7 @@ class VersionOutputs {
   explicit VersionOutputs(Arguments& arguments) {
     for (std::size_t i = 0; i < values_.size() && !arguments.atEnd(); ++i) {
       passed_[i] = !arguments.takes("-");
-      if (passed_[i]) arguments.integer();  // any number stands for an output
+      if (passed_[i]) arguments.integer();  // any number
     }
   }
   int32_t* operator[](std::size_t i) { return passed_[i] ? &values_[i] : nullptr; }

@@ -1,4 +1,4 @@
-// The operations that a scenario can call by their names.
+// The operations that a scenario can call by name.
 #pragma once
 
 #include <span>

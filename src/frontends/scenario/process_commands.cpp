@@ -30,7 +30,8 @@ void dead(Session& session, Arguments& arguments) {
 
 void killError(Session& session, Arguments& arguments) {
   const int32_t pid = pidOf(arguments);
-  if (!arguments.takes("EPERM")) throw Malformed("expected EPERM; a process that does not exist is dead");
+  if (!arguments.takes("EPERM"))
+    throw Malformed("expected EPERM; use dead for a process that does not exist");
   session.computer.processes.setState(pid, ProcessTable::State::notPermitted);
 }
 

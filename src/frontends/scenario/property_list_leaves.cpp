@@ -1,4 +1,4 @@
-// Writes a list as leaves by walking it, and reads leaves by growing a tree of nodes that becomes the list.
+// Writes a list as leaves; reads leaves into a tree of nodes, which then becomes the list.
 #include "src/frontends/scenario/property_list_leaves.h"
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace norvik::scenario {
 
 namespace {
 
-// ---- a value behind its type's name
+// ---- a value and the name of its type
 
 std::string hexadecimal(std::string_view bytes) {
   constexpr std::string_view kDigits = "0123456789abcdef";
@@ -104,7 +104,7 @@ constexpr Type kTypes[] = {
     {"array", emptyArray},
 };
 
-// The value that `TYPE VALUE` gives; nothing where it is none.
+// The value of `TYPE VALUE`; nothing if it is not one.
 Value valueOf(std::string_view form) {
   const std::string_view name = form.substr(0, form.find(' '));
   form.remove_prefix(std::min(name.size() + 1, form.size()));
@@ -116,7 +116,7 @@ Value valueOf(std::string_view form) {
 
 // ---- paths
 
-// A key as a path holds it: a slash in it is not taken for the end of it, and it stays on its line.
+// A key in a path: a slash in it does not end it, and it stays on its line.
 std::string keyForm(std::string_view key) {
   std::string form;
   for (const char c : escaped(key)) {
@@ -126,7 +126,7 @@ std::string keyForm(std::string_view key) {
   return form;
 }
 
-// A path as a line can begin with it: neither blank nor taken for a command or a comment.
+// A path at the beginning of a line: not blank, and not mistaken for a command or a comment.
 std::string lineForm(const std::string& path) {
   constexpr std::string_view kTaken = " >#";
   if (path.empty() || kTaken.find(path[0]) == std::string_view::npos) return path;
@@ -138,7 +138,7 @@ std::vector<std::string> keysOf(std::string_view path) {
   std::size_t begin = 0;
   for (std::size_t i = 0; i < path.size(); ++i) {
     if (path[i] == '\\') {
-      ++i;  // whatever stands behind it ends no key
+      ++i;  // an escaped character ends no key
     } else if (path[i] == '/') {
       keys.push_back(unescapedKey(path.substr(begin, i - begin)));
       begin = i + 1;
@@ -164,7 +164,7 @@ void collect(const PropertyList& list, const std::string& path,
 
 // ---- the tree
 
-// A leaf, or what has further keys below it.
+// A leaf, or a node with further keys below it.
 struct Node {
   Value leaf;
   std::map<std::string, Node> below;
@@ -185,7 +185,8 @@ PropertyList arrayOf(Node& node) {
   PropertyList::Array array(node.below.size());
   for (auto& [key, child] : node.below) {
     const auto index = indexOf(key);
-    if (!index || *index >= array.size()) throw Malformed("the elements of an array are numbered from 0 on");
+    if (!index || *index >= array.size())
+      throw Malformed("the elements of an array must be numbered from 0 without gaps");
     array[*index] = listOf(child);
   }
   return array;
@@ -202,15 +203,15 @@ PropertyList listOf(Node& node) {
 void plant(Node& root, std::string_view path, PropertyList value) {
   Node* node = &root;
   for (const std::string& key : keysOf(path)) {
-    if (node->leaf) throw Malformed("a value stands above " + std::string(path));
+    if (node->leaf) throw Malformed("there is a value above " + std::string(path));
     if (node->below.empty()) node->isArray = indexOf(key).has_value();
     node = &node->below[key];
   }
-  if (!node->below.empty()) throw Malformed("values stand below " + std::string(path));
+  if (!node->below.empty()) throw Malformed("there are values below " + std::string(path));
   node->leaf = std::move(value);
 }
 
-// A key may hold spaces, so the path ends before the first space behind which a type and its value stand.
+// A key may contain spaces, so the path ends before the first space that a type and its value follow.
 void plantLine(Node& root, const std::string& line) {
   for (std::size_t space = line.find(' '); space != std::string::npos; space = line.find(' ', space + 1)) {
     if (auto value = valueOf(std::string_view(line).substr(space + 1))) {
@@ -225,7 +226,7 @@ void plantLine(Node& root, const std::string& line) {
 std::vector<std::string> leavesOf(const PropertyList& list) {
   std::vector<std::pair<std::string, std::string>> leaves;
   collect(list, "", leaves);
-  // The root itself is the one leaf where it is empty.
+  // An empty root is itself the only leaf.
   if (leaves.size() == 1 && leaves[0].first.empty()) return {leaves[0].second};
   std::sort(leaves.begin(), leaves.end());
   std::vector<std::string> lines;

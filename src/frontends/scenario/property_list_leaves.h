@@ -9,11 +9,11 @@
 
 namespace norvik::scenario {
 
-// The leaves, sorted by their paths as printed; `dictionary` or `array` alone for an empty root. The root
-// must be one of the two.
+// The leaves, sorted by their paths as printed; just `dictionary` or `array` for an empty root. The root must
+// be one of the two.
 std::vector<std::string> leavesOf(const PropertyList& list);
 
-// The list that a body of such lines describes, in any order. Throws Malformed.
+// The list that such lines describe, in any order. Throws Malformed.
 PropertyList listOfLeaves(std::string_view body);
 
 }  // namespace norvik::scenario

@@ -1,4 +1,4 @@
-// What a scenario asks of the panes.
+// What a scenario asks about the panes.
 #include "src/frontends/scenario/commands.h"
 #include "src/frontends/scenario/forms.h"
 #include "src/frontends/scenario/known_words.h"

@@ -1,4 +1,4 @@
-// Tells commands, bodies, expected output, comments and blank lines apart.
+// Separates commands, bodies, expected output, comments and blank lines.
 #include "src/frontends/scenario/scenario_file.h"
 
 #include <cstddef>
@@ -73,7 +73,7 @@ class Reader {
       ++next_;
       return text;
     }
-    throw MalformedAt(begin, "the lines under the command do not end in a line END");
+    throw MalformedAt(begin, "the lines below the command do not end with a line END");
   }
 
   int number() const { return static_cast<int>(next_) + 1; }

@@ -1,5 +1,4 @@
-// A scenario as text: its commands, each with the output that is expected of it, between lines that are kept
-// as they are.
+// A scenario as text: its commands, each with its expected output, and other lines, which are kept unchanged.
 #pragma once
 
 #include <optional>
@@ -12,7 +11,7 @@
 
 namespace norvik::scenario {
 
-// A malformed scenario and where: the number of the line, from 1.
+// A malformed scenario, and the number of the line, from 1.
 struct MalformedAt : Malformed {
   MalformedAt(int at, const std::string& message) : Malformed(message), line(at) {}
   int line;
@@ -21,12 +20,12 @@ struct MalformedAt : Malformed {
 struct Command {
   int line = 0;                     // of the file, from 1
   std::string words;                // the line without "> " and "<<END"
-  std::optional<std::string> body;  // the lines under it, each with a line feed
+  std::optional<std::string> body;  // the lines below it, each with a line feed
 };
 
-// A comment or a blank line; or a command with all that belongs to it.
+// A comment or a blank line, or a command with everything that belongs to it.
 struct Passage {
-  std::vector<std::string> lines;  // the lines that stay, the body's and END among them
+  std::vector<std::string> lines;  // the lines that are kept, including the body and END
   std::optional<Command> command;
   std::vector<std::string> expected;  // the command's output
 };
@@ -34,7 +33,7 @@ struct Passage {
 // Throws MalformedAt.
 std::vector<Passage> parseScenario(std::string_view text);
 
-// The lines of a text, without their line feeds; a last line need not have one.
+// The lines of a text, without their line feeds; the last line may lack one.
 std::vector<std::string> linesOf(std::string_view text);
 
 }  // namespace norvik::scenario

@@ -37,7 +37,7 @@ void append(std::string& text, const std::vector<std::string>& lines) {
   for (const std::string& line : lines) text += line + '\n';
 }
 
-// The lines that a command prints; whatever is wrong with it is wrong on its line.
+// The lines that a command prints; an error gets the command's line.
 std::vector<std::string> outputOf(Session& session, const Command& command) {
   try {
     return session.run(command.words, command.body);
@@ -91,7 +91,7 @@ std::string actualText(const std::string& text, Leftovers& leftovers) {
 void writeAll(int output, std::string_view text) {
   while (!text.empty()) {
     const ssize_t count = write(output, text.data(), text.size());
-    if (count < 0) throw std::runtime_error("the output cannot be written");
+    if (count < 0) throw std::runtime_error("cannot write the output");
     text.remove_prefix(static_cast<std::size_t>(count));
   }
 }
@@ -148,18 +148,18 @@ RunResult runScenario(const std::string& path) {
   RunResult result;
   const auto text = contentsOf(path);
   if (!text) {
-    std::cerr << path << ":1: the file cannot be read\n";
+    std::cerr << path << ":1: cannot read the file\n";
     result.outcome = RunResult::Outcome::malformed;
     return result;
   }
   result.text = *text;
   int ends[2];
-  std::cout.flush();  // or the child would write it once more
+  std::cout.flush();  // or the child would write it again
   const pid_t child = pipe(ends) == 0 ? fork() : -1;
-  if (child < 0) throw std::runtime_error("no process can be made to run the scenario in");
+  if (child < 0) throw std::runtime_error("cannot make a process for the scenario");
   if (child == 0) {
     close(ends[0]);
-    // Leaves through exit, so that what checks or measures the program has its say.
+    // Ends through exit, so that sanitizers and coverage can report.
     std::exit(runInChild(path, *text, ends[1]));
   }
   close(ends[1]);

@@ -1,4 +1,4 @@
-// Keeps the panes and collects what is printed.
+// Owns the panes and collects what is printed.
 #include "src/frontends/scenario/session.h"
 
 #include <utility>
@@ -11,7 +11,7 @@ namespace norvik::scenario {
 
 Session::Session(InterfaceDescription shipped) : interface_(std::move(shipped)) {
   installPlatform(&computer.platform());
-  // A scenario says itself when the state timer fires: with `tick`.
+  // A scenario itself says when the state timer fires, with `tick`.
   computer.runLoop.setFiresInPasses(false);
   computer.effects.setSink([this](EffectKind kind, const std::string& line) {
     if (trace.shows(kind)) effects_.push_back(line);

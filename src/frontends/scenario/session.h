@@ -1,4 +1,4 @@
-// One scenario while it runs: the computer, the panes that were created on it, and what the present command
+// One scenario while it runs: the computer, the panes that were created on it, and what the current command
 // prints.
 #pragma once
 
@@ -16,7 +16,7 @@ namespace norvik::scenario {
 
 class Session {
  public:
-  // Installs the computer. The module keeps state for the life of the process, so a process is for one
+  // Installs the computer. The module keeps state for the life of the process, so a process can run only one
   // session.
   explicit Session(InterfaceDescription shipped);
   ~Session();
@@ -26,30 +26,30 @@ class Session {
   // The lines that a command prints: its effects, then its own output. Throws Malformed.
   std::vector<std::string> run(const std::string& words, const std::optional<std::string>& body);
 
-  // Adds a line to the present command's output.
+  // Adds a line to the current command's output.
   void print(std::string line) { output_.push_back(std::move(line)); }
 
-  // What is open on the computer, or held there by no pane, each by its name: streams, authorizations,
-  // timers. Between two commands no rule leaves anything of it.
+  // The names of all open streams, and of the authorizations and timers that no pane holds. Between two
+  // commands, no rule leaves any of them.
   std::vector<std::string> leftBehind() const;
-  // Ends every pane. What they do to the computer is shown nowhere.
+  // Ends every pane. Their effects are not shown.
   void deallocatePanes();
 
-  // Makes a pane and makes it the current one.
+  // Creates a pane and makes it the current one.
   void createPane();
-  // Makes the pane of that number, from 1, the current one; throws Malformed where there is none.
+  // Makes the pane with that number, from 1, the current one; throws Malformed if there is none.
   void selectPane(std::size_t number);
-  // Ends the current pane; there is no current one then.
+  // Ends the current pane; then there is no current one.
   void deallocatePane();
-  // The current pane; throws Malformed where there is none.
+  // The current pane; throws Malformed if there is none.
   NVKServerPrefs& pane() const;
   bool hasPane() const { return current_ != 0; }
   // The number of a pane; 0 for null.
   std::size_t numberOf(const NVKServerPrefs* pane) const;
-  // The current pane's control of that name; throws Malformed where there is none.
+  // The current pane's control with that name; throws Malformed if there is none.
   Control& control(const std::string& name) const;
 
-  // Panes made from now on have these tabs. The controls of the shipped ones stay, outside of them.
+  // Panes created from now on have these tabs. The controls of the shipped tabs stay, outside the new ones.
   void setTabs(const std::vector<std::string>& labels);
 
   SimulatedComputer computer;

@@ -1,4 +1,4 @@
-// The kinds by their names.
+// The kinds by name.
 #include "src/frontends/scenario/trace.h"
 
 #include "src/frontends/scenario/known_words.h"

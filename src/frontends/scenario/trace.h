@@ -10,11 +10,11 @@ namespace norvik::scenario {
 
 class Trace {
  public:
-  // Shows what can be seen from outside the pane's process and without looking closely.
+  // Shows what is easily seen from outside the pane's process.
   Trace();
 
   bool shows(EffectKind kind) const { return shown_.contains(kind); }
-  // Shows or hides the kind of that name; throws Malformed for an unknown one.
+  // Shows or hides the kind with that name; throws Malformed for an unknown one.
   void set(std::string_view kind, bool shown);
 
  private:

@@ -47,7 +47,7 @@ std::vector<Edit> editsOf(const Lines& before, const Lines& after) {
   return edits;
 }
 
-// How many of the edits from `begin` to `end` stand in the text that `sign` does not leave out.
+// How many of the edits from `begin` to `end` do not have that sign.
 std::size_t count(const std::vector<Edit>& edits, std::size_t begin, std::size_t end, char otherSign) {
   return static_cast<std::size_t>(std::count_if(edits.begin() + static_cast<std::ptrdiff_t>(begin),
                                                 edits.begin() + static_cast<std::ptrdiff_t>(end),
@@ -77,7 +77,7 @@ std::string unifiedDiff(const Lines& before, const Lines& after, std::string_vie
       ++i;
       continue;
     }
-    // A hunk goes on for as long as the next change is near.
+    // A hunk continues as long as the next change is near.
     std::size_t last = i;
     for (std::size_t j = i; j < edits.size() && j <= last + 2 * kContext + 1; ++j) {
       if (edits[j].sign != ' ') last = j;

@@ -1,4 +1,4 @@
-// The difference of two texts as people read it.
+// The difference between two texts, for people.
 #pragma once
 
 #include <string>
@@ -7,8 +7,7 @@
 
 namespace norvik::scenario {
 
-// A unified diff with three lines of context; empty where the lines are the same. The names stand in its
-// head.
+// A unified diff with three lines of context, headed by the names; empty if the lines are the same.
 std::string unifiedDiff(const std::vector<std::string>& before, const std::vector<std::string>& after,
                         std::string_view beforeName, std::string_view afterName);
 

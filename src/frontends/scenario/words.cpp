@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kEscapeLetters = "nrt\"\\";
 constexpr std::string_view kEscapeMeanings = "\n\r\t\"\\";
 
-// Takes what stands behind a backslash off the text.
+// Removes what follows a backslash from the text.
 char takeEscape(std::string_view& text) {
   if (text.empty()) throw Malformed("a text ends in a backslash");
   const char letter = text.front();
@@ -65,7 +65,7 @@ std::vector<Word> splitWords(std::string_view line) {
     } else if (line.front() == '"') {
       words.push_back({takeQuoted(line), true});
       if (!line.empty() && line.front() != ' ')
-        throw Malformed("a space is missing behind a text in double quotes");
+        throw Malformed("a space is missing after a text in double quotes");
     } else {
       const std::string_view word = line.substr(0, line.find(' '));
       if (word.find('"') != std::string_view::npos)

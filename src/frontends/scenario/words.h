@@ -9,16 +9,16 @@ namespace norvik::scenario {
 
 struct Word {
   std::string text;     // without quotation marks, escapes resolved
-  bool quoted = false;  // "none" in quotation marks is a text, none without them is a word
+  bool quoted = false;  // "none" in quotes is a text, none without them is a word
 };
 
 // Words are separated by spaces. Throws Malformed for a text that does not end or has an unknown escape.
 std::vector<Word> splitWords(std::string_view line);
 
-// Takes a text in double quotes off the line, which begins with one; what follows stays.
+// Removes a text in double quotes from the line, which begins with one; what follows stays.
 std::string takeQuoted(std::string_view& line);
 
-// The key with its escapes resolved, those of texts and \/ for a slash.
+// The key with its escapes resolved: those of texts, and \/ for a slash.
 std::string unescapedKey(std::string_view key);
 
 }  // namespace norvik::scenario

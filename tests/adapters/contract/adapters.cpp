@@ -1,4 +1,4 @@
-// The adapters that hold every port.
+// The adapters that implement every platform interface.
 #include "tests/adapters/contract/computer_under_test.h"
 
 namespace norvik {

@@ -1,4 +1,4 @@
-// The contract of the authorization port: who may, and the tools that are then started.
+// The contract of the authorization service: who is granted rights, and the tools that are then started.
 #include <array>
 
 #include "tests/adapters/contract/computer_under_test.h"
@@ -14,20 +14,20 @@ class AuthorizationContract : public ContractTest {
  protected:
   AuthorizationRef make() {
     AuthorizationRef made = nullptr;
-    EXPECT_EQ(port.AuthorizationCreate({}, kAuthorizationFlagDefaults, made), errAuthorizationSuccess);
+    EXPECT_EQ(service.AuthorizationCreate({}, kAuthorizationFlagDefaults, made), errAuthorizationSuccess);
     EXPECT_NE(made, nullptr);
     return made;
   }
   OSStatus request(AuthorizationRef authorization, AuthorizationFlags flags) {
     const std::array<AuthorizationItem, 2> rights{{{kRight, "/bin/mv"}, {kRight, "/bin/chmod"}}};
-    return port.AuthorizationCopyRights(authorization, rights, flags);
+    return service.AuthorizationCopyRights(authorization, rights, flags);
   }
   void free(AuthorizationRef authorization) {
-    EXPECT_EQ(port.AuthorizationFree(authorization, kAuthorizationFlagDestroyRights),
+    EXPECT_EQ(service.AuthorizationFree(authorization, kAuthorizationFlagDestroyRights),
               errAuthorizationSuccess);
   }
 
-  AuthorizationService& port = ports.authorization;
+  AuthorizationService& service = interfaces.authorization;
 };
 
 INSTANTIATE_TEST_SUITE_P(Every, AuthorizationContract, everyAdapter(), adapterName);
@@ -72,21 +72,22 @@ TEST_P(AuthorizationContract, KeepsReferencesApart) {
 
 TEST_P(AuthorizationContract, RemovesRightsWhetherOrNotTheyAreHeld) {
   const AuthorizationRef authorization = make();
-  EXPECT_EQ(port.AuthorizationRightRemove(authorization, kRight), errAuthorizationSuccess);
+  EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationSuccess);
   EXPECT_EQ(request(authorization, kAsking), errAuthorizationSuccess);
-  EXPECT_EQ(port.AuthorizationRightRemove(authorization, kRight), errAuthorizationSuccess);
+  EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationSuccess);
   free(authorization);
 }
 
-TEST_P(AuthorizationContract, TellsAReferenceThatIsNone) {
+TEST_P(AuthorizationContract, RecognisesAnInvalidReference) {
   const AuthorizationRef freed = make();
   free(freed);
   const std::array<const char*, 1> none{nullptr};
   for (const AuthorizationRef authorization : {AuthorizationRef{nullptr}, freed}) {
     EXPECT_EQ(request(authorization, kAsking), errAuthorizationInvalidRef);
-    EXPECT_EQ(port.AuthorizationRightRemove(authorization, kRight), errAuthorizationInvalidRef);
-    EXPECT_EQ(port.AuthorizationFree(authorization, kAuthorizationFlagDefaults), errAuthorizationInvalidRef);
-    EXPECT_EQ(port.AuthorizationExecuteWithPrivileges(authorization, "/bin/mv", 0, none.data(), nullptr),
+    EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationInvalidRef);
+    EXPECT_EQ(service.AuthorizationFree(authorization, kAuthorizationFlagDefaults),
+              errAuthorizationInvalidRef);
+    EXPECT_EQ(service.AuthorizationExecuteWithPrivileges(authorization, "/bin/mv", 0, none.data(), nullptr),
               errAuthorizationInvalidRef);
   }
 }
@@ -102,16 +103,16 @@ class ToolsContract : public AuthorizationContract {
 
   OSStatus start(const char* path, std::vector<const char*> arguments, FileRef* pipe = nullptr) {
     arguments.push_back(nullptr);
-    return port.AuthorizationExecuteWithPrivileges(authorization, path, kAuthorizationFlagDefaults,
-                                                   arguments.data(), pipe);
+    return service.AuthorizationExecuteWithPrivileges(authorization, path, kAuthorizationFlagDefaults,
+                                                      arguments.data(), pipe);
   }
   // What the tool prints when it is started.
   std::string outputOf(const char* path, const std::vector<const char*>& arguments) {
     FileRef pipe = nullptr;
     EXPECT_EQ(start(path, arguments, &pipe), errAuthorizationSuccess);
     if (pipe == nullptr) return "no pipe";
-    std::string output = readRest(ports.files, pipe);
-    ports.files.fclose(pipe);
+    std::string output = readRest(interfaces.files, pipe);
+    interfaces.files.fclose(pipe);
     return output;
   }
 
@@ -148,8 +149,8 @@ TEST_P(ToolsContract, ClosesAPipeBeforeItsEnd) {
   ASSERT_EQ(start("/usr/sbin/sysctl", {"-a"}, &pipe), errAuthorizationSuccess);
   ASSERT_NE(pipe, nullptr);
   std::array<char, 5> block{};
-  EXPECT_EQ(ports.files.fread(block.data(), block.size(), pipe), block.size());
-  ports.files.fclose(pipe);
+  EXPECT_EQ(interfaces.files.fread(block.data(), block.size(), pipe), block.size());
+  interfaces.files.fclose(pipe);
   computer->waitForTools();
 }
 
@@ -158,10 +159,10 @@ TEST_P(ToolsContract, SeeksInNoPipe) {
   FileRef pipe = nullptr;
   ASSERT_EQ(start("/usr/sbin/sysctl", {"-a"}, &pipe), errAuthorizationSuccess);
   ASSERT_NE(pipe, nullptr);
-  EXPECT_EQ(ports.files.fseek(pipe, 0, SeekOrigin::end), -1);
-  EXPECT_EQ(ports.files.ftell(pipe), -1);
-  EXPECT_EQ(readRest(ports.files, pipe), "text");
-  ports.files.fclose(pipe);
+  EXPECT_EQ(interfaces.files.fseek(pipe, 0, SeekOrigin::end), -1);
+  EXPECT_EQ(interfaces.files.ftell(pipe), -1);
+  EXPECT_EQ(readRest(interfaces.files, pipe), "text");
+  interfaces.files.fclose(pipe);
 }
 
 TEST_P(ToolsContract, RefusesAToolThatCannotBeStarted) {

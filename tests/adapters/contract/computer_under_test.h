@@ -1,5 +1,5 @@
-// A computer that the contract suite runs over: its ports, and what a test needs to set it up and to see what
-// came of a call. One implementation an adapter; the tests know this interface alone.
+// A computer that the contract suite runs over: its platform interfaces, and what a test needs to set it up
+// and to see the effect of a call. One implementation for each adapter; the tests use only this interface.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -24,7 +24,7 @@
 
 namespace norvik {
 
-struct Ports {
+struct Interfaces {
   Files& files;
   PropertyListFiles& propertyLists;
   ProcessManager& processManager;
@@ -39,7 +39,7 @@ struct Ports {
   AssertionHandler& assertions;
 };
 
-// What an application's bundle says of it.
+// What an application's bundle says about it.
 struct ApplicationKind {
   std::string type;
   std::string creator;
@@ -52,7 +52,7 @@ class ComputerUnderTest {
  public:
   virtual ~ComputerUnderTest() = default;
 
-  virtual Ports ports() = 0;
+  virtual Interfaces interfaces() = 0;
 
   // Files. The folder of a path exists.
   virtual void putFile(const std::string& path, const std::string& bytes) = 0;
@@ -60,42 +60,42 @@ class ComputerUnderTest {
   virtual std::optional<std::string> bytesOf(const std::string& path) = 0;
   virtual bool isDirectory(const std::string& path) = 0;
   virtual std::optional<unsigned> modeOf(const std::string& path) = 0;
-  // Something that is there and cannot be opened, whoever tries.
+  // Something that exists and that nobody can open.
   virtual void putUnreadable(const std::string& path) = 0;
-  // A file that can be read and cannot be opened for writing, whoever tries.
+  // A file that can be read but that nobody can open for writing.
   virtual void putReadOnly(const std::string& path) = 0;
-  // A file that can be opened for writing and takes no byte.
+  // A file that can be opened for writing but accepts no byte.
   virtual void putFull(const std::string& path) = 0;
 
   // Processes of the logged-in user. Each has a greater id than the one before.
   virtual int32_t startApplication(const ApplicationKind& kind) = 0;
   virtual int32_t startOutsideOfBundles() = 0;
   virtual void end(int32_t pid) = 0;
-  // Whether SIGUSR2 has reached the process; waits for it. Whether no signal has, which is told soon.
+  // Whether SIGUSR2 has reached the process; waits for it. Whether no signal has; waits only briefly.
   virtual bool wasSignalled(int32_t pid) = 0;
   virtual bool isUndisturbed(int32_t pid) = 0;
 
-  // What an interactive request for rights gets from now on.
+  // Whether an interactive request for rights is granted from now on.
   virtual void setAdministrator(bool isOne) = 0;
   // The tool prints this when it is started with these arguments.
   virtual void putTool(const std::string& path, const std::vector<std::string>& arguments,
                        const std::string& output) = 0;
   // The tool cannot be started.
   virtual void refuseTool(const std::string& path) = 0;
-  // Until all tools that were started have taken effect.
+  // Waits until all tools that were started have taken effect.
   virtual void waitForTools() = 0;
 
   // Installs an application's bundle with these keys in its Info dictionary.
   virtual void putBundle(const std::string& identifier, const std::map<std::string, std::string>& keys) = 0;
 
-  // Listens for notifications from now on; those that came, as "NAME object=OBJECT options=N", "null" for
+  // Listens for notifications from now on; those received, as "NAME object=OBJECT options=N", "null" for
   // none.
   virtual void listen() = 0;
   virtual std::vector<std::string> posted() = 0;
   // The lines of the log, as "PRIORITY LINE".
   virtual std::vector<std::string> logged() = 0;
   virtual std::size_t failedAssertions() = 0;
-  // The time that waits take, whatever the origin.
+  // The time on the clock that waits follow, from any origin.
   virtual std::chrono::microseconds now() = 0;
 };
 
@@ -115,14 +115,14 @@ inline void PrintTo(const Adapter& adapter, std::ostream* stream) {
   *stream << adapter.name;
 }
 
-// The base of every contract: one test, one fresh computer, each adapter in turn.
+// The base of every contract: each test runs on a fresh computer, for each adapter.
 class ContractTest : public testing::TestWithParam<Adapter> {
  protected:
   std::unique_ptr<ComputerUnderTest> computer = GetParam().make();
-  Ports ports = computer->ports();
+  Interfaces interfaces = computer->interfaces();
 };
 
-// The adapters that a program of tests has, one list each.
+// The adapters of the test program, one list in each.
 const std::vector<Adapter>& adapters();
 
 // All of them, for INSTANTIATE_TEST_SUITE_P.
@@ -134,7 +134,7 @@ inline std::string adapterName(const testing::TestParamInfo<Adapter>& info) {
   return info.param.name;
 }
 
-// The file's bytes through the files port; nothing where it cannot be opened.
+// The file's bytes through the files interface; nothing if it cannot be opened.
 std::optional<std::string> readAll(Files& files, const std::string& path);
 // The rest of an open stream.
 std::string readRest(Files& files, FileRef file);

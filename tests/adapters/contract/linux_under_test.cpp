@@ -27,7 +27,7 @@ class LinuxUnderTest : public ComputerUnderTest {
     folder_.putScript("/bin/chmod", "exec /bin/chmod \"$1\" \"$NORVIK_ROOT$2\"");
   }
 
-  Ports ports() override {
+  Interfaces interfaces() override {
     return {computer_.files,   computer_.propertyLists, computer_.processManager,
             computer_.posix,   computer_.authorization, computer_.notifications,
             runLoop_,          computer_.host,          computer_.systemVersion,

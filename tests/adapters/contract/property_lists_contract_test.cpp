@@ -1,4 +1,4 @@
-// The contract of the property lists port.
+// The contract of the property lists interface.
 #include "src/adapters/property_lists/codec.h"
 #include "tests/adapters/contract/computer_under_test.h"
 
@@ -31,13 +31,13 @@ PropertyList everyKind() {
 class PropertyListsContract : public ContractTest {
  protected:
   std::optional<PropertyList> read(const std::string& path = kPath) {
-    return ports.propertyLists.dictionaryWithContentsOfFile(path);
+    return interfaces.propertyLists.dictionaryWithContentsOfFile(path);
   }
   bool readsAsNothing(const std::string& bytes) {
     computer->putFile(kPath, bytes);
     return !read().has_value();
   }
-  bool write(const std::string& path) { return ports.propertyLists.writeToFile(everyKind(), path); }
+  bool write(const std::string& path) { return interfaces.propertyLists.writeToFile(everyKind(), path); }
 };
 
 INSTANTIATE_TEST_SUITE_P(Every, PropertyListsContract, everyAdapter(), adapterName);
@@ -67,7 +67,7 @@ TEST_P(PropertyListsContract, ReadsEveryEncoding) {
 }
 
 TEST_P(PropertyListsContract, ReadsAnEmptyDictionary) {
-  ASSERT_TRUE(ports.propertyLists.writeToFile(PropertyList(), kPath));
+  ASSERT_TRUE(interfaces.propertyLists.writeToFile(PropertyList(), kPath));
   EXPECT_EQ(read(), PropertyList());
 }
 
@@ -123,7 +123,7 @@ TEST_P(PropertyListsContract, WritesOverAFileWhole) {
   EXPECT_EQ(computer->bytesOf(kPath), encodeXmlPropertyList(everyKind()));
 }
 
-TEST_P(PropertyListsContract, TellsOfAFileThatCannotBeWritten) {
+TEST_P(PropertyListsContract, ReportsAFileThatCannotBeWritten) {
   computer->makeDirectory("/tmp/folder");
   computer->putReadOnly("/tmp/read-only");
   computer->putFull("/tmp/full");
@@ -136,7 +136,7 @@ TEST_P(PropertyListsContract, TellsOfAFileThatCannotBeWritten) {
 
 TEST_P(PropertyListsContract, ExpandsALeadingTildeOnly) {
   const auto expanded = [this](std::string_view path) {
-    return ports.propertyLists.stringByExpandingTildeInPath(path);
+    return interfaces.propertyLists.stringByExpandingTildeInPath(path);
   };
   EXPECT_EQ(expanded("~/Library/Preferences/x.plist"), "/Users/user/Library/Preferences/x.plist");
   EXPECT_EQ(expanded("~"), "/Users/user");
@@ -147,8 +147,8 @@ TEST_P(PropertyListsContract, ExpandsALeadingTildeOnly) {
 }
 
 TEST_P(PropertyListsContract, FindsTheFilesOfTheHomeFolder) {
-  ASSERT_TRUE(
-      write(ports.propertyLists.stringByExpandingTildeInPath("~/Library/Preferences/com.example.plist")));
+  ASSERT_TRUE(write(
+      interfaces.propertyLists.stringByExpandingTildeInPath("~/Library/Preferences/com.example.plist")));
   EXPECT_EQ(read(), everyKind());
 }
 

@@ -1,4 +1,4 @@
-// The contract of the run loop port.
+// The contract of the run loop.
 #include "tests/adapters/contract/computer_under_test.h"
 
 namespace norvik {
@@ -17,11 +17,11 @@ class RunLoopContract : public ContractTest {
     int fired = 0;
     int last = 1000000;
     CFRunLoopTimerRef timer = nullptr;
-    CFRunLoopTimerRef told = nullptr;
+    CFRunLoopTimerRef lastFired = nullptr;
   };
   static void count(CFRunLoopTimerRef timer, void* info) {
     auto& counter = *static_cast<Counter*>(info);
-    counter.told = timer;
+    counter.lastFired = timer;
     if (++counter.fired < counter.last) return;
     counter.loop.CFRunLoopTimerInvalidate(timer);
     counter.loop.CFRelease(timer);
@@ -46,7 +46,7 @@ class RunLoopContract : public ContractTest {
     return counter.fired;
   }
 
-  RunLoop& loop = ports.runLoop;
+  RunLoop& loop = interfaces.runLoop;
 };
 
 INSTANTIATE_TEST_SUITE_P(Every, RunLoopContract, everyAdapter(), adapterName);
@@ -62,7 +62,7 @@ TEST_P(RunLoopContract, FiresAPastDateInTheFirstPassAndOnce) {
   run(0, counter, kLongInterval);
   EXPECT_EQ(counter.fired, 0);
   EXPECT_EQ(firedIn(counter, 2), 1);
-  EXPECT_EQ(counter.told, counter.timer);
+  EXPECT_EQ(counter.lastFired, counter.timer);
   end(counter);
 }
 
@@ -70,7 +70,7 @@ TEST_P(RunLoopContract, FiresAgainAfterTheInterval) {
   Counter counter{loop};
   run(0, counter);
   EXPECT_EQ(firedIn(counter, 1), 1);
-  ports.posix.usleep(kMoreThanInterval);
+  interfaces.posix.usleep(kMoreThanInterval);
   EXPECT_EQ(firedIn(counter, 1), 2);
   end(counter);
 }
@@ -79,7 +79,7 @@ TEST_P(RunLoopContract, FiresOnceForAllTheTimesItMissed) {
   Counter counter{loop};
   run(0, counter);
   EXPECT_EQ(firedIn(counter, 1), 1);
-  ports.posix.usleep(4 * kMoreThanInterval);
+  interfaces.posix.usleep(4 * kMoreThanInterval);
   EXPECT_EQ(firedIn(counter, 1), 2);
   end(counter);
 }
@@ -87,7 +87,7 @@ TEST_P(RunLoopContract, FiresOnceForAllTheTimesItMissed) {
 TEST_P(RunLoopContract, DoesNotFireBeforeItsDate) {
   Counter counter{loop};
   run(kNever, counter);
-  ports.posix.usleep(kMoreThanInterval);
+  interfaces.posix.usleep(kMoreThanInterval);
   EXPECT_EQ(firedIn(counter, 2), 0);
   end(counter);
 }
@@ -114,7 +114,7 @@ TEST_P(RunLoopContract, LetsACallbackEndItsOwnTimer) {
   Counter counter{loop, 0, 1};
   run(0, counter);
   EXPECT_EQ(firedIn(counter, 1), 1);
-  ports.posix.usleep(kMoreThanInterval);
+  interfaces.posix.usleep(kMoreThanInterval);
   EXPECT_EQ(firedIn(counter, 2), 1);
 }
 

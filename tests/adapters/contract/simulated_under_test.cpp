@@ -24,7 +24,7 @@ class SimulatedUnderTest : public ComputerUnderTest {
     computer_.effects.setSink([this](EffectKind kind, const std::string& line) { note(kind, line); });
   }
 
-  Ports ports() override {
+  Interfaces interfaces() override {
     return {computer_.files,   computer_.propertyLists, computer_.processManager,
             computer_.posix,   computer_.authorization, computer_.notifications,
             computer_.runLoop, computer_.host,          computer_.systemVersion,

@@ -1,4 +1,4 @@
-// Whole files through the files port.
+// Whole files through the files interface.
 #include <array>
 
 #include "tests/adapters/contract/computer_under_test.h"

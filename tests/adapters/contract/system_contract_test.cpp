@@ -1,4 +1,5 @@
-// The contracts of the smaller ports: host, system version, bundles, log, assertions, notifications.
+// The contracts of the smaller platform interfaces: host, system version, bundles, log, assertions,
+// notifications.
 #include <array>
 #include <cstring>
 
@@ -13,7 +14,7 @@ INSTANTIATE_TEST_SUITE_P(Every, HostContract, everyAdapter(), adapterName);
 TEST_P(HostContract, StoresAZeroTerminatedName) {
   std::array<char, 1024> name;
   name.fill('x');
-  ASSERT_EQ(ports.host.gethostname(name.data(), name.size()), 0);
+  ASSERT_EQ(interfaces.host.gethostname(name.data(), name.size()), 0);
   const std::size_t length = ::strnlen(name.data(), name.size());
   EXPECT_GT(length, 0u);
   ASSERT_LT(length, name.size());
@@ -21,15 +22,15 @@ TEST_P(HostContract, StoresAZeroTerminatedName) {
 
 TEST_P(HostContract, CutsANameThatDoesNotFit) {
   std::array<char, 1024> name{};
-  ASSERT_EQ(ports.host.gethostname(name.data(), name.size()), 0);
+  ASSERT_EQ(interfaces.host.gethostname(name.data(), name.size()), 0);
   std::array<char, 3> cut{'.', '.', '.'};
-  ASSERT_EQ(ports.host.gethostname(cut.data(), 2), 0);
+  ASSERT_EQ(interfaces.host.gethostname(cut.data(), 2), 0);
   EXPECT_EQ(std::string_view(cut.data(), 2), std::string_view(name.data(), 2));
   EXPECT_EQ(cut[2], '.');
 }
 
 TEST_P(HostContract, ListsAddressesAsTexts) {
-  for (const auto& address : ports.host.addresses()) {
+  for (const auto& address : interfaces.host.addresses()) {
     if (!address) continue;
     EXPECT_EQ(address->find_first_of(" \t\n/"), std::string::npos) << *address;
     EXPECT_NE(address->find_first_of(".:"), std::string::npos) << *address;
@@ -39,24 +40,24 @@ TEST_P(HostContract, ListsAddressesAsTexts) {
 class SystemVersionContract : public ContractTest {};
 INSTANTIATE_TEST_SUITE_P(Every, SystemVersionContract, everyAdapter(), adapterName);
 
-TEST_P(SystemVersionContract, AnswersTheThreeParts) {
+TEST_P(SystemVersionContract, ReturnsTheThreeParts) {
   for (const OSType selector : {fourCharCode("sys1"), fourCharCode("sys2"), fourCharCode("sys3")}) {
     int32_t part = -7;
-    EXPECT_EQ(ports.systemVersion.Gestalt(selector, part), noErr);
+    EXPECT_EQ(interfaces.systemVersion.Gestalt(selector, part), noErr);
     EXPECT_GE(part, 0);
   }
 }
 
 TEST_P(SystemVersionContract, StoresNothingForAnUnknownSelector) {
   int32_t part = -7;
-  EXPECT_NE(ports.systemVersion.Gestalt(fourCharCode("sys4"), part), noErr);
+  EXPECT_NE(interfaces.systemVersion.Gestalt(fourCharCode("sys4"), part), noErr);
   EXPECT_EQ(part, -7);
 }
 
 class BundlesContract : public ContractTest {
  protected:
   std::optional<std::string> value(CFBundleRef bundle, std::string_view key) {
-    return ports.bundles.CFBundleGetValueForInfoDictionaryKey(bundle, key);
+    return interfaces.bundles.CFBundleGetValueForInfoDictionaryKey(bundle, key);
   }
 };
 INSTANTIATE_TEST_SUITE_P(Every, BundlesContract, everyAdapter(), adapterName);
@@ -64,68 +65,68 @@ INSTANTIATE_TEST_SUITE_P(Every, BundlesContract, everyAdapter(), adapterName);
 TEST_P(BundlesContract, FindsABundleByItsIdentifier) {
   computer->putBundle("com.example.one", {{"CFBundleShortVersionString", "1.2"}});
   computer->putBundle("com.example.two", {{"CFBundleShortVersionString", "2.3"}, {"CFBundleVersion", "45"}});
-  const CFBundleRef two = ports.bundles.CFBundleGetBundleWithIdentifier("com.example.two");
+  const CFBundleRef two = interfaces.bundles.CFBundleGetBundleWithIdentifier("com.example.two");
   ASSERT_NE(two, nullptr);
   EXPECT_EQ(value(two, "CFBundleShortVersionString"), "2.3");
   EXPECT_EQ(value(two, "CFBundleVersion"), "45");
-  EXPECT_EQ(ports.bundles.CFBundleGetBundleWithIdentifier("com.example.two"), two);
-  EXPECT_NE(ports.bundles.CFBundleGetBundleWithIdentifier("com.example.one"), two);
+  EXPECT_EQ(interfaces.bundles.CFBundleGetBundleWithIdentifier("com.example.two"), two);
+  EXPECT_NE(interfaces.bundles.CFBundleGetBundleWithIdentifier("com.example.one"), two);
 }
 
 TEST_P(BundlesContract, FindsNoUnknownBundle) {
   computer->putBundle("com.example.one", {});
-  EXPECT_EQ(ports.bundles.CFBundleGetBundleWithIdentifier("com.example"), nullptr);
-  EXPECT_EQ(ports.bundles.CFBundleGetBundleWithIdentifier("COM.EXAMPLE.ONE"), nullptr);
-  EXPECT_EQ(ports.bundles.CFBundleGetBundleWithIdentifier(""), nullptr);
+  EXPECT_EQ(interfaces.bundles.CFBundleGetBundleWithIdentifier("com.example"), nullptr);
+  EXPECT_EQ(interfaces.bundles.CFBundleGetBundleWithIdentifier("COM.EXAMPLE.ONE"), nullptr);
+  EXPECT_EQ(interfaces.bundles.CFBundleGetBundleWithIdentifier(""), nullptr);
 }
 
 TEST_P(BundlesContract, HasNothingForAMissingKey) {
   computer->putBundle("com.example.one", {});
-  const CFBundleRef bundle = ports.bundles.CFBundleGetBundleWithIdentifier("com.example.one");
+  const CFBundleRef bundle = interfaces.bundles.CFBundleGetBundleWithIdentifier("com.example.one");
   ASSERT_NE(bundle, nullptr);
   EXPECT_EQ(value(bundle, "CFBundleShortVersionString"), std::nullopt);
-  EXPECT_EQ(value(ports.bundles.paneBundle(), "NoSuchKey"), std::nullopt);
+  EXPECT_EQ(value(interfaces.bundles.paneBundle(), "NoSuchKey"), std::nullopt);
 }
 
 TEST_P(BundlesContract, HasThePanesOwnResources) {
-  const CFBundleRef pane = ports.bundles.paneBundle();
+  const CFBundleRef pane = interfaces.bundles.paneBundle();
   ASSERT_NE(pane, nullptr);
   for (const char* name : {"authlock", "authulock"}) {
-    const auto picture = ports.bundles.resource(pane, name, "tiff");
+    const auto picture = interfaces.bundles.resource(pane, name, "tiff");
     ASSERT_TRUE(picture) << name;
     const std::string_view order = std::string_view(*picture).substr(0, 2);
     EXPECT_TRUE(order == "II" || order == "MM") << name << " is no TIFF";
   }
-  EXPECT_EQ(ports.bundles.resource(pane, "authlock", "nothing"), std::nullopt);
-  EXPECT_EQ(ports.bundles.resource(pane, "nothing", "tiff"), std::nullopt);
+  EXPECT_EQ(interfaces.bundles.resource(pane, "authlock", "nothing"), std::nullopt);
+  EXPECT_EQ(interfaces.bundles.resource(pane, "nothing", "tiff"), std::nullopt);
 }
 
 TEST_P(BundlesContract, HasNothingForNoBundle) {
   EXPECT_EQ(value(nullptr, "CFBundleVersion"), std::nullopt);
-  EXPECT_EQ(ports.bundles.resource(nullptr, "authlock", "tiff"), std::nullopt);
+  EXPECT_EQ(interfaces.bundles.resource(nullptr, "authlock", "tiff"), std::nullopt);
 }
 
 class LogContract : public ContractTest {};
 INSTANTIATE_TEST_SUITE_P(Every, LogContract, everyAdapter(), adapterName);
 
-TEST_P(LogContract, TakesLinesAsTheyStand) {
-  ports.log.syslog(kLogError, "Norvik[E]: 100 %s of %n %d");
-  ports.log.syslog(4, "");
+TEST_P(LogContract, TakesLinesUnchanged) {
+  interfaces.log.syslog(kLogError, "Norvik[E]: 100 %s of %n %d");
+  interfaces.log.syslog(4, "");
   EXPECT_EQ(computer->logged(), (std::vector<std::string>{"3 Norvik[E]: 100 %s of %n %d", "4 "}));
 }
 
 TEST_P(LogContract, ReportsAFailedAssertionAndReturns) {
   EXPECT_EQ(computer->failedAssertions(), 0u);
-  ports.assertions.handleFailureInFunction("saveUserConfig", "user_settings.cpp", 7, "100 %s");
+  interfaces.assertions.handleFailureInFunction("saveUserConfig", "user_settings.cpp", 7, "100 %s");
   EXPECT_EQ(computer->failedAssertions(), 1u);
 }
 
 class NotificationsContract : public ContractTest {};
 INSTANTIATE_TEST_SUITE_P(Every, NotificationsContract, everyAdapter(), adapterName);
 
-TEST_P(NotificationsContract, ReachesWhoeverListens) {
+TEST_P(NotificationsContract, ReachesEveryListener) {
   computer->listen();
-  ports.notifications.postNotificationName(
+  interfaces.notifications.postNotificationName(
       "NvkMunuUpdateSettingsNotification", nullptr,
       NSNotificationDeliverImmediately | NSNotificationPostToAllSessions);
   EXPECT_EQ(computer->posted(),
@@ -134,13 +135,13 @@ TEST_P(NotificationsContract, ReachesWhoeverListens) {
 
 TEST_P(NotificationsContract, CarriesTheObject) {
   computer->listen();
-  ports.notifications.postNotificationName("Name", "sender", 0);
+  interfaces.notifications.postNotificationName("Name", "sender", 0);
   EXPECT_EQ(computer->posted(), std::vector<std::string>{"Name object=sender options=0"});
 }
 
 TEST_P(NotificationsContract, PostsUnseenWhereNobodyListens) {
   const auto before = computer->now();
-  ports.notifications.postNotificationName("Name", nullptr, 0);
+  interfaces.notifications.postNotificationName("Name", nullptr, 0);
   EXPECT_LT(computer->now() - before, std::chrono::seconds(1));
 }
 

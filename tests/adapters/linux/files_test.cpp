@@ -1,14 +1,18 @@
-// What the Linux adapter's files are beyond the contract: pipes, devices, links, owners.
+// The Linux adapter's files beyond the contract: pipes, devices, links, owners, memory.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
+#include <fstream>
 
 #include "src/adapters/linux/files.h"
 #include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/property_lists/codec.h"
 #include "tests/adapters/contract/computer_under_test.h"
 #include "tests/support/sandbox_folder.h"
 
@@ -39,7 +43,7 @@ TEST_F(LinuxFilesTest, DoNotWaitForTheOtherEndOfAPipe) {
   EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/pipe"));
 }
 
-TEST_F(LinuxFilesTest, TellOfAPipeThatHasNoReaderAnyMore) {
+TEST_F(LinuxFilesTest, ReportAPipeThatHasNoReaderAnyMore) {
   makePipe("/tmp/pipe");
   Descriptor reader(::open(folder.onDisk("/tmp/pipe").c_str(), O_RDONLY | O_NONBLOCK));
   const FileRef file = files.fopen("/tmp/pipe", FileMode::writeBinary);
@@ -103,6 +107,60 @@ TEST_F(LinuxFilesTest, KeepModeAndIdentityOfAPropertyListThatIsWrittenAgain) {
 TEST_F(LinuxFilesTest, ReadNoPropertyListFromADeviceWithoutAnEnd) {
   link("/dev/zero", "/tmp/zero");
   EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/zero"));
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool kMemoryCanBeLimited = false;  // a sanitizer needs far more address space than the program
+#else
+constexpr bool kMemoryCanBeLimited = true;
+#endif
+
+// Whether the body returns true in a child that can get only so many more bytes of memory.
+template <typename Body>
+bool holdsWithMemory(rlim_t bytes, Body body) {
+  const pid_t child = ::fork();
+  if (child == 0) {
+    rlim_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    const rlim_t most = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + bytes;
+    const rlimit limit{most, most};
+    if (::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(2);
+    try {
+      ::_exit(body() ? 0 : 1);
+    } catch (...) {
+      ::_exit(3);
+    }
+  }
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+TEST_F(LinuxFilesTest, ReadNoPropertyListFromASparseFileLargerThanTheMemory) {
+  folder.put("/tmp/sparse.plist", "");
+  fs::resize_file(folder.onDisk("/tmp/sparse.plist"), std::uintmax_t{15} << 40);
+  EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/sparse.plist"));
+}
+
+TEST_F(LinuxFilesTest, ReadNoPropertyListThatTheMemoryCannotHold) {
+  if (!kMemoryCanBeLimited) GTEST_SKIP() << "a sanitizer needs unlimited memory";
+  folder.put("/tmp/sparse.plist", "");
+  fs::resize_file(folder.onDisk("/tmp/sparse.plist"), kMaxPropertyListBytes);
+  const auto readsNothing = [this] {
+    return !propertyLists.dictionaryWithContentsOfFile("/tmp/sparse.plist");
+  };
+  // Not enough for the bytes; enough for them, but not for their text.
+  EXPECT_TRUE(holdsWithMemory(rlim_t{32} << 20, readsNothing));
+  EXPECT_TRUE(holdsWithMemory(rlim_t{100} << 20, readsNothing));
+}
+
+TEST_F(LinuxFilesTest, KeepAFileWhoseNewPropertyListTheMemoryCannotHold) {
+  if (!kMemoryCanBeLimited) GTEST_SKIP() << "a sanitizer needs unlimited memory";
+  folder.put("/tmp/list.plist", "kept");
+  const PropertyList large(PropertyList::Dictionary{{"text", PropertyList(std::string(32 << 20, 'x'))}});
+  EXPECT_TRUE(holdsWithMemory(rlim_t{16} << 20,
+                              [&] { return !propertyLists.writeToFile(large, "/tmp/list.plist"); }));
+  EXPECT_EQ(folder.read("/tmp/list.plist"), "kept");
 }
 
 TEST_F(LinuxFilesTest, CountNoSlashAtTheEndOfTheRoot) {

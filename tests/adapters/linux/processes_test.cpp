@@ -1,4 +1,4 @@
-// Which of the system's processes are applications of the user to the Linux adapter.
+// Which processes the Linux adapter lists as applications of the user.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -62,7 +62,7 @@ TEST_F(LinuxProcesses, CountWhereTheRootIsReachedThroughALink) {
   EXPECT_EQ(listed(linked), std::vector<int32_t>{agent});
 }
 
-TEST_F(LinuxProcesses, ThatEndedDoNotCountBeforeAnybodyWaitsForThem) {
+TEST_F(LinuxProcesses, ThatEndedDoNotCountBeforeTheyAreReaped) {
   const pid_t agent = startApplication("/Applications/A.app", "APPLnvka", "com.example");
   const ProcessSerialNumber process = first();
   ::kill(agent, SIGKILL);
@@ -90,7 +90,7 @@ TEST_F(LinuxProcesses, BelongToTheInnermostBundle) {
   EXPECT_EQ(*known->find("BundlePath"), PropertyList("/Applications/Outer.app/Contents/Resources/Inner.app"));
 }
 
-TEST_F(LinuxProcesses, HaveNoCodesOrIdentifierThatTheirBundleDoesNotTell) {
+TEST_F(LinuxProcesses, HaveNoCodesOrIdentifierThatTheirBundleLacks) {
   startApplication("/Applications/A.app", "APPL", "");
   ProcessInfoRec information;
   ASSERT_EQ(manager.GetProcessInformation(first(), information), noErr);
@@ -115,7 +115,7 @@ TEST_F(LinuxProcesses, AreNotSignalledAsAGroup) {
   EXPECT_EQ(posix.kill(0, Signal::user2), KillResult::otherError);
 }
 
-// Asked by a child that has given up the rights of the super-user, where the tests have them.
+// In a child without the rights of the super-user, which the tests may have.
 TEST_F(LinuxProcesses, OfOthersExistButTakeNoSignal) {
   const pid_t child = ::fork();
   if (child == 0) {

@@ -1,4 +1,4 @@
-// What the Linux adapter's run loop offers to hosts beyond the port.
+// What the Linux adapter's run loop offers to front ends beyond the contract.
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -38,7 +38,7 @@ class LinuxRunLoopTest : public testing::Test {
   LinuxRunLoop loop;
 };
 
-TEST_F(LinuxRunLoopTest, RunsForAsLongAsItIsTold) {
+TEST_F(LinuxRunLoopTest, RunsForTheGivenTime) {
   const auto before = Clock::now();
   loop.runFor(50ms);
   EXPECT_GE(Clock::now() - before, 50ms);

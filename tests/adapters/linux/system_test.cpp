@@ -1,4 +1,4 @@
-// What the Linux adapter's smaller ports are beyond the contract, and the settings of a sandbox.
+// The Linux adapter's smaller platform interfaces beyond the contract, and the settings of a sandbox.
 #include <arpa/inet.h>
 #include <gtest/gtest.h>
 #include <ifaddrs.h>
@@ -125,7 +125,7 @@ TEST_F(LinuxBundlesTest, HaveNoMainOneForAProgramOutsideOfBundles) {
   EXPECT_EQ(bundles.CFBundleGetMainBundle(), nullptr);
 }
 
-TEST(LinuxNotificationsTest, GiveUpOnABusThatDoesNotAnswer) {
+TEST(LinuxNotificationsTest, GiveUpOnASilentBus) {
   const SandboxFolder folder;
   const Descriptor silent(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
   sockaddr_un address{};
@@ -136,7 +136,7 @@ TEST(LinuxNotificationsTest, GiveUpOnABusThatDoesNotAnswer) {
   const auto before = std::chrono::steady_clock::now();
   LinuxNotificationCenter(folder.busAddress()).postNotificationName("Name", nullptr, 0);
   const auto waited = std::chrono::steady_clock::now() - before;
-  EXPECT_GE(waited, std::chrono::seconds(1));  // it was waited for
+  EXPECT_GE(waited, std::chrono::seconds(1));  // it did wait
   EXPECT_LT(waited, std::chrono::seconds(5));
 }
 
@@ -149,7 +149,7 @@ TEST(LinuxNotificationsTest, GoNowhereWithoutABus) {
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::seconds(1));
 }
 
-TEST(LinuxSystemLogTest, GivesLinesToSyslogAsTheyStand) {
+TEST(LinuxSystemLogTest, PassesLinesToSyslogUnchanged) {
   capturedSyslog().clear();
   LinuxSystemLog log("norvik", nullptr);
   log.syslog(kLogError, "Norvik[E]: 100 %s of %n %d");
@@ -157,7 +157,7 @@ TEST(LinuxSystemLogTest, GivesLinesToSyslogAsTheyStand) {
   EXPECT_EQ(capturedSyslog(), (std::vector<std::string>{"3 Norvik[E]: 100 %s of %n %d", "4 a part"}));
 }
 
-TEST(LinuxSystemLogTest, TellsOfAnAssertionWhereItStands) {
+TEST(LinuxSystemLogTest, ReportsTheAssertionAndItsPlace) {
   capturedSyslog().clear();
   LinuxSystemLog log("norvik", nullptr);
   LinuxAssertionHandler(log).handleFailureInFunction("save", "settings.cpp", 7, "no 100 %s");
@@ -196,7 +196,7 @@ TEST_F(SandboxOptionsTest, TakeNoClockThatMakesNoSense) {
   }
 }
 
-TEST_F(SandboxOptionsTest, AnswerEachRequestAnew) {
+TEST_F(SandboxOptionsTest, DecideEachRequestAnew) {
   const auto policy = options().authorization;
   folder.put("/.norvik/authorization", "granted\n");
   EXPECT_TRUE(policy());

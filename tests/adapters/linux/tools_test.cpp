@@ -1,5 +1,5 @@
-// What the Linux adapter's tools are beyond the contract: real children that neither need nor disturb their
-// host.
+// What the Linux adapter's tools are beyond the contract: real children that neither need nor disturb the
+// program.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -22,14 +22,14 @@ namespace fs = std::filesystem;
 class LinuxTools : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(port.AuthorizationCreate({}, 0, authorization), errAuthorizationSuccess);
+    ASSERT_EQ(service.AuthorizationCreate({}, 0, authorization), errAuthorizationSuccess);
     const std::array<AuthorizationItem, 1> rights{{{"system.privilege.admin", "", 0}}};
-    ASSERT_EQ(port.AuthorizationCopyRights(authorization, rights, kAuthorizationFlagInteractionAllowed),
+    ASSERT_EQ(service.AuthorizationCopyRights(authorization, rights, kAuthorizationFlagInteractionAllowed),
               errAuthorizationSuccess);
   }
   void TearDown() override {
     EXPECT_TRUE(computer.waitForTools(std::chrono::seconds(20)));
-    port.AuthorizationFree(authorization, kAuthorizationFlagDestroyRights);
+    service.AuthorizationFree(authorization, kAuthorizationFlagDestroyRights);
   }
 
   LinuxComputerOptions options(double speed) const {
@@ -41,7 +41,7 @@ class LinuxTools : public testing::Test {
   }
   OSStatus start(const char* path, FileRef* pipe = nullptr) {
     const std::array<const char*, 1> none{nullptr};
-    return port.AuthorizationExecuteWithPrivileges(authorization, path, 0, none.data(), pipe);
+    return service.AuthorizationExecuteWithPrivileges(authorization, path, 0, none.data(), pipe);
   }
   // A tool that does this, started; what it prints.
   std::string outputOf(const std::string& commands) {
@@ -60,7 +60,7 @@ class LinuxTools : public testing::Test {
 
   SandboxFolder folder;
   LinuxComputer computer{options(1)};
-  AuthorizationService& port = computer.authorization;
+  AuthorizationService& service = computer.authorization;
   AuthorizationRef authorization = nullptr;
 };
 
@@ -117,16 +117,16 @@ TEST_F(LinuxTools, FindAnEnvironmentOfTheirOwn) {
   EXPECT_EQ(output, "NORVIK_ROOT=" + folder.path() + "\nPATH=/usr/bin:/bin:/usr/sbin:/sbin\n");
 }
 
-TEST_F(LinuxTools, HaveNothingToReadAndStandInTheRoot) {
+TEST_F(LinuxTools, HaveNoInputAndRunInTheRoot) {
   EXPECT_EQ(outputOf("readlink /proc/$$/fd/0 /proc/$$/fd/2; pwd; umask"), "/dev/null\n/dev/null\n/\n0022\n");
 }
 
-TEST_F(LinuxTools, HoldNothingThatTheHostHasOpen) {
+TEST_F(LinuxTools, HoldNothingThatTheProgramHasOpen) {
   const Descriptor open(::open("/dev/zero", O_RDONLY));  // not closed on exec, as a toolkit may leave it
   EXPECT_EQ(outputOf("readlink /proc/$$/fd/* | grep -c zero"), "0\n");
 }
 
-TEST_F(LinuxTools, HoldNothingOfTheHostWhileTheyWait) {
+TEST_F(LinuxTools, HoldNothingOfTheProgramWhileTheyWait) {
   std::array<int, 2> ends{};
   ASSERT_EQ(::pipe(ends.data()), 0);
   const Descriptor reading(ends[0]);
@@ -142,25 +142,25 @@ TEST_F(LinuxTools, HoldNothingOfTheHostWhileTheyWait) {
   EXPECT_LT(std::chrono::steady_clock::now() - before, std::chrono::milliseconds(1800));
 }
 
-TEST_F(LinuxTools, HandleSignalsAsUsualWhateverTheHostDoes) {
+TEST_F(LinuxTools, HandleSignalsAsUsualWhateverTheProgramDoes) {
   const auto before = ::signal(SIGTERM, SIG_IGN);
   EXPECT_EQ(outputOf("kill -TERM $$; echo still here"), "");
   ::signal(SIGTERM, before);
 }
 
-TEST_F(LinuxTools, AreReadToTheEndThroughTheSignalsOfTheHost) {
+TEST_F(LinuxTools, AreReadToTheEndDespiteSignalsToTheProgram) {
   struct sigaction interrupting {};
   struct sigaction before {};
   interrupting.sa_handler = [](int) {};  // without SA_RESTART it cuts a read short
   ASSERT_EQ(::sigaction(SIGUSR1, &interrupting, &before), 0);
-  std::thread host([reader = ::pthread_self()] {
+  std::thread interrupter([reader = ::pthread_self()] {
     for (int i = 0; i < 10; ++i) {
       std::this_thread::sleep_for(std::chrono::milliseconds(20));
       ::pthread_kill(reader, SIGUSR1);
     }
   });
   EXPECT_EQ(outputOf("sleep 0.4; echo text"), "text\n");
-  host.join();
+  interrupter.join();
   ::sigaction(SIGUSR1, &before, nullptr);
 }
 
@@ -180,16 +180,16 @@ TEST_F(LinuxTools, LeaveNeitherZombiesNorDescriptors) {
   EXPECT_EQ(errno, ECHILD);
 }
 
-TEST_F(LinuxTools, LeaveTheHostItsOwnChildren) {
+TEST_F(LinuxTools, LeaveTheProgramItsOwnChildren) {
   const pid_t own = folder.start({"/bin/sleep", "600"});
   EXPECT_EQ(outputOf("echo text"), "text\n");
   ASSERT_TRUE(computer.waitForTools(std::chrono::seconds(10)));
   EXPECT_TRUE(folder.stillRuns(own));
   ::kill(own, SIGTERM);
-  EXPECT_EQ(folder.endedBy(own), SIGTERM);  // its end is still there to be waited for
+  EXPECT_EQ(folder.endedBy(own), SIGTERM);  // its end can still be waited for
 }
 
-TEST_F(LinuxTools, RunInAHostThatIgnoresTheEndsOfItsChildren) {
+TEST_F(LinuxTools, RunInAProgramThatIgnoresTheEndsOfItsChildren) {
   const auto before = ::signal(SIGCHLD, SIG_IGN);
   EXPECT_EQ(outputOf("echo one"), "one\n");
   EXPECT_EQ(outputOf("echo two"), "two\n");
@@ -197,16 +197,16 @@ TEST_F(LinuxTools, RunInAHostThatIgnoresTheEndsOfItsChildren) {
   ::signal(SIGCHLD, before);
 }
 
-TEST_F(LinuxTools, OutliveTheHost) {
+TEST_F(LinuxTools, OutliveTheProgram) {
   folder.putScript("/bin/slow", "sleep 0.3; echo one >> $NORVIK_ROOT/tmp/order");
   folder.putScript("/bin/fast", "echo two >> $NORVIK_ROOT/tmp/order");
-  const pid_t host = ::fork();
-  if (host == 0) {
+  const pid_t program = ::fork();
+  if (program == 0) {
     start("/bin/slow");
     start("/bin/fast");
     ::_exit(0);
   }
-  ASSERT_EQ(::waitpid(host, nullptr, 0), host);
+  ASSERT_EQ(::waitpid(program, nullptr, 0), program);
   EXPECT_TRUE(eventually([this] { return folder.read("/tmp/order") == "one\ntwo\n"; }));
 }
 
@@ -219,30 +219,32 @@ TEST_F(LinuxTools, MustBeProgramsBelowTheRoot) {
 
 TEST_F(LinuxTools, AreRefusedWithoutARight) {
   folder.putScript("/bin/tool", "echo text > $NORVIK_ROOT/tmp/started");
-  ASSERT_EQ(port.AuthorizationRightRemove(authorization, "system.privilege.admin"), errAuthorizationSuccess);
+  ASSERT_EQ(service.AuthorizationRightRemove(authorization, "system.privilege.admin"),
+            errAuthorizationSuccess);
   EXPECT_EQ(start("/bin/tool"), errAuthorizationDenied);
   ASSERT_TRUE(computer.waitForTools(std::chrono::seconds(10)));
   EXPECT_EQ(folder.read("/tmp/started"), std::nullopt);
 }
 
-// A pane that is shown again takes its right away and asks for it anew, silently.
-TEST_F(LinuxTools, AreAllowedAgainByASilentRequestWhileTheGrantStands) {
+// A pane that is shown again removes its right and silently requests it again.
+TEST_F(LinuxTools, AreAllowedAgainByASilentRequestWhileTheGrantLasts) {
   folder.putScript("/bin/tool", "");
   const std::array<AuthorizationItem, 1> rights{{{"system.privilege.admin", "", 0}}};
-  ASSERT_EQ(port.AuthorizationRightRemove(authorization, "system.privilege.admin"), errAuthorizationSuccess);
-  EXPECT_EQ(port.AuthorizationCopyRights(authorization, rights, 0), errAuthorizationSuccess);
+  ASSERT_EQ(service.AuthorizationRightRemove(authorization, "system.privilege.admin"),
+            errAuthorizationSuccess);
+  EXPECT_EQ(service.AuthorizationCopyRights(authorization, rights, 0), errAuthorizationSuccess);
   EXPECT_EQ(start("/bin/tool"), errAuthorizationSuccess);
 }
 
-TEST_F(LinuxTools, AreRefusedToEverybodyOnceTheGrantWasGivenUp) {
+TEST_F(LinuxTools, AreRefusedToEverybodyAfterTheGrantWasGivenUp) {
   folder.putScript("/bin/tool", "");
   AuthorizationRef other = nullptr;
   const std::array<AuthorizationItem, 1> rights{{{"system.privilege.admin", "", 0}}};
-  ASSERT_EQ(port.AuthorizationCreate({}, 0, other), errAuthorizationSuccess);
-  ASSERT_EQ(port.AuthorizationCopyRights(other, rights, 0), errAuthorizationSuccess);
-  ASSERT_EQ(port.AuthorizationFree(other, kAuthorizationFlagDestroyRights), errAuthorizationSuccess);
+  ASSERT_EQ(service.AuthorizationCreate({}, 0, other), errAuthorizationSuccess);
+  ASSERT_EQ(service.AuthorizationCopyRights(other, rights, 0), errAuthorizationSuccess);
+  ASSERT_EQ(service.AuthorizationFree(other, kAuthorizationFlagDestroyRights), errAuthorizationSuccess);
   EXPECT_EQ(start("/bin/tool"), errAuthorizationDenied);
-  EXPECT_EQ(port.AuthorizationCopyRights(authorization, rights, 0), errAuthorizationDenied);
+  EXPECT_EQ(service.AuthorizationCopyRights(authorization, rights, 0), errAuthorizationDenied);
 }
 
 }  // namespace

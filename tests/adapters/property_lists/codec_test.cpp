@@ -267,10 +267,10 @@ std::string binaryFile(const std::vector<std::string>& objects) {
     table += {static_cast<char>(file.size() >> 8), static_cast<char>(file.size() & 0xFF)};
     file += object;
   }
-  auto last = [](size_t number) {
+  auto last = [](std::size_t number) {
     return "\0\0\0\0\0\0"s + static_cast<char>(number >> 8) + static_cast<char>(number);
   };
-  size_t at = file.size();
+  std::size_t at = file.size();
   return file + table + "\0\0\0\0\0\0\x02\x01"s + last(objects.size()) + last(0) + last(at);
 }
 
@@ -373,7 +373,8 @@ std::string deepXml(int levels) {
 }
 
 std::string deepAscii(int levels) {
-  return std::string(static_cast<size_t>(levels), '(') + "a" + std::string(static_cast<size_t>(levels), ')');
+  return std::string(static_cast<std::size_t>(levels), '(') + "a" +
+         std::string(static_cast<std::size_t>(levels), ')');
 }
 
 PropertyList deepList(PropertyList list, int levels) {
@@ -408,11 +409,13 @@ TEST(CodecTest, SizeIsLimited) {
 // Whatever happens to a file, reading it ends, and what is read can be written and read again.
 void mangle(const std::string& file, int rounds) {
   std::mt19937 random(4073);
-  auto below = [&random](size_t end) { return std::uniform_int_distribution<size_t>(0, end - 1)(random); };
+  auto below = [&random](std::size_t end) {
+    return std::uniform_int_distribution<std::size_t>(0, end - 1)(random);
+  };
   int readable = 0;
   for (int round = 0; round < rounds; ++round) {
     std::string damaged = file;
-    for (size_t flips = 1 + below(4); flips > 0; --flips)
+    for (std::size_t flips = 1 + below(4); flips > 0; --flips)
       damaged[below(damaged.size())] = static_cast<char>(below(2) ? below(256) : below(128) & 0x1F);
     if (below(4) == 0) damaged.resize(below(damaged.size()));
     auto list = decodePropertyList(damaged);
@@ -447,11 +450,11 @@ TEST(CodecTest, MangledAsciiDoesNoHarm) {
 
 TEST(CodecTest, TruncatedFilesReadAsNothing) {
   std::string xml = encodeXmlPropertyList(fewOfEach());
-  for (size_t length = 0; length + 1 < xml.size(); ++length)
+  for (std::size_t length = 0; length + 1 < xml.size(); ++length)
     EXPECT_TRUE(isDamaged(xml.substr(0, length))) << length;
   std::string binary = encodeBinaryPropertyList(fewOfEach());
   // Fewer bytes than the format's name are a word of the old style.
-  for (size_t length = 6; length < binary.size(); ++length)
+  for (std::size_t length = 6; length < binary.size(); ++length)
     EXPECT_TRUE(isDamaged(binary.substr(0, length))) << length;
 }
 

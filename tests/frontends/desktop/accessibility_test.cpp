@@ -3,6 +3,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QSet>
+#include <map>
 
 #include "tests/frontends/desktop/simulated_panel.h"
 
@@ -65,6 +66,38 @@ TEST_F(Accessibility, TheDescriptionIsTheHelp) {
 TEST_F(Accessibility, ALabelIsReadWithWhatItSays) {
   EXPECT_EQ(name("ib_admin_label_svrState"), QStringLiteral("Server state: Stopped"));
   EXPECT_EQ(name("ib_admin_edbox_maxFSoft"), QStringLiteral("Files for each program: 1024"));
+}
+
+TEST_F(Accessibility, AButtonIsReadAsItIsTitled) {
+  const char* const start = "ib_admin_button_svrStart";
+  const char* const adjust = "ib_admin_button_maxFAdjust";
+  EXPECT_EQ(name(start), QStringLiteral("Start"));
+  openEverything();
+  EXPECT_EQ(name(start), QStringLiteral("Stop"));
+  panel.choosePageOf(adjust);
+  EXPECT_EQ(name(adjust), QStringLiteral("Adjust"));
+  panel.click(adjust);
+  EXPECT_EQ(name(adjust), QStringLiteral("Revert"));
+  panel.control(adjust).setTitle("Reset");
+  EXPECT_EQ(name(adjust), QStringLiteral("Reset"));
+  EXPECT_EQ(name("ib_button_Help"), QStringLiteral("Help"));
+}
+
+TEST_F(Accessibility, EveryKindHasItsRole) {
+  openEverything();
+  const std::map<ControlKind, QAccessible::Role> roles{{ControlKind::checkBox, QAccessible::CheckBox},
+                                                       {ControlKind::radioButton, QAccessible::RadioButton},
+                                                       {ControlKind::slider, QAccessible::Slider},
+                                                       {ControlKind::popUp, QAccessible::ComboBox},
+                                                       {ControlKind::pushButton, QAccessible::PushButton},
+                                                       {ControlKind::lockButton, QAccessible::PushButton}};
+  for (const ControlDescription* control : panel.interface.controls()) {
+    const auto role = roles.find(control->kind);
+    if (role == roles.end()) continue;
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(panel.widget(control->outlet.c_str()))->role(),
+              role->second)
+        << control->outlet;
+  }
 }
 
 TEST_F(Accessibility, APanelOfAQuestionIsNamedToo) {

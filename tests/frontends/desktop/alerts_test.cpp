@@ -2,8 +2,11 @@
 // button stand for.
 #include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
 #include <QMessageBox>
+#include <QTest>
 #include <QTimer>
+#include <utility>
 
 #include "tests/frontends/desktop/simulated_panel.h"
 
@@ -77,6 +80,51 @@ TEST_F(Alerts, SayWhatTheyAreToldAndAnswerByTheirButtons) {
       EXPECT_TRUE(answers.seen[0].sheet);
     }
   }
+}
+
+TEST_F(Alerts, ShowTheirWholeTitleInTheBoxAndInItsBar) {
+  for (const AlertCase& alert : kAlerts) {
+    SCOPED_TRACE(alert.title);
+    const QString title = QString::fromUtf8(alert.title);
+    bool shown = false;
+    Answers answers([&](QWidget& box) {
+      for (const auto* label : box.findChildren<QLabel*>()) {
+        if (label->text() != title || !label->isVisible()) continue;
+        shown = label->width() >= label->sizeHint().width() && label->height() >= label->sizeHint().height();
+      }
+      EXPECT_EQ(box.windowTitle(), title);
+      QFont bold = QApplication::font();
+      bold.setBold(true);  // as bars are lettered at most
+      EXPECT_GE(box.width(), QFontMetrics(bold).horizontalAdvance(title) + 8 * QFontMetrics(bold).height());
+      static_cast<QMessageBox&>(box).done(0);
+    });
+    ask(alert);
+    EXPECT_TRUE(shown);
+  }
+}
+
+TEST_F(Alerts, HaveALetterForEachButton) {
+  for (const AlertCase& alert : kAlerts) {
+    SCOPED_TRACE(alert.title);
+    QSet<QString> letters;
+    qsizetype buttons = 0;
+    {
+      Answers answers([&](QWidget& box) {
+        buttons = static_cast<QMessageBox&>(box).buttons().size();
+        for (const auto* button : static_cast<QMessageBox&>(box).buttons()) {
+          if (!button->shortcut().isEmpty()) letters += button->shortcut().toString();
+        }
+        static_cast<QMessageBox&>(box).done(0);
+      });
+      ask(alert);
+    }
+    EXPECT_EQ(letters.size(), buttons);
+  }
+  bool pressed = false;
+  Answers no([&pressed](QWidget& box) {
+    if (!std::exchange(pressed, true)) QTest::keyClick(&box, Qt::Key_N);
+  });
+  EXPECT_EQ(ask(kAlerts[4]), 0) << "\"No\" by its letter";
 }
 
 TEST_F(Alerts, EscapeDoesNothing) {

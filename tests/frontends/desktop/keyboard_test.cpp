@@ -1,11 +1,13 @@
 // The panel by keyboard alone, and the wheel where it is not wanted.
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSet>
@@ -69,7 +71,9 @@ TEST_F(Keyboard, TabStopsAtEveryControlThatCanBeWorked) {
         for (const ControlDescription& control : row.controls) {
           const QWidget* widget = panel.widget(control.outlet.c_str());
           const bool worked = control.kind != ControlKind::label && !control.display_only;
-          const bool reachable = worked && widget->isVisible() && widget->isEnabled();
+          bool reachable = worked && widget->isVisible() && widget->isEnabled();
+          const auto* radio = qobject_cast<const QRadioButton*>(widget);
+          if (radio != nullptr) reachable = radio->isChecked();  // one stop for its whole group
           EXPECT_EQ(names.contains(widget->objectName()), reachable) << control.outlet;
         }
       }
@@ -122,10 +126,9 @@ TEST_F(Keyboard, TheTypicalChangeByKeysAlone) {
   EXPECT_TRUE(desktop.launched("\"apply\""));
 }
 
-TEST_F(Keyboard, ReturnAppliesWhereverTheFocusIs) {
+TEST_F(Keyboard, ReturnAppliesFromAnyControlThatIsNoButton) {
   openEverything();
-  for (const char* outlet :
-       {"ib_admin_chkbox_nvkClipb", "ib_admin_edbox_nvkPort", "ib_oview_confBar", "ib_button_Help"}) {
+  for (const char* outlet : {"ib_admin_chkbox_nvkClipb", "ib_admin_edbox_nvkPort", "ib_oview_confBar"}) {
     panel.choosePage("admin", "Norvik clients");
     panel.click("ib_admin_chkbox_nvkPrint");
     const int64_t stored = pane.m_admin_nvkPrint;
@@ -133,6 +136,79 @@ TEST_F(Keyboard, ReturnAppliesWhereverTheFocusIs) {
     panel.press(Qt::Key_Return);
     EXPECT_NE(pane.m_admin_nvkPrint, stored) << outlet;
   }
+}
+
+TEST_F(Keyboard, ReturnOnAButtonPressesIt) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkPrint");  // something to apply
+  panel.widget("ib_button_Help")->setFocus();
+  panel.press(Qt::Key_Return);
+  EXPECT_EQ(desktop.opened.size(), 1u);
+  panel.widget("ib_button_Help")->setFocus();
+  panel.press(Qt::Key_Enter);
+  EXPECT_EQ(desktop.opened.size(), 2u);
+  QApplication::clipboard()->clear();
+  panel.widget("ib_admin_label_nvkAddress_copy")->setFocus();
+  panel.press(Qt::Key_Return);
+  EXPECT_NE(QApplication::clipboard()->text(), QString());
+  EXPECT_FALSE(desktop.launched("\"apply\""));
+  Answers discard(QStringLiteral("Discard changes"));
+  panel.widget("ib_button_Auth")->setFocus();
+  panel.press(Qt::Key_Return);
+  EXPECT_FALSE(pane.authorized());
+  EXPECT_FALSE(desktop.launched("\"apply\""));
+}
+
+TEST_F(Keyboard, F1OpensHelp) {
+  panel.press(Qt::Key_F1);
+  EXPECT_EQ(desktop.opened.size(), 1u);
+  EXPECT_TRUE(desktop.launches.empty());
+}
+
+TEST_F(Keyboard, ControlTabGoesThroughThePagesThatCanBeChosen) {
+  const auto page = [this] { return pane.ib_tview_confView.selectedItem()->label; };
+  const auto next = [this] { panel.press(Qt::Key_Tab, Qt::ControlModifier); };
+  const auto previous = [this] { panel.press(Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier); };
+  ASSERT_EQ(page(), "user:Image");
+  next();
+  EXPECT_EQ(page(), "user:Mouse");
+  next();
+  EXPECT_EQ(page(), "user:Image") << "past the locked pages, from the last to the first";
+  previous();
+  EXPECT_EQ(page(), "user:Mouse");
+  openEverything();
+  next();
+  EXPECT_EQ(page(), "admin:Server") << "past the heading";
+  previous();
+  EXPECT_EQ(page(), "user:Mouse");
+  previous();
+  previous();
+  EXPECT_EQ(page(), "admin:Notifications");
+  panel.choosePage("admin", "Norvik clients");
+  panel.widget("ib_admin_edbox_nvkPort")->setFocus();
+  next();
+  EXPECT_NE(page(), "admin:Norvik clients") << "from within a field too";
+}
+
+TEST_F(Keyboard, ArrowsMoveAmongRadioButtonsAndTabStopsOnceAtTheGroup) {
+  openEverything();
+  panel.choosePage("admin", "Connections");
+  const char* const group[] = {"ib_admin_rbutton_toConsole", "ib_admin_rbutton_lockScreen",
+                               "ib_admin_rbutton_toHidden"};
+  panel.click(group[0]);
+  panel.widget(group[0])->setFocus();
+  panel.press(Qt::Key_Down);
+  EXPECT_TRUE(panel.control(group[1]).isOn());
+  EXPECT_FALSE(panel.control(group[0]).isOn());
+  EXPECT_EQ(QApplication::focusWidget(), panel.widget(group[1]));
+  panel.press(Qt::Key_Down);
+  EXPECT_TRUE(panel.control(group[2]).isOn());
+  panel.press(Qt::Key_Up);
+  EXPECT_TRUE(panel.control(group[1]).isOn());
+  EXPECT_EQ(QApplication::focusWidget(), panel.widget(group[1]));
+  const QStringList names = stops();
+  EXPECT_EQ(names.filter(QStringLiteral("ib_admin_rbutton")), QStringList(QString::fromUtf8(group[1])));
 }
 
 TEST_F(Keyboard, ReturnWithNothingToApplyDoesNothing) {

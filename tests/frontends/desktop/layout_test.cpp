@@ -9,6 +9,7 @@
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
+#include <QStackedWidget>
 
 #include "src/frontends/desktop/theme.h"
 #include "tests/frontends/desktop/simulated_panel.h"
@@ -125,6 +126,33 @@ TEST_F(Layout, CaptionsLineUp) {
     lefts += slider->mapTo(&panel.window, QPoint()).x();
   }
   EXPECT_EQ(lefts.size(), 1);
+}
+
+TEST_F(Layout, TheLeastSizeCanBeWorkedIn) {
+  openEverything();
+  panel.window.resize(1, 1);
+  panel.settle();
+  EXPECT_LE(panel.window.width(), 640) << "half of a small screen of two pixels a point";
+  EXPECT_LE(panel.window.height(), 400);
+  EXPECT_GE(panel.as<QWidget>("ib_tview_confView")->height(), 10 * panel.window.fontMetrics().height());
+  for (const TabDescription& tab : panel.interface.tabs) {
+    const std::size_t colon = tab.label.find(':');
+    panel.choosePage(tab.label.substr(0, colon), tab.label.substr(colon + 1));
+    const auto* area = panel.as<QStackedWidget>("ib_tview_confView")->currentWidget();
+    EXPECT_EQ(static_cast<const QScrollArea*>(area)->horizontalScrollBar()->maximum(), 0) << tab.label;
+  }
+}
+
+TEST_F(Layout, APortIsSeenWholeInTheLeastWidth) {
+  openEverything();
+  panel.window.resize(1, panel.window.height());
+  for (const char* outlet : {"ib_admin_edbox_nvkPort", "ib_admin_edbox_rdpPort"}) {
+    panel.choosePageOf(outlet);
+    panel.type(outlet, QStringLiteral("65535"));
+    auto* field = panel.as<QLineEdit>(outlet);
+    EXPECT_EQ(field->visibleRegion(), QRegion(field->rect())) << outlet;
+    EXPECT_GE(field->width(), field->fontMetrics().horizontalAdvance(QStringLiteral("65535"))) << outlet;
+  }
 }
 
 TEST_F(Layout, TheWindowFitsItsPagesWithoutScrolling) {

@@ -134,6 +134,25 @@ TEST_F(Lock, ContinueGoesOnEditing) {
   EXPECT_TRUE(panel.as<QCheckBox>("ib_admin_chkbox_nvkSound")->isChecked());
 }
 
+TEST_F(Lock, ThePageThatLockingLeftComesBackWithTheNextUnlocking) {
+  panel.unlock();
+  panel.choosePage("admin", "Server");
+  panel.click("ib_button_Auth");
+  ASSERT_EQ(page(), "user:Image");
+  panel.unlock();
+  EXPECT_EQ(page(), "admin:Server");
+  EXPECT_EQ(panel.as<QListWidget>("ib_oview_confBar")->currentRow(), 4);
+}
+
+TEST_F(Lock, APageThatWasChosenSinceStays) {
+  panel.unlock();
+  panel.choosePage("admin", "Server");
+  panel.click("ib_button_Auth");
+  panel.choosePage("user", "Mouse");
+  panel.unlock();
+  EXPECT_EQ(page(), "user:Mouse");
+}
+
 TEST_F(Lock, ButtonIsDrawnByTheModuleAndAnswersThePointer) {
   auto* button = panel.widget("ib_button_Auth");
   const QImage plain = button->grab().toImage();

@@ -76,8 +76,10 @@ class Answers : public QObject {
   };
   std::vector<Seen> seen;
 
- private:
+  // By any act; it is called again until the panel is gone.
   explicit Answers(std::function<void(QWidget& panel)> act);
+
+ private:
   void look();
   std::function<void(QWidget& panel)> act_;
   QPointer<QWidget> last_;  // each panel is seen once

@@ -86,6 +86,40 @@ TEST_F(OnScreen, ASecondStartBringsTheFirstForward) {
   other.waitForFinished();
 }
 
+TEST_F(OnScreen, ASecondStartThroughASymbolicLinkFindsTheFirst) {
+  start();
+  const QString first = activeWindow(kTitle);
+  QTemporaryDir elsewhere;
+  const QString link = elsewhere.filePath(word("link"));
+  ASSERT_TRUE(QFile::link(path(word(".")), link));
+  x({word("windowminimize"), first});
+  ASSERT_TRUE(eventually([&] { return x({word("getactivewindow")}) != first; }));
+  EXPECT_EQ(run({word("--root"), link}), 0);
+  EXPECT_EQ(activeWindow(kTitle), first);
+}
+
+TEST_F(OnScreen, AnAdministratorsPageIsRememberedUntilTheLockIsOpen) {
+  start();
+  clickLock();
+  keys({word("Tab"), word("Tab"), word("Down"), word("Down"), word("Escape")});  // the server's page
+  ASSERT_TRUE(ends());
+  start();
+  keys({word("Escape")});
+  ASSERT_TRUE(ends()) << "left locked, without having seen it";
+  start();
+  clickLock();
+  keys({word("alt+s")});
+  EXPECT_TRUE(eventually([this] { return serverRuns(); }));
+}
+
+TEST_F(OnScreen, TheKeyboardOpensPages) {
+  start();
+  keys({word("ctrl+Tab"), word("alt+s"), word("ctrl+shift+Tab"), word("ctrl+shift+Tab"), word("Return")});
+  EXPECT_TRUE(eventually([this] { return swapsButtons(); }));
+  keys({word("Escape")});
+  EXPECT_TRUE(ends());
+}
+
 TEST_F(OnScreen, AFolderThatIsNotThereIsRefused) {
   EXPECT_EQ(run({word("--root"), path(word("nowhere"))}), EX_USAGE);
   EXPECT_FALSE(QFile::exists(path(word("nowhere"))));

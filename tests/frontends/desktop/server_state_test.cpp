@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include "src/frontends/desktop/state_dot.h"
+#include "src/frontends/shared/interface/server_state.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
 namespace norvik::desktop {
@@ -28,11 +29,13 @@ class ServerState : public SimulatedPanel {
   void clickAndLook(Look look) {
     QTimer looks;
     QObject::connect(&looks, &QTimer::timeout, &looks, [this, look] {
-      if (desktop.busy.isBusy() && pane.m_serverPid == 0) look();
+      if (desktop.busy.isBusy() && isServerChanging(pane)) look();
     });
     looks.start(3);
     panel.click("ib_admin_button_svrStart");
   }
+
+  static constexpr const char* kFrame[] = {"ib_oview_confBar", "ib_button_Auth", "ib_button_Help"};
 
   QLabel* label = nullptr;
   StateDot* dot = nullptr;
@@ -45,6 +48,65 @@ TEST_F(ServerState, IsToldByWordAndColour) {
   panel.tick();
   EXPECT_EQ(label->text(), QStringLiteral("Started"));
   EXPECT_NE(dot->color(), stopped);
+}
+
+TEST_F(ServerState, APidFileWithoutANumberIsARunningServer) {
+  desktop.computer.service.setDaemon(77);
+  panel.tick();
+  const QColor running = dot->color();
+  desktop.computer.fileSystem.put("/var/run/nvkserverd.pid", "none\n");
+  panel.tick();
+  ASSERT_EQ(pane.m_serverPid, 0);
+  EXPECT_FALSE(isServerChanging(pane));
+  EXPECT_EQ(label->text(), QStringLiteral("Started"));
+  EXPECT_EQ(dot->color(), running);
+  panel.control("ib_button_Apply").setEnabled(true);
+  for (const char* outlet : kFrame) EXPECT_TRUE(panel.widget(outlet)->isEnabled()) << outlet;
+  EXPECT_TRUE(panel.widget("ib_button_Apply")->isEnabled());
+}
+
+TEST_F(ServerState, IsChangingFromTheClickToTheRefreshThatFollows) {
+  std::vector<bool> changing;
+  const auto note = [&] { changing.push_back(isServerChanging(pane)); };
+  note();
+  QTimer::singleShot(0, &panel.window, note);  // in the first pass of the run loop
+  panel.click("ib_admin_button_svrStart");
+  note();
+  EXPECT_EQ(changing, (std::vector<bool>{false, true, false}));
+}
+
+TEST_F(ServerState, ARestartIsOneChange) {
+  desktop.computer.service.setDaemon(77);
+  panel.tick();
+  bool open = false;
+  QTimer looks;
+  QObject::connect(&looks, &QTimer::timeout, &looks, [&] {
+    open = open || (desktop.busy.isBusy() && panel.widget("ib_oview_confBar")->isEnabled());
+  });
+  looks.start(1);
+  panel.click("ib_admin_button_svrRestart");
+  EXPECT_FALSE(open);
+  EXPECT_TRUE(panel.widget("ib_oview_confBar")->isEnabled());
+}
+
+TEST_F(ServerState, TheFocusReturnsToTheButtonThatWasPressed) {
+  for (const char* outlet :
+       {"ib_admin_button_svrStart", "ib_admin_button_svrRestart", "ib_admin_button_svrStart"}) {
+    panel.widget(outlet)->setFocus();
+    panel.press(Qt::Key_Space);
+    EXPECT_EQ(QApplication::focusWidget(), panel.widget(outlet)) << label->text().toStdString();
+  }
+  EXPECT_EQ(label->text(), QStringLiteral("Stopped"));
+}
+
+TEST_F(ServerState, TheFocusOfAButtonThatStaysGreyedGoesToTheOneBeforeIt) {
+  desktop.computer.service.setDaemon(77);
+  panel.tick();
+  desktop.computer.service.setStartDelay(std::nullopt);
+  panel.widget("ib_admin_button_svrRestart")->setFocus();
+  panel.press(Qt::Key_Space);
+  ASSERT_FALSE(panel.widget("ib_admin_button_svrRestart")->isEnabled());
+  EXPECT_EQ(QApplication::focusWidget(), panel.widget("ib_admin_button_svrStart"));
 }
 
 TEST_F(ServerState, StartCountsDotsWhileEverythingIsGreyed) {
@@ -64,9 +126,7 @@ TEST_F(ServerState, StartCountsDotsWhileEverythingIsGreyed) {
   for (qsizetype i = 1; i < texts.size(); ++i)
     EXPECT_TRUE(texts[i].startsWith(texts[i - 1]) && texts[i].size() > texts[i - 1].size());
   EXPECT_TRUE(greyed);
-  for (const char* outlet : {"ib_button_Auth", "ib_button_Help", "ib_oview_confBar"})
-    EXPECT_TRUE(panel.widget(outlet)->isEnabled()) << outlet;
-  EXPECT_NE(QApplication::focusWidget(), nullptr);
+  for (const char* outlet : kFrame) EXPECT_TRUE(panel.widget(outlet)->isEnabled()) << outlet;
   EXPECT_EQ(label->text(), QStringLiteral("Started"));
   EXPECT_EQ(panel.as<QPushButton>("ib_admin_button_svrStart")->text().remove(QLatin1Char('&')),
             QStringLiteral("Stop"));

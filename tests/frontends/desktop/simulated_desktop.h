@@ -26,8 +26,8 @@ class SimulatedWaits : public QtProcesses {
 
 class SimulatedDesktop {
  public:
-  // With settings stored that differ from what a missing file means, a daemon that is stopped, and a lock
-  // that opens for whoever asks.
+  // With stored settings that differ from what a missing file means, a stopped server, and a lock that opens
+  // on request.
   SimulatedDesktop();
   ~SimulatedDesktop();
   SimulatedDesktop(const SimulatedDesktop&) = delete;

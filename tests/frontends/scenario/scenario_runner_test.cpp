@@ -1,5 +1,5 @@
-// norvik-scenario as a person uses it: what it prints, what it writes, how it ends. Runs the built program on
-// files in a temporary folder.
+// norvik-scenario as a person uses it: what it prints and writes, and its exit status. Runs the built program
+// on files in a temporary folder.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -18,12 +18,12 @@ class ScenarioRunner : public testing::Test {
   void write(const std::string& name, const std::string& text) { writeFile(folder.path() / name, text); }
   std::string read(const std::string& name) { return contentOf(folder.path() / name); }
 
-  // Runs the program in the folder, with these arguments as a shell reads them.
+  // Runs the program in the folder, with the arguments of a shell command.
   Outcome run(const std::string& arguments, const std::string& program = NORVIK_SCENARIO_PROGRAM) {
     return runProgram({"/bin/sh", "-c", "'" + program + "' " + arguments}, {.folder = folder.path()});
   }
 
-  // What the program says of a scenario with these lines, which is malformed.
+  // What the program says about a malformed scenario with these lines.
   std::string complaint(const std::string& text) {
     write("bad", text);
     const Outcome outcome = run("--print bad");
@@ -36,7 +36,7 @@ class ScenarioRunner : public testing::Test {
 };
 
 TEST_F(ScenarioRunner, ComparesEachFileInAProcessOfItsOwn) {
-  // The first address that is found is kept for the life of a process.
+  // The first address found is kept for the life of a process.
   write("one", "> hostname \"one.example.com\"\n> call get_net_addr 255\n1 \"one.example.com\"\n> awake\n");
   write("two", "> awake\n> main-pane\n1\n");
   const Outcome outcome = run("one two");
@@ -56,7 +56,7 @@ TEST_F(ScenarioRunner, ShowsADifferenceAsAUnifiedDiff) {
   EXPECT_EQ(outcome.status, 1);
 }
 
-TEST_F(ScenarioRunner, TellsHunksFarFromEachOtherApart) {
+TEST_F(ScenarioRunner, SeparatesHunksFarFromEachOther) {
   std::string text = "> clock\n1\n";
   for (int i = 0; i < 7; ++i) text += "# " + std::to_string(i) + "\n";
   write("far", text + "> timer\n");
@@ -65,14 +65,14 @@ TEST_F(ScenarioRunner, TellsHunksFarFromEachOtherApart) {
             "@@ -8,3 +8,4 @@\n # 5\n # 6\n > timer\n+none\n0 passed, 1 failed\n");
 }
 
-TEST_F(ScenarioRunner, OutputThatNobodyExpectedDiffers) {
+TEST_F(ScenarioRunner, UnexpectedOutputDiffers) {
   write("silent", "> awake\n> timer\n");
   const Outcome outcome = run("silent");
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.output.find("+running interval=0.25"), std::string::npos);
 }
 
-TEST_F(ScenarioRunner, PrintsTheFileAsItWouldStand) {
+TEST_F(ScenarioRunner, PrintsTheFileWithItsActualOutput) {
   const std::string text =
       "# kept\n\n> file \"/tmp/x\" <<END\n> no command\nEND\nstale\n\n> cat \"/tmp/x\"\nstale\nstale\n# kept";
   write("file", text);
@@ -129,7 +129,7 @@ TEST_F(ScenarioRunner, ProposesTheNearestKnownWord) {
   EXPECT_EQ(complaint("> trace +slep\n"), "bad:1: unknown kind \"slep\"; did you mean \"sleep\"?\n");
 }
 
-TEST_F(ScenarioRunner, TellsWhatIsWrongAndWhere) {
+TEST_F(ScenarioRunner, SaysWhatIsWrongAndWhere) {
   const struct {
     const char* text;
     const char* complaint;
@@ -141,13 +141,13 @@ TEST_F(ScenarioRunner, TellsWhatIsWrongAndWhere) {
       {"> window 800 inf\n", "bad:1: expected a number, found inf\n"},
       {"> cat /tmp/x\n", "bad:1: expected a text in double quotes, found /tmp/x\n"},
       {"> timer now\n", "bad:1: expected the end of the command, found now\n"},
-      {"> timer <<END\nEND\n", "bad:1: the command takes no lines under it\n"},
-      {"> prints \"/bin/x\"\n", "bad:1: expected lines under the command, begun by <<END\n"},
-      {"> file \"/tmp/x\" <<END\nx\n", "bad:1: the lines under the command do not end in a line END\n"},
+      {"> timer <<END\nEND\n", "bad:1: the command takes no lines below it\n"},
+      {"> prints \"/bin/x\"\n", "bad:1: expected lines below the command, after <<END\n"},
+      {"> file \"/tmp/x\" <<END\nx\n", "bad:1: the lines below the command do not end with a line END\n"},
       {"> cat \"/tmp/x\n", "bad:1: a text in double quotes does not end\n"},
       {"> cat \"\\q\"\n", "bad:1: unknown escape \"\\q\"\n"},
       {"> cat \"\\x4\"\n", "bad:1: unknown escape \"\\x4\"\"\n"},
-      {"> cat \"a\"b\n", "bad:1: a space is missing behind a text in double quotes\n"},
+      {"> cat \"a\"b\n", "bad:1: a space is missing after a text in double quotes\n"},
       {"> cat a\"b\"\n", "bad:1: a space is missing before a text in double quotes\n"},
       {">awake\n", "bad:1: a command begins with \"> \"\n"},
       {"# x\n\nawake\n", "bad:3: output without a command before it\n"},
@@ -159,23 +159,24 @@ TEST_F(ScenarioRunner, TellsWhatIsWrongAndWhere) {
        "bad:2: expected a whole number from -1 to 1, found 2\n"},
       {"> create\n> set ib_button_Auth 1\n", "bad:2: ib_button_Auth has no value to set\n"},
       {"> create\n> call authorize YES MAYBE\n", "bad:2: expected YES or NO, found MAYBE\n"},
-      {"> kill-error 7 ESRCH\n", "bad:1: expected EPERM; a process that does not exist is dead\n"},
+      {"> kill-error 7 ESRCH\n", "bad:1: expected EPERM; use dead for a process that does not exist\n"},
       {"> process 7 \"APP\" \"nvka\" none\n",
        "bad:1: a type or creator has four characters, found \"APP\"\n"},
       {"> plist \"/tmp/x\" <<END\nA integer one\nEND\n",
        "bad:1: expected PATH TYPE VALUE, found A integer one\n"},
       {"> plist \"/tmp/x\" <<END\n1 boolean true\nEND\n",
-       "bad:1: the elements of an array are numbered from 0 on\n"},
+       "bad:1: the elements of an array must be numbered from 0 without gaps\n"},
       {"> plist \"/tmp/x\" <<END\nA boolean true\nA/B boolean true\nEND\n",
-       "bad:1: a value stands above A/B\n"},
-      {"> plist \"/tmp/x\" <<END\nA/B boolean true\nA boolean true\nEND\n", "bad:1: values stand below A\n"},
+       "bad:1: there is a value above A/B\n"},
+      {"> plist \"/tmp/x\" <<END\nA/B boolean true\nA boolean true\nEND\n",
+       "bad:1: there are values below A\n"},
   };
   for (const auto& [text, expected] : kCases) EXPECT_EQ(complaint(text), expected);
 }
 
-TEST_F(ScenarioRunner, AnAlertThatNobodyAnswersIsMalformed) {
+TEST_F(ScenarioRunner, AnAlertWithoutAnAnswerIsMalformed) {
   EXPECT_EQ(complaint("> awake\n> press ib_user_chkbox_mseSwap\n> unselect\n"),
-            "bad:3: an alert that nobody answers\n");
+            "bad:3: an alert without an answer\n");
 }
 
 // The runner over a pane that forgets operations, with scenarios whose output is as expected.
@@ -184,8 +185,8 @@ class ForgetfulScenario : public ScenarioRunner {
   Outcome runForgetful(const std::string& arguments) {
     return run(arguments, NORVIK_FORGETFUL_SCENARIO_PROGRAM);
   }
-  // What the runner says of a scenario with these lines; it must fail exactly where it says something. The
-  // scenario begins with a pane in line 2.
+  // What the runner says about a scenario with these lines after its first two; it must fail exactly if it
+  // says something.
   std::string leftBehind(const std::string& text) {
     write("leaky", "> trace -launch\n> awake\n" + text);
     const Outcome outcome = runForgetful("leaky");
@@ -292,10 +293,10 @@ TEST_F(ForgetfulScenario, ShowsItsDifferencesTooAndIsNotUpdated) {
 TEST_F(ScenarioRunner, AFileThatCannotBeReadIsMalformed) {
   const Outcome outcome = run("missing .");
   EXPECT_EQ(outcome.status, 2);
-  EXPECT_EQ(outcome.errors, "missing:1: the file cannot be read\n.:1: the file cannot be read\n");
+  EXPECT_EQ(outcome.errors, "missing:1: cannot read the file\n.:1: cannot read the file\n");
 }
 
-TEST_F(ScenarioRunner, TellsHowItIsCalled) {
+TEST_F(ScenarioRunner, ShowsHowItIsCalled) {
   for (const char* arguments : {"", "--print", "--print a b", "--update", "--frobnicate a"}) {
     const Outcome outcome = run(arguments);
     EXPECT_EQ(outcome.status, 2) << arguments;

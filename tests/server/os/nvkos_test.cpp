@@ -1,5 +1,5 @@
-// The exported version queries where a scenario cannot look: how often the system is asked, and the built
-// library.
+// The exported version queries where a scenario cannot look: how often the system is asked, what they return
+// without a computer, and the built library.
 #include "src/server/mac/os/nvkos.h"
 
 #include <dlfcn.h>
@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "src/server/mac/platform/system_version.h"
+#include "tests/server/os/nvkos_from_c.h"
 #include "tests/server/stub_computer.h"
 
 namespace norvik {
@@ -26,8 +28,8 @@ TEST_F(SystemVersionTest, IsAskedForOnce) {
   EXPECT_EQ(computer.system.versionQueries, 3);
 }
 
-TEST_F(SystemVersionTest, IsNotAskedForAgainWhereTheSystemDoesNotTell) {
-  computer.system.tellsVersion = false;
+TEST_F(SystemVersionTest, IsNotAskedForAgainAfterAFailedQuery) {
+  computer.system.hasVersion = false;
   int32_t major = -7, minor = -7, bugfix = -7;
   EXPECT_EQ(NVKOS_SystemVersion(&major, &minor, &bugfix), 1);
   EXPECT_EQ(NVKOS_SysVerEqual(0, 0), 1);
@@ -42,19 +44,79 @@ TEST_F(SystemVersionTest, AnUpdateAsksAgainAndGivesTheLastAnswer) {
   EXPECT_EQ(nvkos_update_sysver(), noErr);
   EXPECT_EQ(nvkos_update_sysver(), noErr);
   EXPECT_EQ(__nvkos_sys_ver[2], 6);
-  computer.system.tellsVersion = false;
+  computer.system.hasVersion = false;
   EXPECT_EQ(nvkos_update_sysver(), gestaltUndefSelectorErr);
 }
 
-TEST(SharedLibraryTest, LoadsByItselfAndAnswersThroughCLinkage) {
+// Before a front end installs a computer, and wherever none does.
+struct NoComputerTest : testing::Test {
+  NoComputerTest() { std::fill(std::begin(__nvkos_sys_ver), std::end(__nvkos_sys_ver), 0); }
+};
+
+TEST_F(NoComputerTest, TheSystemVersionIsThatOfFailedQueries) {
+  int32_t major = -7, minor = -7, bugfix = -7;
+  EXPECT_EQ(NVKOS_SystemVersion(&major, &minor, &bugfix), 1);
+  EXPECT_EQ(major, 0);
+  EXPECT_EQ(minor, 0);
+  EXPECT_EQ(bugfix, 0);
+  EXPECT_EQ(__nvkos_sys_ver[3], 1);
+  EXPECT_EQ(nvkos_update_sysver(), gestaltUndefSelectorErr);
+}
+
+TEST_F(NoComputerTest, VersionsAreComparedWithZero) {
+  EXPECT_EQ(NVKOS_SysVerEqual(0, 0), 1);
+  EXPECT_EQ(NVKOS_SysVerEqual(10, 6), 0);
+  EXPECT_EQ(NVKOS_SysVerEqualOrGreater(0, 0), 1);
+  EXPECT_EQ(NVKOS_SysVerEqualOrGreater(0, 1), 0);
+  EXPECT_EQ(NVKOS_SysVerGreater(0, 0), 0);
+  EXPECT_EQ(NVKOS_SysVerGreater(-1, 0), 1);
+}
+
+TEST_F(NoComputerTest, NoBundleHasAVersion) {
+  int32_t major = -7, minor = -7, bugfix = -7;
+  EXPECT_EQ(NVKOS_BundleVersion(nullptr, &major, &minor, &bugfix), 0);
+  EXPECT_EQ(NVKOS_BundleVersion("com.example.viewer", &major, &minor, &bugfix), 0);
+  EXPECT_EQ(major, -7);
+  EXPECT_EQ(minor, -7);
+  EXPECT_EQ(bugfix, -7);
+}
+
+TEST_F(NoComputerTest, AProgramInCCanAsk) {
+  EXPECT_EQ(versionFromC(nullptr), 0);
+  EXPECT_EQ(versionFromC("com.example.viewer"), 0);
+}
+
+// The library as another program meets it: loaded by itself, without a computer.
+struct SharedLibraryTest : testing::Test {
   void* library = dlopen(NORVIK_SHARED_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-  ASSERT_NE(library, nullptr) << dlerror();
-  void* query = dlsym(library, "NVKOS_SysName");
-  ASSERT_NE(query, nullptr) << dlerror();
-  EXPECT_STREQ(reinterpret_cast<const char* (*)()>(query)(), "MACOSX");
+  ~SharedLibraryTest() override { dlclose(library); }
+  void SetUp() override { ASSERT_NE(library, nullptr) << dlerror(); }
+
+  template <typename Function>
+  Function* find(Function& /*declared*/, const char* name) {
+    void* found = dlsym(library, name);
+    EXPECT_NE(found, nullptr) << dlerror();
+    return reinterpret_cast<Function*>(found);
+  }
+};
+
+TEST_F(SharedLibraryTest, AnswersEveryQueryByItself) {
+  EXPECT_STREQ(find(NVKOS_SysName, "NVKOS_SysName")(), "MACOSX");
   EXPECT_STREQ(static_cast<const char*>(dlsym(library, "__nvkos_sys_name")), "MACOSX");
+  int32_t major = -7, minor = -7, bugfix = -7;
+  EXPECT_EQ(find(NVKOS_SystemVersion, "NVKOS_SystemVersion")(&major, &minor, &bugfix), 1);
+  EXPECT_EQ(major, 0);
+  EXPECT_EQ(minor, 0);
+  EXPECT_EQ(bugfix, 0);
+  EXPECT_EQ(find(NVKOS_SysVerEqual, "NVKOS_SysVerEqual")(0, 0), 1);
+  EXPECT_EQ(find(NVKOS_SysVerEqualOrGreater, "NVKOS_SysVerEqualOrGreater")(10, 6), 0);
+  EXPECT_EQ(find(NVKOS_SysVerGreater, "NVKOS_SysVerGreater")(10, 6), 0);
+  EXPECT_EQ(find(NVKOS_BundleVersion, "NVKOS_BundleVersion")(nullptr, &major, &minor, &bugfix), 0);
+}
+
+TEST_F(SharedLibraryTest, KeepsItsOtherNamesToItself) {
   EXPECT_EQ(dlsym(library, "nvkos_update_sysver"), nullptr);
-  dlclose(library);
+  EXPECT_EQ(dlsym(library, "__nvkos_sys_ver"), nullptr);
 }
 
 }  // namespace

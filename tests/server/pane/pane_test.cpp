@@ -1,5 +1,5 @@
-// The pane object where a scenario cannot look: its outlets, objects that are gone, what hosts ask beside a
-// control, and a computer that lacks something.
+// The pane object where a scenario cannot look: its outlets, objects that are gone, what front ends show
+// beside a control, and a computer that lacks something.
 #include "src/server/mac/pane/pane.h"
 
 #include <set>
@@ -29,7 +29,7 @@ TEST_F(PaneTest, AnInterfaceWithoutControlsMakesAPaneThatStillWakes) {
   EXPECT_TRUE(pane.mainView().subviews().empty());
 }
 
-TEST_F(PaneTest, ADescribedControlThatThePaneDoesNotKnowStandsNowhere) {
+TEST_F(PaneTest, ADescribedControlThatThePaneDoesNotKnowIsLeftOut) {
   interface.frame.emplace_back().outlet = "ib_button_Other";
   NVKServerPrefs pane(interface);
   EXPECT_EQ(pane.outlet("ib_button_Other"), nullptr);
@@ -125,7 +125,7 @@ TEST_F(PaneTest, ATickRefreshesNothingWhileTheStateIsNotTracked) {
   EXPECT_EQ(pane.ib_admin_label_svrState.stringValue(), "Stopped");
 }
 
-TEST_F(PaneTest, WithoutAReferenceNoAnswerUnlocksThePane) {
+TEST_F(PaneTest, WithoutAReferenceNoGrantUnlocksThePane) {
   computer.authorization.makesReferences = false;
   computer.authorization.grants = true;
   NVKServerPrefs pane(interface);
@@ -166,6 +166,7 @@ TEST_F(PaneTest, APidFileWithoutANumberIsARunningServerThatIsNotChanging) {
   computer.files.pidFile = "none\n";
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();
+  pane.onStateTimer();  // a full refresh, whatever pane was refreshed last in this process
   EXPECT_EQ(pane.m_serverPid, 0);
   EXPECT_EQ(pane.ib_admin_label_svrState.stringValue(), "Started");
   EXPECT_FALSE(pane.isServerChanging());
@@ -227,7 +228,7 @@ TEST_F(SettingMarksTest, APendingOpenFilesLimitMarksItsThreeControls) {
 }
 
 TEST_F(SettingMarksTest, TheDefaultIsWhatAMissingKeyMeans) {
-  // No file was there, so everything stands at its default.
+  // There was no file, so everything is at its default.
   for (const Control* control : pane.outlets())
     EXPECT_FALSE(pane.differsFromDefault(*control)) << control->name();
   pane.ib_admin_slider_imgDept.setDoubleValue(7);

@@ -1,5 +1,5 @@
 // The state timer ticks four times a second for as long as the pane exists. A tick that has nothing new to
-// show must cost no memory and throw nothing, and must tell no host of a change.
+// show must allocate nothing, throw nothing and notify no front end of a change.
 #include "tests/server/pane_fixture.h"
 #include "tests/support/allocation_count.h"
 
@@ -31,7 +31,7 @@ void edit(StubComputer& computer, NVKServerPrefs& pane) {
   pane.ib_admin_chkbox_ntfShowNews.setState(kOffState);
 }
 
-// Only the last row of each table differs, so that each comparison goes all the way.
+// Only the last row of each table differs, so that each comparison goes to the end.
 void editLast(StubComputer& computer, NVKServerPrefs& pane) {
   unlock(computer, pane);
   pane.ib_user_chkbox_imgDefs.setState(kOffState);
@@ -58,7 +58,7 @@ struct TickTest : PaneTest, testing::WithParamInterface<State> {
 };
 
 TEST_P(TickTest, WithNothingNewAllocatesNothingAndTellsNobody) {
-  Count count;  // outlives the pane, which tells it of its end
+  Count count;  // outlives the pane, which notifies it at its end
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();
   GetParam().bring(computer, pane);
@@ -77,7 +77,7 @@ INSTANTIATE_TEST_SUITE_P(States, TickTest,
                          [](const auto& state) { return state.param.name; });
 
 TEST_F(PaneTest, ATickWithSomethingNewShowsIt) {
-  Count count;  // outlives the pane, which tells it of its end
+  Count count;  // outlives the pane, which notifies it at its end
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();
   for (Control* control : pane.outlets()) control->setObserver(&count);

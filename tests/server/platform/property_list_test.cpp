@@ -113,5 +113,15 @@ TEST(PropertyListTest, TypesAreToldApart) {
   EXPECT_NE(PropertyList(), PropertyList(PropertyList::Array{}));
 }
 
+TEST(PropertyListTest, AClampedIntegerIsTheNearestThatHas32Bits) {
+  EXPECT_EQ(clampedLeadingInteger(" \t-12abc"), -12);
+  EXPECT_EQ(clampedLeadingInteger("+7"), 7);
+  EXPECT_EQ(clampedLeadingInteger("x"), 0);
+  EXPECT_EQ(clampedLeadingInteger("2147483648"), INT32_MAX);
+  EXPECT_EQ(clampedLeadingInteger("-2147483648"), INT32_MIN);
+  EXPECT_EQ(clampedLeadingInteger("-2147483649"), INT32_MIN);
+  EXPECT_EQ(clampedLeadingInteger(std::string(400, '9')), INT32_MAX);
+}
+
 }  // namespace
 }  // namespace norvik

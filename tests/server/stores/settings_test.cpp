@@ -1,5 +1,4 @@
-// One setting at a time, as the rows of the tables have it, where the groups' files cannot bring the case
-// about.
+// One setting at a time, as the rows of the tables have it, in cases that the groups' files cannot produce.
 #include "src/server/mac/stores/settings.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// Controls and views as values: what a control holds by its kind, and whom it tells of what.
+// Controls and views as values: what a control of each kind holds, and when it notifies its observer.
 #include "src/server/mac/ui/control.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ struct Count : ControlObserver {
   }
 };
 
-// A control of that kind that tells its changes.
+// A control of that kind whose changes are recorded.
 struct Observed {
   explicit Observed(ControlKind kind) {
     ControlDescription description;

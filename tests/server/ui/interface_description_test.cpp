@@ -1,4 +1,4 @@
-// The reader of the interface description: what it makes of a good one, and the words it has for a bad one.
+// The reader of the interface description: what it makes of a good one, and its messages about a bad one.
 #include "src/server/mac/ui/interface_description.h"
 
 #include <gtest/gtest.h>
@@ -148,7 +148,7 @@ TEST(InterfaceDescription, FindsAFaultOnALaterPage) {
   std::string error;
   EXPECT_FALSE(readInterfaceDescription(list, error));
   EXPECT_EQ(error,
-            "tabs/1/sections/0/rows/0/controls/0: outlet ib_slider already stands at "
+            "tabs/1/sections/0/rows/0/controls/0: outlet ib_slider is already at "
             "tabs/0/sections/0/rows/1/controls/0");
 }
 
@@ -224,7 +224,7 @@ const Slip kSlips[] = {
     {kRow1 + "0", "tickMarks", number(-1), kRow1 + "0/tickMarks: must be a whole number from 0 to 1000"},
     {kRow1 + "0", "tickMarks", number(1001), kRow1 + "0/tickMarks: must be a whole number from 0 to 1000"},
     {kRow1 + "1/items", "1", number(2), kRow1 + "1/items/1: must be a text"},
-    // A key or kind that nobody knows, or that means nothing there.
+    // An unknown key or kind, or one that means nothing there.
     {"", "depth", number(1), "description: unknown key \"depth\""},
     {"tabs/0", "title", "Page", "tabs/0: unknown key \"title\""},
     {"tabs/0/sections/0", "label", "Page", "tabs/0/sections/0: unknown key \"label\""},
@@ -243,8 +243,8 @@ const Slip kSlips[] = {
     {kRow1 + "0", "value", 8.75, kRow1 + "0: value is outside the range"},
     // Names that do not go together.
     {"frame/0", "outlet", "", "frame/0: outlet is empty"},
-    {kRow1 + "1", "outlet", "ib_box", kRow1 + "1: outlet ib_box already stands at " + kRow0 + "0"},
-    {kRow0 + "1", "outlet", "ib_apply", kRow0 + "1: outlet ib_apply already stands at frame/0"},
+    {kRow1 + "1", "outlet", "ib_box", kRow1 + "1: outlet ib_box is already at " + kRow0 + "0"},
+    {kRow0 + "1", "outlet", "ib_apply", kRow0 + "1: outlet ib_apply is already at frame/0"},
     {kRow0 + "1", "requires", "ib_none", kRow0 + "1: requires names no control: ib_none"},
     {kRow0 + "1", "requires", "ib_slider", kRow0 + "1: requires names no check box: ib_slider"},
     {kRow1 + "0", "setting", "box", kRow1 + "0: setting box already belongs to ib_box"},

@@ -106,7 +106,7 @@ TEST(NVKButtonCellTest, ThePlainButtonIsDrawnTheWayUpOfTheView) {
   }
 }
 
-// A class of cells that is none of the button's.
+// A class of cells that is unrelated to the button's.
 std::unique_ptr<ButtonCell> failsToCopy(const ButtonCell&) {
   return nullptr;
 }
@@ -218,7 +218,7 @@ TEST_F(NVKButtonTest, ADecodedCellThatMemoryIsTooShortToReplaceIsKept) {
 TEST_F(NVKButtonTest, PassesTheColourToATintedCellAlone) {
   button.setButtonColor(kBlue);
   EXPECT_EQ(button.buttonColor(), kBlue);
-  EXPECT_FALSE(button.needsDisplay());  // the next drawing takes it up
+  EXPECT_FALSE(button.needsDisplay());  // the next drawing picks it up
   decodeWithStrangeCell();
   button.setButtonColor(kBlue);
   EXPECT_FALSE(button.buttonColor());

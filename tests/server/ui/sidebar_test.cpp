@@ -1,5 +1,5 @@
-// The pane's answers to the sidebar's outline view that a scenario does not see: those about opening, closing
-// and headings, and about nodes that are not in the tree.
+// What the pane answers the sidebar's outline view where a scenario cannot see it: about opening, closing and
+// headings, and about nodes that are not in the tree.
 #include "tests/server/pane_fixture.h"
 
 namespace norvik {
@@ -78,7 +78,7 @@ TEST_F(SidebarTest, AnAdministratorsPageSelectedWhileLockedIsNotShown) {
   const int last = static_cast<int>(view.rows().size()) - 1;
   view.clickRow(last);
   EXPECT_EQ(view.selectedRow(), 1);
-  view.selectRow(last);  // past the question whether it may be
+  view.selectRow(last);  // without asking whether it may be selected
   EXPECT_EQ(view.selectedRow(), last);
   EXPECT_EQ(pane.ib_tview_confView.selectedItem(), shown);
 }

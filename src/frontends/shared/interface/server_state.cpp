@@ -1,4 +1,4 @@
-// What the pane's pid tells, and the three colours.
+// The three colours, by what the pane holds.
 #include "src/frontends/shared/interface/server_state.h"
 
 namespace norvik {
@@ -15,9 +15,8 @@ constexpr Color kStopped = fromBytes(0x8a, 0x8d, 0x91);
 
 }  // namespace
 
-// The pane holds no pid, not even that of no process, while it waits.
 bool isServerChanging(const NVKServerPrefs& pane) {
-  return pane.m_serverPid == 0;
+  return pane.isServerChanging();
 }
 
 Color stateColor(const NVKServerPrefs& pane) {

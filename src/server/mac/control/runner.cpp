@@ -1,5 +1,5 @@
 // Running tools as the super-user with the pane's authorization, and the names of temporary files. Waits for
-// no tool: who must see an effect looks for it.
+// no tool: a caller that needs an effect looks for it.
 #include <algorithm>
 #include <iterator>
 

@@ -1,5 +1,5 @@
 // Watching, starting and stopping the server daemon. Start and stop block while they count dots; the timer's
-// refreshes are held off for as long as the run loop is pumped.
+// refreshes are held off while the run loop is pumped.
 #include "src/server/mac/control/server_process.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace norvik {
 namespace {
 
 constexpr const char* kPidFile = "/var/run/nvkserverd.pid";
-constexpr std::size_t kPidTextLength = 31;  // what is looked at of the file
+constexpr std::size_t kPidTextLength = 31;  // how much of the file is looked at
 
 constexpr int kRunLoopPasses = 20;
 constexpr uint32_t kRunLoopPassMicroseconds = 1'000;
@@ -44,7 +44,7 @@ int32_t pidIn(OpenFile& file) {
   return leadingDecimal({text.data(), length});
 }
 
-// Lets the disabled controls show and pending events pass, with the timer's refreshes held off.
+// Lets the disabled controls be drawn and pending events be handled, with the timer's refreshes held off.
 void pumpRunLoop(NVKServerPrefs& pane) {
   pane.m_trackState = false;
   for (int i = 0; i < kRunLoopPasses; ++i) {
@@ -83,7 +83,7 @@ int32_t nvkd_pid() {
 }
 
 void NVKServerPrefs::beginServerChange(std::string_view text) {
-  server_is_changing_ = true;
+  serverIsChanging_ = true;
   m_serverPid = nvkd_pid();
   showProgress(*this, text);
   enableGui(false, true);

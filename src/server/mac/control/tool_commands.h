@@ -18,14 +18,14 @@ inline constexpr const char* kLaunchdConfigFile = "/etc/launchd.conf";
 inline constexpr const char* kServerConfigTempName = "server.conf";
 inline constexpr const char* kLaunchdConfigTempName = "launchd.conf";
 
-// Stands in a command line for the one argument that is known only when it is run.
+// The placeholder in a command line for the one argument that is known only when it is run.
 inline constexpr char kVariable[] = "VARIABLE";
 
 inline constexpr int kMaxArguments = 10;
 
 struct ToolCommand {
   const char* tool;
-  const char* arguments[kMaxArguments];  // null where there are fewer
+  const char* arguments[kMaxArguments];  // null if there are fewer
 };
 
 // clang-format off

@@ -1,4 +1,4 @@
-// System and bundle versions, asked of the platform.
+// System and bundle versions, asked of the installed computer if there is one.
 #include "src/server/mac/os/nvkos.h"
 
 #include <array>
@@ -34,7 +34,7 @@ std::array<int32_t, 3> versionParts(std::string_view text) {
   std::array<int32_t, 3> parts{};
   for (int32_t& part : parts) {
     const std::size_t dot = text.find('.');
-    part = static_cast<int32_t>(norvik::leadingInteger(text.substr(0, dot)));
+    part = norvik::clampedLeadingInteger(text.substr(0, dot));
     if (dot == std::string_view::npos) break;
     text.remove_prefix(dot + 1);
   }
@@ -42,7 +42,9 @@ std::array<int32_t, 3> versionParts(std::string_view text) {
 }
 
 std::optional<std::string> versionText(const char* identifier) {
-  norvik::Bundles& bundles = norvik::platform().bundles;
+  const norvik::Platform* computer = norvik::installedPlatform();
+  if (computer == nullptr) return std::nullopt;
+  norvik::Bundles& bundles = computer->bundles;
   const norvik::CFBundleRef bundle = identifier != nullptr
                                          ? bundles.CFBundleGetBundleWithIdentifier(identifier)
                                          : bundles.CFBundleGetMainBundle();
@@ -55,9 +57,11 @@ std::optional<std::string> versionText(const char* identifier) {
 }  // namespace
 
 int32_t nvkos_update_sysver() {
-  // Set first, so that a system that does not tell its version is not asked again and again.
+  // Set first, so that a system whose queries fail is not queried again and again.
   __nvkos_sys_ver[kFilled] = 1;
-  norvik::SystemVersion& system = norvik::platform().systemVersion;
+  const norvik::Platform* computer = norvik::installedPlatform();
+  if (computer == nullptr) return norvik::gestaltUndefSelectorErr;
+  norvik::SystemVersion& system = computer->systemVersion;
   system.Gestalt(norvik::fourCharCode("sys1"), __nvkos_sys_ver[kMajor]);
   system.Gestalt(norvik::fourCharCode("sys2"), __nvkos_sys_ver[kMinor]);
   return system.Gestalt(norvik::fourCharCode("sys3"), __nvkos_sys_ver[kBugfix]);

@@ -1,4 +1,4 @@
-// Unlocking and locking the pane. Nothing is logged: a refusal is an answer, not a failure.
+// Unlocking and locking the pane. Nothing is logged: a refusal is not a failure.
 #include <array>
 
 #include "src/server/mac/control/tool_commands.h"

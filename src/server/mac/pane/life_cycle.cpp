@@ -22,7 +22,7 @@ PictureRef loadPicture(const char* name) {
 
 }  // namespace
 
-// Outlives no pane: the notification reaches the pane through a weak reference to this.
+// Owned by its pane; the notification reaches the pane through a weak reference to this.
 struct NVKServerPrefs::Activation : ActivationObserver {
   explicit Activation(NVKServerPrefs& observed) : pane(observed) {}
   void applicationDidBecomeActive() override { pane.applicationDidBecomeActive(); }
@@ -107,7 +107,7 @@ void NVKServerPrefs::didUnselect() {
   if (answer == NSAlertDefaultReturn) {
     applyAllChanges();
   } else {
-    // Pending notification settings stay, here but not where the lock is closed.
+    // Pending notification settings stay; closing the lock discards them too.
     discardServerAndUserChanges();
   }
   updateGui(true, false);
@@ -138,10 +138,10 @@ void NVKServerPrefs::doResizeFrame(const NVKServerPrefs* sender) {
   if (sender != this) return;
   const auto window = platform().application.mainWindowFrame();
   if (!window) return;
-  Rect frame = main_view_.frame();
+  Rect frame = mainView_.frame();
   frame.x = 0;
   frame.width = window->width;
-  main_view_.setFrame(frame);
+  mainView_.setFrame(frame);
 }
 
 void NVKServerPrefs::destroy() {

@@ -74,7 +74,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   // A tick of the timer: refreshes the view if m_trackState is on.
   void onStateTimer();
 
-  View& mainView() { return main_view_; }
+  View& mainView() { return mainView_; }
 
   // ---- Administrator authorization: pane/authorization.cpp ------------------------------------------------
 
@@ -174,8 +174,8 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool maxFilesChanged() const;
   bool saveMaxFiles();
 
-  // A file's lines; nothing for a null path, for a file that is unreadable or larger than memory, or for one
-  // that is not UTF-8.
+  // A file's lines; nothing for a null path, an unreadable file, one of more than 64 MiB, or one that is not
+  // UTF-8.
   std::optional<StringsArray> loadStringsArray(const char* path);
   // Writes the lines, each ended by a line feed. False for a null path or list, or if writing fails.
   bool saveStringsArray(const char* path, const StringsArray* array);
@@ -208,7 +208,7 @@ class NVKServerPrefs : public OutlineViewDelegate {
   bool restartServer();  // whether the pane was unlocked, whatever came of it
   // Whether a start or stop is under way: from its beginning until the full refresh that follows it.
   // m_serverPid does not say this: it is 0 during most of it, but also for a pid file without a number.
-  bool isServerChanging() const { return server_is_changing_; }
+  bool isServerChanging() const { return serverIsChanging_; }
   // Open the management tools.
   bool runDispManager();
   bool runAccessManager();
@@ -330,10 +330,10 @@ class NVKServerPrefs : public OutlineViewDelegate {
 
  private:
   struct Activation;
-  View main_view_;
+  View mainView_;
   // What the activation notification reaches while this object lives.
   std::shared_ptr<Activation> activation_;
-  bool server_is_changing_ = false;
+  bool serverIsChanging_ = false;
 
   // The tools that put a file in its place, and what each is for.
   struct InstallCommands {

@@ -15,7 +15,7 @@ namespace norvik {
 class View;
 class Control;
 
-// Told when the application comes to the front.
+// Notified when the application comes to the front.
 class ActivationObserver {
  public:
   virtual ~ActivationObserver() = default;
@@ -28,13 +28,13 @@ class HostApplication {
 
   // The frame of the application's main window, in points; nothing while it has none.
   virtual std::optional<Rect> mainWindowFrame() = 0;
-  // Calls `operation` on the main thread: before returning where `waitUntilDone` is true, otherwise by the
-  // end of the run loop's next pass at the latest.
+  // Calls `operation` on the main thread: before returning if `waitUntilDone` is true, otherwise by the end
+  // of the run loop's next pass at the latest.
   virtual void performOnMainThread(std::function<void()> operation, bool waitUntilDone) = 0;
   // The colour that windows of this application have behind their controls.
   virtual Color windowBackgroundColor() = 0;
   // Registers for NSApplicationDidBecomeActiveNotification. The registration is never removed; it reaches the
-  // observer only while somebody still holds it. An observer registered twice is told twice.
+  // observer only while the observer is alive. An observer registered twice is notified twice.
   virtual void observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) = 0;
 };
 
@@ -47,8 +47,8 @@ class AlertPanels {
  public:
   virtual ~AlertPanels() = default;
 
-  // Shows a modal panel and blocks until it is answered. The texts are shown as they stand, without format
-  // directives. A null button is not shown. Answers 1, 0 or -1 for the default, alternate and other button.
+  // Shows a modal panel and blocks until it is answered. The texts are shown as they are, without format
+  // directives. A null button is not shown. Returns 1, 0 or -1 for the default, alternate and other button.
   virtual int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                               const char* alternateButton, const char* otherButton) = 0;
 };
@@ -57,7 +57,7 @@ class Workspace {
  public:
   virtual ~Workspace() = default;
 
-  // Opens the address in the default browser, without waiting for it. Failures are the system's to show.
+  // Opens the address in the default browser, without waiting for it. The system shows a failure.
   virtual void openURL(std::string_view url) = 0;
 };
 
@@ -69,7 +69,7 @@ class DistributedNotificationCenter {
   virtual ~DistributedNotificationCenter() = default;
 
   // Posts a notification without user information to the processes that listen for `name`; `object` may be
-  // null. Does not wait for them. Failures go unseen, as nobody may be listening either.
+  // null. Does not wait for them. Failures are not reported: there may be no listener either.
   virtual void postNotificationName(const char* name, const char* object, unsigned options) = 0;
 };
 
@@ -79,7 +79,7 @@ class Drawing {
 
   // Draws the control at once, before returning.
   virtual void display(Control& control) = 0;
-  // Draws at once what of the view itself needs drawing; nothing where nothing does.
+  // Draws at once what needs drawing of the view itself, if anything does.
   virtual void displayIfNeeded(View& view) = 0;
 };
 

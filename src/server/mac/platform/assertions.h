@@ -9,7 +9,7 @@ class AssertionHandler {
  public:
   virtual ~AssertionHandler() = default;
 
-  // Reports an assertion that did not hold. Returns: what called it carries on without the asserted.
+  // Reports an assertion that failed, and returns: the caller carries on.
   virtual void handleFailureInFunction(std::string_view function, std::string_view file, int line,
                                        std::string_view description) = 0;
 };

@@ -38,18 +38,18 @@ class AuthorizationService {
   virtual ~AuthorizationService() = default;
 
   // Makes an authorization that holds no rights yet and stores it in `authorization`, which the caller frees
-  // with AuthorizationFree. On failure answers an error and stores null. Never asks a person.
+  // with AuthorizationFree. On failure returns an error and stores null. Never asks a person.
   virtual OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                        AuthorizationRef& authorization) = 0;
 
   // Asks that `authorization` be given all of `rights`. With kAuthorizationFlagInteractionAllowed a person
-  // may be asked and the call blocks until they have answered; without it the call answers at once. A null
-  // authorization is errAuthorizationInvalidRef.
+  // may be asked and the call blocks until they have answered; without it the call returns at once. A null
+  // authorization gives errAuthorizationInvalidRef.
   virtual OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                            AuthorizationFlags flags) = 0;
 
   // Takes the named right from `authorization`, so that the next request for it is decided afresh: without
-  // interaction it succeeds only while an earlier grant still stands.
+  // interaction it succeeds only while an earlier grant is still valid.
   virtual OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) = 0;
 
   // Frees `authorization`, which must not be used again. With kAuthorizationFlagDestroyRights its rights end
@@ -58,8 +58,8 @@ class AuthorizationService {
 
   // Starts the tool at `path` as the super-user with the null-terminated vector `arguments` (without the
   // tool's own name) and returns without waiting for its end. Tools take effect in the order in which they
-  // were started. `communicationsPipe`, where not null, receives a stream that reads the tool's standard
-  // output, which the caller closes through the Files interface, or null where the service hands back none.
+  // were started. `communicationsPipe`, if not null, receives a stream that reads the tool's standard
+  // output, which the caller closes through the Files interface, or null if the service returns none.
   // Any error means that the tool was not started.
   virtual OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
                                                       AuthorizationFlags flags, const char* const* arguments,

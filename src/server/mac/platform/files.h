@@ -22,8 +22,8 @@ class Files {
  public:
   virtual ~Files() = default;
 
-  // Opens the file; the caller closes it with fclose. Null when it cannot be opened, which is also so for a
-  // directory, whichever the mode.
+  // Opens the file; the caller closes it with fclose. Null if it cannot be opened, as a directory cannot be
+  // in either mode.
   virtual FileRef fopen(const char* path, FileMode mode) = 0;
   // Moves the position; 0 on success, -1 on failure. A pipe cannot be sought, nor a place before the start.
   virtual int fseek(FileRef file, int64_t offset, SeekOrigin origin) = 0;
@@ -38,7 +38,7 @@ class Files {
   virtual void fclose(FileRef file) = 0;
 
   // Makes one directory with the permission bits `mode`, less those that the process withholds from all that
-  // it makes; 0 on success, -1 where something is there already or the directory cannot be made.
+  // it makes; 0 on success, -1 if something is there already or the directory cannot be made.
   virtual int mkdir(const char* path, uint32_t mode) = 0;
 };
 

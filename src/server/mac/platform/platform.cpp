@@ -14,6 +14,10 @@ Platform& platform() {
   return *installed;
 }
 
+Platform* installedPlatform() {
+  return installed;
+}
+
 void installPlatform(Platform* computer) {
   installed = computer;
 }

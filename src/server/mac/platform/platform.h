@@ -34,9 +34,12 @@ struct Platform {
   AssertionHandler& assertions;
 };
 
-// The installed computer. The plain functions take no pane, which is why it is reached without one. Asking
-// before anything was installed ends the program.
+// The installed computer. Plain functions, which have no pane to ask, reach it this way too. Ends the program
+// if none is installed.
 Platform& platform();
+
+// The installed computer, or null.
+Platform* installedPlatform();
 
 // Installs a computer, or none with null. The caller keeps it alive for as long as it is installed.
 void installPlatform(Platform* computer);

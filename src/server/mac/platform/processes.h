@@ -30,8 +30,8 @@ struct ProcessSerialNumber {
 
 struct ProcessInfoRec {
   uint32_t processInfoLength = 0;
-  const char* processName = nullptr;    // not filled where null
-  const void* processAppRef = nullptr;  // not filled where null
+  const char* processName = nullptr;    // not filled if null
+  const void* processAppRef = nullptr;  // not filled if null
   ProcessSerialNumber processNumber;
   OSType processType = 0;
   OSType processSignature = 0;
@@ -47,10 +47,10 @@ class ProcessManager {
   // Fills type, signature and number, whatever the record's length says; an error for a process that is gone
   // or that belongs to no bundle.
   virtual OSErr GetProcessInformation(const ProcessSerialNumber& process, ProcessInfoRec& information) = 0;
-  // All that is known of the process, "CFBundleIdentifier" among it where it has one; nothing on failure.
+  // All that is known of the process, "CFBundleIdentifier" included if it has one; nothing on failure.
   virtual std::optional<PropertyList> ProcessInformationCopyDictionary(
       const ProcessSerialNumber& process) = 0;
-  // The process id; an error where the process is gone.
+  // The process id; an error if the process is gone.
   virtual OSErr GetProcessPID(const ProcessSerialNumber& process, int32_t& pid) = 0;
 };
 

@@ -2,7 +2,9 @@
 // the value given.
 #include "src/server/mac/platform/property_list.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "src/server/mac/text/trim.h"
 
@@ -84,13 +86,24 @@ bool boolValue(const PropertyList* value) {
 }
 
 int64_t leadingInteger(std::string_view text) {
-  auto [negative, digits] = skipSpaceAndSign(text);
+  const auto [negative, digits] = skipSpaceAndSign(text);
   uint64_t bits = 0;
-  for (char c : digits) {
+  for (const char c : digits) {
     if (!isDigit(c)) break;
     bits = bits * 10 + static_cast<uint64_t>(c - '0');
   }
   return static_cast<int64_t>(negative ? uint64_t{0} - bits : bits);
+}
+
+int32_t clampedLeadingInteger(std::string_view text) {
+  using Limits = std::numeric_limits<int32_t>;
+  const auto [negative, digits] = skipSpaceAndSign(text);
+  int64_t number = 0;
+  for (const char c : digits) {
+    if (!isDigit(c) || number > Limits::max()) break;
+    number = number * 10 + (c - '0');
+  }
+  return static_cast<int32_t>(std::clamp<int64_t>(negative ? -number : number, Limits::min(), Limits::max()));
 }
 
 }  // namespace norvik

@@ -15,7 +15,7 @@ namespace norvik {
 
 class PropertyList {
  public:
-  // Raw bytes, a type of its own so that data and text are told apart.
+  // Raw bytes, a type of its own so that data is never taken for text.
   struct Data {
     std::string bytes;
     bool operator==(const Data&) const = default;
@@ -28,7 +28,7 @@ class PropertyList {
   using Array = std::vector<PropertyList>;
   // Keys are UTF-8. The order of keys has no meaning, so they are kept sorted.
   using Dictionary = std::map<std::string, PropertyList, std::less<>>;
-  // An integer stands as int64_t whenever it fits; uint64_t holds only what is above its range.
+  // An integer is an int64_t whenever it fits; uint64_t holds only what is above its range.
   using Value = std::variant<Dictionary, Array, std::string, bool, int64_t, uint64_t, double, Date, Data>;
 
   // Whether T is one of the types above, to the letter: an int or a float must be cast by its owner.
@@ -45,7 +45,7 @@ class PropertyList {
       : value_(std::in_place_type<std::remove_cvref_t<T>>, std::forward<T>(value)) {}
   PropertyList(const char* text) : value_(std::string(text)) {}
 
-  // The value as type T, or null when it is of another type. The pointer lives as long as this list is
+  // The value as type T, or null if it is of another type. The pointer lives as long as this list is
   // neither assigned to nor destroyed.
   template <typename T>
   const T* as() const {
@@ -58,7 +58,7 @@ class PropertyList {
 
   const Value& value() const { return value_; }
 
-  // The value under a key; null when this is no dictionary or has no such key.
+  // The value under a key; null if this is not a dictionary or has no such key.
   const PropertyList* find(std::string_view key) const;
   PropertyList* find(std::string_view key);
 
@@ -68,10 +68,10 @@ class PropertyList {
   Value value_;
 };
 
-// Conversions of a stored value, of whatever type, to what a setting wants. A null pointer stands for a
+// Conversions of a stored value, of whatever type, to what a setting wants. A null pointer means a
 // missing value and converts like a value of a type that has no number.
 
-// A number truncated toward zero, its low 64 bits where it does not fit; a text's leading integer; a boolean
+// A number truncated toward zero, its low 64 bits if it does not fit; a text's leading integer; a boolean
 // as 0 or 1; anything else 0.
 int64_t integerValue(const PropertyList* value);
 // The low 32 bits of integerValue, as a signed number.
@@ -83,5 +83,7 @@ bool boolValue(const PropertyList* value);
 // The leading integer of a text: white space, an optional sign, digits; no digits give 0. What exceeds 64
 // bits keeps its low 64.
 int64_t leadingInteger(std::string_view text);
+// The same, except that what exceeds 32 bits is the largest or smallest 32-bit number.
+int32_t clampedLeadingInteger(std::string_view text);
 
 }  // namespace norvik

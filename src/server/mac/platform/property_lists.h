@@ -14,12 +14,12 @@ class PropertyListFiles {
  public:
   virtual ~PropertyListFiles() = default;
 
-  // The dictionary at the root of the property list in the file, whichever encoding it has. Nothing when the
+  // The dictionary at the root of the property list in the file, whichever encoding it has. Nothing if the
   // file is missing, unreadable, no property list, or its root is no dictionary.
   virtual std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) = 0;
 
   // Writes the dictionary to the file in XML format. Not atomically: the file is emptied and written in
-  // place, so that it keeps its owner and mode. False when it could not be written whole.
+  // place, so that it keeps its owner and mode. False if it could not be written completely.
   virtual bool writeToFile(const PropertyList& dictionary, const std::string& path) = 0;
 
   // `path` with a leading "~", alone or before a "/", replaced by the home folder of the user who runs the

@@ -28,7 +28,7 @@ class RunLoop {
   virtual void CFRunLoopAddTimer(CFRunLoopTimerRef timer) = 0;
   // Stops the timer for good; it never fires again.
   virtual void CFRunLoopTimerInvalidate(CFRunLoopTimerRef timer) = 0;
-  // Gives up the caller's ownership of the timer, which is invalid by then or was never added.
+  // Releases the caller's ownership of the timer, which is invalid by then or was never added.
   virtual void CFRelease(CFRunLoopTimerRef timer) = 0;
 
   // Runs the loop once in the default mode with a limit date in the distant past: handles what is pending,

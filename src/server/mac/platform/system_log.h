@@ -11,7 +11,7 @@ class SystemLog {
  public:
   virtual ~SystemLog() = default;
 
-  // Adds one line, taken as it stands (no format directives), at a syslog priority.
+  // Adds one line, taken as it is (no format directives), at a syslog priority.
   virtual void syslog(int priority, std::string_view line) = 0;
 };
 

@@ -17,7 +17,7 @@ class SystemVersion {
  public:
   virtual ~SystemVersion() = default;
 
-  // Stores the answer of a selector, among them 'sys1', 'sys2' and 'sys3' for the major, minor and bug-fix
+  // Stores the value of a selector, among them 'sys1', 'sys2' and 'sys3' for the major, minor and bug-fix
   // version of the system. On an error nothing is stored.
   virtual OSErr Gestalt(OSType selector, int32_t& response) = 0;
 };
@@ -29,19 +29,17 @@ class Bundles {
  public:
   virtual ~Bundles() = default;
 
-  // The bundle of the application that hosts the pane; null where it has none.
+  // The bundle of the application that hosts the pane; null if it has none.
   virtual CFBundleRef CFBundleGetMainBundle() = 0;
-  // The bundle with that identifier; null where none is known.
+  // The bundle with that identifier; null if none is known.
   virtual CFBundleRef CFBundleGetBundleWithIdentifier(std::string_view identifier) = 0;
-  // The bundle that the pane itself was loaded from; null where it has none.
+  // The bundle that the pane itself was loaded from; null if it has none.
   virtual CFBundleRef paneBundle() = 0;
 
-  // The text of a key of the bundle's Info dictionary; nothing where the bundle has no such dictionary or
-  // key.
+  // The text of a key of the bundle's Info dictionary; nothing if the bundle has no such dictionary or key.
   virtual std::optional<std::string> CFBundleGetValueForInfoDictionaryKey(CFBundleRef bundle,
                                                                           std::string_view key) = 0;
-  // The bytes of a resource of the bundle, such as ("authlock", "tiff"); nothing where it has none of that
-  // name.
+  // The bytes of a resource of the bundle, such as ("authlock", "tiff"); nothing if it has none of that name.
   virtual std::optional<std::string> resource(CFBundleRef bundle, std::string_view name,
                                               std::string_view type) = 0;
 };

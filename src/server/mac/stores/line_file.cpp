@@ -11,6 +11,9 @@ namespace norvik {
 
 namespace {
 
+// A larger file counts as unreadable, as a larger property list does: there might not be memory for it.
+constexpr int64_t kMaxLineFileBytes = int64_t{64} << 20;
+
 // Splits at every line end; a line end as the very last character begins no further line.
 StringsArray linesOf(std::string_view text) {
   StringsArray lines(1);
@@ -28,8 +31,8 @@ StringsArray linesOf(std::string_view text) {
 }
 
 bool writeLine(OpenFile& file, const std::string& line) {
-  // As many bytes as the line has UTF-16 units, which cuts a line that is not plain ASCII short. Readers of
-  // the files expect ASCII; the length is meant as it is.
+  // As many bytes as the line has UTF-16 units, which cuts a line that is not plain ASCII short. That is
+  // intentional: readers of the files expect ASCII.
   if (!line.empty() && !file.write(std::string_view(line).substr(0, utf16Length(line)))) return false;
   return file.write("\n");
 }
@@ -55,7 +58,7 @@ std::optional<StringsArray> NVKServerPrefs::loadStringsArray(const char* path) {
   if (path == nullptr) return std::nullopt;
   OpenFile file(path, FileMode::readBinary);
   const std::optional<int64_t> size = file.size();
-  if (!size) return std::nullopt;
+  if (!size || *size > kMaxLineFileBytes) return std::nullopt;
   if (*size == 0) return StringsArray();
   std::string text(static_cast<std::size_t>(*size), '\0');
   if (file.read(text.data(), text.size()) != text.size() || !isUtf8(text)) return std::nullopt;

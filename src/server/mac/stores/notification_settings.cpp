@@ -41,7 +41,7 @@ void NVKServerPrefs::loadNotificationSettings() {
   if (!m_admin_Ntf_Config) m_admin_Ntf_Config.emplace();
   loadSettings(*this, notificationSettings(), *m_admin_Ntf_Config);
   for (const Setting& setting : notificationSettings()) setting.show(*this);
-  // Two boxes for tests that no person should see.
+  // Two boxes for tests, which are not for people.
   ib_admin_chkbox_testIntNotif.removeFromSuperview();
   ib_admin_chkbox_debug.removeFromSuperview();
 }

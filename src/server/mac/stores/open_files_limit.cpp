@@ -41,8 +41,8 @@ void readLimitLine(const std::string& line, NVKServerLimit& limit) {
   if (pieces.size() >= 4) limit.hard = limitIn(pieces[3]);
 }
 
-// Any limit, commented out or not, counts as the limit's line: the second piece is deliberately not looked
-// at.
+// Any limit, commented out or not, counts as the limit's line: the second piece is intentionally not
+// looked at.
 bool isLimitLine(const std::string& line) {
   const auto pieces = piecesOf(line);
   return !pieces.empty() && (pieces[0] == "limit" || pieces[0] == "#limit");
@@ -80,7 +80,7 @@ void showLimit(Control& field, int32_t limit) {
   }
 }
 
-// A value known from before stays when the tool was refused.
+// A value from an earlier reading stays if the tool is refused.
 void readKernelValue(NVKServerPrefs& pane, const char* name, int32_t& value) {
   std::array<char, 256> output{};
   const ToolCommand& command = kReadKernelValue;

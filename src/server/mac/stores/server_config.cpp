@@ -20,8 +20,8 @@ constexpr const char* kWindowServerFile = "/Library/Preferences/com.apple.window
 constexpr const char* kLegacyKeys[] = {"SingleUserToConsole", "OpenGLAcceleration", "SoundOutputEnabled",
                                        "PrintSupportEnabled"};
 
-// The capture buffer's slider is deliberately left where it stands by a load. The driver mode is in no file;
-// the last two are in files of the operating system.
+// A load intentionally leaves the capture buffer's slider where it is. The driver mode is in no file; the
+// last two are in files of the operating system.
 // clang-format off
 constexpr Setting kServerSettings[] = {
     {nullptr, "SingleUser",          StoredAs::invertedUnlessUnknown, fieldOf<&P::m_admin_multiUser>, pendingOf<&P::new_admin_multiUser>, 0, kLeast, kMost, Shown::onPositive, {&P::ib_admin_chkbox_multiUser}},

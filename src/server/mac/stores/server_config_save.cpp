@@ -47,8 +47,7 @@ void NVKServerPrefs::adjustSystem() {
 bool NVKServerPrefs::installServerConfig() {
   const std::string temporary = getTempFilePath(kServerConfigTempName);
   if (!writeSettingsFile(*m_admin_Config, temporary, kCouldNotWriteFile)) return false;
-  // An attempt without rights, on purpose: the folder is the installer's to make, and the move needs it
-  // there.
+  // Intentionally an attempt without rights: the installer makes the folder, and the move needs it.
   platform().files.mkdir(kServerConfigFolder, 0775);
   return installFile({kMoveServerConfig, kChmodServerConfig, kChownServerConfig}, temporary,
                      kServerConfigFile);

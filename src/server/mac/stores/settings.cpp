@@ -1,4 +1,4 @@
-// The short loops that every settings group is made of.
+// The short loops that every settings group consists of.
 #include "src/server/mac/stores/settings.h"
 
 #include <string>

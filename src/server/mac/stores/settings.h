@@ -1,5 +1,5 @@
-// What every settings group shares: a setting as a row of a table, and how a row is loaded, compared, shown
-// and stored. The tables are in the groups' own files.
+// What the settings groups share: a setting as a row of a table, and how a row is loaded, compared, shown and
+// stored. The tables are in the groups' own files.
 #pragma once
 
 #include <cstdint>
@@ -27,11 +27,11 @@ enum class StoredAs {
 // How a load positions the controls from the field.
 enum class Shown {
   value,       // as it is
-  on,          // on when not 0
-  onPositive,  // on when above 0
-  onZero,      // on when 0: the box shows the negation of the setting
+  on,          // on if not 0
+  onPositive,  // on if above 0
+  onZero,      // on if 0: the box shows the negation of the setting
   item,        // a pop-up's item number, from 1
-  elsewhere,   // by code of its own, or deliberately not at all
+  elsewhere,   // by code of its own, or intentionally not at all
 };
 
 inline constexpr int64_t kLeast = std::numeric_limits<int64_t>::min();
@@ -71,10 +71,10 @@ struct Setting {
   Field field;
   Pending pending;
   int64_t missing;  // what a missing key means
-  int64_t least;    // outside these two the value of a missing key holds: nothing is clamped
+  int64_t least;    // a value outside these two becomes that of a missing key: nothing is clamped
   int64_t most;
   Shown shown;
-  Control NVKServerPrefs::*controls[4];  // those that edit it; null where there are fewer
+  Control NVKServerPrefs::*controls[4];  // those that edit it; null if there are fewer
   int64_t standard = 0;                  // what a value of 0 means
   Followed followed = {};
 
@@ -85,7 +85,7 @@ struct Setting {
 
   // The value that a loaded dictionary gives the setting.
   int64_t valueIn(const PropertyList& dictionary) const;
-  // Stores a value, making the service's dictionary where there is none; other keys stay.
+  // Stores a value, making the service's dictionary if there is none; other keys stay.
   void storeIn(PropertyList& dictionary, int64_t value) const;
   // Positions the first control from the field, as `shown` says.
   void show(NVKServerPrefs& pane) const;
@@ -111,7 +111,7 @@ void storeSettings(const NVKServerPrefs& pane, SettingsTable table, PropertyList
 // Makes the pending values the baseline.
 void adoptSettings(NVKServerPrefs& pane, SettingsTable table);
 
-// Writes the dictionary to a file; where that fails, logs `failure` with the path as its one %s.
+// Writes the dictionary to a file. If that fails, logs `failure` with the path as its one %s.
 bool writeSettingsFile(const PropertyList& dictionary, const std::string& path, const char* failure);
 
 // Every save of the agent's and of the server's file writes this key, changed or not.

@@ -1,4 +1,4 @@
-// The pending values: what the controls say at this moment. No accessor changes anything.
+// The pending values: what the controls hold at this moment. No accessor changes anything.
 #include "src/server/mac/pane/pane.h"
 
 namespace norvik {
@@ -24,7 +24,7 @@ int64_t slider(const Control& control) {
   return control.truncatedValue();
 }
 
-// Whatever number the field begins with; the range of ports is the door's to check, not ours.
+// The number that the field begins with, whatever it is: front ends check the range of ports before a save.
 int64_t port(const Control& custom, const Control& field, int64_t standard) {
   const int64_t typed = custom.isOn() ? static_cast<int32_t>(leadingInteger(field.stringValue())) : 0;
   return typed != 0 ? typed : standard;
@@ -75,7 +75,7 @@ int64_t P::new_admin_closeTimeout() const { return itemNumber(ib_admin_popup_ntf
 int64_t P::new_admin_showTimeout() const { return itemNumber(ib_admin_popup_ntfShow); }
 // clang-format on
 
-// While the mode is not known, the box says nothing.
+// While the mode is unknown, the box means nothing.
 int64_t P::new_admin_multiUser() const {
   return m_admin_multiUser < 0 ? m_admin_multiUser : box(ib_admin_chkbox_multiUser);
 }

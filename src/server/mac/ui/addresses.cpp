@@ -34,8 +34,8 @@ void formSentence(char* buffer, const char* service, int64_t port, int64_t stand
   if (port != standard && end < kSentenceLimit) {
     std::snprintf(buffer + end, kSentenceLimit - end, ":%d", static_cast<int>(port));
   }
-  // The last byte of the NVK sentence's buffer, for the RDP sentence too, which is meant: a sentence never
-  // reaches the last byte of its own.
+  // The last byte of the NVK sentence's buffer, intentionally for the RDP sentence too: a sentence never
+  // reaches the last byte of its own buffer.
   SBUF_NVKADR[kTextBufferSize - 1] = '\0';
 }
 

@@ -1,4 +1,4 @@
-// State of the controls, and telling their observer of what really changed.
+// The state of the controls; their observer is notified only of real changes.
 #include "src/server/mac/ui/control.h"
 
 #include <algorithm>
@@ -33,10 +33,10 @@ template <typename Property, typename Value>
 void Control::change(Property& property, const Value& value) {
   if (property == value) return;
   property = value;
-  tellObserver();
+  notifyObserver();
 }
 
-void Control::tellObserver() {
+void Control::notifyObserver() {
   if (observer_ != nullptr) observer_->controlChanged(*this);
 }
 

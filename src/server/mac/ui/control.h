@@ -1,5 +1,5 @@
-// The control model: what a person sees and edits, as plain objects without a toolkit. A host mirrors each
-// control in a widget: it observes the control, and writes a person's edit into it before it sends the
+// The control model: what a person sees and edits, as plain objects without a toolkit. A front end binds each
+// control to a widget: it observes the control, and writes a person's edit into it before it sends the
 // action.
 #pragma once
 
@@ -27,15 +27,15 @@ class View {
   const Rect& frame() const { return frame_; }
   void setFrame(const Rect& frame) { frame_ = frame; }
 
-  // In drawing order. A view stands in at most one superview.
+  // In drawing order. A view is in at most one superview.
   const std::vector<View*>& subviews() const { return subviews_; }
   View* superview() const { return superview_; }
   void addSubview(View& view);
-  // Takes the view out of its superview; nothing where it stands in none.
+  // Takes the view out of its superview; does nothing if it is in none.
   void removeFromSuperview();
 
  protected:
-  // Told after the view left its superview.
+  // Called after the view has left its superview.
   virtual void didLeaveSuperview() {}
 
  private:
@@ -44,14 +44,14 @@ class View {
   std::vector<View*> subviews_;
 };
 
-// A picture from the bundle's resources, kept in the encoding of its file; whoever shows it decodes it.
+// A picture from the bundle's resources, in the encoding of its file. A front end decodes it to show it.
 struct Picture {
   std::string name;   // of the resource, "authlock"
   std::string bytes;  // TIFF
 };
 using PictureRef = std::shared_ptr<const Picture>;
 
-// Told when a property of a control takes another value; never when it is set to the value it has.
+// Notified when a property of a control takes another value; never when it is set to the value it has.
 class ControlObserver {
  public:
   virtual ~ControlObserver() = default;
@@ -63,10 +63,11 @@ inline constexpr int kMixedState = -1;
 inline constexpr int kOffState = 0;
 inline constexpr int kOnState = 1;
 
-// One control of any kind. The properties of other kinds than its own exist too and mean nothing.
+// One control of any kind. The properties of other kinds exist too and mean nothing.
 class Control : public View {
  public:
-  // The outlet's name and how the control stands at first: enabled and shown, whatever hosts leave out.
+  // Sets the outlet's name and how the control is at first: enabled, and shown even if it is described as
+  // hidden, which front ends look at.
   void describe(std::string_view outlet, const ControlDescription& description);
 
   std::string_view name() const { return name_; }
@@ -76,7 +77,7 @@ class Control : public View {
   void setEnabled(bool enabled);
   bool isHidden() const { return hidden_; }
   void setHidden(bool hidden);
-  // Whether the control was taken out of the view, where no person sees it again.
+  // Whether the control was taken out of the view for good.
   bool isRemoved() const { return removed_; }
 
   // Check box, radio button: on, off or mixed.
@@ -114,7 +115,7 @@ class Control : public View {
 
  protected:
   void didLeaveSuperview() override;
-  void tellObserver();
+  void notifyObserver();
 
  private:
   template <typename Property, typename Value>

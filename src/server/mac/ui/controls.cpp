@@ -26,11 +26,11 @@ void NVKServerPrefs::connectOutlets(const InterfaceDescription& interface) {
     if (description != nullptr) row.control(*this).describe(row.outlet, *description);
   }
 
-  main_view_.setFrame({0, 0, interface.size.width, interface.size.height});
+  mainView_.setFrame({0, 0, interface.size.width, interface.size.height});
   const auto place = [&](View& superview, const ControlDescription& description) {
     if (Control* control = outlet(description.outlet)) superview.addSubview(*control);
   };
-  for (const ControlDescription& description : interface.frame) place(main_view_, description);
+  for (const ControlDescription& description : interface.frame) place(mainView_, description);
   std::vector<TabViewItem> pages;
   for (const TabDescription& tab : interface.tabs) {
     pages.push_back({tab.label});

@@ -1,6 +1,6 @@
-// Reads the interface description out of a property list. The keys of each record stand in a table and one
-// loop reads any record. A key that no table has is an error, so a slip of the pen in the resource is found
-// when the resource is read. Standard library only.
+// Reads the interface description from a property list. The keys of each record are a table, and one loop
+// reads any record. A key that no table has is an error, so that a slip of the pen in the resource is found
+// when the resource is read.
 #include "src/server/mac/ui/interface_description.h"
 
 #include <algorithm>
@@ -86,8 +86,7 @@ bool readValue(const PropertyList& value, const std::string& path, std::vector<E
   return true;
 }
 
-// ---- records
-// ------------------------------------------------------------------------------------------------
+// ---- Records ----------------------------------------------------------------------------------------------
 
 enum class Presence { needed, optional };
 

@@ -1,6 +1,6 @@
-// The interface description: which pages there are, which controls stand on them in which order, and how each
-// looks. It is the only place where a label, range, item or help text is told; hosts lay out what it says and
-// the pane makes its controls from it. Read from a property list; touches no toolkit.
+// The interface description: the pages, the controls on them in order, and how each looks. Every label,
+// range, item and help text comes from here alone; front ends show what it says and the pane makes its
+// controls from it. Read from a property list; touches no toolkit.
 #pragma once
 
 #include <optional>
@@ -29,15 +29,14 @@ enum class ControlKind {
 struct ControlDescription {
   std::string outlet;  // the control's name, "ib_admin_chkbox_nvkPort"
   ControlKind kind = ControlKind::label;
-  // What a person reads beside the control and hears as its name: behind the mark of a check box or radio
-  // button, in front of a slider, pop-up or text field. A push button shows its title instead, a label its
-  // text.
+  // What a person reads beside the control and hears as its name: after the mark of a check box or radio
+  // button, before a slider, pop-up or text field. A push button shows its title instead, a label its text.
   std::string label;
   std::string help;     // one or two sentences; tool tip, accessible description and command-line help
-  std::string setting;  // the short name for the command line, "nvk.port"; empty where nothing is set
+  std::string setting;  // the short name for the command line, "nvk.port"; empty if nothing is set
   std::string choice;   // radio buttons: the word for this button; those with one setting form a group
-  // Outlet of the check box that must be on before this control means anything, under or beside which it
-  // stands; empty where there is none.
+  // Outlet of the check box that must be on before this control means anything. The control is shown under
+  // or beside it. Empty for none.
   std::string requires_outlet;
   // Range of a slider or of a number typed into a text field; both ends count.
   std::optional<double> minimum;
@@ -45,20 +44,20 @@ struct ControlDescription {
   std::string minimum_label;  // names of a slider's two ends
   std::string maximum_label;
   int tick_marks = 0;              // of a slider; 0 for none
-  std::optional<double> value;     // where a slider stands before anything is loaded
+  std::optional<double> value;     // of a slider before anything is loaded
   std::vector<std::string> items;  // of a pop-up, in order
   std::string title;               // of a push button before the first refresh
-  std::string copy_title;          // of a label with an address: what the button that copies it says
-  bool indicator = false;          // a label that tells a state: a coloured dot stands before it
-  bool display_only = false;       // a text field that nobody types into
+  std::string copy_title;          // of a label with an address: the title of the button that copies it
+  bool indicator = false;          // a label that shows a state: a coloured dot is drawn before it
+  bool display_only = false;       // a text field that cannot be edited
   bool hidden = false;             // never shown to a person (kept for the code that refers to it)
 
   bool operator==(const ControlDescription&) const = default;
 };
 
-// Controls that stand beside one another.
+// Controls side by side.
 struct RowDescription {
-  std::string label;  // in front of the whole row, beside the controls' own labels; may be empty
+  std::string label;  // before the whole row, besides the controls' own labels; may be empty
   std::vector<ControlDescription> controls;
 };
 
@@ -76,13 +75,13 @@ struct TabDescription {
 struct InterfaceDescription {
   std::string title;         // of the window
   Size size;                 // of the main view, before it is fitted to the window
-  std::string changed_help;  // what a host says beside a control with an edit that is not applied yet
+  std::string changed_help;  // what is said beside a control with an edit that is not applied yet
   std::vector<ControlDescription> frame;  // controls outside the pages: sidebar, tab view, lock, Help, Apply
   std::vector<TabDescription> tabs;
 
   // Every control, frame first, then page by page. Pointers into this description.
   std::vector<const ControlDescription*> controls() const;
-  // The control of that outlet; null when the description has none.
+  // The control of that outlet; null if the description has none.
   const ControlDescription* find(std::string_view outlet) const;
 };
 

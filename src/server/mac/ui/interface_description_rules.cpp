@@ -1,4 +1,4 @@
-// The rules of an interface description, most of them as tables. Standard library only.
+// The rules of an interface description, most of them as tables.
 #include "src/server/mac/ui/interface_description_rules.h"
 
 #include <cstddef>
@@ -76,7 +76,7 @@ bool checkKeys(const PropertyList& record, ControlKind kind, const std::string& 
   return true;
 }
 
-// The path of a control of this description; only an error wants to know it.
+// The path of a control of this description; needed only for an error.
 std::string pathOf(const InterfaceDescription& description, const ControlDescription* control) {
   const auto search = [control](const std::vector<ControlDescription>& some,
                                 const std::string& path) -> std::string {
@@ -103,7 +103,7 @@ bool checkOutlets(const InterfaceDescription& description, std::string& error) {
     const auto [first, added] = seen.try_emplace(control->outlet, control);
     if (!added)
       return fail(error, pathOf(description, control),
-                  "outlet " + control->outlet + " already stands at " + pathOf(description, first->second));
+                  "outlet " + control->outlet + " is already at " + pathOf(description, first->second));
   }
   return true;
 }

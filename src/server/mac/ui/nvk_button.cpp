@@ -113,18 +113,18 @@ void NVKButton::setButtonColor(const std::optional<Color>& color) {
 void NVKButton::setImage(const PictureRef& newImage) {
   const bool another = newImage != image();
   cell_->image = newImage;
-  if (another && tintedCell() != nullptr) needs_display_ = true;
+  if (another && tintedCell() != nullptr) needsDisplay_ = true;
   Control::setImage(newImage);
 }
 
 void NVKButton::viewDidMoveToWindow(const Rect& visibleRect) {
-  tracking_rect_ = visibleRect;
+  trackingRect_ = visibleRect;
 }
 
 void NVKButton::setLook(bool ButtonCell::*look, bool on) {
   if (cell_.get()->*look == on) return;
   cell_.get()->*look = on;
-  needs_display_ = true;
+  needsDisplay_ = true;
 }
 
 void NVKButton::mouseEntered() {

@@ -15,12 +15,12 @@ namespace norvik {
 
 struct ButtonCell;
 
-// What is known of a class of cells: enough to tell which derives from which, and to make one.
+// What is known of a class of cells: enough to see which derives from which, and to make one.
 struct CellClass {
   std::string_view name;
   const CellClass* superclass = nullptr;
   // A new instance of this class with every field of `object`, whose class is this one or one that this
-  // derives from; fields that the object's class lacks start zeroed. Null where the copy cannot be made.
+  // derives from; fields that the object's class lacks start zeroed. Null if the copy cannot be made.
   std::unique_ptr<ButtonCell> (*copyObject)(const ButtonCell& object) = nullptr;
 
   // Whether this is `other` or derives from it.
@@ -62,7 +62,7 @@ struct NVKButtonCell : ButtonCell {
   const std::optional<Color>& buttonColor() const { return buttonColor_; }
   void setButtonColor(const std::optional<Color>& color) { buttonColor_ = color; }
 
-  // The plain look where there is no colour or the clear one; else the plain look with the colour over its
+  // The plain look if there is no colour or it is the clear one; else the plain look with the colour over its
   // opaque pixels, darkened by its own shading.
   void drawWithFrame(const Rect& frame, Image& view, ButtonPainter& painter) const override;
 
@@ -74,8 +74,8 @@ extern const CellClass kCellClass;           // every cell
 extern const CellClass kButtonCellClass;     // ButtonCell
 extern const CellClass kNVKButtonCellClass;  // NVKButtonCell
 
-// A new object of `subclass` that carries all the state of `object`. Where `subclass` does not derive from
-// the object's class, or the copy cannot be made, reports it to the assertion handler and answers null.
+// A new object of `subclass` with all the state of `object`. If `subclass` does not derive from the object's
+// class, or the copy cannot be made, reports it to the assertion handler and returns null.
 std::unique_ptr<ButtonCell> ConvertObjectIntoSubclass(const ButtonCell& object, const CellClass& subclass);
 
 class NVKButton : public Control {
@@ -91,20 +91,20 @@ class NVKButton : public Control {
   void initWithCoder(std::unique_ptr<ButtonCell> decodedCell);
 
   const ButtonCell& cell() const { return *cell_; }
-  // None where the cell is no NVKButtonCell; setting does nothing then.
+  // None if the cell is not an NVKButtonCell; setting does nothing then.
   std::optional<Color> buttonColor() const;
   void setButtonColor(const std::optional<Color>& color);
 
   void setImage(const PictureRef& image) override;
 
-  // Whether the button has to be drawn again; cleared by whoever draws it.
-  bool needsDisplay() const { return needs_display_; }
-  void setNeedsDisplay(bool needed) { needs_display_ = needed; }
+  // Whether the button has to be drawn again. What draws it clears this.
+  bool needsDisplay() const { return needsDisplay_; }
+  void setNeedsDisplay(bool needed) { needsDisplay_ = needed; }
 
   // Registers for enter and exit events over the visible part.
   void viewDidMoveToWindow(const Rect& visibleRect);
-  // Where enter and exit are told; nothing before the button stands in a window.
-  const std::optional<Rect>& trackingRect() const { return tracking_rect_; }
+  // The part over which enter and exit events come; nothing before the button is in a window.
+  const std::optional<Rect>& trackingRect() const { return trackingRect_; }
 
   // The looks of the plain button, unchanged.
   void mouseEntered();
@@ -117,8 +117,8 @@ class NVKButton : public Control {
   void setLook(bool ButtonCell::*look, bool on);
 
   std::unique_ptr<ButtonCell> cell_;
-  std::optional<Rect> tracking_rect_;
-  bool needs_display_ = false;
+  std::optional<Rect> trackingRect_;
+  bool needsDisplay_ = false;
 };
 
 }  // namespace norvik

@@ -1,5 +1,5 @@
-// The sidebar's outline view and the tab view whose pages it lists, as models: which rows there are, which is
-// selected, which page shows. All questions about the tree go to a delegate.
+// The sidebar's outline view and the tab view whose pages it lists, as models: which rows there are, which
+// one is selected, which page is shown. All questions about the tree go to a delegate.
 #pragma once
 
 #include <cstddef>
@@ -18,10 +18,10 @@ struct TabViewItem {
 // Shows one of its pages; the tabs themselves are not shown.
 class TabView : public Control {
  public:
-  // Once, before anything points at an item.
+  // To be called once, before anything points at an item.
   void setItems(std::vector<TabViewItem> items);
   const std::vector<TabViewItem>& items() const { return items_; }
-  // The page that shows, the first at the start; null where there are no pages.
+  // The page that is shown, at first the first one; null if there are no pages.
   const TabViewItem* selectedItem() const { return selected_; }
   void selectItem(const TabViewItem& item);
 
@@ -39,7 +39,7 @@ struct ConfBarNode {
   bool operator==(const ConfBarNode&) const = default;
 };
 
-// How one row looks: which of the interface's cell views it is, and its text.
+// How one row looks: one of the interface's cell views, and its text.
 struct CellView {
   std::string_view identifier;  // "RootItem", "EnabledItem" or "DisabledItem"
   std::string text;
@@ -48,7 +48,7 @@ struct CellView {
 
 class OutlineView;
 
-// Answers the outline view's questions. A null node stands for the invisible root of the tree.
+// Answers the outline view's questions. A null node means the invisible root of the tree.
 class OutlineViewDelegate {
  public:
   virtual ~OutlineViewDelegate() = default;
@@ -74,14 +74,14 @@ class OutlineView : public Control {
     CellView view;
   };
 
-  // Borrowed; null for none, and the view then has no rows after the next reload.
+  // Borrowed. With null for none, the view has no rows after the next reload.
   void setDelegate(OutlineViewDelegate* delegate) { delegate_ = delegate; }
 
-  // Asks for the whole tree again. The selected row number is kept while there is still such a row.
+  // Asks for the whole tree again. The selected row number is kept as long as there is such a row.
   void reloadData();
-  // Opens a group where the delegate lets it; null opens every group.
+  // Opens a group if the delegate allows it; null opens every group.
   void expandItem(const ConfBarNode* node);
-  // Closes a group where the delegate lets it.
+  // Closes a group if the delegate allows it.
   void collapseItem(const ConfBarNode& node);
   bool isItemExpanded(const ConfBarNode& node) const;
   const ConfBarNode* parentForItem(const ConfBarNode& node) const;
@@ -91,12 +91,12 @@ class OutlineView : public Control {
   const std::vector<Row>& rows() const { return rows_; }
   // -1 when nothing is selected.
   int selectedRow() const { return selected_; }
-  // Null where there is no such row.
+  // Null if there is no such row.
   const ConfBarNode* itemAtRow(int row) const;
-  // Selects that row alone, whatever the delegate says of it; nothing where there is no such row. Tells the
-  // delegate when the selection changed.
+  // Selects that row alone, without asking the delegate; does nothing if there is no such row. Notifies the
+  // delegate if the selection changed.
   void selectRow(int row);
-  // What a person's click on a row does: selects it where the delegate lets it.
+  // What a person's click on a row does: selects it if the delegate allows it.
   void clickRow(int row);
 
  private:

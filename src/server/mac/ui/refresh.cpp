@@ -85,7 +85,7 @@ void NVKServerPrefs::updateGui(bool skipUnchanged, bool redraw) {
   if (skipUnchanged && sameAsLastRefresh(*this)) return;
   m_serverPid = static_cast<int32_t>(svr_pid);
   // An event that is handled while a change begins may refresh too; the change is not over then.
-  if (m_trackState) server_is_changing_ = false;
+  if (m_trackState) serverIsChanging_ = false;
   nvk_port = new_admin_nvkPort();
   nvk_state = new_admin_nvkState();
   rdp_port = new_admin_rdpPort();
@@ -102,7 +102,7 @@ void NVKServerPrefs::enableGui(bool enable, bool redraw) {
     if (row.conditions == kNotTouched) continue;
     row.control(*this).setEnabled((now & row.conditions) == row.conditions);
   }
-  if (redraw) redrawView(&main_view_);
+  if (redraw) redrawView(&mainView_);
 }
 
 // Children first, so that what a pass changed is seen at once and not in the next drawing cycle.

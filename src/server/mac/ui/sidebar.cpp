@@ -90,7 +90,7 @@ bool NVKServerPrefs::shouldSelectItem(const OutlineView& view, const ConfBarNode
   return !isAdminPage(node) || authorized();
 }
 
-// A safety net: whatever closed a group, it opens again before it is drawn.
+// A safety net: a group that was closed opens again before it is drawn.
 void NVKServerPrefs::willDisplayCell(OutlineView& view, const ConfBarNode& node) {
   if (isItemExpandable(view, node) && !view.isItemExpanded(node)) view.expandItem(&node);
 }

@@ -1,4 +1,4 @@
-// Keeps the wheel from changing a control that it only passes over: the page scrolls instead.
+// Keeps the wheel from changing a control that the pointer only passes over: the page scrolls instead.
 #pragma once
 
 #include <QObject>
@@ -7,15 +7,15 @@ class QWidget;
 
 namespace norvik::desktop {
 
-class QuietWheel : public QObject {
+class WheelFilter : public QObject {
  public:
   enum When { kAlways, kWithoutFocus };
 
   // Leaves the wheel to the page at these times. The filter lives as long as the widget.
-  static void quiet(QWidget* widget, When when);
+  static void install(QWidget* widget, When when);
 
  private:
-  QuietWheel(QWidget* widget, When when);
+  WheelFilter(QWidget* widget, When when);
   bool eventFilter(QObject* watched, QEvent* event) override;
   When when_;
 };
