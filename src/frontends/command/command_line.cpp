@@ -1,7 +1,12 @@
-// Reads the words from left to right, then checks the arguments against the command's row.
+// getopt_long reads the words; the arguments are then checked against the command's row.
 #include "src/frontends/command/command_line.h"
 
+#include <getopt.h>
+
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
 
 #include "src/frontends/command/nearest.h"
 #include "src/frontends/command/questions.h"
@@ -29,9 +34,33 @@ constexpr Option kOptions[] = {
 // clang-format on
 static_assert(std::ranges::none_of(kOptions, [](const Option& option) { return option.apply == nullptr; }));
 
-const Option* findOption(std::string_view name) {
+// What getopt returns for the first option; above every character, which stands for an option of one letter.
+constexpr int kFirstOption = 256;
+
+std::vector<option> longOptions() {
+  std::vector<option> rows;
+  for (std::size_t i = 0; i < std::size(kOptions); ++i) {
+    const int value = kOptions[i].value.empty() ? no_argument : required_argument;
+    rows.push_back({kOptions[i].name.data() + 2, value, nullptr, kFirstOption + static_cast<int>(i)});
+  }
+  rows.push_back({});
+  return rows;
+}
+
+// The minus asks for words in their order, the colon to know a missing value from an unknown option.
+std::string shortOptions() {
+  std::string letters = "-:";
+  for (const Option& each : kOptions) {
+    if (!each.alias.empty()) letters += each.alias[1];
+  }
+  return letters;
+}
+
+// The option that getopt means by a code; null for none of ours.
+const Option* optionOf(int code) {
+  if (code >= kFirstOption) return &kOptions[code - kFirstOption];
   const auto* found = std::ranges::find_if(
-      kOptions, [&](const Option& option) { return name == option.name || name == option.alias; });
+      kOptions, [&](const Option& each) { return !each.alias.empty() && each.alias[1] == code; });
   return found != std::end(kOptions) ? found : nullptr;
 }
 
@@ -56,21 +85,28 @@ std::string wrongChoice(std::string_view taker, std::span<const std::string_view
 }
 
 // Reads the words of one line. Each operation returns the fault that it found, which is empty where there is
-// none.
+// none. getopt's state is the process's, so one parser works at a time.
 class Parser {
  public:
-  explicit Parser(const std::vector<std::string>& words) : words_(words) {}
+  explicit Parser(std::vector<std::string> words) : words_(std::move(words)) {}
 
   std::string parse() {
-    bool onlyArguments = false;
-    while (next_ < words_.size()) {
-      const std::string& word = words_[next_++];
-      const bool isOption = !onlyArguments && word.size() > 1 && word.starts_with('-');
-      if (isOption && word == "--") {
-        onlyArguments = true;
-      } else if (std::string fault = isOption ? readOption(word) : readWord(word); !fault.empty()) {
-        return fault;
-      }
+    std::string program;
+    std::vector<char*> argv{program.data()};
+    for (std::string& word : words_) argv.push_back(word.data());
+    const int count = static_cast<int>(argv.size());
+    argv.push_back(nullptr);
+    const std::vector<option> longs = longOptions();
+    const std::string shorts = shortOptions();
+    optind = 0;
+    opterr = 0;
+    int code = 0;
+    while ((code = getopt_long(count, argv.data(), shorts.c_str(), longs.data(), nullptr)) != -1) {
+      std::string fault = code == kWord ? readWord(optarg) : readOption(code, argv[optind - 1]);
+      if (!fault.empty()) return fault;
+    }
+    for (; optind < count; ++optind) {  // behind "--"
+      if (std::string fault = readWord(argv[optind]); !fault.empty()) return fault;
     }
     if (line_.help || line_.version) return "";
     if (line_.command == nullptr) return "a command is missing.";
@@ -79,20 +115,19 @@ class Parser {
   const CommandLine& line() const { return line_; }
 
  private:
-  std::string readOption(const std::string& word) {
-    const std::size_t equals = word.find('=');
-    const std::string name = word.substr(0, equals);
-    const Option* option = findOption(name);
+  static constexpr int kWord = 1;  // getopt's code for a word that is no option
+
+  // `word` is the one that getopt read last.
+  std::string readOption(int code, std::string_view word) {
+    const Option* option = optionOf(code == ':' || code == '?' ? optopt : code);
     if (option == nullptr) {
+      const std::string name = optopt != 0 ? std::string{'-', static_cast<char>(optopt)}
+                                           : std::string(word.substr(0, word.find('=')));
       return "unknown option " + inQuotes(name) + "." + suggestion(name, namesOf(kOptions));
     }
-    std::string value;
-    if (equals != std::string::npos) {
-      if (option->value.empty()) return name + " takes no value.";
-      value = word.substr(equals + 1);
-    } else if (!option->value.empty() && next_ < words_.size()) {
-      value = words_[next_++];
-    }
+    const std::string name(option->name);
+    if (code == '?') return name + " takes no value.";
+    const std::string_view value = optarg != nullptr ? optarg : "";
     if (!option->value.empty() && value.empty()) return name + " needs a value.";
     std::string fault = wrongChoice(name, option->choices, value);
     if (!fault.empty()) return fault;
@@ -127,8 +162,7 @@ class Parser {
     return "";
   }
 
-  const std::vector<std::string>& words_;
-  std::size_t next_ = 0;
+  std::vector<std::string> words_;  // a copy, as getopt takes no const words
   std::vector<const Option*> options_;
   CommandLine line_;
 };
