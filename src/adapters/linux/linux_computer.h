@@ -49,6 +49,9 @@ LinuxComputerOptions systemOptions();
 // real time, refused.
 LinuxComputerOptions sandboxOptions(const std::string& directory);
 
+// Whether `directory` is a folder with a sandbox in it. Every front end refuses any other root.
+bool isSandbox(const std::string& directory);
+
 // The platform interfaces that a front end implements itself, or chooses from the computer's. Borrowed.
 struct FrontEndInterfaces {
   HostApplication& application;

@@ -1,5 +1,6 @@
 // The two usual computers: this system, and a sandbox.
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <charconv>
@@ -62,6 +63,11 @@ LinuxComputerOptions sandboxOptions(const std::string& directory) {
   options.bundleFolders = {"/Applications"};
   options.authorization = [directory] { return setting(directory, "authorization") == "granted"; };
   return options;
+}
+
+bool isSandbox(const std::string& directory) {
+  struct stat status {};
+  return ::stat((directory + "/.norvik").c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
 }  // namespace norvik

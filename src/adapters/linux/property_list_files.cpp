@@ -1,12 +1,20 @@
 // Reads a property list only if its size is within the codec's limit; writes in place.
 #include "src/adapters/linux/property_list_files.h"
 
+#include <sys/stat.h>
+
 #include <new>
 
 #include "src/adapters/linux/descriptors.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {
+
+namespace {
+
+constexpr mode_t kPrivate = 0700;  // like every folder of personal settings
+
+}  // namespace
 
 std::optional<PropertyList> readDictionary(const std::string& diskPath) {
   const std::optional<std::string> bytes = readRegularFile(diskPath, kMaxPropertyListBytes);
@@ -27,10 +35,20 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
   try {
     const std::string text = encodeXmlPropertyList(dictionary);  // before the file is emptied
+    makeFoldersInHome(path);
     const Descriptor file = openForWriting(root_.onDisk(path));
     return file && writeAll(file, text);
   } catch (const std::bad_alloc&) {
     return false;
+  }
+}
+
+// What cannot be made shows when the file is opened.
+void LinuxPropertyListFiles::makeFoldersInHome(const std::string& path) const {
+  if (home_.empty() || !path.starts_with(home_ + "/")) return;
+  for (std::size_t end = path.find('/', home_.size() + 1); end != std::string::npos;
+       end = path.find('/', end + 1)) {
+    ::mkdir(root_.onDisk(path.substr(0, end)).c_str(), kPrivate);
   }
 }
 

@@ -13,10 +13,14 @@ class LinuxPropertyListFiles : public PropertyListFiles {
       : root_(std::move(root)), home_(std::move(home)) {}
 
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) override;
+  // Below an existing home folder, makes the folders that are missing: on Mac OS X every home has its
+  // ~/Library/Preferences from the start, while here nobody else makes it.
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override;
   std::string stringByExpandingTildeInPath(std::string_view path) override;
 
  private:
+  void makeFoldersInHome(const std::string& path) const;
+
   RootFolder root_;
   std::string home_;
 };

@@ -1,4 +1,4 @@
-// The application and the workspace of a host without windows.
+// The application and the workspace of a front end without windows.
 #pragma once
 
 #include <ostream>
@@ -11,13 +11,13 @@ namespace norvik::command {
 class TerminalApplication : public HostApplication {
  public:
   std::optional<Rect> mainWindowFrame() override { return std::nullopt; }
-  // At once: there is but one thread, and a run loop only while something is watched.
+  // At once: there is only one thread, and a run loop only while something is watched.
   void performOnMainThread(std::function<void()> operation, bool /*waitUntilDone*/) override { operation(); }
   Color windowBackgroundColor() override { return {}; }
   void observeDidBecomeActive(std::weak_ptr<ActivationObserver> /*observer*/) override {}
 };
 
-// Tells the address instead of opening it, as there may be no browser where there is no screen.
+// Prints the address instead of opening it, as there may be no browser where there is no screen.
 class TerminalWorkspace : public Workspace {
  public:
   // Borrows the stream.

@@ -1,4 +1,4 @@
-// The stages of a change.
+// The stages of a change, in their order.
 #include "src/frontends/command/change_transaction.h"
 
 #include <algorithm>
@@ -32,7 +32,7 @@ struct Shown {
   nlohmann::ordered_json json;
 };
 
-// Everything that a person can read off the pane and that an edit may change.
+// Every value that the pane shows and an edit may change.
 std::vector<Shown> snapshot(const Context& context, Session& session) {
   std::vector<Shown> values;
   for (const PaneSetting& setting : session.settings()) {
@@ -52,14 +52,14 @@ std::string reasonFor(const std::string& name, const ChangeRequest& request) {
   return reason != request.reasons.end() ? reason->second : "changed along with it";
 }
 
-// How the pane stood before the edits.
+// The state of the pane before the edits.
 struct Start {
   std::vector<Shown> values;
   std::vector<std::string> pending;
   std::vector<int64_t> ports;
 };
 
-// What changed, and what Apply would save besides because the file said otherwise from the start.
+// What changed, and what Apply would save as well because the file held another value from the start.
 std::vector<Change> changesSince(const Start& start, const Context& context, Session& session,
                                  const ChangeRequest& request) {
   const auto& before = start.values;
@@ -92,7 +92,7 @@ bool isWanted(const Outcome& outcome, const ChangeRequest& request) {
 }
 
 Error unanswered(const Question& question) {
-  std::string sentence = "the question \"" + question.title + "\" needs an answer: give";
+  std::string sentence = "the question \"" + question.title + "\" needs an answer: use";
   for (std::size_t i = 0; i < question.buttons.size(); ++i) {
     sentence += (i > 0 ? " or" : "");
     sentence += " --answer " + std::string(answerWord(NSAlertDefaultReturn - static_cast<int>(i))) +
@@ -101,7 +101,7 @@ Error unanswered(const Question& question) {
   return {kExitUsage, sentence + ". Nothing was changed."};
 }
 
-// A port that stood there before is none of this command's business.
+// A port that the command does not change is not checked.
 Error checkPorts(const Context& context, Session& session, const Start& start, Outcome& outcome) {
   const NVKServerPrefs& pane = session.pane();
   const auto ports = pendingPorts(pane);
@@ -115,9 +115,9 @@ Error checkPorts(const Context& context, Session& session, const Start& start, O
   return {};
 }
 
-// The edits and, where something came of them, Apply.
-Outcome carryOut(const Context& context, Session& session, const Questions& questions,
-                 const ChangeRequest& request) {
+// The edits and, where they change something, Apply.
+Outcome editAndApply(const Context& context, Session& session, const Questions& questions,
+                     const ChangeRequest& request) {
   Outcome outcome;
   NVKServerPrefs& pane = session.pane();
   if (request.requiresUnlock && !session.unlock()) {
@@ -143,11 +143,12 @@ Outcome carryOut(const Context& context, Session& session, const Questions& ques
   return outcome;
 }
 
-Outcome rehearse(const Context& context, const ChangeRequest& request, Mode mode, const Answers& answers) {
+Outcome preview(const Context& context, const ChangeRequest& request, Mode mode, const Answers& answers) {
   Questions questions(answers, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, mode);
-  Outcome outcome = carryOut(context, session, questions, request);
+  Outcome outcome = editAndApply(context, session, questions, request);
+  outcome.previewed = true;
   if (!outcome.error && questions.unanswered() != nullptr) {
     outcome.error = unanswered(*questions.unanswered());
     outcome.applied = false;
@@ -155,42 +156,47 @@ Outcome rehearse(const Context& context, const ChangeRequest& request, Mode mode
   return outcome;
 }
 
-// A request that also notes what the controls say when its edits are done.
-ChangeRequest noting(const ChangeRequest& request, std::optional<Expected>& expected) {
-  ChangeRequest noted = request;
-  noted.edit = [&request, &expected](Session& session, std::vector<std::string>& notes) {
+// The same request, which also records the values of the controls after its edits.
+ChangeRequest recording(const ChangeRequest& request, std::optional<Expected>& expected) {
+  ChangeRequest recorded = request;
+  recorded.edit = [&request, &expected](Session& session, std::vector<std::string>& notes) {
     Error error = request.edit(session, notes);
     expected = expectedOf(session);
     return error;
   };
-  return noted;
+  return recorded;
 }
 
-bool couldNotWrite(const Effects& effects) {
-  return std::ranges::any_of(effects.logged, [](const std::string& line) {
-    return line.find("Could not write file") != std::string::npos;
-  });
+// What the computer did not do although the files now hold what was to be saved.
+Error failedStep(const Effects& effects) {
+  if (!effects.unwritten.empty()) {
+    return {kExitCannotCreate, "the file " + effects.unwritten.front() + " could not be written."};
+  }
+  const auto refused = std::ranges::find_if(
+      effects.launches, [](const Launch& launch) { return launch.refused && !launch.reports; });
+  if (refused == effects.launches.end()) return {};
+  return {kExitNoPermission, refused->tool + " could not be run."};
 }
 
-Outcome perform(const Context& context, const ChangeRequest& request) {
+Outcome apply(const Context& context, const ChangeRequest& request) {
   std::optional<Expected> expected;
   Outcome outcome;
   {
     Questions questions(context.answers, context.err);
     Progress progress(nullptr);
     Session session(context, questions, progress, Mode::real);
-    outcome = carryOut(context, session, questions, noting(request, expected));
+    outcome = editAndApply(context, session, questions, recording(request, expected));
   }
   if (!outcome.applied) return outcome;
   if (!context.services.waitForTools(kToolLimit)) {
-    outcome.warnings.emplace_back("the tools that were launched have not ended yet.");
+    outcome.warnings.emplace_back("some of the tools that were launched are still running.");
     return outcome;
   }
   const auto missing = notSaved(context, *expected, outcome);
   if (!missing.empty()) {
     outcome.error = {kExitCannotCreate, "not saved: " + listInWords(missing, "and") + "."};
-  } else if (couldNotWrite(outcome.effects)) {
-    outcome.error = {kExitCannotCreate, "a file could not be written."};
+  } else {
+    outcome.error = failedStep(outcome.effects);
   }
   return outcome;
 }
@@ -208,18 +214,18 @@ std::vector<std::string> pendingSettings(Session& session) {
 
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun) {
   const bool attended = context.answers.person != nullptr;
-  if (dryRun || request.rehearsesWhileLocked) {
+  if (dryRun || request.previewsWhileLocked) {
     Answers answers{context.answers.fixed, nullptr};
-    // Who will be asked later, or only wants to know, is shown where the marked answer leads.
+    // A person who is asked later, and a dry run, see what follows from the default answer.
     if (!answers.fixed && (attended || dryRun)) answers.fixed = NSAlertDefaultReturn;
-    const Outcome outcome = rehearse(context, request, Mode::pretending, answers);
+    const Outcome outcome = preview(context, request, Mode::pretending, answers);
     if (dryRun || outcome.error) return report(context, outcome, dryRun);
   }
   if (request.requiresUnlock && !attended) {
-    const Outcome outcome = rehearse(context, request, Mode::looking, {context.answers.fixed, nullptr});
+    const Outcome outcome = preview(context, request, Mode::looking, {context.answers.fixed, nullptr});
     if (outcome.error) return report(context, outcome, false);
   }
-  return report(context, perform(context, request), false);
+  return report(context, apply(context, request), false);
 }
 
 }  // namespace norvik::command

@@ -1,5 +1,5 @@
-// Making a change from beginning to end, as every command that applies something does: rehearse, so that
-// nothing is begun that cannot be finished; work the controls; apply; see that it was saved.
+// A change from beginning to end, as every command that applies something makes it: preview, so that nothing
+// is begun that cannot be finished; edit the controls; apply; check that it was saved.
 #pragma once
 
 #include <cstdint>
@@ -15,17 +15,17 @@
 
 namespace norvik::command {
 
-// What a command does at the controls of a pane.
+// What a command does with the controls of a pane.
 struct ChangeRequest {
-  bool requiresUnlock = true;        // the lock has to be opened first
-  bool rehearsesWhileLocked = true;  // can be rehearsed without what only the open lock lets one see
-  // Works the controls. Notes are for the person, whatever comes of it.
+  bool requiresUnlock = true;       // the lock has to be opened first
+  bool previewsWhileLocked = true;  // does not depend on what the pane reads only while the lock is open
+  // Edits the controls. Notes are for the person, whether it succeeds or not.
   std::function<Error(Session&, std::vector<std::string>& notes)> edit;
   std::vector<std::string> requested;          // settings that the person named
   std::map<std::string, std::string> reasons;  // why a setting is changed that the person did not name
 };
 
-// The name of the one group of settings that others ask for by name.
+// The one group of settings that has to be known by name.
 inline constexpr const char* kOpenFilesLimit = "open files limit";
 
 // A value that a person sees, before and after.
@@ -42,17 +42,18 @@ struct Outcome {
   std::vector<std::string> warnings;
   std::vector<Change> changes;
   std::vector<Question> questions;
+  bool previewed = false;  // nothing of it has happened
   bool applied = false;
   std::vector<std::string> saved;    // groups of settings
   std::vector<std::string> pending;  // settings that are still not saved
   Effects effects;
 };
 
-// Carries the work out and writes what came of it; only what would come of it where `dryRun`. The answer is
-// the program's exit status.
+// Makes the change and writes the outcome; where `dryRun`, only the outcome that it would have. Returns the
+// program's exit status.
 //
-// Nothing is touched before the whole of it has been rehearsed on a pane that is held back. A question that
-// nobody will be there to answer ends it there, whether it comes up while editing or only after saving.
+// Nothing is touched before all of it has been previewed on a pane whose effects are withheld. A question
+// that nobody can answer ends it there, whether it comes up while editing or only after saving.
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun);
 
 // The settings whose pending values differ from the stored ones.

@@ -1,13 +1,10 @@
-// The line's grammar, over CLI11.
+// Reads the words from left to right, then checks the arguments against the command's row.
 #include "src/frontends/command/command_line.h"
 
-#include <CLI/CLI.hpp>
 #include <algorithm>
-#include <ostream>
-#include <sstream>
 
 #include "src/frontends/command/nearest.h"
-#include "src/frontends/command/table.h"
+#include "src/frontends/command/questions.h"
 #include "src/frontends/shared/checks/value_check.h"
 
 namespace norvik::command {
@@ -15,184 +12,142 @@ namespace norvik::command {
 namespace {
 
 // clang-format off
-constexpr CommandDescription kCommands[] = {
-    {"status",     "Show whether the server runs, how to connect to it, the lock, and what is not saved"},
-    {"show",       "Show the settings of a page or of all pages, or one setting in full"},
-    {"get",        "Print the values of settings, a line each"},
-    {"set",        "Change settings, save them and put them into effect"},
-    {"start",      "Start the server"},
-    {"stop",       "Stop the server, which ends every connection"},
-    {"restart",    "Stop the server and start it again"},
-    {"limits",     "Show the open files limit, adjust it to the present values, or reset it"},
-    {"displays",   "Open the tool that manages displays"},
-    {"access",     "Open the tool that manages who may connect"},
-    {"watch",      "Print a line at each change of state, address or lock, until interrupted"},
-    {"completion", "Print a completion script for a shell"},
-};
-constexpr OptionDescription kOptions[] = {
-    {"--root",   "Work on the sandbox in this folder instead of this computer"},
-    {"--json",   "Print JSON"},
-    {"--answer", "Answer every question with this button: default, alternate or other"},
+constexpr Option kOptions[] = {
+    {"--root", "", "DIR", "Work on the sandbox in this folder instead of this computer", {}, nullptr,
+     [](CommandLine& line, std::string_view value) { line.root = value; }},
+    {"--json", "", "", "Print JSON", {}, nullptr,
+     [](CommandLine& line, std::string_view) { line.json = true; }},
+    {"--answer", "", "BUTTON", "Answer every question with this button: default, alternate or other", kAnswerWords,
+     nullptr, [](CommandLine& line, std::string_view value) { line.answer = answerOf(value); }},
+    {"--dry-run", "", "", "Only show what set would change, save and run", {}, &Command::takesDryRun,
+     [](CommandLine& line, std::string_view) { line.dryRun = true; }},
+    {"--help", "-h", "", "Print help, for a command or for all", {}, nullptr,
+     [](CommandLine& line, std::string_view) { line.help = true; }},
+    {"--version", "", "", "Print the version", {}, nullptr,
+     [](CommandLine& line, std::string_view) { line.version = true; }},
 };
 // clang-format on
-constexpr std::string_view kLimitSteps[] = {"adjust", "reset"};
-constexpr std::string_view kAnswers[] = {"default", "alternate", "other"};
-constexpr const char* kDryRun = "--dry-run";
+static_assert(std::ranges::none_of(kOptions, [](const Option& option) { return option.apply == nullptr; }));
 
-std::string helpOf(std::string_view name) {
-  for (const CommandDescription& command : kCommands) {
-    if (command.name == name) return std::string(command.help);
-  }
-  for (const OptionDescription& option : kOptions) {
-    if (option.name == name) return std::string(option.help);
-  }
-  return "";
+const Option* findOption(std::string_view name) {
+  const auto* found = std::ranges::find_if(
+      kOptions, [&](const Option& option) { return name == option.name || name == option.alias; });
+  return found != std::end(kOptions) ? found : nullptr;
 }
 
-std::vector<std::string> strings(std::span<const std::string_view> words) {
-  return {words.begin(), words.end()};
-}
-
-// Every setting with its help text, in the order of the pages.
-std::string settingsHelp(const std::vector<SettingDescription>& settings) {
-  std::ostringstream text;
-  text << "Settings:\n";
-  for (const SettingDescription& setting : settings) {
-    text << "  " << setting.name << "=VALUE, " << acceptedValues(setting) << '\n';
-    for (const ControlDescription* control : setting.controls) {
-      text << "      " << control->choice << (control->choice.empty() ? "" : ": ") << control->label
-           << ".\n      " << control->help << '\n';
-    }
-  }
-  return text.str();
-}
-
-struct Grammar {
-  explicit Grammar(const SettingsSource& settings);
-
-  CLI::App app{"Settings of the Norvik remote access server, from the command line.", "norvikctl"};
-  CommandLine line;
-  std::string answer;
-
- private:
-  CLI::Option* addWords(const char* command, const char* name, const char* help);
-};
-
-Grammar::Grammar(const SettingsSource& settings) {
-  app.set_version_flag("--version", "norvikctl " NORVIK_VERSION, "Print the version");
-  app.set_help_flag("--help,-h", "Print this help");
-  app.fallthrough();
-  // What nobody takes is told by our own words, with the nearest that there is.
-  app.allow_extras();
-  app.require_subcommand(0, 1);
-  app.get_formatter()->column_width(24);
-  app.add_option("--root", line.root, helpOf("--root"))->type_name("DIR");
-  app.add_flag("--json", line.json, helpOf("--json"));
-  app.add_option("--answer", answer, helpOf("--answer"))->type_name("BUTTON");
-  app.get_formatter()->label("SUBCOMMAND", "COMMAND");
-  app.get_formatter()->label("Subcommands", "Commands");
-  for (const CommandDescription& each : kCommands)
-    app.add_subcommand(std::string(each.name), helpOf(each.name));
-  app.footer("\"norvikctl COMMAND --help\" tells more about a command, norvikctl(1) about all of them.");
-  addWords("show", "PAGE", "A page, the start of its name, or a setting")->expected(0, 1);
-  addWords("get", "NAME", "A setting; may be repeated")->required();
-  addWords("limits", "STEP", "adjust or reset")->expected(0, 1);
-  addWords("completion", "SHELL", "bash")->required()->expected(1);
-  addWords("set", "NAME=VALUE", "A setting and its new value; may be repeated")->required();
-  CLI::App* set = app.get_subcommand("set");
-  set->add_flag(kDryRun, line.dryRun, "Only tell what would change");
-  set->footer([&settings] { return settingsHelp(settings()); });
-}
-
-CLI::Option* Grammar::addWords(const char* command, const char* name, const char* help) {
-  return app.get_subcommand(command)->add_option(name, line.words, help)->option_text(" ");
-}
-
-std::vector<std::string> commandNames() {
+template <typename Rows>
+std::vector<std::string> namesOf(const Rows& rows) {
   std::vector<std::string> names;
-  for (const CommandDescription& command : kCommands) names.emplace_back(command.name);
+  for (const auto& row : rows) names.emplace_back(row.name);
   return names;
 }
 
-std::string unexpected(const std::string& word, bool isCommand) {
-  if (word.starts_with('-')) {
-    std::vector<std::string> names{kDryRun, "--help", "--version"};
-    for (const OptionDescription& option : kOptions) names.emplace_back(option.name);
-    return "no option is named \"" + word + "\"." + suggestion(word, names);
-  }
-  if (!isCommand) return "\"" + word + "\" is one word too many.";
-  return "no command is named \"" + word + "\"." + suggestion(word, commandNames());
+std::string inQuotes(std::string_view word) {
+  return "\"" + std::string(word) + "\"";
 }
 
-// What the grammar cannot say: which words a command takes, and how many.
-std::string wrongWords(const CommandLine& line) {
-  if (line.command == "limits" && !line.words.empty() &&
-      std::ranges::count(kLimitSteps, line.words[0]) == 0) {
-    return "limits takes adjust or reset, not \"" + line.words[0] + "\"." +
-           suggestion(line.words[0], strings(kLimitSteps));
-  }
-  if (line.command == "completion" && line.words[0] != "bash") {
-    return "there is completion for bash only, not for \"" + line.words[0] + "\".";
-  }
-  return "";
+// Empty where there is no choice to make, or the word is one of the choices.
+std::string wrongChoice(std::string_view taker, std::span<const std::string_view> choices,
+                        std::string_view word) {
+  if (choices.empty() || std::ranges::count(choices, word) > 0) return "";
+  const std::vector<std::string> known(choices.begin(), choices.end());
+  return std::string(taker) + " takes " + listInWords(known, "or") + ", not " + inQuotes(word) + "." +
+         suggestion(word, known);
 }
 
-std::string readAnswer(const std::string& word, CommandLine& line) {
-  if (word.empty()) return "";
-  const auto* found = std::ranges::find(kAnswers, word);
-  if (found == std::end(kAnswers)) {
-    return "--answer takes default, alternate or other, not \"" + word + "\"." +
-           suggestion(word, strings(kAnswers));
-  }
-  line.answer = 1 - static_cast<int>(found - std::begin(kAnswers));
-  return "";
-}
+// Reads the words of one line. Each operation returns the fault that it found, which is empty where there is
+// none.
+class Parser {
+ public:
+  explicit Parser(const std::vector<std::string>& words) : words_(words) {}
 
-// The first thing that is wrong with the line; empty where nothing is.
-std::string findFault(Grammar& grammar) {
-  const auto commands = grammar.app.get_subcommands();
-  const auto left = grammar.app.remaining();
-  if (!left.empty()) return unexpected(left.front(), commands.empty());
-  if (commands.empty()) return "a command is missing.";
-  grammar.line.command = commands.front()->get_name();
-  const std::string fault = wrongWords(grammar.line);
-  return fault.empty() ? readAnswer(grammar.answer, grammar.line) : fault;
-}
+  std::string parse() {
+    bool onlyArguments = false;
+    while (next_ < words_.size()) {
+      const std::string& word = words_[next_++];
+      const bool isOption = !onlyArguments && word.size() > 1 && word.starts_with('-');
+      if (isOption && word == "--") {
+        onlyArguments = true;
+      } else if (std::string fault = isOption ? readOption(word) : readWord(word); !fault.empty()) {
+        return fault;
+      }
+    }
+    if (line_.help || line_.version) return "";
+    if (line_.command == nullptr) return "a command is missing.";
+    return checkArguments();
+  }
+  const CommandLine& line() const { return line_; }
+
+ private:
+  std::string readOption(const std::string& word) {
+    const std::size_t equals = word.find('=');
+    const std::string name = word.substr(0, equals);
+    const Option* option = findOption(name);
+    if (option == nullptr) {
+      return "unknown option " + inQuotes(name) + "." + suggestion(name, namesOf(kOptions));
+    }
+    std::string value;
+    if (equals != std::string::npos) {
+      if (option->value.empty()) return name + " takes no value.";
+      value = word.substr(equals + 1);
+    } else if (!option->value.empty() && next_ < words_.size()) {
+      value = words_[next_++];
+    }
+    if (!option->value.empty() && value.empty()) return name + " needs a value.";
+    std::string fault = wrongChoice(name, option->choices, value);
+    if (!fault.empty()) return fault;
+    option->apply(line_, value);
+    options_.push_back(option);
+    return "";
+  }
+
+  std::string readWord(const std::string& word) {
+    if (line_.command != nullptr) {
+      line_.arguments.push_back(word);
+      return "";
+    }
+    line_.command = findCommand(word);
+    if (line_.command != nullptr) return "";
+    return "unknown command " + inQuotes(word) + "." + suggestion(word, namesOf(commands()));
+  }
+
+  std::string checkArguments() const {
+    const Command& command = *line_.command;
+    const ArgumentDescription& argument = command.argument;
+    const Arguments& given = line_.arguments;
+    const std::string name(command.name);
+    if (given.size() > argument.most) return "unexpected argument " + inQuotes(given[argument.most]) + ".";
+    if (given.size() < argument.least) return name + " needs a " + std::string(argument.placeholder) + ".";
+    for (const std::string& word : given) {
+      if (std::string fault = wrongChoice(name, argument.choices, word); !fault.empty()) return fault;
+    }
+    for (const Option* option : options_) {
+      if (!takes(command, *option)) return name + " takes no " + std::string(option->name) + ".";
+    }
+    return "";
+  }
+
+  const std::vector<std::string>& words_;
+  std::size_t next_ = 0;
+  std::vector<const Option*> options_;
+  CommandLine line_;
+};
 
 }  // namespace
 
-std::span<const CommandDescription> commandDescriptions() {
-  return kCommands;
-}
-std::span<const OptionDescription> optionDescriptions() {
+std::span<const Option> options() {
   return kOptions;
 }
-std::span<const std::string_view> limitSteps() {
-  return kLimitSteps;
-}
-std::span<const std::string_view> answerWords() {
-  return kAnswers;
+
+bool takes(const Command& command, const Option& option) {
+  return option.allowance == nullptr || command.*option.allowance;
 }
 
-std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv, const SettingsSource& settings,
-                                            std::ostream& out, std::ostream& err, ExitStatus& status) {
-  Grammar grammar(settings);
-  std::string fault;
-  try {
-    grammar.app.parse(argc, argv);
-    fault = findFault(grammar);
-  } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) {
-      grammar.app.exit(error, out, err);
-      status = kExitOk;
-      return std::nullopt;
-    }
-    fault = std::string(error.what());
-  }
-  if (fault.empty()) return grammar.line;
-  err << "norvikctl: " << fault << "\nTry \"norvikctl --help\".\n";
-  status = kExitUsage;
-  return std::nullopt;
+std::optional<CommandLine> parseCommandLine(const std::vector<std::string>& words, std::string& fault) {
+  Parser parser(words);
+  fault = parser.parse();
+  if (!fault.empty()) return std::nullopt;
+  return parser.line();
 }
 
 }  // namespace norvik::command

@@ -1,51 +1,43 @@
-// The command line of norvikctl: its commands and options as tables, and what a given line says.
+// The command line of norvikctl: its options as a table, and what a given line says.
 #pragma once
 
-#include <functional>
-#include <iosfwd>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "src/frontends/command/exit_status.h"
-#include "src/frontends/shared/interface/setting_description.h"
+#include "src/frontends/command/command_table.h"
 
 namespace norvik::command {
 
-struct CommandDescription {
-  std::string_view name;
-  std::string_view help;
-};
-std::span<const CommandDescription> commandDescriptions();
-
-struct OptionDescription {
-  std::string_view name;  // "--root"
-  std::string_view help;
-};
-// The options of every command.
-std::span<const OptionDescription> optionDescriptions();
-
-// The words that some commands and options take.
-std::span<const std::string_view> limitSteps();   // of limits
-std::span<const std::string_view> answerWords();  // of --answer, in the order 1, 0, -1
-
 struct CommandLine {
-  std::string command;
-  std::vector<std::string> words;  // behind the command
-  std::string root;                // empty for the computer itself
+  const Command* command = nullptr;  // null only where help or the version is asked for
+  Arguments arguments;
+  std::optional<std::string> root;  // a folder; none for the computer itself
   bool json = false;
   bool dryRun = false;
+  bool help = false;
+  bool version = false;
   std::optional<int> answer;  // 1, 0 or -1
 };
 
-// Tells the settings that a person can set.
-using SettingsSource = std::function<std::vector<SettingDescription>()>;
+struct Option {
+  std::string_view name;   // "--root"
+  std::string_view alias;  // "-h"; empty where it has none
+  std::string_view value;  // what help calls its value; empty where it takes none
+  std::string_view help;
+  std::span<const std::string_view> choices;  // the values it takes; none where it takes any
+  bool Command::*allowance;                   // what a command needs to take it; null where all take it
+  void (*apply)(CommandLine& line, std::string_view value);
+};
 
-// What the line says. Where it asks for help or the version, or is wrong, writes that to `out` or `err`, sets
-// `status` and returns nothing. The help of set lists the settings, which are asked for only then.
-std::optional<CommandLine> parseCommandLine(int argc, const char* const* argv, const SettingsSource& settings,
-                                            std::ostream& out, std::ostream& err, ExitStatus& status);
+// The options, which may precede or follow the command. In the order of the help.
+std::span<const Option> options();
+bool takes(const Command& command, const Option& option);
+
+// What the words behind the program's name say. Nothing where they are wrong, and in `fault` a sentence about
+// the first mistake. Where help or the version is asked for, the command and its arguments may be missing.
+std::optional<CommandLine> parseCommandLine(const std::vector<std::string>& words, std::string& fault);
 
 }  // namespace norvik::command

@@ -1,42 +1,51 @@
-// Every command of norvikctl, one source file each. They write to the context's streams and answer with the
-// exit status; they throw nothing.
+// Every command of norvikctl. They write to the context's streams and return the exit status; they throw
+// nothing. Their arguments were checked against their rows of the command table.
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "src/frontends/command/context.h"
 
 namespace norvik::command {
 
-using Words = std::vector<std::string>;
+struct CommandLine;
+
+using Arguments = std::vector<std::string>;
+using Handler = ExitStatus (*)(const Context& context, const CommandLine& line);
 
 // What is going on: state, process, addresses, lock, pending changes.
-ExitStatus showStatus(const Context& context);
+ExitStatus showStatus(const Context& context, const CommandLine& line);
 
-// The settings of one page, of several whose names begin alike, or of all; or one setting in full. An empty
-// name stands for all.
-ExitStatus showSettings(const Context& context, const std::string& page);
+// The settings of one page, of several whose names begin alike, or of all; or one setting in full.
+ExitStatus showSettings(const Context& context, const CommandLine& line);
 
-// The values of the named settings, a line each.
-ExitStatus getSettings(const Context& context, const Words& names);
+// The values of the named settings, one per line.
+ExitStatus getSettings(const Context& context, const CommandLine& line);
 
 // Sets NAME=VALUE... and applies.
-ExitStatus setSettings(const Context& context, const Words& assignments, bool dryRun);
+ExitStatus setSettings(const Context& context, const CommandLine& line);
 
-enum class ServerOrder { start, stop, restart };
+// The server; each blocks until it is done, ten to fifty seconds of the computer's time. A server that is
+// already in the wanted state is left alone. Restarting a stopped server starts it.
+ExitStatus startServer(const Context& context, const CommandLine& line);
+ExitStatus stopServer(const Context& context, const CommandLine& line);
+ExitStatus restartServer(const Context& context, const CommandLine& line);
 
-// Starts, stops or restarts the daemon; blocks until it is done, ten to fifty seconds of the computer's time.
-ExitStatus orderServer(const Context& context, ServerOrder order);
+// Shows the open files limit, or changes it in one of two steps.
+ExitStatus openFilesLimit(const Context& context, const CommandLine& line);
+inline constexpr std::string_view kAdjustStep = "adjust";
+inline constexpr std::string_view kResetStep = "reset";
 
-// Shows the open files limit, or with "adjust" or "reset" changes it.
-ExitStatus openFilesLimit(const Context& context, const std::string& step);
+// Open a management tool and do not wait for a person to close it.
+ExitStatus openDisplayManager(const Context& context, const CommandLine& line);
+ExitStatus openAccessManager(const Context& context, const CommandLine& line);
 
-enum class ManagementTool { displays, access };
+// Writes a line for each change of state, address or lock until the program is interrupted.
+ExitStatus watch(const Context& context, const CommandLine& line);
 
-ExitStatus openTool(const Context& context, ManagementTool tool);
-
-// Writes a line at each change of state, address or lock until the program is told to end.
-ExitStatus watch(const Context& context);
+// Writes a completion script with the commands, options, settings and values in it.
+ExitStatus printCompletion(const Context& context, const CommandLine& line);
 
 }  // namespace norvik::command

@@ -1,10 +1,9 @@
-// A script with the words in it, rather than one that asks the program at every key.
-#include "src/frontends/command/completion.h"
-
+// The script holds the words themselves, so that it need not run the program at every key.
 #include <algorithm>
+#include <ostream>
 
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/session.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/server/mac/text/join.h"
 
@@ -12,9 +11,11 @@ namespace norvik::command {
 
 namespace {
 
-template <typename Descriptions>
-std::string namesOf(const Descriptions& descriptions) {
-  return joined(descriptions, " ", [](const auto& description) { return description.name; });
+using Words = std::vector<std::string>;
+
+template <typename Rows>
+std::string joinedNames(const Rows& rows) {
+  return joined(rows, " ", [](const auto& row) { return row.name; });
 }
 
 // A text as one word of the shell, in the form that every command takes as well.
@@ -36,7 +37,7 @@ Words valuesOf(const SettingDescription& setting) {
       for (const ControlDescription* button : setting.controls) words.push_back(button->choice);
       return words;
     default:
-      return words;  // numbers are the person's own
+      return words;  // a number is for the person to choose
   }
 }
 
@@ -58,53 +59,96 @@ std::string pages(const std::vector<SettingDescription>& settings) {
   return joined(words, " ");
 }
 
-// The shell splits a word at the equals sign, so the value may be the word behind a sign of its own.
-constexpr const char* kFunctions = R"bash(
+// A row of a "case" that proposes what compgen finds by these arguments.
+std::string proposal(std::string_view name, const std::string& arguments) {
+  return "    " + std::string(name) + ") COMPREPLY=($(compgen " + arguments + " -- \"$current\"))";
+}
+
+std::string optionCases() {
+  std::string cases;
+  for (const Option& option : options()) {
+    if (option.value.empty()) continue;
+    const std::string values = option.choices.empty() ? "-d" : "-W \"" + joined(option.choices, " ") + "\"";
+    cases += proposal(option.name, values) + "; return ;;\n";
+  }
+  return cases;
+}
+
+std::string argumentCase(const Command& command) {
+  switch (command.argument.kind) {
+    case ArgumentKind::none:
+      return "";
+    case ArgumentKind::pageOrSetting:
+      return proposal(command.name, "-W \"$_norvikctl_pages $_norvikctl_settings\"") + " ;;\n";
+    case ArgumentKind::setting:
+      return proposal(command.name, "-W \"$_norvikctl_settings\"") + " ;;\n";
+    case ArgumentKind::choice:
+      return proposal(command.name, "-W \"" + joined(command.argument.choices, " ") + "\"") + " ;;\n";
+    case ArgumentKind::assignment:
+      return "    " + std::string(command.name) + ") _norvikctl_assignment \"$current\" \"$previous\" ;;\n";
+  }
+  return "";
+}
+
+std::string argumentCases() {
+  std::string cases;
+  for (const Command& command : commands()) cases += argumentCase(command);
+  return cases;
+}
+
+// The shell splits a word at the equals sign, so the value may be a word of its own after that sign.
+constexpr const char* kAssignmentFunction = R"bash(
+_norvikctl_assignment() {
+  local current=$1 previous=$2 name=
+  if [[ $current == "=" ]]; then name=$previous; current=
+  elif [[ $previous == "=" ]]; then name=${COMP_WORDS[COMP_CWORD-2]}
+  fi
+  if [[ -n $name ]]; then
+    COMPREPLY=($(compgen -W "$(_norvikctl_values "$name")" -- "$current"))
+  else
+    COMPREPLY=($(compgen -S = -W "$_norvikctl_settings" -- "$current"))
+    compopt -o nospace 2>/dev/null
+  fi
+}
+)bash";
+
+constexpr const char* kFunctionBegin = R"bash(
 _norvikctl() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command= word name=
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command= word
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
     case " $_norvikctl_commands " in *" $word "*) command=$word; break ;; esac
   done
   COMPREPLY=()
   case $previous in
-    --root) COMPREPLY=($(compgen -d -- "$current")); return ;;
-    --answer) COMPREPLY=($(compgen -W "$_norvikctl_answers" -- "$current")); return ;;
-  esac
+)bash";
+constexpr const char* kFunctionMiddle = R"bash(  esac
   if [[ $current == -* ]]; then
     COMPREPLY=($(compgen -W "$_norvikctl_options" -- "$current")); return
   fi
   case $command in
     "") COMPREPLY=($(compgen -W "$_norvikctl_commands" -- "$current")) ;;
-    show) COMPREPLY=($(compgen -W "$_norvikctl_pages $_norvikctl_settings" -- "$current")) ;;
-    get) COMPREPLY=($(compgen -W "$_norvikctl_settings" -- "$current")) ;;
-    limits) COMPREPLY=($(compgen -W "$_norvikctl_steps" -- "$current")) ;;
-    completion) COMPREPLY=($(compgen -W "bash" -- "$current")) ;;
-    set)
-      if [[ $current == "=" ]]; then name=$previous; current=
-      elif [[ $previous == "=" ]]; then name=${COMP_WORDS[COMP_CWORD-2]}
-      fi
-      if [[ -n $name ]]; then
-        COMPREPLY=($(compgen -W "$(_norvikctl_values "$name")" -- "$current"))
-      else
-        COMPREPLY=($(compgen -S = -W "$_norvikctl_settings" -- "$current"))
-        compopt -o nospace 2>/dev/null
-      fi ;;
-  esac
+)bash";
+constexpr const char* kFunctionEnd = R"bash(  esac
 }
 complete -F _norvikctl norvikctl
 )bash";
 
+std::string variable(const std::string& name, const std::string& words) {
+  return "_norvikctl_" + name + "=\"" + words + "\"\n";
+}
+
 }  // namespace
 
-std::string bashCompletion(const std::vector<SettingDescription>& settings) {
-  return "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
-         "_norvikctl_commands=\"" +
-         namesOf(commandDescriptions()) + "\"\n" + "_norvikctl_options=\"" + namesOf(optionDescriptions()) +
-         " --dry-run --help --version\"\n" + "_norvikctl_answers=\"" + joined(answerWords(), " ") + "\"\n" +
-         "_norvikctl_steps=\"" + joined(limitSteps(), " ") + "\"\n" + "_norvikctl_pages=\"" +
-         pages(settings) + "\"\n" + "_norvikctl_settings=\"" + namesOf(settings) + "\"\n\n" +
-         "# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n" + valueCases(settings) +
-         "  esac\n}\n" + kFunctions;
+ExitStatus printCompletion(const Context& context, const CommandLine& /*line*/) {
+  const auto settings = shownSettings(context);
+  context.out << "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
+              << variable("commands", joinedNames(commands())) << variable("options", joinedNames(options()))
+              << variable("pages", pages(settings)) << variable("settings", joinedNames(settings))
+              << "\n# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n"
+              << valueCases(settings) << "  esac\n}\n"
+              << kAssignmentFunction << kFunctionBegin << optionCases() << kFunctionMiddle << argumentCases()
+              << kFunctionEnd;
+  return kExitOk;
 }
 
 }  // namespace norvik::command

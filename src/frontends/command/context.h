@@ -1,5 +1,5 @@
 // What every command works with: the computer, the interface description, the terminal, and the options that
-// hold for all commands.
+// apply to all commands.
 #pragma once
 
 #include <chrono>
@@ -17,12 +17,13 @@
 
 namespace norvik::command {
 
-// The computer beyond the ports: what a host may do that the pane does not.
+// What a front end may do on the computer and the pane may not.
 struct Services {
-  // Waits until the tools that the pane launched have ended; false where the time was up before.
+  // Blocks until the tools that the pane launched have ended; false where the limit passed first.
   std::function<bool(std::chrono::milliseconds limit)> waitForTools;
-  // Runs the run loop for so long; false once the program was told to end.
-  std::function<bool(std::chrono::milliseconds time)> runFor;
+  // Calls `pass` at once, and again each time the run loop has run for `time`. Blocks until the program is
+  // interrupted or `pass` returns false.
+  std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
 };
 
@@ -30,14 +31,15 @@ struct Context {
   Platform& computer;  // its alert panels and its drawing are replaced by each command's own
   const InterfaceDescription& interface;
   Services services;
-  std::ostream& out;  // results
-  std::ostream& err;  // everything else
+  std::ostream& out;       // results
+  std::ostream& err;       // everything else
+  std::ostream* progress;  // shows that time passes; null where nobody watches
   bool json = false;
   Answers answers;
 
   // Writes a result as JSON, over several lines.
   void print(const nlohmann::ordered_json& result) const;
-  // Writes a diagnostic, led by the program's name.
+  // Writes a diagnostic after the program's name, control characters escaped.
   void complain(std::string_view sentence) const;
 };
 

@@ -1,4 +1,4 @@
-// Turns boxes over, one and then two at a time, and looks what the enabling pass makes of it.
+// Switches boxes, one and then two at a time, and asks the enabling pass each time.
 #include "src/frontends/command/editability.h"
 
 #include <algorithm>
@@ -9,15 +9,15 @@ namespace norvik::command {
 
 namespace {
 
-// Turns a box over for as long as it lives.
-class TurnedOver {
+// Switches a box for as long as it lives.
+class SwitchedBox {
  public:
-  explicit TurnedOver(Control& box) : box_(box), state_(box.state()) {
+  explicit SwitchedBox(Control& box) : box_(box), state_(box.state()) {
     box.setState(box.isOn() ? kOffState : kOnState);
   }
-  ~TurnedOver() { box_.setState(state_); }
-  TurnedOver(const TurnedOver&) = delete;
-  TurnedOver& operator=(const TurnedOver&) = delete;
+  ~SwitchedBox() { box_.setState(state_); }
+  SwitchedBox(const SwitchedBox&) = delete;
+  SwitchedBox& operator=(const SwitchedBox&) = delete;
 
   bool isOn() const { return box_.isOn(); }
 
@@ -43,13 +43,13 @@ std::optional<std::vector<NeededSwitch>> search(Session& session, const Control&
   if (enables(session, control)) return std::vector<NeededSwitch>();
   const auto candidates = boxes(session);
   for (PaneSetting* one : candidates) {
-    const TurnedOver first(*one->controls().front());
+    const SwitchedBox first(*one->controls().front());
     if (enables(session, control)) return std::vector<NeededSwitch>{{one->name(), first.isOn()}};
   }
   for (std::size_t i = 0; i < candidates.size(); ++i) {
-    const TurnedOver first(*candidates[i]->controls().front());
+    const SwitchedBox first(*candidates[i]->controls().front());
     for (std::size_t j = i + 1; j < candidates.size(); ++j) {
-      const TurnedOver second(*candidates[j]->controls().front());
+      const SwitchedBox second(*candidates[j]->controls().front());
       if (!enables(session, control)) continue;
       return std::vector<NeededSwitch>{{candidates[i]->name(), first.isOn()},
                                        {candidates[j]->name(), second.isOn()}};
@@ -60,17 +60,18 @@ std::optional<std::vector<NeededSwitch>> search(Session& session, const Control&
 
 // The editability of the control at `index` among the setting's.
 Editability editabilityAt(Session& session, PaneSetting& setting, std::size_t index) {
-  if (setting.description().isAdministrators() && !session.pane().authorized()) return {false, "locked"};
+  if (setting.description().isAdministrators() && !session.pane().authorized())
+    return {Obstacle::locked, "locked"};
   const Control& control = *setting.controls()[index];
   auto switches = switchesToEnable(session, control);
-  if (!switches) return {false, "not available"};
+  if (!switches) return {Obstacle::notAvailable, "not available"};
   const PaneSetting* required = session.settingOf(setting.description().controls[index]->requires_outlet);
   const auto isRequired = [&](const NeededSwitch& needed) {
     return required != nullptr && needed.on && needed.name == required->name();
   };
   const bool turnsOn = std::erase_if(*switches, isRequired) > 0;
-  if (!switches->empty()) return {false, "needs " + switchesInWords(*switches)};
-  return {true, turnsOn ? "turns on " + required->name() : ""};
+  if (!switches->empty()) return {Obstacle::needsSwitches, "needs " + switchesInWords(*switches)};
+  return {Obstacle::none, turnsOn ? "turns on " + required->name() : ""};
 }
 
 }  // namespace
@@ -96,12 +97,12 @@ Editability editabilityOf(Session& session, PaneSetting& setting) {
   if (std::ranges::none_of(each, &Editability::editable)) return each.front();
   std::vector<std::string> choices;
   for (std::size_t i = 0; i < each.size(); ++i) {
-    if (each[i].editable) choices.push_back(setting.description().controls[i]->choice);
+    if (each[i].editable()) choices.push_back(setting.description().controls[i]->choice);
   }
   const Editability& first = *std::ranges::find_if(each, &Editability::editable);
   if (choices.size() == each.size()) return first;
   const std::string only = "only " + listInWords(choices, "or");
-  return {true, first.remark.empty() ? only : only + ", " + first.remark};
+  return {Obstacle::none, first.remark.empty() ? only : only + ", " + first.remark};
 }
 
 Editability editabilityOf(Session& session, PaneSetting& setting, int64_t value) {

@@ -1,5 +1,5 @@
-// Why a control cannot be worked, found out from the pane itself: which boxes would have to stand otherwise
-// for it to become enabled. No rule stands here; the pane's enabling pass is asked.
+// Why a control cannot be edited: which boxes would have to be switched for it to become enabled. Contains no
+// rule; the pane's enabling pass is asked.
 #pragma once
 
 #include <optional>
@@ -10,7 +10,7 @@
 
 namespace norvik::command {
 
-// A box and how it would have to stand.
+// A box and the state that it would need.
 struct NeededSwitch {
   std::string name;  // of the setting
   bool on = false;
@@ -23,9 +23,13 @@ std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, cons
 // "nvk.enabled=on and nvk.port.custom=on".
 std::string switchesInWords(const std::vector<NeededSwitch>& switches);
 
+enum class Obstacle { none, locked, notAvailable, needsSwitches };
+
 struct Editability {
-  bool editable = false;
-  std::string remark;  // why not, or under which conditions; may be empty where it is editable
+  Obstacle obstacle = Obstacle::none;
+  std::string remark;  // names the obstacle, or the conditions where there is none; may then be empty
+
+  bool editable() const { return obstacle == Obstacle::none; }
 };
 
 // Whether the setting can be given another value by name. A box that the description says it requires does

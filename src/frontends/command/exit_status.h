@@ -1,4 +1,4 @@
-// What norvikctl tells the shell when it ends. The numbers are those that mail and other system programs use.
+// What norvikctl returns to the shell. The numbers are those of sysexits.h.
 #pragma once
 
 namespace norvik::command {
@@ -7,10 +7,11 @@ enum ExitStatus : int {
   kExitOk = 0,
   kExitUsage = 64,         // a wrong command, an unknown name, a question that nobody can answer
   kExitData = 65,          // a value of another kind or out of its range
-  kExitUnavailable = 69,   // the server did not come up or go down
+  kExitUnavailable = 69,   // the server did not start or stop
   kExitSoftware = 70,      // a fault of the program's own
   kExitCannotCreate = 73,  // a file was not written
-  kExitNoPermission = 77,  // not authorized
+  kExitIo = 74,            // the output could not be written
+  kExitNoPermission = 77,  // not authorized, or a tool could not be run
 };
 
 }  // namespace norvik::command

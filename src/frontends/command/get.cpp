@@ -1,24 +1,24 @@
-// norvikctl get: values alone, for scripts.
+// norvikctl get: only the values, for scripts.
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 
 namespace norvik::command {
 
-ExitStatus getSettings(const Context& context, const Words& names) {
+ExitStatus getSettings(const Context& context, const CommandLine& line) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, Mode::pretending);
   nlohmann::ordered_json values;
   std::string lines;
-  for (const std::string& name : names) {
+  for (const std::string& name : line.arguments) {
     const PaneSetting* setting = session.find(name);
     if (setting == nullptr) {
-      context.complain("no setting is named \"" + name + "\"." + suggestion(name, session.settingNames()));
+      context.complain("unknown setting \"" + name + "\"." + suggestion(name, session.settingNames()));
       return kExitUsage;
     }
     values[name] = setting->json();

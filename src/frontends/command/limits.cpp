@@ -3,7 +3,7 @@
 #include <ostream>
 
 #include "src/frontends/command/change_transaction.h"
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
@@ -14,14 +14,14 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* whatCanBeDone(int32_t action) {
+const char* hintFor(int32_t action) {
   switch (action) {
     case kLimitAdjust:
-      return "\"norvikctl limits adjust\" raises the limits of the next start to the present ones.";
+      return "\"norvikctl limits adjust\" raises the limits for the next start to the current ones.";
     case kLimitReset:
-      return "\"norvikctl limits reset\" goes back to the default limits at the next start.";
+      return "\"norvikctl limits reset\" restores the default limits for the next start.";
     default:
-      return "The limits cannot be changed, as the present ones are not known.";
+      return "The limits cannot be changed, as the current ones are not known.";
   }
 }
 
@@ -29,7 +29,7 @@ const char* actionWord(int32_t action) {
   return action == kLimitAdjust ? "adjust" : action == kLimitReset ? "reset" : "none";
 }
 
-std::string present(int32_t limit) {
+std::string currentText(int32_t limit) {
   return limit > 0 ? std::to_string(limit) : "not known";
 }
 
@@ -42,8 +42,7 @@ ExitStatus show(const Context& context) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, Mode::looking);
-  // Only with the lock open does the pane read the present limits. Without it there is less to show, not
-  // nothing.
+  // The pane reads the current limits only while the lock is open. The others are shown in any case.
   session.unlock();
   NVKServerPrefs& pane = session.pane();
   const NVKServerLimits& limits = pane.m_admin_maxFiles;
@@ -58,42 +57,43 @@ ExitStatus show(const Context& context) {
   const Control& soft = pane.ib_admin_edbox_maxFSoft;
   const Control& hard = pane.ib_admin_edbox_maxFHard;
   writeTable(context.out, {{"", "Now", "At the next start"},
-                           {label(soft), present(limits.system.soft), soft.stringValue()},
-                           {label(hard), present(limits.system.hard), hard.stringValue()}});
-  context.out << '\n' << whatCanBeDone(limits.action) << '\n';
+                           {label(soft), currentText(limits.system.soft), soft.stringValue()},
+                           {label(hard), currentText(limits.system.hard), hard.stringValue()}});
+  context.out << '\n' << hintFor(limits.action) << '\n';
   return kExitOk;
 }
 
-// The button says what it would do; it is pressed only where that is what was asked for.
-Error pressAdjust(Session& session, int32_t wanted, std::vector<std::string>& notes) {
+// The button does one of the two steps; it is pressed only where that is the wanted one.
+Error pressButton(Session& session, int32_t wanted, std::vector<std::string>& notes) {
   NVKServerPrefs& pane = session.pane();
   const NVKServerLimits& limits = pane.m_admin_maxFiles;
   Control& button = pane.ib_admin_button_maxFAdjust;
-  if (!button.isEnabled()) return {kExitUnavailable, "the present limits of the system are not known."};
+  if (!button.isEnabled()) return {kExitUnavailable, "the current limits of the system are not known."};
   if (limits.action == wanted) {
     session.click(button);
     if (!pane.maxFilesChanged()) notes.emplace_back("The limits stay as they are.");
   } else if (wanted == kLimitAdjust) {
-    notes.emplace_back("The limits of the next start are as high as the present ones already.");
+    notes.emplace_back("The limits for the next start are already as high as the current ones.");
   } else if (limits.launchd.soft <= 0) {
-    notes.emplace_back("The default limits apply at the next start already.");
+    notes.emplace_back("The next start already uses the default limits.");
   } else {
-    return {kExitUsage,
-            "the limits of the next start are below the present ones and can only be adjusted; once they are "
-            "adjusted they can be reset."};
+    return {
+        kExitUsage,
+        "the limits for the next start are below the current ones and can only be adjusted; once they are "
+        "adjusted, they can be reset."};
   }
   return {};
 }
 
 }  // namespace
 
-ExitStatus openFilesLimit(const Context& context, const std::string& step) {
-  if (step.empty()) return show(context);
-  const int32_t wanted = step == "adjust" ? kLimitAdjust : kLimitReset;
+ExitStatus openFilesLimit(const Context& context, const CommandLine& line) {
+  if (line.arguments.empty()) return show(context);
+  const int32_t wanted = line.arguments.front() == kAdjustStep ? kLimitAdjust : kLimitReset;
   ChangeRequest request;
-  request.rehearsesWhileLocked = false;
+  request.previewsWhileLocked = false;
   request.edit = [wanted](Session& session, std::vector<std::string>& notes) {
-    return pressAdjust(session, wanted, notes);
+    return pressButton(session, wanted, notes);
   };
   for (const ControlDescription* control : context.interface.controls()) {
     if (control->display_only) request.requested.push_back(control->label);

@@ -1,25 +1,26 @@
-// norvikctl: everything that the settings panel does, for a person or a script without a screen. Puts the
-// computer together, reads the command line, and calls the command.
+// norvikctl: everything that the settings panel does, for a person or a script without a screen. Reads the
+// command line, puts the computer together, and calls the command.
 #include <signal.h>
-#include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 
 #include "src/adapters/linux/linux_computer.h"
 #include "src/frontends/command/application.h"
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/commands.h"
-#include "src/frontends/command/completion.h"
+#include "src/frontends/command/diagnostic.h"
+#include "src/frontends/command/help.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
+#include "src/frontends/command/standard_streams.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
 namespace norvik::command {
 namespace {
 
-// What ends a watch; the handler may touch nothing else.
+// What the signal handler may touch, and nothing else.
 LinuxRunLoop* watchedLoop = nullptr;
 volatile sig_atomic_t interrupted = 0;
 
@@ -35,98 +36,99 @@ void stopOnSignals(LinuxRunLoop& loop) {
   for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
 }
 
-Services servicesOf(LinuxComputer& computer) {
-  return {[&](std::chrono::milliseconds limit) { return computer.waitForTools(limit); },
-          [&](std::chrono::milliseconds time) {
-            if (interrupted == 0) computer.runLoop.runFor(time);
-            return interrupted == 0;
-          },
-          portInUse};
+void repeatUntilInterrupted(LinuxRunLoop& loop, std::chrono::milliseconds time,
+                            const std::function<bool()>& pass) {
+  stopOnSignals(loop);
+  while (interrupted == 0 && pass()) loop.runFor(time);
 }
 
-// Somebody who can read a question and type an answer.
-std::istream* personAtTerminal() {
-  return isatty(STDIN_FILENO) != 0 && isatty(STDERR_FILENO) != 0 ? &std::cin : nullptr;
-}
-
-ExitStatus dispatch(const Context& context, const CommandLine& line) {
-  const std::string& command = line.command;
-  const std::string first = line.words.empty() ? "" : line.words.front();
-  if (command == "status") return showStatus(context);
-  if (command == "show") return showSettings(context, first);
-  if (command == "get") return getSettings(context, line.words);
-  if (command == "set") return setSettings(context, line.words, line.dryRun);
-  if (command == "start") return orderServer(context, ServerOrder::start);
-  if (command == "stop") return orderServer(context, ServerOrder::stop);
-  if (command == "restart") return orderServer(context, ServerOrder::restart);
-  if (command == "limits") return openFilesLimit(context, first);
-  if (command == "displays") return openTool(context, ManagementTool::displays);
-  if (command == "access") return openTool(context, ManagementTool::access);
-  return watch(context);
-}
-
-// The computer with all its ports, of which the terminal has some and the system the others.
+// The computer with all platform interfaces, some of them the terminal's.
 struct Installation {
   explicit Installation(const LinuxComputerOptions& options) : computer(options) {}
 
   LinuxComputer computer;
   TerminalApplication application;
   TerminalWorkspace workspace{std::cout};
-  Questions nobody{{}, std::cerr};
-  Progress unseen{nullptr};
-  Platform platform = computer.platformFor(
-      {application, nobody, workspace, computer.notifications, unseen, computer.runLoop, computer.posix});
+  Questions noQuestions{{}, std::cerr};
+  Progress noProgress{nullptr};
+  Platform platform = computer.platformFor({application, noQuestions, workspace, computer.notifications,
+                                            noProgress, computer.runLoop, computer.posix});
 
+  Services services() {
+    return {[this](std::chrono::milliseconds limit) { return computer.waitForTools(limit); },
+            [this](std::chrono::milliseconds time, const std::function<bool()>& pass) {
+              repeatUntilInterrupted(computer.runLoop, time, pass);
+            },
+            portInUse};
+  }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answer, line.answer ? nullptr : personAtTerminal()};
-    return {platform, interface, servicesOf(computer), std::cout, std::cerr, line.json, answers};
+    return {platform, interface, services(), std::cout, std::cerr, watchedOutput(), line.json, answers};
   }
 };
 
-ExitStatus runOnComputer(const CommandLine& line, const InterfaceDescription& interface) {
-  LinuxComputerOptions options = line.root.empty() ? systemOptions() : sandboxOptions(line.root);
+ExitStatus fail(ExitStatus status, const std::string& sentence) {
+  writeDiagnostic(std::cerr, sentence);
+  return status;
+}
+
+// Why no sandbox can be worked on in this folder; empty where one can.
+std::string wrongRoot(const std::string& folder) {
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) return "no such directory: \"" + folder + "\".";
+  return isSandbox(folder) ? "" : "\"" + folder + "\" is not a sandbox.";
+}
+
+LinuxComputerOptions optionsFor(const CommandLine& line) {
+  LinuxComputerOptions options = line.root ? sandboxOptions(*line.root) : systemOptions();
   options.syslogIdent = "norvikctl";
-  Installation installation(options);
-  if (line.command == "watch") stopOnSignals(installation.computer.runLoop);
-  return dispatch(installation.context(interface, line), line);
+  return options;
 }
 
-// Which settings there are is known when a pane has awoken, as it hides some.
-std::vector<SettingDescription> shownSettings(const InterfaceDescription& interface) {
-  Installation installation(systemOptions());
-  const Context context = installation.context(interface, {});
-  Session session(context, installation.nobody, installation.unseen, Mode::pretending);
-  std::vector<SettingDescription> settings;
-  for (const PaneSetting& setting : session.settings()) settings.push_back(setting.description());
-  return settings;
-}
-
-int run(int argc, char** argv) {
+ExitStatus runOnComputer(const CommandLine& line) {
+  const std::string wrong = line.root ? wrongRoot(*line.root) : "";
+  if (!wrong.empty()) return fail(kExitUsage, wrong);
   std::string damage;
   const auto interface = shippedInterface(damage);
-  if (!interface) {
-    std::cerr << "norvikctl: the interface description is damaged: " << damage << '\n';
-    return kExitSoftware;
-  }
-  ExitStatus status = kExitOk;
-  const SettingsSource settings = [&] { return shownSettings(*interface); };
-  const auto line = parseCommandLine(argc, argv, settings, std::cout, std::cerr, status);
-  if (!line) return status;
-  if (line->command == "completion") {
-    std::cout << bashCompletion(settings());
-    return kExitOk;
-  }
-  std::error_code error;
-  if (!line->root.empty() && !std::filesystem::is_directory(line->root, error)) {
-    std::cerr << "norvikctl: there is no folder \"" << line->root << "\".\n";
+  if (!interface) return fail(kExitSoftware, "the interface description is damaged: " + damage);
+  Installation installation(optionsFor(line));
+  const Context context = installation.context(*interface, line);
+  if (!line.help) return line.command->run(context, line);
+  writeHelp(std::cout, *line.command, shownSettings(context));
+  return kExitOk;
+}
+
+ExitStatus run(const std::vector<std::string>& words) {
+  std::string fault;
+  const auto line = parseCommandLine(words, fault);
+  if (!line) {
+    fail(kExitUsage, fault);
+    std::cerr << "Try \"norvikctl --help\".\n";
     return kExitUsage;
   }
-  return runOnComputer(*line, *interface);
+  if (line->version) {
+    std::cout << "norvikctl " NORVIK_VERSION "\n";
+  } else if (line->help && line->command == nullptr) {
+    writeHelp(std::cout);
+  } else if (line->help && !listsSettings(*line->command)) {
+    writeHelp(std::cout, *line->command, {});
+  } else {
+    return runOnComputer(*line);
+  }
+  return kExitOk;
+}
+
+// A command that failed keeps its own status.
+ExitStatus checkOutput(ExitStatus status) {
+  if (flushOutput() || status != kExitOk) return status;
+  return fail(kExitIo, "the output could not be written.");
 }
 
 }  // namespace
 }  // namespace norvik::command
 
 int main(int argc, char** argv) {
-  return norvik::command::run(argc, argv);
+  namespace command = norvik::command;
+  command::fillClosedStreams();
+  return command::checkOutput(command::run({argv + std::min(argc, 1), argv + argc}));
 }

@@ -1,4 +1,4 @@
-// Finds what a misspelt word was meant to be.
+// Finds the word that a misspelt one was probably meant to be.
 #pragma once
 
 #include <string>

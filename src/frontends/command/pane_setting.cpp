@@ -1,4 +1,4 @@
-// Reading and writing by the kind of control.
+// Reads and writes a setting by the kind of its control.
 #include "src/frontends/command/pane_setting.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // A setting on a pane: its description and the controls that hold it, read as text, as JSON or as a number,
-// and written the way a person's hand would.
+// and changed as a person changes them.
 #pragma once
 
 #include <cstdint>
@@ -36,7 +36,7 @@ class PaneSetting {
 
   // Makes it hold a checked value, without sending the action.
   void put(int64_t value);
-  // The control that a person works to give it this value.
+  // The control that a person clicks to give it this value.
   Control& controlFor(int64_t value) const;
 
  private:

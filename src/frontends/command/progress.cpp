@@ -1,4 +1,4 @@
-// Writes what a text grew by, or a line of its own for another text.
+// Writes what was added to the text, or a new line for another text.
 #include "src/frontends/command/progress.h"
 
 #include "src/server/mac/pane/pane.h"

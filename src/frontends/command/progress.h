@@ -1,4 +1,4 @@
-// Drawing for a host without a screen: the server's state label, as it grows dot by dot.
+// Drawing for a front end without a screen: the server's state label, as it grows dot by dot.
 #pragma once
 
 #include <ostream>
@@ -18,7 +18,7 @@ class Progress : public Drawing {
   void display(Control& control) override;
   void displayIfNeeded(View& /*view*/) override {}
 
-  // Ends the line that the last text stands on, if there is one.
+  // Ends the line of the last text, if there is one.
   void finishLine();
 
  private:

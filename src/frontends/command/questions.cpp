@@ -1,6 +1,7 @@
 // Asks with the buttons' titles, numbered, until the answer is one of the numbers.
 #include "src/frontends/command/questions.h"
 
+#include <algorithm>
 #include <istream>
 #include <ostream>
 
@@ -13,7 +14,6 @@ namespace {
 
 // The answers in the order of the buttons.
 constexpr int kResults[] = {NSAlertDefaultReturn, NSAlertAlternateReturn, NSAlertOtherReturn};
-constexpr std::string_view kWords[] = {"default", "alternate", "other"};
 
 std::size_t buttonIndex(int answer) {
   return static_cast<std::size_t>(NSAlertDefaultReturn - answer);
@@ -30,7 +30,11 @@ void write(std::ostream& out, const Question& question) {
 }  // namespace
 
 std::string_view answerWord(int answer) {
-  return kWords[buttonIndex(answer)];
+  return kAnswerWords[buttonIndex(answer)];
+}
+
+int answerOf(std::string_view word) {
+  return kResults[std::ranges::find(kAnswerWords, word) - std::begin(kAnswerWords)];
 }
 
 const std::string& buttonOf(const Question& question, int answer) {

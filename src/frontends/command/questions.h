@@ -4,6 +4,7 @@
 #include <iosfwd>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "src/server/mac/platform/application.h"
@@ -25,11 +26,11 @@ struct Question {
 
 class Questions : public AlertPanels {
  public:
-  // Questions are written to `out`, which is borrowed as the person is.
+  // Questions are written to `out`. Borrows it, and the person's stream.
   Questions(const Answers& answers, std::ostream& out) : answers_(answers), out_(out) {}
 
-  // Blocks until a person has answered. A question that nobody answers is noted, and answered with -1 as a
-  // panel that is closed: every question of the pane takes that as a no.
+  // Blocks until a person has answered. A question that nobody answers is recorded, and answered with -1 like
+  // a panel that is closed: every question of the pane takes that as a no.
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override;
 
@@ -46,9 +47,12 @@ class Questions : public AlertPanels {
   std::vector<Question> asked_;
 };
 
-// The word of an answer on the command line: "default", "alternate" or "other".
+// The words for 1, 0 and -1 on the command line.
+inline constexpr std::string_view kAnswerWords[] = {"default", "alternate", "other"};
 std::string_view answerWord(int answer);
-// The button that an answer stands for.
+// The answer that one of the words means.
+int answerOf(std::string_view word);
+// The button that an answer presses.
 const std::string& buttonOf(const Question& question, int answer);
 
 }  // namespace norvik::command

@@ -1,4 +1,4 @@
-// A pane that is opened anew, and told the same once more, has nothing left to save.
+// A new pane, given the same values again, should have nothing left to save.
 #include "src/frontends/command/read_back.h"
 
 #include <algorithm>

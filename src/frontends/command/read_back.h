@@ -1,5 +1,5 @@
-// Whether what was applied is in the files. The panel launches its tools and does not wait for them, so one
-// that fails afterwards is unknown to it.
+// Whether what was applied is in the files. The pane launches its tools and does not wait for them, so it
+// does not know when one fails afterwards.
 #pragma once
 
 #include <cstdint>
@@ -11,15 +11,15 @@
 
 namespace norvik::command {
 
-// What the controls said as Apply was pressed.
+// The values of the controls when Apply was pressed.
 struct Expected {
   std::map<std::string, int64_t> values;  // by the settings' names
   NVKServerLimit limit;
 };
 Expected expectedOf(Session& session);
 
-// What the outcome counts as changed and the files do not hold: names of settings, and the open files limit.
-// To be asked when the tools have ended and no session is open. Changes nothing.
+// What the outcome reports as changed and the files do not hold: names of settings, and the open files limit.
+// To be called when the tools have ended and no session is open. Changes nothing.
 std::vector<std::string> notSaved(const Context& context, const Expected& expected, const Outcome& outcome);
 
 }  // namespace norvik::command

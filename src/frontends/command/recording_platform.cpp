@@ -1,5 +1,7 @@
-// The ports through which the pane changes something, each noting and, where told to, holding back.
+// The platform interfaces through which the pane changes something; each records and, by its mode, withholds.
 #include "src/frontends/command/recording_platform.h"
+
+#include <map>
 
 namespace norvik::command {
 
@@ -13,7 +15,7 @@ class RecordingAuthorization : public AuthorizationService {
   OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                AuthorizationRef& authorization) override {
     if (mode_ != Mode::pretending) return service_.AuthorizationCreate(rights, flags, authorization);
-    // Any reference will do, as nobody but this object is shown it.
+    // Any reference will do, as only this object ever sees it.
     authorization = reinterpret_cast<AuthorizationRef>(this);
     return errAuthorizationSuccess;
   }
@@ -30,7 +32,7 @@ class RecordingAuthorization : public AuthorizationService {
     return service_.AuthorizationRightRemove(authorization, name);
   }
 
-  // A look keeps the rights, so that nobody is asked for a password again when it is done in earnest.
+  // Looking keeps the rights, so that nobody is asked for a password again when the change is made.
   OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override {
     if (mode_ == Mode::pretending) return errAuthorizationSuccess;
     if (mode_ == Mode::looking) flags &= ~kAuthorizationFlagDestroyRights;
@@ -63,11 +65,15 @@ class RecordingAuthorization : public AuthorizationService {
 
 class RecordingFiles : public Files {
  public:
-  RecordingFiles(Files& files, Mode mode) : files_(files), mode_(mode) {}
+  RecordingFiles(Files& files, Mode mode, Effects& effects) : files_(files), mode_(mode), effects_(effects) {}
 
   FileRef fopen(const char* path, FileMode mode) override {
-    if (mode == FileMode::writeBinary && mode_ != Mode::real) return nowhere();
-    return files_.fopen(path, mode);
+    const bool writes = mode == FileMode::writeBinary;
+    if (writes && mode_ != Mode::real) return nowhere();
+    const FileRef file = files_.fopen(path, mode);
+    if (writes && file == nullptr) effects_.unwritten.emplace_back(path);
+    if (writes && file != nullptr) written_[file] = path;
+    return file;
   }
   int fseek(FileRef file, int64_t offset, SeekOrigin origin) override {
     return file == nowhere() ? 0 : files_.fseek(file, offset, origin);
@@ -77,10 +83,15 @@ class RecordingFiles : public Files {
     return file == nowhere() ? 0 : files_.fread(bytes, size, file);
   }
   std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override {
-    return file == nowhere() ? size : files_.fwrite(bytes, size, file);
+    if (file == nowhere()) return size;
+    const std::size_t written = files_.fwrite(bytes, size, file);
+    if (written < size) effects_.unwritten.push_back(written_[file]);
+    return written;
   }
   void fclose(FileRef file) override {
-    if (file != nowhere()) files_.fclose(file);
+    if (file == nowhere()) return;
+    written_.erase(file);
+    files_.fclose(file);
   }
   int mkdir(const char* path, uint32_t mode) override {
     return mode_ == Mode::real ? files_.mkdir(path, mode) : 0;
@@ -92,17 +103,22 @@ class RecordingFiles : public Files {
 
   Files& files_;
   Mode mode_;
+  Effects& effects_;
+  std::map<FileRef, std::string> written_;  // the paths of the files that are being written
 };
 
 class RecordingPropertyLists : public PropertyListFiles {
  public:
-  RecordingPropertyLists(PropertyListFiles& lists, Mode mode) : lists_(lists), mode_(mode) {}
+  RecordingPropertyLists(PropertyListFiles& lists, Mode mode, Effects& effects)
+      : lists_(lists), mode_(mode), effects_(effects) {}
 
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) override {
     return lists_.dictionaryWithContentsOfFile(path);
   }
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override {
-    return mode_ != Mode::real || lists_.writeToFile(dictionary, path);
+    if (mode_ != Mode::real || lists_.writeToFile(dictionary, path)) return true;
+    effects_.unwritten.push_back(path);
+    return false;
   }
   std::string stringByExpandingTildeInPath(std::string_view path) override {
     return lists_.stringByExpandingTildeInPath(path);
@@ -111,6 +127,7 @@ class RecordingPropertyLists : public PropertyListFiles {
  private:
   PropertyListFiles& lists_;
   Mode mode_;
+  Effects& effects_;
 };
 
 class RecordingNotifications : public DistributedNotificationCenter {
@@ -170,8 +187,8 @@ class RecordingLog : public SystemLog {
 struct RecordingPlatform::Interfaces {
   Interfaces(Platform& computer, AlertPanels& alerts, Drawing& drawing, Mode mode, Effects& effects)
       : authorization(computer.authorization, mode, effects),
-        files(computer.files, mode),
-        propertyLists(computer.propertyLists, mode),
+        files(computer.files, mode, effects),
+        propertyLists(computer.propertyLists, mode, effects),
         notifications(computer.notifications, mode, effects),
         posix(computer.posix, mode, effects),
         log(computer.log, mode, effects),

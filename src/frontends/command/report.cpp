@@ -1,4 +1,4 @@
-// The texts of a change.
+// The text and the JSON of a change.
 #include "src/frontends/command/report.h"
 
 #include <ostream>
@@ -43,7 +43,7 @@ std::vector<std::string> commandLines(const Effects& effects) {
   return lines;
 }
 
-std::vector<std::string> tellings(const Effects& effects) {
+std::vector<std::string> notified(const Effects& effects) {
   std::vector<std::string> lines;
   for (const int32_t pid : effects.signalled) lines.push_back("the agent, process " + std::to_string(pid));
   for (const std::string& name : effects.posted) lines.push_back("the menu agent, with " + name);
@@ -65,7 +65,7 @@ void writeText(const Context& context, const Outcome& outcome, bool dryRun) {
   appendList(rows, dryRun ? "Would ask" : "Asked", questions);
   if (!outcome.error) appendList(rows, dryRun ? "Would save" : "Saved", outcome.saved);
   appendList(rows, dryRun ? "Would run" : "Ran", commandLines(outcome.effects));
-  appendList(rows, dryRun ? "Would tell" : "Told", tellings(outcome.effects));
+  appendList(rows, dryRun ? "Would notify" : "Notified", notified(outcome.effects));
   if (!dryRun && !outcome.pending.empty()) appendList(rows, "Still pending", outcome.pending);
   out << '\n';
   writeTable(out, rows);
@@ -123,7 +123,7 @@ nlohmann::ordered_json commandsJson(const Effects& effects) {
 }
 
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
-  // What never came to Apply has nothing to tell but why.
+  // A change that was stopped before Apply has nothing to show but the reason.
   if (!outcome.error || outcome.applied) {
     if (context.json) {
       context.print(outcomeJson(outcome, dryRun));
@@ -131,9 +131,9 @@ ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
       writeText(context, outcome, dryRun);
     }
   }
-  // What a rehearsal logs is of its own making.
-  for (const std::string& line : dryRun ? std::vector<std::string>() : outcome.effects.logged) {
-    context.complain(line);
+  // What a preview logs comes from withholding the effects.
+  if (!outcome.previewed) {
+    for (const std::string& line : outcome.effects.logged) context.complain(line);
   }
   for (const std::string& warning : outcome.warnings) context.complain("warning: " + warning);
   if (outcome.error) context.complain(outcome.error.sentence);

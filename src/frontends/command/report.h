@@ -1,11 +1,11 @@
-// What came of a change, told to the person or as JSON.
+// The outcome of a change, as text or as JSON.
 #pragma once
 
 #include "src/frontends/command/change_transaction.h"
 
 namespace norvik::command {
 
-// Writes the outcome, as what would happen where `dryRun`; the answer is the exit status that it stands for.
+// Writes the outcome, as what would happen where `dryRun`; returns its exit status.
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun);
 
 // A command line as it would be typed, words with spaces in quotes.

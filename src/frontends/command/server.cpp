@@ -1,9 +1,9 @@
-// norvikctl start, stop and restart: the two buttons of the server page, pressed only where they mean what
-// was ordered.
+// norvikctl start, stop and restart: the two buttons of the server page, pressed only where they do what was
+// ordered.
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
@@ -13,20 +13,27 @@ namespace norvik::command {
 
 namespace {
 
-constexpr std::chrono::seconds kToolLimit{30};
+constexpr std::chrono::seconds kServerToolLimit{30};
+
+enum class ServerOrder { start, stop, restart };
 
 bool runs(int32_t pid) {
   return pid != -1;
 }
 
-// Nothing to do, or nothing that can be done; null where the button is to be pressed.
-const char* needless(ServerOrder order, int32_t pid) {
-  if (order == ServerOrder::start && runs(pid)) return "The server is started already.";
-  if (order == ServerOrder::stop && !runs(pid)) return "The server is stopped already.";
+bool isFulfilled(ServerOrder order, int32_t pid) {
+  return order == ServerOrder::start ? runs(pid) : order == ServerOrder::stop && !runs(pid);
+}
+
+// What the person should know beforehand; null where all is as expected.
+const char* noteBefore(ServerOrder order, int32_t pid) {
+  if (order == ServerOrder::start && runs(pid)) return "The server is already running.";
+  if (order == ServerOrder::stop && !runs(pid)) return "The server is not running.";
+  if (order == ServerOrder::restart && !runs(pid)) return "The server is not running, so it is only started.";
   return nullptr;
 }
 
-Error judge(ServerOrder order, int32_t before, int32_t after) {
+Error resultOf(ServerOrder order, int32_t before, int32_t after) {
   if (order == ServerOrder::stop) {
     return runs(after) ? Error{kExitUnavailable, "the server did not stop."} : Error();
   }
@@ -53,39 +60,49 @@ void complainOfLog(const Context& context, const Effects& effects) {
   for (const std::string& line : effects.logged) context.complain(line);
 }
 
-Error obey(const Context& context, Session& session, Progress& progress, ServerOrder order) {
+// Restart is enabled only while the server runs; for a stopped one Start does the same.
+Error pressButton(const Context& context, Session& session, Progress& progress, ServerOrder order) {
   NVKServerPrefs& pane = session.pane();
   const int32_t before = pane.m_serverPid;
-  Control& button =
-      order == ServerOrder::restart ? pane.ib_admin_button_svrRestart : pane.ib_admin_button_svrStart;
-  if (!button.isEnabled()) {
-    return {kExitUnavailable,
-            "the server does not run, so there is nothing to restart. Try: norvikctl start"};
-  }
-  session.click(button);
+  const bool restarts = order == ServerOrder::restart && runs(before);
+  session.click(restarts ? pane.ib_admin_button_svrRestart : pane.ib_admin_button_svrStart);
   progress.finishLine();
-  context.services.waitForTools(kToolLimit);
+  context.services.waitForTools(kServerToolLimit);
   pane.onStateTimer();
-  return judge(order, before, pane.m_serverPid);
+  return resultOf(order, before, pane.m_serverPid);
 }
-
-}  // namespace
 
 ExitStatus orderServer(const Context& context, ServerOrder order) {
   Questions questions(context.answers, context.err);
-  Progress progress(context.json ? nullptr : &context.out);
+  Progress progress(context.json ? nullptr : context.progress);
   Session session(context, questions, progress, Mode::real);
-  const char* reason = needless(order, session.pane().m_serverPid);
-  if (reason == nullptr && !session.unlock()) {
+  const int32_t pid = session.pane().m_serverPid;
+  const bool fulfilled = isFulfilled(order, pid);
+  if (!fulfilled && !session.unlock()) {
     context.complain("this needs administrator rights, which were not granted.");
     return kExitNoPermission;
   }
-  if (reason != nullptr && !context.json) context.out << reason << '\n';
-  const Error error = reason == nullptr ? obey(context, session, progress, order) : Error();
+  const char* note = noteBefore(order, pid);
+  if (note != nullptr && !context.json) context.out << note << std::endl;
+  const Error error = fulfilled ? Error() : pressButton(context, session, progress, order);
   writeState(context, session.pane());
   complainOfLog(context, session.effects());
   if (error) context.complain(error.sentence);
   return error.status;
+}
+
+}  // namespace
+
+ExitStatus startServer(const Context& context, const CommandLine& /*line*/) {
+  return orderServer(context, ServerOrder::start);
+}
+
+ExitStatus stopServer(const Context& context, const CommandLine& /*line*/) {
+  return orderServer(context, ServerOrder::stop);
+}
+
+ExitStatus restartServer(const Context& context, const CommandLine& /*line*/) {
+  return orderServer(context, ServerOrder::restart);
 }
 
 }  // namespace norvik::command

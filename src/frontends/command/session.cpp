@@ -1,7 +1,9 @@
-// Opens and closes the pane as a host does.
+// Opens and closes the pane as its host does.
 #include "src/frontends/command/session.h"
 
 #include <algorithm>
+
+#include "src/frontends/command/progress.h"
 
 namespace norvik::command {
 
@@ -44,6 +46,15 @@ bool Session::unlock() {
 void Session::click(Control& control) {
   pane_.buttonClicked(control);
   pane_.onStateTimer();
+}
+
+std::vector<SettingDescription> shownSettings(const Context& context) {
+  Questions questions({}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, Mode::pretending);
+  std::vector<SettingDescription> settings;
+  for (const PaneSetting& setting : session.settings()) settings.push_back(setting.description());
+  return settings;
 }
 
 }  // namespace norvik::command

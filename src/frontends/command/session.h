@@ -1,4 +1,4 @@
-// A pane that was just opened, and a person's hand on it: open the lock, work a control, press a button.
+// A pane that was just opened, and what a person does with it: open the lock, edit a control, press a button.
 // There is at most one session at a time, as there is one main pane.
 #pragma once
 
@@ -16,7 +16,7 @@ class Session {
  public:
   // Creates the pane over the context's computer and awakes it. Borrows everything.
   Session(const Context& context, AlertPanels& alerts, Drawing& drawing, Mode mode);
-  // Closes the lock and gives up the pane.
+  // Closes the lock and destroys the pane.
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
@@ -30,7 +30,7 @@ class Session {
   PaneSetting* settingOf(std::string_view outlet);
   std::vector<std::string> settingNames() const;
 
-  // Clicks the lock where it is closed; whether it is open then.
+  // Clicks the lock where it is closed; returns whether it is open afterwards.
   bool unlock();
   // Sends the control's action and lets the state timer tick once, so that every text and every enabled
   // control follows.
@@ -41,5 +41,9 @@ class Session {
   NVKServerPrefs pane_;
   std::vector<PaneSetting> settings_;
 };
+
+// The settings that a pane on the context's computer shows, for help and completion. Opens a session of its
+// own and changes nothing.
+std::vector<SettingDescription> shownSettings(const Context& context);
 
 }  // namespace norvik::command

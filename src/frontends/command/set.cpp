@@ -1,9 +1,9 @@
-// norvikctl set: NAME=VALUE words become edits in the order of the pages, the way a person's hand would go
-// down them, and are applied together.
+// norvikctl set: NAME=VALUE arguments become edits in the order of the pages, as a person would make them,
+// and are applied together.
 #include <algorithm>
 
 #include "src/frontends/command/change_transaction.h"
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/editability.h"
 #include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
@@ -34,7 +34,7 @@ Error parseAssignment(Session& session, const std::string& word, std::vector<Edi
   const std::string name = word.substr(0, equals);
   const PaneSetting* setting = session.find(name);
   if (setting == nullptr) {
-    return {kExitUsage, "no setting is named \"" + name + "\"." + suggestion(name, session.settingNames())};
+    return {kExitUsage, "unknown setting \"" + name + "\"." + suggestion(name, session.settingNames())};
   }
   if (equals == std::string::npos) {
     return {kExitUsage, name + " has no value; write " + name + "=VALUE."};
@@ -49,7 +49,7 @@ Error parseAssignment(Session& session, const std::string& word, std::vector<Edi
   return {};
 }
 
-// Turns on the boxes that what is set requires, as the description says, unless the person says otherwise.
+// Turns on the boxes that the edits require, as the description says, unless the person turns one off.
 Error addRequired(Session& session, std::vector<Edit>& edits) {
   for (std::size_t i = 0; i < edits.size(); ++i) {
     const SettingDescription& description = session.find(edits[i].name)->description();
@@ -70,7 +70,7 @@ void sortByPage(Session& session, std::vector<Edit>& edits) {
   std::ranges::stable_sort(edits, {}, [&](const Edit& edit) { return session.find(edit.name); });
 }
 
-Parsed parse(const Context& context, const Words& assignments) {
+Parsed parse(const Context& context, const Arguments& assignments) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, Mode::pretending);
@@ -84,12 +84,12 @@ Parsed parse(const Context& context, const Words& assignments) {
 }
 
 Error notEditable(const PaneSetting& setting, int64_t value, const Editability& why) {
-  const bool needs = why.remark.starts_with("needs");
+  const bool isState = why.obstacle != Obstacle::needsSwitches;
   return {kExitUsage, setting.name() + " cannot be set to " + setting.textOf(value) + " now: it " +
-                          (needs ? "" : "is ") + why.remark + ". Nothing was changed."};
+                          (isState ? "is " : "") + why.remark + ". Nothing was changed."};
 }
 
-Error work(Session& session, const Edit& edit) {
+Error applyEdit(Session& session, const Edit& edit) {
   PaneSetting& setting = *session.find(edit.name);
   if (setting.value() == edit.value) return {};
   Control& control = setting.controlFor(edit.value);
@@ -101,8 +101,8 @@ Error work(Session& session, const Edit& edit) {
   return {};
 }
 
-// A person who declines a question keeps the old value, which is no failure.
-void noteWhatDidNotStay(Session& session, const std::vector<Edit>& edits, std::vector<std::string>& notes) {
+// Declining a question keeps the old value, which is no failure.
+void noteKeptValues(Session& session, const std::vector<Edit>& edits, std::vector<std::string>& notes) {
   for (const Edit& edit : edits) {
     const PaneSetting& setting = *session.find(edit.name);
     if (setting.value() == edit.value) continue;
@@ -110,7 +110,7 @@ void noteWhatDidNotStay(Session& session, const std::vector<Edit>& edits, std::v
   }
 }
 
-ChangeRequest requestOf(const Context& context, const std::vector<Edit>& edits) {
+ChangeRequest changeRequestFor(const Context& context, const std::vector<Edit>& edits) {
   ChangeRequest result;
   result.requiresUnlock = false;
   const auto descriptions = settingsOf(context.interface);
@@ -125,9 +125,9 @@ ChangeRequest requestOf(const Context& context, const std::vector<Edit>& edits) 
   }
   result.edit = [edits](Session& session, std::vector<std::string>& notes) {
     for (const Edit& edit : edits) {
-      if (Error error = work(session, edit)) return error;
+      if (Error error = applyEdit(session, edit)) return error;
     }
-    noteWhatDidNotStay(session, edits, notes);
+    noteKeptValues(session, edits, notes);
     return Error();
   };
   return result;
@@ -135,9 +135,11 @@ ChangeRequest requestOf(const Context& context, const std::vector<Edit>& edits) 
 
 }  // namespace
 
-ExitStatus setSettings(const Context& context, const Words& assignments, bool dryRun) {
-  const Parsed parsed = parse(context, assignments);
-  if (parsed.errors.empty()) return change(context, requestOf(context, parsed.edits), dryRun);
+ExitStatus setSettings(const Context& context, const CommandLine& line) {
+  const Parsed parsed = parse(context, line.arguments);
+  if (parsed.errors.empty()) {
+    return change(context, changeRequestFor(context, parsed.edits), line.dryRun);
+  }
   for (const Error& error : parsed.errors) context.complain(error.sentence);
   const bool usage =
       std::ranges::any_of(parsed.errors, [](const Error& error) { return error.status == kExitUsage; });

@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/editability.h"
 #include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
@@ -17,7 +17,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// What the setting takes, as short as a table wants it.
+// What the setting takes, in the short form of a table.
 std::string range(const SettingDescription& setting) {
   const ControlDescription& control = setting.first();
   switch (control.kind) {
@@ -53,11 +53,11 @@ std::string state(const PaneSetting& setting, const NVKServerPrefs& pane) {
 }
 
 std::string editable(const Editability& editability) {
-  if (!editability.editable) return "no: " + editability.remark;
+  if (!editability.editable()) return "no: " + editability.remark;
   return editability.remark.empty() ? "yes" : "yes: " + editability.remark;
 }
 
-// The group's name as the sidebar has it.
+// The group's name in the sidebar.
 std::string groupTitle(const NVKServerPrefs& pane, const std::string& group) {
   for (const ConfBarNode& root : pane.m_confBarRoots.value_or(std::vector<ConfBarNode>())) {
     if (root.texts.front() == group) return root.texts.back();
@@ -107,7 +107,7 @@ Json settingJson(Session& session, PaneSetting& setting) {
           {{"name", button->choice}, {"label", button->label}, {"help", button->help}});
     }
   }
-  entry["editable"] = editability.editable;
+  entry["editable"] = editability.editable();
   if (!editability.remark.empty()) entry["remark"] = editability.remark;
   return entry;
 }
@@ -123,7 +123,7 @@ Json pagesJson(Session& session, const std::vector<Page>& pages) {
   return Json{{"pages", std::move(list)}};
 }
 
-// All pages in one measure, so that the columns stand beneath one another throughout.
+// All pages in one table, so that the columns of all of them align.
 void writePages(std::ostream& out, Session& session, const std::vector<Page>& pages) {
   std::vector<TableRow> rows;
   for (const Page& page : pages) {
@@ -144,8 +144,8 @@ void writeLockHint(std::ostream& out, const NVKServerPrefs& pane, const std::vec
     return page.front()->description().isAdministrators();
   };
   if (pane.authorized() || std::ranges::none_of(pages, isAdministrators)) return;
-  out << "\nThe lock is closed. \"norvikctl set\" opens it for a change, and asks for an administrator "
-         "first.\n";
+  out << "\nThe lock is closed. \"norvikctl set\" opens it for a change, and first asks for an "
+         "administrator.\n";
 }
 
 void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
@@ -166,13 +166,14 @@ void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
 ExitStatus unknownPage(const Context& context, Session& session, const std::string& typed) {
   std::vector<std::string> known = session.settingNames();
   for (const Page& page : pagesOf(session, "")) known.push_back(page.front()->description().page.title);
-  context.complain("no page or setting is named \"" + typed + "\"." + suggestion(typed, known));
+  context.complain("unknown page or setting \"" + typed + "\"." + suggestion(typed, known));
   return kExitUsage;
 }
 
 }  // namespace
 
-ExitStatus showSettings(const Context& context, const std::string& page) {
+ExitStatus showSettings(const Context& context, const CommandLine& line) {
+  const std::string page = line.arguments.empty() ? "" : line.arguments.front();
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, Mode::looking);

@@ -1,4 +1,4 @@
-// norvikctl status: one look at the server and the pane. Names come from the interface description, texts
+// norvikctl status: the server and the pane at this moment. Labels come from the interface description, texts
 // from the pane.
 #include "src/frontends/command/status.h"
 
@@ -6,7 +6,7 @@
 #include <ostream>
 
 #include "src/frontends/command/change_transaction.h"
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/interface/address_text.h"
@@ -15,7 +15,7 @@ namespace norvik::command {
 
 namespace {
 
-// The pane's sentences have blank lines in them, where a line of text wants none.
+// The pane's sentences have line breaks in them.
 std::string onOneLine(const std::string& text) {
   std::string line;
   for (const char c : text) {
@@ -85,7 +85,7 @@ nlohmann::ordered_json statusJson(NVKServerPrefs& pane) {
   return status;
 }
 
-ExitStatus showStatus(const Context& context) {
+ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, Mode::looking);

@@ -1,5 +1,5 @@
-// The pane's status as lines and as JSON, shared by the commands that show it once, after an order, or all
-// along.
+// The pane's status as lines and as JSON, shared by the commands that show it once, after a change, or
+// continuously.
 #pragma once
 
 #include <nlohmann/json_fwd.hpp>

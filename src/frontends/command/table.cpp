@@ -1,4 +1,4 @@
-// Measures the columns, then writes them.
+// Measures the columns, then writes the rows.
 #include "src/frontends/command/table.h"
 
 #include <algorithm>

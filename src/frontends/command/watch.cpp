@@ -1,10 +1,10 @@
-// norvikctl watch: the status line by line, as it changes. The pane's own timer does the looking.
+// norvikctl watch: the status line by line, as it changes. The pane's own timer reads the state.
 #include <chrono>
 #include <ctime>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/commands.h"
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
@@ -38,22 +38,24 @@ void writeLine(const Context& context, const StatusLine& line) {
 
 }  // namespace
 
-ExitStatus watch(const Context& context) {
+ExitStatus watch(const Context& context, const CommandLine& /*line*/) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, Mode::looking);
   NVKServerPrefs& pane = session.pane();
-  auto lines = statusLines(context, pane);
-  for (const StatusLine& line : lines) writeLine(context, line);
-  for (int pass = 1; context.services.runFor(kPass); ++pass) {
-    // Nobody edits this pane, so what others have saved meanwhile may take the place of what it shows.
-    if (pass % kPassesBetweenLoads == 0) pane.discardServerAndUserChanges();
+  std::vector<StatusLine> shown;
+  int pass = 0;
+  context.services.repeat(kPass, [&] {
+    // Nobody edits this pane, so it may load what others have saved meanwhile.
+    if (pass > 0 && pass % kPassesBetweenLoads == 0) pane.discardServerAndUserChanges();
+    ++pass;
     const auto now = statusLines(context, pane);
     for (std::size_t i = 0; i < now.size(); ++i) {
-      if (now[i].text != lines[i].text) writeLine(context, now[i]);
+      if (shown.empty() || now[i].text != shown[i].text) writeLine(context, now[i]);
     }
-    lines = now;
-  }
+    shown = now;
+    return context.out.good();
+  });
   return kExitOk;
 }
 

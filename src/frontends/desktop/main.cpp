@@ -47,6 +47,12 @@ QString onePath(const QString& folder) {
   return canonical.isEmpty() ? folder : canonical;
 }
 
+// Says on the terminal why there will be no window; the status to end with.
+int refuse(int status, const QString& why) {
+  std::fprintf(stderr, "norvik-settings: %s\n", qPrintable(why));
+  return status;
+}
+
 Options parsed(const QApplication& application) {
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("The settings of the Norvik remote access server."));
@@ -61,6 +67,8 @@ Options parsed(const QApplication& application) {
                                 QStringLiteral("Use dark colours, whatever the desktop uses."));
   parser.addOptions({root, picture, dark});
   parser.process(application);
+  if (parser.isSet(root) && parser.value(root).isEmpty())
+    std::exit(refuse(EX_USAGE, QStringLiteral("--root needs a value")));
   return {onePath(parser.value(root)), parser.value(picture), parser.isSet(dark)};
 }
 
@@ -76,12 +84,6 @@ std::unique_ptr<QSettings> storedState(const Options& options) {
   if (options.root.isEmpty()) return std::make_unique<QSettings>();
   return std::make_unique<QSettings>(options.root + QStringLiteral("/.norvik/desktop.ini"),
                                      QSettings::IniFormat);
-}
-
-// Prints why there will be no window. Returns the given status, to exit with.
-int refuse(int status, const QString& why) {
-  std::fprintf(stderr, "norvik-settings: %s\n", qPrintable(why));
-  return status;
 }
 
 InterfaceDescription interfaceOrExit() {
@@ -196,6 +198,8 @@ int run(QApplication& application) {
   const Options options = parsed(application);
   if (!options.root.isEmpty() && !QFileInfo(options.root).isDir())
     return refuse(EX_USAGE, QStringLiteral("no such directory: \"%1\"").arg(options.root));
+  if (!options.root.isEmpty() && !isSandbox(options.root.toStdString()))
+    return refuse(EX_USAGE, QStringLiteral("\"%1\" is not a sandbox").arg(options.root));
   options.dark ? useDarkTheme(application) : useDesktopTheme(application);
   if (!options.pictures.isEmpty()) return Session(options).writePictures(options.pictures);
   SingleInstance instance(lockPath(options));

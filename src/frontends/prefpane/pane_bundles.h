@@ -3,7 +3,6 @@
 // setPaneBundle; does not block.
 #pragma once
 
-#include "src/frontends/prefpane/handles.h"
 #include "src/server/mac/platform/system_version.h"
 
 namespace norvik::prefpane {
@@ -13,8 +12,9 @@ class PaneBundles : public Bundles {
   // The computer's bundles outlive this. Until setPaneBundle is called the pane's bundle is the computer's.
   explicit PaneBundles(Bundles& computer) : computer_(computer) {}
 
-  // The NSBundle that the host made a pane with; kept. Main thread only.
-  void setPaneBundle(void* bundle) { bundle_ = Handle(bundle); }
+  // The NSBundle that the host made a pane with. Keeps it until another is set, or else for the life of the
+  // process. Main thread only.
+  void setPaneBundle(void* bundle);
 
   CFBundleRef CFBundleGetMainBundle() override;
   // The pane's bundle is found by the identifier in its own Info dictionary.
@@ -30,7 +30,7 @@ class PaneBundles : public Bundles {
 
  private:
   Bundles& computer_;
-  Handle bundle_;
+  void* bundle_ = nullptr;  // no Handle: at the end of the process it is too late to release a bundle
 };
 
 }  // namespace norvik::prefpane

@@ -8,6 +8,12 @@
 
 namespace norvik::prefpane {
 
+void PaneBundles::setPaneBundle(void* bundle) {
+  [static_cast<NSBundle*>(bundle) retain];
+  [static_cast<NSBundle*>(bundle_) release];
+  bundle_ = bundle;
+}
+
 CFBundleRef PaneBundles::CFBundleGetMainBundle() {
   return computer_.CFBundleGetMainBundle();
 }
@@ -25,9 +31,9 @@ CFBundleRef PaneBundles::paneBundle() {
 
 std::optional<std::string> PaneBundles::CFBundleGetValueForInfoDictionaryKey(CFBundleRef bundle,
                                                                              std::string_view key) {
-  if (bundle != paneBundle() || bundle_.get() == nullptr)
+  if (bundle != paneBundle() || bundle_ == nullptr)
     return computer_.CFBundleGetValueForInfoDictionaryKey(bundle, key);
-  const id value = [static_cast<NSBundle*>(bundle_.get()) objectForInfoDictionaryKey:text(key)];
+  const id value = [static_cast<NSBundle*>(bundle_) objectForInfoDictionaryKey:text(key)];
   if (![value isKindOfClass:[NSString class]]) return std::nullopt;
   return utf8(value);
 }

@@ -104,6 +104,19 @@ TEST_F(LinuxFilesTest, KeepModeAndIdentityOfAPropertyListThatIsWrittenAgain) {
   EXPECT_EQ(after.st_uid, before.st_uid);
 }
 
+TEST_F(LinuxFilesTest, MakeTheFoldersOfAPropertyListInTheHomeFolderOnly) {
+  fs::remove_all(folder.onDisk("/Users/user/Library"));
+  ASSERT_TRUE(propertyLists.writeToFile(PropertyList(), "/Users/user/Library/Preferences/x.plist"));
+  EXPECT_TRUE(propertyLists.dictionaryWithContentsOfFile("/Users/user/Library/Preferences/x.plist"));
+  EXPECT_EQ(fs::status(folder.onDisk("/Users/user/Library")).permissions(), fs::perms(0700));
+  EXPECT_FALSE(propertyLists.writeToFile(PropertyList(), "/Users/username/Library/x.plist"));
+  EXPECT_FALSE(fs::exists(folder.onDisk("/Users/username")));
+
+  fs::remove_all(folder.onDisk("/Users/user"));
+  EXPECT_FALSE(propertyLists.writeToFile(PropertyList(), "/Users/user/Library/Preferences/x.plist"));
+  EXPECT_FALSE(fs::exists(folder.onDisk("/Users/user")));
+}
+
 TEST_F(LinuxFilesTest, ReadNoPropertyListFromADeviceWithoutAnEnd) {
   link("/dev/zero", "/tmp/zero");
   EXPECT_FALSE(propertyLists.dictionaryWithContentsOfFile("/tmp/zero"));

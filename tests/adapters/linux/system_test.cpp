@@ -183,6 +183,17 @@ TEST_F(SandboxOptionsTest, ComeFromTheFilesOfTheSandbox) {
   EXPECT_EQ(options().user, ::getuid());
 }
 
+TEST_F(SandboxOptionsTest, AreForAFolderWithASandboxInIt) {
+  EXPECT_FALSE(isSandbox(folder.path()));
+  folder.put("/.norvik/clock", "1\n");
+  EXPECT_TRUE(isSandbox(folder.path()));
+  EXPECT_TRUE(isSandbox(folder.path() + "/"));
+  EXPECT_FALSE(isSandbox(folder.path() + "/tmp"));
+  EXPECT_FALSE(isSandbox(folder.path() + "/missing"));
+  folder.put("/tmp/.norvik", "a file in the place of the folder");
+  EXPECT_FALSE(isSandbox(folder.path() + "/tmp"));
+}
+
 TEST_F(SandboxOptionsTest, HaveDefaultsForMissingFiles) {
   EXPECT_EQ(options().busAddress, "");
   EXPECT_EQ(options().speed, 1);

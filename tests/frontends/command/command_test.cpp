@@ -1,4 +1,5 @@
-// The command line itself: what is understood, and how a mistake is told.
+// The program and its surroundings: help, names that are unknown, roots that are no sandbox, and output that
+// cannot be written.
 #include <gtest/gtest.h>
 
 #include "tests/frontends/command/sandbox_run.h"
@@ -6,30 +7,32 @@
 namespace norvik::command {
 namespace {
 
-class CommandLineTest : public testing::Test {
+class CommandTest : public testing::Test {
  protected:
-  // Everything here ends before the sandbox would be looked at.
   void expectFault(const Words& words, const std::string& sentence) const {
     const Result result = box.run(words);
     EXPECT_EQ(result.status, 64);
     EXPECT_EQ(result.out, "");
     EXPECT_NE(result.err.find("norvikctl: " + sentence), std::string::npos) << result.err;
   }
+  // norvikctl as a shell runs it, with redirections behind the words.
+  Result inShell(const std::string& rest) const {
+    const std::string command = builtProgram("norvikctl") + " --root " + box.folder().string();
+    return runProgram("/bin/sh", {"-c", command + " " + rest}, box.beside(""));
+  }
 
   SandboxRun box;
 };
 
-TEST_F(CommandLineTest, HelpTellsEveryCommandAndOption) {
-  const Result result = box.run({"--help"});
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.err, "");
-  for (const char* word : {"status", "show", "get", "set", "start", "stop", "restart", "limits", "displays",
-                           "access", "watch", "completion", "--root", "--json", "--answer"}) {
-    EXPECT_NE(result.out.find(std::string("  ") + word), std::string::npos) << word;
-  }
+TEST_F(CommandTest, AMistakeIsShownWithTheWayToTheHelp) {
+  const Result result = box.run({"strat"});
+  EXPECT_EQ(result.status, 64);
+  EXPECT_EQ(result.out, "");
+  EXPECT_EQ(result.err,
+            "norvikctl: unknown command \"strat\". Did you mean \"start\"?\nTry \"norvikctl --help\".\n");
 }
 
-TEST_F(CommandLineTest, HelpOfSetHasTheHelpTextsOfTheInterface) {
+TEST_F(CommandTest, HelpOfSetHasTheHelpTextsOfTheInterface) {
   const Result result = box.run({"set", "--help"});
   EXPECT_EQ(result.status, 0);
   EXPECT_NE(
@@ -38,52 +41,85 @@ TEST_F(CommandLineTest, HelpOfSetHasTheHelpTextsOfTheInterface) {
       std::string::npos);
   // The panel hides this one.
   EXPECT_EQ(result.out.find("system.opengl"), std::string::npos);
+  EXPECT_EQ(box.run({"--help", "set"}).out, result.out);
 }
 
-TEST_F(CommandLineTest, Version) {
-  const Result result = box.run({"--version"});
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.out.substr(0, 10), "norvikctl ");
+TEST_F(CommandTest, HelpAndVersion) {
+  const Result help = box.run({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_EQ(help.err, "");
+  EXPECT_NE(help.out.find("\nCommands:\n"), std::string::npos);
+  EXPECT_NE(box.run({"limits", "--help"}).out.find("limits [STEP]"), std::string::npos);
+  const Result version = box.run({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.out.substr(0, 10), "norvikctl ");
 }
 
-TEST_F(CommandLineTest, AWrongCommandOrOptionProposesTheNearest) {
-  expectFault({"strat"}, "no command is named \"strat\". Did you mean \"start\"?");
-  expectFault({"xyzzyx"}, "no command is named \"xyzzyx\".\n");
-  expectFault({"status", "--jsno"}, "no option is named \"--jsno\". Did you mean \"--json\"?");
-  expectFault({"limits", "adjsut"}, "limits takes adjust or reset, not \"adjsut\". Did you mean \"adjust\"?");
-  expectFault({"--answer", "defualt", "limits", "reset"},
-              "--answer takes default, alternate or other, not \"defualt\". Did you mean \"default\"?");
+TEST_F(CommandTest, ARootThatIsNoSandboxIsRefused) {
+  const std::string folder = box.beside("folder").string(), missing = box.beside("missing").string();
+  std::filesystem::create_directory(folder);
+  const auto run = [&](const std::string& root) {
+    return runProgram("norvikctl", {"--root", root, "set", "user.mouse.swap=on"}, box.beside(""));
+  };
+  EXPECT_EQ(run(missing).status, 64);
+  EXPECT_EQ(run(missing).err, "norvikctl: no such directory: \"" + missing + "\".\n");
+  EXPECT_EQ(run(folder).status, 64);
+  EXPECT_EQ(run(folder).err, "norvikctl: \"" + folder + "\" is not a sandbox.\n");
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  EXPECT_EQ(run("").status, 64);
+  EXPECT_FALSE(std::filesystem::exists(box.beside("Library")));
 }
 
-TEST_F(CommandLineTest, TooFewAndTooManyWords) {
-  expectFault({}, "a command is missing.");
-  expectFault({"get"}, "NAME is required");
-  expectFault({"set"}, "NAME=VALUE is required");
-  expectFault({"status", "nvk.port"}, "\"nvk.port\" is one word too many.");
-  expectFault({"start", "stop"}, "");
-  expectFault({"completion", "fish"}, "there is completion for bash only, not for \"fish\".");
-}
-
-TEST_F(CommandLineTest, ARootThatIsNoFolder) {
-  const Result result = runProgram("norvikctl", {"--root", "/no/such/folder", "status"}, box.beside(""));
-  EXPECT_EQ(result.status, 64);
-  EXPECT_EQ(result.err, "norvikctl: there is no folder \"/no/such/folder\".\n");
-}
-
-TEST_F(CommandLineTest, AnUnknownNameProposesTheNearest) {
-  expectFault({"get", "nvk.prot"}, "no setting is named \"nvk.prot\". Did you mean \"nvk.port\"?");
-  expectFault({"set", "notify.nwes=on"},
-              "no setting is named \"notify.nwes\". Did you mean \"notify.news\"?");
+TEST_F(CommandTest, AnUnknownNameProposesTheNearest) {
+  expectFault({"get", "nvk.prot"}, "unknown setting \"nvk.prot\". Did you mean \"nvk.port\"?");
+  expectFault({"set", "notify.nwes=on"}, "unknown setting \"notify.nwes\". Did you mean \"notify.news\"?");
   expectFault({"show", "Conections"},
-              "no page or setting is named \"Conections\". Did you mean \"Connections\"?");
-  expectFault({"set", "system.opengl=2"}, "no setting is named \"system.opengl\".");
+              "unknown page or setting \"Conections\". Did you mean \"Connections\"?");
+  expectFault({"set", "system.opengl=2"}, "unknown setting \"system.opengl\".");
 }
 
-TEST_F(CommandLineTest, OptionsMayFollowTheCommand) {
-  const Result result = runProgram(
+TEST_F(CommandTest, ControlCharactersOfTheCommandLineAreEscaped) {
+  const std::string red = "a\x1b[31m", shown = "\"a\\x1b[31m\"";
+  expectFault({red}, "unknown command " + shown);
+  expectFault({"--" + red}, "unknown option \"--a\\x1b[31m\"");
+  expectFault({"status", red}, "unexpected argument " + shown);
+  expectFault({"limits", red}, "limits takes adjust or reset, not " + shown);
+  expectFault({"get", red}, "unknown setting " + shown);
+  expectFault({"show", red}, "unknown page or setting " + shown);
+  expectFault({"set", red + "=1"}, "unknown setting " + shown);
+  EXPECT_NE(box.run({"set", "nvk.port=" + red}).err.find("not " + shown), std::string::npos);
+  EXPECT_NE(runProgram("norvikctl", {"--root", red, "status"}, box.beside("")).err.find(shown),
+            std::string::npos);
+}
+
+TEST_F(CommandTest, OutputThatCannotBeWritten) {
+  for (const char* words : {"status", "status --json", "get nvk.port", "show", "--help", "set --help",
+                            "--version", "completion bash", "limits", "watch"}) {
+    for (const char* redirection : {" >/dev/full", " >&-"}) {
+      const Result result = inShell(std::string(words) + redirection);
+      EXPECT_EQ(result.status, 74) << words << redirection;
+      EXPECT_EQ(result.err, "norvikctl: the output could not be written.\n");
+    }
+  }
+}
+
+// What was changed stays changed, and no file is opened in the place of a closed stream.
+TEST_F(CommandTest, AChangeWhoseOutputCannotBeWritten) {
+  EXPECT_EQ(inShell("set nvk.sound=off >&-").status, 74);
+  EXPECT_EQ(inShell("set nvk.printing=off <&- >&- 2>&-").status, 74);
+  EXPECT_EQ(box.run({"get", "nvk.sound", "nvk.printing"}).out, "off\noff\n");
+  EXPECT_EQ(inShell("get unknown >/dev/full").status, 64);
+}
+
+TEST_F(CommandTest, OptionsMayPrecedeOrFollowTheCommand) {
+  const Result after = runProgram(
       "norvikctl", {"get", "nvk.sound", "--json", "--root", box.folder().string()}, box.beside(""));
-  EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.out, "{\n  \"nvk.sound\": true\n}\n");
+  EXPECT_EQ(after.status, 0);
+  EXPECT_EQ(after.out, "{\n  \"nvk.sound\": true\n}\n");
+  const Result before = box.run({"--dry-run", "set", "nvk.sound=off"});
+  EXPECT_EQ(before.status, 0);
+  EXPECT_NE(before.out.find("Would save  server settings\n"), std::string::npos) << before.out;
+  EXPECT_EQ(box.run({"get", "nvk.sound"}).out, "on\n");
 }
 
 }  // namespace

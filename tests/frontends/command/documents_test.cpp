@@ -1,11 +1,13 @@
-// The manual page and the completion script say what the program does: the same commands, options, settings
-// and values.
+// The manual page and the completion script match the program: the same commands, options, exit statuses,
+// settings and values.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <set>
 #include <sstream>
 
+#include "src/frontends/command/command_line.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "tests/frontends/command/sandbox_run.h"
 #include "tests/support/shipped_interface.h"
@@ -20,7 +22,7 @@ std::vector<std::string> manualPage() {
   return lines;
 }
 
-// What the page says of a setting, by its name.
+// What the page says about a setting, by its name.
 using Entries = std::vector<std::pair<std::string, std::string>>;
 
 Entries manualSettings() {
@@ -56,25 +58,40 @@ TEST(DocumentsTest, TheManualPageHasEverySettingWithItsLabelAndValues) {
 }
 
 TEST(DocumentsTest, TheManualPageHasEveryCommandAndOption) {
-  const SandboxRun box;
-  std::string page;
-  for (const std::string& line : manualPage()) page += line + "\n";
-  std::istringstream help(box.run({"--help"}).out);
-  int found = 0;
-  for (std::string line; std::getline(help, line);) {
-    if (!line.starts_with("  ")) continue;
-    std::string word = line.substr(2, line.find_first_of(" ,", 2) - 2);
-    if (word == "-h") word = "--help";
-    const std::string tag = word.starts_with("--") ? ".It Fl -" + word.substr(2) : word;
-    const bool isThere = page.find(word.starts_with("--") ? tag : ".It Cm " + word) != std::string::npos ||
-                         page.find(" , " + word) != std::string::npos;
-    EXPECT_TRUE(isThere) << word;
-    ++found;
+  // Several commands may share an entry: ".It Cm start , stop , restart".
+  std::multiset<std::string> commandEntries, optionEntries, expectedCommands, expectedOptions;
+  for (const std::string& line : manualPage()) {
+    std::istringstream words(line);
+    std::string macro, kind, word;
+    words >> macro >> kind;
+    if (macro != ".It") continue;
+    while (kind == "Cm" && words >> word) {
+      if (word != ",") commandEntries.insert(word);
+    }
+    if (kind == "Fl" && words >> word) optionEntries.insert("-" + word);
   }
-  EXPECT_EQ(found, 5 + 12);
+  for (const Command& command : commands()) expectedCommands.emplace(command.name);
+  for (const Option& option : options()) expectedOptions.emplace(option.name);
+  EXPECT_EQ(commandEntries, expectedCommands);
+  EXPECT_EQ(optionEntries, expectedOptions);
 }
 
-// Sources the script in a real bash and asks for completions as the shell would.
+TEST(DocumentsTest, TheManualPageHasEveryExitStatus) {
+  const auto lines = manualPage();
+  const auto section = std::find(lines.begin(), lines.end(), ".Sh EXIT STATUS");
+  std::vector<std::string> entries;
+  for (auto line = section; line != lines.end() && *line != ".El"; ++line) {
+    if (line->starts_with(".It ")) entries.push_back(line->substr(4));
+  }
+  std::vector<std::string> expected;
+  for (const ExitStatus status : {kExitOk, kExitUsage, kExitData, kExitUnavailable, kExitSoftware,
+                                  kExitCannotCreate, kExitIo, kExitNoPermission}) {
+    expected.push_back(std::to_string(status));
+  }
+  EXPECT_EQ(entries, expected);
+}
+
+// Sources the script in bash and asks for completions as the shell would.
 class CompletionTest : public testing::Test {
  protected:
   void SetUp() override {
@@ -98,12 +115,15 @@ TEST_F(CompletionTest, CommandsOptionsNamesAndValues) {
   EXPECT_EQ(complete("set connect.action = h"), "hidden\n");
   EXPECT_EQ(complete("limits ''"), "adjust reset\n");
   EXPECT_EQ(complete("show norv"), "norvik-clients\n");
+  EXPECT_EQ(complete("completion ''"), "bash\n");
+  EXPECT_EQ(complete("get nvk.s"), "nvk.sound\n");
+  EXPECT_EQ(complete("watch ''"), "\n");
   EXPECT_EQ(complete("--answer a"), "alternate\n");
+  EXPECT_EQ(complete("--root " + box.folder().string() + "/var/r"), box.folder().string() + "/var/run\n");
   EXPECT_EQ(complete("status --j"), "--json\n");
 }
 
-// A value that the script proposes is one that the program takes.
-TEST_F(CompletionTest, WhatIsProposedIsTaken) {
+TEST_F(CompletionTest, TheProgramTakesWhatIsProposed) {
   EXPECT_EQ(box.run({"set", "notify.show=15-minutes"}).status, 0);
   EXPECT_EQ(box.run({"get", "notify.show"}).out, "15 minutes\n");
   EXPECT_EQ(box.run({"show", "norvik-clients"}).status, 0);

@@ -1,4 +1,4 @@
-// What the world refuses: files that cannot be written, tools that fail unseen, rights that are not given.
+// What can fail: files that cannot be written, tools that fail unseen, rights that are not granted.
 #include <gtest/gtest.h>
 
 #include "tests/frontends/command/sandbox_run.h"
@@ -15,12 +15,40 @@ class FailuresTest : public testing::Test {
 
 TEST_F(FailuresTest, AUserFileThatCannotBeWritten) {
   fs::remove_all(box.folder() / "Users/user/Library");
+  box.write("/Users/user/Library", "a file in the place of the folder");
   const Result result = box.run({"set", "user.mouse.swap=on"});
   EXPECT_EQ(result.status, 73);
   EXPECT_NE(result.out.find("Still pending  user.mouse.swap\n"), std::string::npos) << result.out;
   EXPECT_EQ(result.out.find("Saved"), std::string::npos);
   EXPECT_NE(result.err.find(std::string("Norvik[E]: Could not write file: ") + kAgentFile), std::string::npos)
       << result.err;
+}
+
+TEST_F(FailuresTest, AHomeWithoutAFolderForPreferences) {
+  fs::remove_all(box.folder() / "Users/user/Library");
+  const Result result = box.run({"set", "user.mouse.swap=on", "notify.news=off"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(box.run({"get", "user.mouse.swap", "notify.news"}).out, "on\noff\n");
+}
+
+// The file is in place, so only the refusal itself shows that something is missing.
+TEST_F(FailuresTest, AToolThatCannotBeLaunchedAfterTheFileWasMoved) {
+  fs::remove(box.folder() / "usr/sbin/nvkservice");
+  const Result result = box.run({"set", "nvk.sound=off"});
+  EXPECT_EQ(result.status, 77);
+  EXPECT_NE(result.err.find("norvikctl: /usr/sbin/nvkservice could not be run.\n"), std::string::npos)
+      << result.err;
+  EXPECT_EQ(box.run({"get", "nvk.sound"}).out, "off\n");
+}
+
+// What a preview logs comes from withholding the effects, and is nothing for a person.
+TEST_F(FailuresTest, APreviewThatEndsTheCommandShowsOnlyTheReason) {
+  ASSERT_EQ(box.run({"--answer", "default", "set", "system.compositing.disable=on"}).status, 0);
+  box.write("/.norvik/kernel", "");
+  const Result result = box.run({"set", "system.compositing.disable=off"});
+  EXPECT_EQ(result.status, 64);
+  EXPECT_EQ(countOf(result.err, "\n"), 1) << result.err;
+  EXPECT_NE(result.err.find("the question \"Reboot is required\" needs an answer"), std::string::npos);
 }
 
 TEST_F(FailuresTest, AToolThatCannotBeLaunched) {
@@ -32,7 +60,7 @@ TEST_F(FailuresTest, AToolThatCannotBeLaunched) {
   EXPECT_NE(result.err.find("not saved: nvk.sound."), std::string::npos);
 }
 
-// The panel never learns of it; the file, read once more, tells.
+// The pane never notices it; the file, read again, shows it.
 TEST_F(FailuresTest, AToolThatFailsUnseen) {
   box.replaceProgram("/bin/mv", "exit 1");
   const Result result = box.run({"set", "nvk.sound=off", "user.mouse.swap=on"});
@@ -66,7 +94,7 @@ TEST_F(FailuresTest, UserSettingsNeedNoRights) {
 
 TEST_F(FailuresTest, OnTheComputerItselfOnlyUserSettingsCanBeChanged) {
   const fs::path home = box.beside("home");
-  fs::create_directories(home / "Library/Preferences");
+  fs::create_directory(home);
   const Result server = runProgram("norvikctl", {"set", "nvk.sound=off"}, home);
   EXPECT_EQ(server.status, 77) << server.out << server.err;
   const Result user = runProgram("norvikctl", {"set", "user.mouse.swap=on"}, home);

@@ -18,7 +18,7 @@ TEST_F(LimitsTest, ShowsNowAndTheNextStart) {
             "                           Now    At the next start\n"
             "Files for each program     10240  4096\n"
             "Files in the whole system  12288  8192\n\n"
-            "\"norvikctl limits adjust\" raises the limits of the next start to the present ones.\n");
+            "\"norvikctl limits adjust\" raises the limits for the next start to the current ones.\n");
   EXPECT_EQ(box.json({"limits"}), nlohmann::json::parse(R"({"now": {"program": 10240, "system": 12288},
       "nextStart": {"program": 4096, "system": 8192}, "action": "adjust"})"));
 }
@@ -54,10 +54,10 @@ TEST_F(LimitsTest, AStepThatIsNotToBeTaken) {
   EXPECT_EQ(again.status, 0);
   EXPECT_EQ(
       again.out,
-      "The limits of the next start are as high as the present ones already.\nThere was nothing to save.\n");
+      "The limits for the next start are already as high as the current ones.\nThere was nothing to save.\n");
 
   ASSERT_EQ(box.run({"limits", "reset", "--answer", "default"}).status, 0);
-  EXPECT_NE(box.run({"limits", "reset"}).out.find("The default limits apply at the next start already."),
+  EXPECT_NE(box.run({"limits", "reset"}).out.find("The next start already uses the default limits."),
             std::string::npos);
 }
 
@@ -73,7 +73,7 @@ TEST_F(LimitsTest, TheSystemsValuesMustBeKnown) {
   box.write("/.norvik/kernel", "");
   const Result result = box.run({"limits", "adjust", "--answer", "default"});
   EXPECT_EQ(result.status, 69);
-  EXPECT_NE(result.err.find("the present limits of the system are not known."), std::string::npos);
+  EXPECT_NE(result.err.find("the current limits of the system are not known."), std::string::npos);
 }
 
 }  // namespace

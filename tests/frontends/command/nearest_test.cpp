@@ -1,4 +1,4 @@
-// What a misspelt word was meant to be, and text in columns.
+// The word that a misspelt one was probably meant to be, and text in columns.
 #include "src/frontends/command/nearest.h"
 
 #include <gtest/gtest.h>

@@ -16,7 +16,7 @@ class QuestionsTest : public testing::Test {
     const Result result = box.run(words);
     EXPECT_EQ(result.status, 64);
     EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err.find("the question \"" + title + "\" needs an answer: give --answer default for "),
+    EXPECT_NE(result.err.find("the question \"" + title + "\" needs an answer: use --answer default for "),
               std::string::npos)
         << result.err;
     EXPECT_NE(result.err.find("Nothing was changed."), std::string::npos);
@@ -80,7 +80,7 @@ TEST_F(QuestionsTest, MultiUserModeOffersTheOpenFilesLimit) {
   EXPECT_NE(box.read("/etc/launchd.conf").find("limit maxfiles 10240 12288\n"), std::string::npos);
 }
 
-TEST_F(QuestionsTest, ADryRunTellsTheQuestionsAndWhereTheMarkedAnswerLeads) {
+TEST_F(QuestionsTest, ADryRunShowsTheQuestionsAndWhatFollowsFromTheDefaultAnswer) {
   const auto before = box.files();
   const Result result = box.run({"set", kCompositing, "--dry-run"});
   EXPECT_EQ(result.status, 0);

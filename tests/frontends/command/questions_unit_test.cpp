@@ -1,4 +1,4 @@
-// Questions by themselves: who answers, and what stands for no answer.
+// Questions by themselves: who answers, and what no answer means.
 #include "src/frontends/command/questions.h"
 
 #include <gtest/gtest.h>

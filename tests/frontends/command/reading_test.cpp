@@ -75,7 +75,7 @@ TEST_F(ReadingTest, ShowHasARowForEverySetting) {
             "lock, hidden");
 }
 
-TEST_F(ReadingTest, ShowTellsWhatIsNotTheDefault) {
+TEST_F(ReadingTest, ShowMarksWhatIsNotTheDefault) {
   ASSERT_EQ(box.run({"set", "user.mouse.swap=on", "nvk.sound=off"}).status, 0);
   EXPECT_NE(line(box.run({"show", "mouse"}).out, "user.mouse.swap").find("changed"), std::string::npos);
   EXPECT_NE(line(box.run({"show", "nvk"}).out, "nvk.sound").find("changed"), std::string::npos);
@@ -84,7 +84,7 @@ TEST_F(ReadingTest, ShowTellsWhatIsNotTheDefault) {
   EXPECT_EQ(setting("nvk.printing")["default"], true);
 }
 
-TEST_F(ReadingTest, APageGoesByItsTitleItsStartItsGroupOrItsSettings) {
+TEST_F(ReadingTest, APageIsNamedByItsTitleItsStartItsGroupOrItsSettings) {
   const auto pagesOf = [&](const std::string& name) {
     std::string titles;
     const auto shown = box.json({"show", name});

@@ -1,5 +1,4 @@
-// norvikctl set: edits that reach the files and the programs that read them, and those that are refused at
-// the door.
+// norvikctl set: edits that reach the files and the programs that read them, and edits that are refused.
 #include <gtest/gtest.h>
 
 #include "src/adapters/property_lists/codec.h"
@@ -10,7 +9,7 @@ namespace {
 
 class SettingTest : public testing::Test {
  protected:
-  // Refused with this status and this text, and nothing touched.
+  // Refused with this status and this text, and nothing changed.
   void expectRefused(const Words& words, int status, const std::string& sentence) const {
     const auto before = box.files();
     const Result result = box.run(words);
@@ -31,15 +30,15 @@ class SettingTest : public testing::Test {
 TEST_F(SettingTest, AUserSettingReachesTheFileAndTheAgent) {
   const Result result = box.run({"set", "user.image.depth=7", "user.image.defaults=no"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_EQ(result.out.substr(0, result.out.find("Told")),
+  EXPECT_EQ(result.out.substr(0, result.out.find("Notified")),
             "user.image.defaults  on -> off\n"
             "user.image.depth     6 -> 7\n\n"
-            "Saved  user settings\n");
+            "Saved     user settings\n");
   EXPECT_EQ(number(kAgentFile, "ImageColorDepth"), 7);
   EXPECT_TRUE(eventually([&] { return box.log("agent.log", "SIGUSR2: ImageUseDefaults=false"); }));
 }
 
-TEST_F(SettingTest, APortOfItsOwnTurnsOnItsBoxAndReachesTheRunningServer) {
+TEST_F(SettingTest, ACustomPortTurnsOnItsBoxAndReachesTheRunningServer) {
   const int first = freePort(), second = freePort(), rdp = freePort();
   ASSERT_EQ(box.run({"set", "nvk.port=" + std::to_string(first), "rdp.port=" + std::to_string(rdp)}).status,
             0);
@@ -51,7 +50,7 @@ TEST_F(SettingTest, APortOfItsOwnTurnsOnItsBoxAndReachesTheRunningServer) {
   EXPECT_EQ(box.run({"get", "nvk.port.custom"}).out, "on\n");
 }
 
-TEST_F(SettingTest, TellsTheCommandsThatRan) {
+TEST_F(SettingTest, ShowsTheCommandsThatRan) {
   const auto outcome = box.json({"set", "nvk.port=5000"});
   EXPECT_EQ(outcome["saved"], nlohmann::json({"server settings"}));
   EXPECT_EQ(outcome["changes"][0]["name"], "nvk.port.custom");
@@ -70,8 +69,8 @@ TEST_F(SettingTest, KeysOfOthersSurvive) {
   EXPECT_EQ(*box.list(kServerFile).find("LicenseHolder")->as<std::string>(), "Sandbox");
 }
 
-// The panel leaves this slider where it stands when it loads, and saves where it stands.
-TEST_F(SettingTest, TellsWhatElseIsSavedBecauseTheFileHoldsAnotherValue) {
+// The pane does not move this slider when it loads, and saves its position.
+TEST_F(SettingTest, ShowsWhatElseIsSavedBecauseTheFileHoldsAnotherValue) {
   PropertyList server = box.list(kServerFile);
   server.as<PropertyList::Dictionary>()->insert_or_assign("ImageCaptBuffer", int64_t{5});
   box.write(kServerFile, encodeXmlPropertyList(server));
@@ -84,7 +83,7 @@ TEST_F(SettingTest, TellsWhatElseIsSavedBecauseTheFileHoldsAnotherValue) {
 TEST_F(SettingTest, ANotificationSettingReachesTheMenuAgent) {
   const Result result = box.run({"set", "notify.news=off", "notify.repeat=15-minutes"});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_NE(result.out.find("Saved  notification settings\nTold   the menu agent, with "
+  EXPECT_NE(result.out.find("Saved     notification settings\nNotified  the menu agent, with "
                             "NvkMunuUpdateSettingsNotification\n"),
             std::string::npos)
       << result.out;
@@ -121,7 +120,7 @@ TEST_F(SettingTest, TheOrderOfTheWordsDoesNotMatter) {
             "on\non\nhidden\noff\non\n");
 }
 
-TEST_F(SettingTest, WhatIsSoAlreadyIsNotSaved) {
+TEST_F(SettingTest, AValueThatIsAlreadySetIsNotSaved) {
   const auto before = box.files();
   const Result result = box.run({"set", "nvk.port=4073", "nvk.sound=on", "nvk.port.custom=on"});
   EXPECT_EQ(result.status, 0);
@@ -149,11 +148,11 @@ TEST_F(SettingTest, OneBadValueHoldsBackTheGoodOnes) {
   expectRefused({"set", "user.mouse.swap=on", "nvk.port=70000"}, 65, "nvk.port takes");
 }
 
-TEST_F(SettingTest, TheTwoServicesNeedPortsOfTheirOwn) {
-  expectRefused({"set", "nvk.port=3389"}, 65, "Port 3389 is the port for RDP clients already");
-  expectRefused({"set", "nvk.port=5000", "rdp.port=5000"}, 65, "Port 5000 is the port for");
+TEST_F(SettingTest, TheTwoServicesNeedDifferentPorts) {
+  expectRefused({"set", "nvk.port=3389"}, 65, "Port 3389 is already the port for RDP clients");
+  expectRefused({"set", "nvk.port=5000", "rdp.port=5000"}, 65, "Port 5000 is already the port for");
   ASSERT_EQ(box.run({"set", "nvk.port=3389", "rdp.port=4073"}).status, 0);
-  expectRefused({"set", "nvk.port.custom=off"}, 65, "Port 4073 is the port for RDP clients already");
+  expectRefused({"set", "nvk.port.custom=off"}, 65, "Port 4073 is already the port for RDP clients");
 }
 
 TEST_F(SettingTest, APortThatAnotherProgramUsesIsAWarning) {
@@ -162,8 +161,8 @@ TEST_F(SettingTest, APortThatAnotherProgramUsesIsAWarning) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err,
             "norvikctl: warning: Port " + std::to_string(other.port()) +
-                " is in use by another program; nobody can connect to it until that program gives it "
-                "up.\n");
+                " is in use by another program; clients cannot connect to it until that program releases "
+                "it.\n");
 }
 
 TEST_F(SettingTest, WhatCannotBeEditedIsRefusedWithTheReason) {
@@ -183,7 +182,7 @@ TEST_F(SettingTest, WordsThatContradictOneAnother) {
   expectRefused({"set", "nvk.sound"}, 64, "nvk.sound has no value; write nvk.sound=VALUE.");
 }
 
-TEST_F(SettingTest, ADryRunTouchesNothing) {
+TEST_F(SettingTest, ADryRunChangesNothing) {
   box.write("/.norvik/authorization", "refused\n");
   const auto before = box.files();
   const std::string service = box.read("/.norvik/log/service.log"),
@@ -202,7 +201,7 @@ TEST_F(SettingTest, ADryRunTouchesNothing) {
 
 TEST_F(SettingTest, ADryRunFindsTheSameFaults) {
   expectRefused({"set", "nvk.port=70000", "--dry-run"}, 65, "nvk.port takes");
-  expectRefused({"set", "nvk.port=3389", "--dry-run"}, 65, "RDP clients already");
+  expectRefused({"set", "nvk.port=3389", "--dry-run"}, 65, "already the port for RDP clients");
   expectRefused({"set", "user.image.depth=7", "--dry-run"}, 64, "needs user.image.defaults=off");
 }
 

@@ -128,6 +128,13 @@ TEST_F(OnScreen, AFolderThatIsNotThereIsRefused) {
   EXPECT_FALSE(QFile::exists(path(word("nowhere"))));
 }
 
+TEST_F(OnScreen, ARootThatIsNoSandboxIsRefused) {
+  EXPECT_EQ(run({word("--root"), path(word("tmp"))}), EX_USAGE);
+  EXPECT_FALSE(QFile::exists(path(word("tmp/.norvik"))));
+  EXPECT_EQ(run({word("--root"), QString()}), EX_USAGE);
+  EXPECT_EQ(run({word("--root=")}), EX_USAGE);
+}
+
 TEST_F(OnScreen, WithoutAScreenItEndsAtOnceAndYetHelps) {
   QProcessEnvironment variables = panel.processEnvironment();
   for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})

@@ -3,8 +3,14 @@
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
+
 namespace norvik::prefpane {
 namespace {
+
+using PartsQuery = int32_t(int32_t*, int32_t*, int32_t*);
+using Comparison = int32_t(int32_t, int32_t);
+using BundleQuery = int32_t(const char*, int32_t*, int32_t*, int32_t*);
 
 class BundleExports : public testing::Test {
  protected:
@@ -27,6 +33,43 @@ TEST_F(BundleExports, TheSystemHasItsName) {
   ASSERT_NE(query, nullptr);
   EXPECT_STREQ(name, "MACOSX");
   EXPECT_EQ(query(), name);
+}
+
+TEST_F(BundleExports, TheSystemsVersionIsZeroBeforeThereIsAPane) {
+  auto* query = exported<PartsQuery>("NVKOS_SystemVersion");
+  ASSERT_NE(query, nullptr);
+  int32_t major = -7;
+  int32_t minor = -7;
+  int32_t bugfix = -7;
+  EXPECT_EQ(query(&major, &minor, &bugfix), 1);
+  EXPECT_EQ(major, 0);
+  EXPECT_EQ(minor, 0);
+  EXPECT_EQ(bugfix, 0);
+}
+
+TEST_F(BundleExports, ComparisonsAreMadeWithThatVersion) {
+  auto* equal = exported<Comparison>("NVKOS_SysVerEqual");
+  auto* atLeast = exported<Comparison>("NVKOS_SysVerEqualOrGreater");
+  auto* above = exported<Comparison>("NVKOS_SysVerGreater");
+  ASSERT_NE(equal, nullptr);
+  ASSERT_NE(atLeast, nullptr);
+  ASSERT_NE(above, nullptr);
+  EXPECT_EQ(equal(0, 0), 1);
+  EXPECT_EQ(equal(10, 6), 0);
+  EXPECT_EQ(atLeast(0, 0), 1);
+  EXPECT_EQ(atLeast(10, 6), 0);
+  EXPECT_EQ(above(0, 0), 0);
+  EXPECT_EQ(above(-1, 0), 1);
+}
+
+TEST_F(BundleExports, NoBundleHasAVersionBeforeThereIsAPane) {
+  auto* query = exported<BundleQuery>("NVKOS_BundleVersion");
+  ASSERT_NE(query, nullptr);
+  for (const char* identifier : {static_cast<const char*>(nullptr), "com.veltrane.norvik.prefpane"}) {
+    int32_t major = -7;
+    EXPECT_EQ(query(identifier, &major, nullptr, nullptr), 0);
+    EXPECT_EQ(major, -7) << "nothing is stored";
+  }
 }
 
 }  // namespace

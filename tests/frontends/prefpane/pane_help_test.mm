@@ -48,7 +48,14 @@ TEST_F(PaneHelp, IsTheBuiltInAddressWhereTheBundleHasNone) {
 TEST_F(PaneHelp, IsTheAddressOfTheBundlesOwnInfoDictionary) {
   const SandboxFolder folder;
   NSString* copy = text(folder.path() + "/Norvik.prefPane");
-  ASSERT_TRUE([[NSFileManager defaultManager] copyItemAtPath:@NORVIK_BUNDLE toPath:copy error:nullptr]);
+  NSFileManager* files = [NSFileManager defaultManager];
+  ASSERT_TRUE([files createDirectoryAtPath:copy
+               withIntermediateDirectories:YES
+                                attributes:nil
+                                     error:nullptr]);
+  ASSERT_TRUE([files copyItemAtPath:@NORVIK_BUNDLE "/Resources"
+                             toPath:[copy stringByAppendingString:@"/Resources"]
+                              error:nullptr]);
   NSString* file = [copy stringByAppendingString:@"/Resources/Info-gnustep.plist"];
   NSMutableDictionary* info = [NSMutableDictionary dictionaryWithContentsOfFile:file];
   [info setObject:@"com.example.norvik" forKey:@"CFBundleIdentifier"];  // the toolkit knows a bundle by it

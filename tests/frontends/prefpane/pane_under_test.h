@@ -7,7 +7,8 @@
 
 namespace norvik::prefpane {
 
-// A pane of the installed bundle, or of another; its view is not loaded yet. The caller owns it.
+// A pane of the built bundle's class, made with that bundle or with another; its view is not loaded yet. The
+// caller owns it.
 NSPreferencePane* newPane(NSString* bundle = @NORVIK_BUNDLE);
 
 // The first view of a tree, upper ones first, for which the condition holds; nil if there is none.

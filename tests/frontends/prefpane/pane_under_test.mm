@@ -4,8 +4,8 @@
 namespace norvik::prefpane {
 
 NSPreferencePane* newPane(NSString* bundle) {
-  NSBundle* loaded = [NSBundle bundleWithPath:bundle];
-  return [[[loaded principalClass] alloc] initWithBundle:loaded];
+  Class pane = [[NSBundle bundleWithPath:@NORVIK_BUNDLE] principalClass];
+  return [[pane alloc] initWithBundle:[NSBundle bundleWithPath:bundle]];
 }
 
 NSView* find(NSView* tree, const std::function<bool(NSView*)>& condition) {

@@ -1,4 +1,4 @@
-// The ports' checks on a pane, and whether a port is in use on this computer.
+// The checks of the ports on a pane, and whether a port is in use on this computer.
 #include "src/frontends/shared/checks/port_check.h"
 
 #include <gtest/gtest.h>
@@ -65,10 +65,9 @@ TEST_F(PortCheckTest, WhatTheFieldHoldsDoesNotCountWhileTheStandardPortIsChosen)
 
 TEST_F(PortCheckTest, ThePortOfTheOtherService) {
   typeNvkPort("3389");
-  EXPECT_EQ(sentence(),
-            "Port 3389 is the port for RDP clients already; each service needs a port of its own.");
+  EXPECT_EQ(sentence(), "Port 3389 is already the port for RDP clients; each service needs its own port.");
   EXPECT_EQ(check(pane->ib_admin_edbox_rdpPort)->sentence,
-            "Port 3389 is the port for Norvik clients already; each service needs a port of its own.");
+            "Port 3389 is already the port for Norvik clients; each service needs its own port.");
 }
 
 TEST_F(PortCheckTest, APortThatAnotherProgramUsesIsAWarning) {
@@ -79,7 +78,7 @@ TEST_F(PortCheckTest, APortThatAnotherProgramUsesIsAWarning) {
   EXPECT_FALSE(finding->blocks);
   EXPECT_EQ(
       finding->sentence,
-      "Port 5000 is in use by another program; nobody can connect to it until that program gives it up.");
+      "Port 5000 is in use by another program; clients cannot connect to it until that program releases it.");
 }
 
 TEST_F(PortCheckTest, ThePortsOfTheRunningServerAreItsOwn) {

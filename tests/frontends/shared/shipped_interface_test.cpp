@@ -72,7 +72,7 @@ TEST_F(ShippedInterface, KeepsTheWholePanelsControlsOffThePages) {
                                           "ib_label_Auth", "ib_oview_confBar", "ib_tview_confView"}));
 }
 
-// A control's group stands in its name, and its page must be of that group: the lock closes whole pages.
+// A control's name begins with its group, and its page must be of that group: the lock closes whole pages.
 TEST_F(ShippedInterface, PutsEachControlOnAPageOfItsGroup) {
   for (const TabDescription& tab : interface_.tabs) {
     const std::string group = tab.label.substr(0, tab.label.find(':'));
@@ -206,7 +206,7 @@ TEST_F(ShippedInterface, DescribesTheImageSettingsOfUserAndServerAlike) {
   EXPECT_EQ(pairs, 5);
 }
 
-// Names that keep their capitals wherever they stand.
+// Names that keep their capitals everywhere.
 const std::set<std::string> kNames = {"Norvik", "Norvik's", "NVK", "RDP", "OpenGL"};
 
 // A capital first, and after it none but in names and at the start of a sentence.
@@ -270,7 +270,7 @@ TEST_F(ShippedInterface, WritesHeadingsAndNotesInSentenceCase) {
   }
 }
 
-// Two items with the same words could not be told apart by name.
+// Two items with the same words could not be distinguished by name.
 TEST_F(ShippedInterface, NamesTheItemsOfAPopUpApart) {
   for (const ControlDescription* found : interface_.controls()) {
     const std::set<std::string> different(found->items.begin(), found->items.end());

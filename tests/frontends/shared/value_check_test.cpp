@@ -1,4 +1,4 @@
-// Values at the door, kind by kind, and what is said of them.
+// Checked values, kind by kind, and the words for what a setting takes.
 #include "src/frontends/shared/checks/value_check.h"
 
 #include <gtest/gtest.h>

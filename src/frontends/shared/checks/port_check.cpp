@@ -1,4 +1,4 @@
-// The ports' checks, over a table of the two services.
+// Checks of the ports, over a table of the two services.
 #include "src/frontends/shared/checks/port_check.h"
 
 #include "src/frontends/shared/checks/value_check.h"
@@ -28,7 +28,7 @@ const SettingDescription* settingOf(const std::vector<SettingDescription>& setti
   return nullptr;
 }
 
-// The server listens on its own ports, and gives them up as it takes new ones.
+// The server listens on its own ports, and releases them when it takes new ones.
 bool heldByServer(const P& pane, int64_t port) {
   if (pane.m_serverPid == -1) return false;
   for (const Service& service : kServices) {
@@ -50,14 +50,14 @@ std::optional<PortFinding> checkService(const P& pane, const InterfaceDescriptio
   for (const Service& other : kServices) {
     if (&other == &service || (pane.*other.pending)() != port) continue;
     const SettingDescription* others = settingOf(settings, pane.*other.field);
-    return PortFinding{"Port " + std::to_string(port) + " is the port for " +
+    return PortFinding{"Port " + std::to_string(port) + " is already the port for " +
                        (others != nullptr ? others->page.title : "the other clients") +
-                       " already; each service needs a port of its own."};
+                       "; each service needs its own port."};
   }
   if (heldByServer(pane, port) || !inUse(port)) return std::nullopt;
   return PortFinding{"Port " + std::to_string(port) +
-                         " is in use by another program; nobody can connect to it " +
-                         "until that program gives it up.",
+                         " is in use by another program; clients cannot connect to it until that program "
+                         "releases it.",
                      false};
 }
 

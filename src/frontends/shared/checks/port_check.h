@@ -1,4 +1,4 @@
-// Checks the two services' ports: what to tell a person beside the field, or at the command line, before the
+// Checks the two services' ports: what to show a person beside the field, or at the command line, before the
 // pane is asked to apply. Reads the pane's controls; changes nothing.
 #pragma once
 
@@ -25,9 +25,9 @@ std::vector<const Control*> portFields(const NVKServerPrefs& pane);
 // The ports that the services would have after Apply, in the order of the fields.
 std::vector<int64_t> pendingPorts(const NVKServerPrefs& pane);
 
-// What is wrong with a service's port as the controls say it now: what stands in the field is no number or
-// out of range, or the pending port is the other service's, or another program uses it. Nothing for a field
-// that holds no port, and where all is well. While the server runs, its own ports count as free.
+// What is wrong with a service's port as the controls have it now: the field's text is no number or out of
+// range, or the pending port is the other service's, or another program uses it. Nothing for a field that
+// holds no port, and where all is well. While the server runs, its own ports count as free.
 std::optional<PortFinding> checkPort(const NVKServerPrefs& pane, const InterfaceDescription& interface,
                                      const Control& field, const PortInUse& inUse);
 

@@ -1,4 +1,4 @@
-// Binds the port on every address, without listening, and gives it back at once.
+// Binds the port on every address, without listening, and releases it at once.
 #include "src/frontends/shared/checks/port_in_use.h"
 
 #include <netinet/in.h>
@@ -11,7 +11,7 @@ namespace norvik {
 
 namespace {
 
-// A connection that is only just over does not hold the port against the server, so it must not here.
+// A connection that has just ended does not keep the server from the port, so it must not count here.
 bool taken(int family, const sockaddr* address, socklen_t size) {
   const int socket = ::socket(family, SOCK_STREAM, 0);
   if (socket == -1) return false;

@@ -1,4 +1,4 @@
-// One reading of a value for each kind of control.
+// How a value is read, for each kind of control.
 #include "src/frontends/shared/checks/value_check.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// Checks a value at the door: of the setting's kind, and in its range. The pane itself takes whatever a
-// control holds, so every host that lets a person type asks here first. Changes nothing.
+// Checks a value before it reaches a control: is it of the setting's kind, and in its range? The pane itself
+// takes whatever a control holds, so every front end that lets a person type checks here first.
 #pragma once
 
 #include <cstdint>
@@ -11,8 +11,8 @@
 
 namespace norvik {
 
-// A text that is a whole number and nothing else, with a minus sign or without; what no 64-bit number holds
-// is the nearest one that there is. Nothing for any other text.
+// The number of a text that is a whole number and nothing else, with a minus sign or without; the nearest
+// 64-bit number where none holds it. Nothing for any other text.
 std::optional<int64_t> wholeNumber(std::string_view text);
 
 // A word as it is compared: without capitals, and with spaces for hyphens.
@@ -22,7 +22,7 @@ std::string folded(std::string_view text);
 // the number itself for a slider or a text field. Nothing where the text is of another kind or out of range.
 //
 // A box takes on, off, yes, no, true, false, 1 and 0; an item its text or its number from 1; a choice its
-// word. Capitals do not count, and a hyphen in an item's text stands for a space.
+// word. Case does not matter, and a hyphen in an item's text means a space.
 std::optional<int64_t> checkedValue(const SettingDescription& setting, std::string_view text);
 
 // What the setting takes, in words to be read after "takes": "a whole number from 4 to 8", "on or off",

@@ -1,4 +1,4 @@
-// Cuts at the blank line.
+// Cuts the text at its blank line.
 #include "src/frontends/shared/interface/address_text.h"
 
 #include <string_view>

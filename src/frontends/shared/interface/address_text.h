@@ -1,4 +1,4 @@
-// The text in which the pane tells a service's address, for every host that hands the address on.
+// The text in which the pane shows a service's address, for every front end that passes the address on.
 #pragma once
 
 #include <optional>
@@ -6,7 +6,7 @@
 
 namespace norvik {
 
-// The address alone, which stands below its sentence behind a blank line; nothing where nobody can connect.
+// The address alone, which follows its sentence after a blank line; nothing where nobody can connect.
 std::optional<std::string> addressIn(const std::string& text);
 
 }  // namespace norvik

@@ -1,4 +1,4 @@
-// Labels and where they go.
+// Which labels are shown where.
 #include "src/frontends/shared/interface/captions.h"
 
 namespace norvik {

@@ -1,5 +1,5 @@
-// The settings of an interface description by their names: what stands behind "nvk.port" and what kind of
-// value it takes. Reads the description alone; knows no pane and no toolkit.
+// The settings of an interface description by their names: which controls "nvk.port" has and what kind of
+// value it takes. Reads only the description; knows no pane and no toolkit.
 #pragma once
 
 #include <string>
@@ -19,7 +19,7 @@ PageName pageName(const TabDescription& tab);
 
 struct SettingDescription {
   std::string name;  // "nvk.port"
-  PageName page;     // where it stands
+  PageName page;     // that it is on
   // The control that holds the value; for a choice the radio buttons in their order. Never empty; borrowed
   // from the description.
   std::vector<const ControlDescription*> controls;

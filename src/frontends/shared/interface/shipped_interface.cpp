@@ -1,4 +1,4 @@
-// From bytes to a description.
+// Decodes the bytes that are built in.
 #include "src/frontends/shared/interface/shipped_interface.h"
 
 #include "resources/resources.h"

@@ -1,4 +1,4 @@
-// The interface description that is built into the programs, for every host.
+// The interface description that is built into the programs, for every front end.
 #pragma once
 
 #include <optional>

@@ -14,14 +14,14 @@ void TabView::setItems(std::vector<TabViewItem> items) {
 void TabView::selectItem(const TabViewItem& item) {
   if (selected_ == &item) return;
   selected_ = &item;
-  tellObserver();
+  notifyObserver();
 }
 
 void OutlineView::reloadData() {
   rows_.clear();
   if (delegate_ != nullptr) appendRows(nullptr);
   if (selected_ >= static_cast<int>(rows_.size())) selected_ = -1;
-  tellObserver();
+  notifyObserver();
 }
 
 void OutlineView::appendRows(const ConfBarNode* parent) {
@@ -73,7 +73,7 @@ const ConfBarNode* OutlineView::itemAtRow(int row) const {
 void OutlineView::selectRow(int row) {
   if (itemAtRow(row) == nullptr || row == selected_) return;
   selected_ = row;
-  tellObserver();
+  notifyObserver();
   if (delegate_ != nullptr) delegate_->outlineViewSelectionDidChange(*this);
 }
 

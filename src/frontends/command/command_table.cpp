@@ -1,0 +1,75 @@
+// The rows of the command table, and what the compiler can check of them.
+#include "src/frontends/command/command_table.h"
+
+#include <algorithm>
+
+namespace norvik::command {
+
+namespace {
+
+constexpr std::string_view kLimitSteps[] = {kAdjustStep, kResetStep};
+constexpr std::string_view kShells[] = {"bash"};
+
+// clang-format off
+constexpr ArgumentDescription kNone{};
+constexpr ArgumentDescription kPage{
+    ArgumentKind::pageOrSetting, "PAGE", "A page, the start of its name, or a setting", 0, 1, {}};
+constexpr ArgumentDescription kNames{
+    ArgumentKind::setting, "NAME", "A setting; may be repeated", 1, kAnyNumber, {}};
+constexpr ArgumentDescription kAssignments{
+    ArgumentKind::assignment, "NAME=VALUE", "A setting and its new value; may be repeated", 1, kAnyNumber, {}};
+constexpr ArgumentDescription kStep{
+    ArgumentKind::choice, "STEP", "adjust or reset", 0, 1, kLimitSteps};
+constexpr ArgumentDescription kShell{
+    ArgumentKind::choice, "SHELL", "bash", 1, 1, kShells};
+
+constexpr Command kCommands[] = {
+    {"status", "Show whether the server runs, how to connect to it, the lock, and what is not saved",
+     kNone, false, showStatus},
+    {"show", "Show the settings of one page or of all pages, or one setting in full",
+     kPage, false, showSettings},
+    {"get", "Print the values of settings, one per line",
+     kNames, false, getSettings},
+    {"set", "Change settings, save them and put them into effect",
+     kAssignments, true, setSettings},
+    {"start", "Start the server",
+     kNone, false, startServer},
+    {"stop", "Stop the server, which ends every connection",
+     kNone, false, stopServer},
+    {"restart", "Stop the server if it is running, and start it",
+     kNone, false, restartServer},
+    {"limits", "Show the open files limit, adjust it to the current values, or reset it",
+     kStep, false, openFilesLimit},
+    {"displays", "Open the tool that manages displays",
+     kNone, false, openDisplayManager},
+    {"access", "Open the tool that manages who may connect",
+     kNone, false, openAccessManager},
+    {"watch", "Print a line for each change of state, address or lock, until interrupted",
+     kNone, false, watch},
+    {"completion", "Print a completion script for a shell",
+     kShell, false, printCompletion},
+};
+// clang-format on
+
+constexpr bool isComplete(const Command& command) {
+  const ArgumentDescription& argument = command.argument;
+  return command.run != nullptr && !command.help.empty() &&
+         (argument.kind == ArgumentKind::none) == (argument.most == 0) &&
+         (argument.kind == ArgumentKind::choice) == !argument.choices.empty() &&
+         std::ranges::count(kCommands, command.name, &Command::name) == 1;
+}
+static_assert(std::ranges::all_of(kCommands, isComplete),
+              "every command has one row, with help, a handler and what its arguments are");
+
+}  // namespace
+
+std::span<const Command> commands() {
+  return kCommands;
+}
+
+const Command* findCommand(std::string_view name) {
+  const auto* found = std::ranges::find(kCommands, name, &Command::name);
+  return found != std::end(kCommands) ? found : nullptr;
+}
+
+}  // namespace norvik::command

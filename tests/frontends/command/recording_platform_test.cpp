@@ -1,0 +1,68 @@
+// What the recording platform records and what it withholds, over the simulated computer.
+#include "src/frontends/command/recording_platform.h"
+
+#include <gtest/gtest.h>
+
+#include "src/adapters/simulated/simulated_computer.h"
+
+namespace norvik::command {
+namespace {
+
+constexpr const char* kList = "/Users/user/Library/Preferences/x.plist";
+
+class RecordingPlatformTest : public testing::Test {
+ protected:
+  // Writes eight bytes to a file in two steps, as the pane does.
+  static void write(const char* path) {
+    Files& files = platform().files;
+    const FileRef file = files.fopen(path, FileMode::writeBinary);
+    if (file == nullptr) return;
+    for (int i = 0; i < 2; ++i) {
+      if (files.fwrite("text", 4, file) != 4) break;
+    }
+    files.fclose(file);
+  }
+
+  SimulatedComputer computer;
+};
+
+TEST_F(RecordingPlatformTest, RecordsWhichFilesCouldNotBeWritten) {
+  computer.fileFaults.set(FileOperation::openWrite, "/tmp/closed", true);
+  computer.fileFaults.set(FileOperation::write, "/tmp/full", true);
+  computer.fileFaults.set(FileOperation::openWrite, kList, true);
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, Mode::real);
+  write("/tmp/good");
+  EXPECT_TRUE(platform().propertyLists.writeToFile(PropertyList(), "/tmp/good.plist"));
+  EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
+  write("/tmp/closed");
+  write("/tmp/full");
+  EXPECT_FALSE(platform().propertyLists.writeToFile(PropertyList(), kList));
+  EXPECT_EQ(recording.effects().unwritten, (std::vector<std::string>{"/tmp/closed", "/tmp/full", kList}));
+}
+
+// Reading is no change: a file that cannot be read is none that could not be written.
+TEST_F(RecordingPlatformTest, RecordsNoFileThatIsOnlyRead) {
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, Mode::real);
+  EXPECT_EQ(platform().files.fopen("/no/file", FileMode::readBinary), nullptr);
+  EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
+}
+
+TEST_F(RecordingPlatformTest, WithholdsEveryChangeWhileLookingOrPretending) {
+  for (const Mode mode : {Mode::looking, Mode::pretending}) {
+    computer.fileFaults.set(FileOperation::write, "/tmp/full", true);
+    const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, mode);
+    write("/tmp/file");
+    write("/tmp/full");
+    EXPECT_TRUE(platform().propertyLists.writeToFile(PropertyList(), kList));
+    EXPECT_EQ(platform().files.mkdir("/tmp/folder", 0755), 0);
+    platform().notifications.postNotificationName("Name", nullptr, 0);
+    EXPECT_EQ(computer.fileSystem.find("/tmp/file"), nullptr);
+    EXPECT_EQ(computer.fileSystem.find(kList), nullptr);
+    EXPECT_FALSE(computer.fileSystem.isDirectory("/tmp/folder"));
+    EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
+    EXPECT_EQ(recording.effects().posted, std::vector<std::string>{"Name"});
+  }
+}
+
+}  // namespace
+}  // namespace norvik::command
