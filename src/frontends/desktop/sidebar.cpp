@@ -130,9 +130,9 @@ Sidebar::~Sidebar() {
 
 void Sidebar::controlChanged(Control& /*control*/) {
   const int before = currentRow();
+  const bool wasOpen = canBeChosen(before);
   showRows();
-  const bool left = before != -1 && before != outline_.selectedRow();
-  if (left && !canBeChosen(before)) rowToReturnTo_ = before;
+  if (wasOpen && !canBeChosen(before)) rowToReturnTo_ = before;  // locked under a person's eyes
 }
 
 void Sidebar::chooseRow(int row) {

@@ -144,6 +144,14 @@ TEST_F(Lock, ThePageThatLockingLeftComesBackWithTheNextUnlocking) {
   EXPECT_EQ(panel.as<QListWidget>("ib_oview_confBar")->currentRow(), 4);
 }
 
+TEST_F(Lock, APageThatWasNeverOpenDoesNotComeBack) {
+  pane.ib_oview_confBar.selectRow(4);  // as for a picture of a locked page
+  panel.settle();
+  pane.ib_oview_confBar.selectRow(1);
+  panel.unlock();
+  EXPECT_EQ(page(), "user:Image");
+}
+
 TEST_F(Lock, APageThatWasChosenSinceStays) {
   panel.unlock();
   panel.choosePage("admin", "Server");
