@@ -1,13 +1,14 @@
 # Writes a C++ source that holds the bytes of files, the table of resources/embedded_files.h. Run in script mode:
-#   cmake -DFOLDER=... -DFILES=a.plist,b.tiff -DOUTPUT=... -P embed_resources.cmake
+#   cmake -DFILES=/path/a.plist,/path/b.tiff -DOUTPUT=... -P embed_resources.cmake
 
 string(REPLACE "," ";" files "${FILES}")
 set(arrays "")
 set(rows "")
 set(index 0)
-foreach(file IN LISTS files)
-  file(READ "${FOLDER}/${file}" bytes HEX)
-  file(SIZE "${FOLDER}/${file}" size)
+foreach(path IN LISTS files)
+  cmake_path(GET path FILENAME file)
+  file(READ "${path}" bytes HEX)
+  file(SIZE "${path}" size)
   string(REGEX REPLACE "(..)" "0x\\1," bytes "${bytes}")
   string(APPEND arrays "// ${file}\nconstexpr unsigned char kFile${index}[] = {${bytes}};\n")
   string(APPEND rows "    {\"${file}\", kFile${index}, ${size}},\n")

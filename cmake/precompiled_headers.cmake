@@ -1,5 +1,5 @@
 # What nearly every file of a target includes is compiled once for each target, which halves the time of a whole build. No
-# file may lean on it: the test of the module alone and clang-tidy compile without.
+# file may rely on it: the module's files are compiled by themselves in the build "dev", and clang-tidy compiles without.
 set(pane ${PROJECT_SOURCE_DIR}/src/server/mac/pane/pane.h)
 
 foreach(target norvik_pane_objects norvik_command norvik_scenario_runner norvik_simulated)
@@ -7,9 +7,13 @@ foreach(target norvik_pane_objects norvik_command norvik_scenario_runner norvik_
 endforeach()
 target_precompile_headers(norvik_property_lists PRIVATE ${PROJECT_SOURCE_DIR}/src/server/mac/platform/property_list.h)
 foreach(target norvik_server_tests norvik_adapter_tests norvik_command_tests)
-  target_precompile_headers(${target} PRIVATE <gtest/gtest.h> ${pane})
+  if(TARGET ${target})
+    target_precompile_headers(${target} PRIVATE <gtest/gtest.h> ${pane})
+  endif()
 endforeach()
 if(TARGET norvik_desktop)
   target_precompile_headers(norvik_desktop PRIVATE <QtWidgets/QtWidgets> ${pane})
+endif()
+if(TARGET norvik_desktop_tests)
   target_precompile_headers(norvik_desktop_tests PRIVATE <gtest/gtest.h> <QtWidgets/QtWidgets> <QtTest/QtTest> ${pane})
 endif()

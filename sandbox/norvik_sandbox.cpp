@@ -29,12 +29,10 @@ constexpr const char* kUsage =
 constexpr const char* kAtLogIn[] = {"/Applications/Norvik Agent.app/Contents/MacOS/nvkagent",
                                     "/Applications/Norvik Menu Agent.app/Contents/MacOS/nvkmenua"};
 
-// The stand-ins are beside this program in a build, and separate from the real commands of the same names
-// where it is installed.
+// The stand-ins are beside this program.
 fs::path programsFolder() {
   const fs::path here = fs::read_symlink("/proc/self/exe").parent_path();
-  for (const fs::path& folder : {here / "sandbox", here.parent_path() / "libexec/norvik/sandbox"})
-    if (fs::exists(folder / "nvkserverd")) return folder;
+  if (fs::exists(here / "sandbox/nvkserverd")) return here / "sandbox";
   throw std::runtime_error("no stand-ins near " + here.string());
 }
 

@@ -10,7 +10,7 @@ namespace norvik {
 
 namespace {
 
-constexpr std::string_view kSpace = " \t\r\n";
+constexpr std::string_view kXmlSpace = " \t\r\n";
 constexpr std::string_view kNameEnd = " \t\r\n/><=\"'";
 
 struct Entity {
@@ -67,16 +67,16 @@ XmlLexer::Token XmlLexer::element() {
 
 bool XmlLexer::passAttributes() {
   while (true) {
-    const std::size_t space = rest_.find_first_not_of(kSpace);
+    const std::size_t space = rest_.find_first_not_of(kXmlSpace);
     if (space == std::string_view::npos) return false;
     rest_.remove_prefix(space);
     if (rest_.front() == '/' || rest_.front() == '>') return true;
     const std::size_t name = rest_.find_first_of(kNameEnd);
     if (space == 0 || name == 0 || name == std::string_view::npos) return false;
     rest_.remove_prefix(name);
-    const std::size_t equals = rest_.find_first_not_of(kSpace);
+    const std::size_t equals = rest_.find_first_not_of(kXmlSpace);
     if (equals == std::string_view::npos || rest_[equals] != '=') return false;
-    const std::size_t value = rest_.find_first_not_of(kSpace, equals + 1);
+    const std::size_t value = rest_.find_first_not_of(kXmlSpace, equals + 1);
     if (value == std::string_view::npos || (rest_[value] != '"' && rest_[value] != '\'')) return false;
     const std::size_t end = rest_.find(rest_[value], value + 1);
     if (end == std::string_view::npos || rest_.substr(value, end - value).find('<') != std::string_view::npos)

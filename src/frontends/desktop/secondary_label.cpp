@@ -9,7 +9,7 @@
 namespace norvik::desktop {
 
 namespace {
-constexpr double kShare = 0.6;  // of the way from the window's colour to that of its text
+constexpr double kTextShare = 0.6;  // of the way from the window's colour to that of its text
 }  // namespace
 
 SecondaryLabel::SecondaryLabel(const QString& words, QWidget* parent) : QLabel(words, parent) {
@@ -28,7 +28,7 @@ void SecondaryLabel::chooseColor() {
   const QPalette general = QApplication::palette(this);
   for (const auto group : {QPalette::Active, QPalette::Inactive}) {
     const QColor color = withContrast(general.color(group, QPalette::Window),
-                                      general.color(group, QPalette::WindowText), kShare, kTextContrast);
+                                      general.color(group, QPalette::WindowText), kTextShare, kTextContrast);
     changed.setColor(group, QPalette::WindowText, color);
   }
   changed.setColor(QPalette::Disabled, QPalette::WindowText,

@@ -11,12 +11,12 @@ void call(Session& session, Arguments& arguments) {
   rowNamed<CommandRow>("operation", arguments.word(), operations()).run(session, arguments);
 }
 
-constexpr CommandRow kCommands[] = {{"call", call}};
+constexpr CommandRow kCallCommands[] = {{"call", call}};
 
 }  // namespace
 
 std::span<const CommandRow> callCommands() {
-  return kCommands;
+  return kCallCommands;
 }
 
 }  // namespace norvik::scenario

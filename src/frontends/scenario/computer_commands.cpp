@@ -14,7 +14,7 @@ void addresses(Session& session, Arguments& arguments) {
   session.computer.host.setAddresses(arguments.textsOr("none"));
 }
 
-void systemVersion(Session& session, Arguments& arguments) {
+void setSystemVersion(Session& session, Arguments& arguments) {
   SimulatedSystemVersion::Parts parts;
   for (auto& part : parts) {
     part = arguments.takes("none") ? std::nullopt : std::optional(arguments.integer<int32_t>());
@@ -75,8 +75,8 @@ void trace(Session& session, Arguments& arguments) {
   } while (!arguments.atEnd());
 }
 
-constexpr CommandRow kCommands[] = {
-    {"hostname", hostname}, {"addresses", addresses}, {"system-version", systemVersion},
+constexpr CommandRow kComputerCommands[] = {
+    {"hostname", hostname}, {"addresses", addresses}, {"system-version", setSystemVersion},
     {"bundle", bundle},     {"info", info},           {"resource", resource},
     {"tabs", tabs},         {"window", window},       {"answer", answer},
     {"trace", trace},
@@ -85,7 +85,7 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 std::span<const CommandRow> computerCommands() {
-  return kCommands;
+  return kComputerCommands;
 }
 
 }  // namespace norvik::scenario

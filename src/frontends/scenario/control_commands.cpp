@@ -61,13 +61,13 @@ void selectRow(Session& session, Arguments& arguments) {
   session.pane().ib_oview_confBar.clickRow(arguments.integer<int32_t>());
 }
 
-constexpr CommandRow kCommands[] = {
+constexpr CommandRow kControlCommands[] = {
     {"set", set}, {"click", click}, {"press", press}, {"select-row", selectRow}};
 
 }  // namespace
 
 std::span<const CommandRow> controlCommands() {
-  return kCommands;
+  return kControlCommands;
 }
 
 }  // namespace norvik::scenario

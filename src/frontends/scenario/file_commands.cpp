@@ -46,7 +46,7 @@ struct Operation {
   FileOperation operation;
 };
 
-constexpr Operation kOperations[] = {
+constexpr Operation kFileOperations[] = {
     {"open-read", FileOperation::openRead},  {"open-write", FileOperation::openWrite},
     {"seek", FileOperation::seek},           {"tell", FileOperation::tell},
     {"read", FileOperation::read},           {"write", FileOperation::write},
@@ -55,7 +55,7 @@ constexpr Operation kOperations[] = {
 
 void fail(Session& session, Arguments& arguments) {
   const FileOperation operation =
-      rowNamed<Operation>("file operation", arguments.word(), kOperations).operation;
+      rowNamed<Operation>("file operation", arguments.word(), kFileOperations).operation;
   const std::string path = arguments.text();
   session.computer.fileFaults.set(operation, path, !arguments.takes("none"));
 }
@@ -79,7 +79,7 @@ void stat(Session& session, Arguments& arguments) {
   session.print("owner=" + found->owner + " mode=" + digits);
 }
 
-constexpr CommandRow kCommands[] = {
+constexpr CommandRow kFileCommands[] = {
     {"file", file}, {"directory", directory}, {"plist", plist}, {"fail", fail}, {"home", home},
     {"cat", cat},   {"stat", stat},
 };
@@ -87,7 +87,7 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 std::span<const CommandRow> fileCommands() {
-  return kCommands;
+  return kFileCommands;
 }
 
 }  // namespace norvik::scenario

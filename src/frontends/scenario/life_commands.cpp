@@ -43,7 +43,7 @@ void dealloc(Session& session, Arguments&) {
 
 using P = NVKServerPrefs;
 
-constexpr CommandRow kCommands[] = {
+constexpr CommandRow kLifeCommands[] = {
     {"create", create},
     {"awake", awake},
     {"pane", selectPane},
@@ -63,7 +63,7 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 std::span<const CommandRow> lifeCommands() {
-  return kCommands;
+  return kLifeCommands;
 }
 
 }  // namespace norvik::scenario

@@ -144,7 +144,7 @@ void timerCreation(Session& session, Arguments& arguments) {
   session.computer.runLoop.setTimerCreationGranted(grantedOf(arguments));
 }
 
-constexpr CommandRow kCommands[] = {
+constexpr CommandRow kProcessCommands[] = {
     {"pid", ownPid},           {"daemon", daemon},
     {"alive", alive},          {"dead", dead},
     {"kill-error", killError}, {"service", service},
@@ -157,7 +157,7 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 std::span<const CommandRow> processCommands() {
-  return kCommands;
+  return kProcessCommands;
 }
 
 }  // namespace norvik::scenario

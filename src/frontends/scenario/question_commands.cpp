@@ -137,7 +137,7 @@ void clock(Session& session, Arguments&) {
   session.print(std::to_string(session.computer.clock.microseconds()));
 }
 
-constexpr CommandRow kCommands[] = {
+constexpr CommandRow kQuestionCommands[] = {
     {"show", show},          {"field", field},     {"accessor", accessor}, {"changed", changed},
     {"sidebar", sidebar},    {"page", page},       {"frame", frame},       {"timer", timer},
     {"main-pane", mainPane}, {"buffers", buffers}, {"clock", clock},
@@ -146,7 +146,7 @@ constexpr CommandRow kCommands[] = {
 }  // namespace
 
 std::span<const CommandRow> questionCommands() {
-  return kCommands;
+  return kQuestionCommands;
 }
 
 }  // namespace norvik::scenario

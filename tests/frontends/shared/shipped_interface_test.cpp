@@ -318,8 +318,8 @@ TEST(ShippedResources, HoldAnInfoDictionaryOfTheProductsOwn) {
     return value && value->as<std::string>() ? *value->as<std::string>() : std::string();
   };
   EXPECT_EQ(text("CFBundleIdentifier"), "com.veltrane.norvik.prefpane");
-  EXPECT_EQ(text("CFBundleShortVersionString"), "1.0");
-  EXPECT_EQ(text("CFBundleVersion"), "1.0");
+  EXPECT_EQ(text("CFBundleShortVersionString"), NORVIK_VERSION);
+  EXPECT_EQ(text("CFBundleVersion"), NORVIK_VERSION);
   EXPECT_EQ(text("NSPrincipalClass"), "NVKServerPrefs");
   EXPECT_EQ(text("NSMainNibFile"), "Interface");
   EXPECT_EQ(text("NSPrefPaneIconFile"), "icon.tiff");
