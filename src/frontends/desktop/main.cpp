@@ -47,7 +47,7 @@ QString onePath(const QString& folder) {
   return canonical.isEmpty() ? folder : canonical;
 }
 
-// Says on the terminal why there will be no window; the status to end with.
+// Prints why there will be no window. Returns the given status, to exit with.
 int refuse(int status, const QString& why) {
   std::fprintf(stderr, "norvik-settings: %s\n", qPrintable(why));
   return status;

@@ -132,7 +132,7 @@ void Sidebar::controlChanged(Control& /*control*/) {
   const int before = currentRow();
   const bool wasOpen = canBeChosen(before);
   showRows();
-  if (wasOpen && !canBeChosen(before)) rowToReturnTo_ = before;  // locked under a person's eyes
+  if (wasOpen && !canBeChosen(before)) rowToReturnTo_ = before;  // it was locked while it was shown
 }
 
 void Sidebar::chooseRow(int row) {
