@@ -21,6 +21,7 @@ class DesktopComputer {
 
   LinuxComputer& computer() { return computer_; }
   QtRunLoop& runLoop() { return runLoop_; }
+  QtAlertPanels& alerts() { return alerts_; }
 
  private:
   LinuxComputer computer_;

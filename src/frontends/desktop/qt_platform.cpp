@@ -2,10 +2,12 @@
 #include "src/frontends/desktop/qt_platform.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QEventLoop>
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTimer>
@@ -97,15 +99,29 @@ struct PanelButton {
   int answer;
 };
 
-// The button that Escape and closing press: the third one, which continues editing, or else the one that
-// declines. None if both of two do something.
-const PanelButton* harmlessButton(const PanelButton (&buttons)[3]) {
-  if (buttons[2].words != nullptr) return &buttons[2];
-  for (const PanelButton& button : buttons) {
-    if (button.words != nullptr && std::string_view(button.words).starts_with("No")) return &button;
+// A message box that Escape and the close button close without pressing a button, or else not at all.
+class PanelBox : public QMessageBox {
+ public:
+  PanelBox(const QString& title, QWidget* window, bool canBeClosed)
+      : QMessageBox(QMessageBox::Question, title, title, QMessageBox::NoButton, window,
+                    Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
+        canBeClosed_(canBeClosed) {
+    setWindowFlag(Qt::WindowCloseButtonHint, canBeClosed);
+    setWindowFlag(Qt::WindowSystemMenuHint, canBeClosed);
   }
-  return nullptr;
-}
+
+ private:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (!event->matches(QKeySequence::Cancel)) return QMessageBox::keyPressEvent(event);
+    if (canBeClosed_) reject();
+  }
+  void closeEvent(QCloseEvent* event) override {
+    event->setAccepted(canBeClosed_);
+    if (canBeClosed_) reject();
+  }
+
+  bool canBeClosed_;
+};
 
 // Makes the panel so wide that a window manager need not shorten the title in its bar.
 void widenForTitle(QMessageBox& panel) {
@@ -125,12 +141,7 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   const PanelButton buttons[3] = {{defaultButton, NSAlertDefaultReturn},
                                   {alternateButton, NSAlertAlternateReturn},
                                   {otherButton, NSAlertOtherReturn}};
-  const PanelButton* harmless = harmlessButton(buttons);
-  QMessageBox panel(QMessageBox::Question, text(title), text(title), QMessageBox::NoButton, window_,
-                    Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint);
-  // No close button on a window that it would not close.
-  panel.setWindowFlag(Qt::WindowCloseButtonHint, harmless != nullptr);
-  panel.setWindowFlag(Qt::WindowSystemMenuHint, harmless != nullptr);
+  PanelBox panel(text(title), window_, !requiresAnswer || !requiresAnswer());
   panel.setObjectName(QStringLiteral("alertPanel"));
   panel.setWindowModality(Qt::WindowModal);
   panel.setTextFormat(Qt::PlainText);
@@ -138,13 +149,12 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   std::map<QAbstractButton*, int> answers;
   for (const PanelButton& button : buttons) {
     if (button.words == nullptr) continue;
-    const auto role = &button == harmless      ? QMessageBox::RejectRole
-                      : &button == &buttons[0] ? QMessageBox::AcceptRole
-                                               : QMessageBox::DestructiveRole;
+    const auto role = &button == &buttons[0]                                  ? QMessageBox::AcceptRole
+                      : &button == &buttons[1] && buttons[2].words != nullptr ? QMessageBox::DestructiveRole
+                                                                              : QMessageBox::RejectRole;
     QPushButton* made = panel.addButton(withoutMnemonic(text(button.words)), role);
     answers[made] = button.answer;
     if (&button == &buttons[0]) panel.setDefaultButton(made);
-    if (&button == harmless) panel.setEscapeButton(made);
   }
   QSet<QChar> taken;
   addMnemonics(panel, taken);

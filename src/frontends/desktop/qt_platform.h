@@ -55,6 +55,10 @@ class QtAlertPanels : public AlertPanels {
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override;
 
+  // Whether the panel must be answered by a button. Otherwise Escape and the close button close it, with the
+  // answer NSAlertOtherReturn. None means no.
+  std::function<bool()> requiresAnswer;
+
  private:
   QPointer<QWidget> window_;
 };

@@ -51,6 +51,10 @@ class SettingsWindow : public QWidget, public ControlObserver {
   // The tab view shows another page.
   void controlChanged(Control& control) override;
 
+  // Whether a person is closing the window and is asked about pending changes. Each answer to that question
+  // does something, and so would closing it.
+  bool isLeaving() const { return leaving_; }
+
   // Called once, when the empty window has been painted on the screen.
   std::function<void()> painted;
   // Called when a person has closed the window and pending changes have been dealt with, right before the

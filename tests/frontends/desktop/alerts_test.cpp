@@ -13,26 +13,26 @@
 namespace norvik::desktop {
 namespace {
 
-constexpr int kNone = 99;  // no answer: the panel stays
+constexpr int kStays = 99;  // no answer: the panel stays
 
 struct AlertCase {
   const char* title;
   const char* message;
   const char* buttons[3];
-  int harmless;  // what Escape and the close button answer
+  bool mustBeAnswered = false;
 };
 
 // clang-format off
 const AlertCase kAlerts[] = {
     {"Norvik preferences was changed", "What do you want to do with changes you made?",
-     {"Apply now", "Discard changes", "Continue editing"}, -1},
+     {"Apply now", "Discard changes", "Continue editing"}},
     {"Norvik Server options changed", "What do you want to do with changes you made?",
-     {"Apply Now", "Discard Changes", nullptr}, kNone},
+     {"Apply Now", "Discard Changes", nullptr}, true},
     {"Multiuser Mode Adjustment", "Do you want to make this adjustment automatically?\n",
-     {"Yes, Proceed", "No, I'll Do It Later", nullptr}, 0},
-    {"Disabling Quartz Extreme acceleration", "Are you sure?\n", {"Yes, Proceed", "No, Thank You", nullptr}, 0},
-    {"Resetting Open Files Limit", "Are you sure?", {"Yes", "No", nullptr}, 0},
-    {"Reboot is required", "Do you want to reboot now?", {"No, I'll Reboot Later", "Yes, Reboot Now", nullptr}, 1},
+     {"Yes, Proceed", "No, I'll Do It Later", nullptr}},
+    {"Disabling Quartz Extreme acceleration", "Are you sure?\n", {"Yes, Proceed", "No, Thank You", nullptr}},
+    {"Resetting Open Files Limit", "Are you sure?", {"Yes", "No", nullptr}},
+    {"Reboot is required", "Do you want to reboot now?", {"No, I'll Reboot Later", "Yes, Reboot Now", nullptr}},
 };
 // clang-format on
 
@@ -43,11 +43,12 @@ class Alerts : public SimulatedPanel {
                                           alert.buttons[2]);
   }
 
-  // The answer to a key or the close button; kNone if the panel stays.
+  // The answer to a key or the close button; kStays if the panel stays.
   template <typename Way>
   int answerTo(const AlertCase& alert, Way way) {
     Answers answers(way);
-    if (alert.harmless != kNone) return ask(alert);
+    desktop.alerts.requiresAnswer = [&alert] { return alert.mustBeAnswered; };
+    if (!alert.mustBeAnswered) return ask(alert);
     int tries = 0;
     QTimer after;
     QObject::connect(&after, &QTimer::timeout, &after, [&] {
@@ -57,7 +58,7 @@ class Alerts : public SimulatedPanel {
     });
     after.start(20);
     ask(alert);
-    return tries >= 3 ? kNone : 0;
+    return tries >= 3 ? kStays : 0;
   }
 };
 
@@ -127,14 +128,14 @@ TEST_F(Alerts, HaveALetterForEachButton) {
   EXPECT_EQ(ask(kAlerts[4]), 0) << "\"No\" by its letter";
 }
 
-TEST_F(Alerts, EscapeDoesNothing) {
+TEST_F(Alerts, EscapePressesNoButton) {
   for (const AlertCase& alert : kAlerts)
-    EXPECT_EQ(answerTo(alert, Qt::Key_Escape), alert.harmless) << alert.title;
+    EXPECT_EQ(answerTo(alert, Qt::Key_Escape), alert.mustBeAnswered ? kStays : -1) << alert.title;
 }
 
-TEST_F(Alerts, ClosingDoesNothing) {
+TEST_F(Alerts, ClosingPressesNoButton) {
   for (const AlertCase& alert : kAlerts)
-    EXPECT_EQ(answerTo(alert, Answers::Close()), alert.harmless) << alert.title;
+    EXPECT_EQ(answerTo(alert, Answers::Close()), alert.mustBeAnswered ? kStays : -1) << alert.title;
 }
 
 TEST_F(Alerts, ReturnTakesTheDefault) {

@@ -85,6 +85,17 @@ TEST_F(Closing, QuittingAsksToo) {
   EXPECT_EQ(closed, 1);
 }
 
+TEST_F(Closing, EscapeAnswersNothingWhereEachAnswerDoesSomething) {
+  swapButtons();
+  int looks = 0;
+  Answers answers([&looks](QWidget& box) {
+    if (++looks <= 3) return QTest::keyClick(&box, Qt::Key_Escape);
+    static_cast<QMessageBox&>(box).done(0);
+  });
+  panel.window.close();
+  EXPECT_GT(looks, 3);
+}
+
 TEST_F(Closing, PendingNotificationSettingsAreNotAskedAbout) {
   panel.unlock();
   panel.choosePage("admin", "Notifications");

@@ -14,6 +14,7 @@ class SimulatedPanel : public testing::Test {
     desktop.application.setWindow(&panel.window);
     desktop.alerts.setWindow(&panel.window);
     desktop.drawing.setWindow(&panel.window);
+    desktop.alerts.requiresAnswer = [this] { return panel.window.isLeaving(); };
   }
 
   // Unlocked, with the server running and everything enabled that can be.
