@@ -2,7 +2,9 @@
 // it closes.
 #include <QApplication>
 #include <QCheckBox>
+#include <QMessageBox>
 #include <QPushButton>
+#include <QTest>
 #include <QTimer>
 
 #include "tests/frontends/desktop/simulated_panel.h"
