@@ -80,6 +80,28 @@ TEST(SettingTest, AnImageSettingOfTheUserFollowsTheServersOfTheSameKey) {
   EXPECT_EQ(followed, 5);
 }
 
+bool isOfASetting(const NVKServerPrefs& pane, const Control* control) {
+  for (const SettingsTable table : {userSettings(), serverSettings(), notificationSettings()}) {
+    for (const Setting& setting : table) {
+      for (Control NVKServerPrefs::*edits : setting.controls) {
+        if (edits != nullptr && &(pane.*edits) == control) return true;
+      }
+    }
+  }
+  return false;
+}
+
+TEST_F(PaneTest, EveryControlWithASettingsNameIsInTheRowOfASetting) {
+  NVKServerPrefs pane(interface);
+  int named = 0;
+  for (const ControlDescription* control : interface.controls()) {
+    if (control->setting.empty()) continue;
+    ++named;
+    EXPECT_TRUE(isOfASetting(pane, pane.outlet(control->outlet))) << control->outlet;
+  }
+  EXPECT_GT(named, 0);
+}
+
 TEST(SettingTest, EveryKeyOfATableIsThereOnce) {
   for (const SettingsTable table : {userSettings(), serverSettings(), notificationSettings()}) {
     for (const Setting& setting : table) {
