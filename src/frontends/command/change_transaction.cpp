@@ -39,7 +39,7 @@ std::vector<Shown> snapshot(const Context& context, Session& session) {
     values.push_back({setting.name(), setting.text(), setting.json()});
   }
   for (const ControlDescription* description : context.interface.controls()) {
-    if (!description->display_only) continue;
+    if (!description->displayOnly) continue;
     const std::string& text = session.pane().outlet(description->outlet)->stringValue();
     values.push_back({description->label, text, text});
   }

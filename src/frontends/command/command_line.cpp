@@ -34,7 +34,8 @@ constexpr Option kOptions[] = {
 // clang-format on
 static_assert(std::ranges::none_of(kOptions, [](const Option& option) { return option.apply == nullptr; }));
 
-// What getopt returns for the first option; above every character, which stands for an option of one letter.
+// What getopt returns for the first option; above every character, as a character means an option of one
+// letter.
 constexpr int kFirstOption = 256;
 
 std::vector<option> longOptions() {
@@ -92,16 +93,17 @@ class Parser {
 
   std::string parse() {
     std::string program;
-    std::vector<char*> argv{program.data()};
-    for (std::string& word : words_) argv.push_back(word.data());
-    const int count = static_cast<int>(argv.size());
-    argv.push_back(nullptr);
+    std::vector<char*> pointers{program.data()};
+    for (std::string& word : words_) pointers.push_back(word.data());
+    const int count = static_cast<int>(pointers.size());
+    pointers.push_back(nullptr);
+    char** const argv = pointers.data();
     const std::vector<option> longs = longOptions();
     const std::string shorts = shortOptions();
     optind = 0;
     opterr = 0;
     int code = 0;
-    while ((code = getopt_long(count, argv.data(), shorts.c_str(), longs.data(), nullptr)) != -1) {
+    while ((code = getopt_long(count, argv, shorts.c_str(), longs.data(), nullptr)) != -1) {
       std::string fault = code == kWord ? readWord(optarg) : readOption(code, argv[optind - 1]);
       if (!fault.empty()) return fault;
     }

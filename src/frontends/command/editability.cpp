@@ -65,7 +65,7 @@ Editability editabilityAt(Session& session, PaneSetting& setting, std::size_t in
   const Control& control = *setting.controls()[index];
   auto switches = switchesToEnable(session, control);
   if (!switches) return {Obstacle::notAvailable, "not available"};
-  const PaneSetting* required = session.settingOf(setting.description().controls[index]->requires_outlet);
+  const PaneSetting* required = session.settingOf(setting.description().controls[index]->requiresOutlet);
   const auto isRequired = [&](const NeededSwitch& needed) {
     return required != nullptr && needed.on && needed.name == required->name();
   };

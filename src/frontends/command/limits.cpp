@@ -96,7 +96,7 @@ ExitStatus openFilesLimit(const Context& context, const CommandLine& line) {
     return pressButton(session, wanted, notes);
   };
   for (const ControlDescription* control : context.interface.controls()) {
-    if (control->display_only) request.requested.push_back(control->label);
+    if (control->displayOnly) request.requested.push_back(control->label);
   }
   return change(context, request, false);
 }

@@ -54,7 +54,7 @@ Error addRequired(Session& session, std::vector<Edit>& edits) {
   for (std::size_t i = 0; i < edits.size(); ++i) {
     const SettingDescription& description = session.find(edits[i].name)->description();
     const std::size_t control = description.isChoice() ? static_cast<std::size_t>(edits[i].value) : 0;
-    const PaneSetting* box = session.settingOf(description.controls[control]->requires_outlet);
+    const PaneSetting* box = session.settingOf(description.controls[control]->requiresOutlet);
     if (box == nullptr) continue;
     const Edit* given = find(edits, box->name());
     if (given == nullptr) {

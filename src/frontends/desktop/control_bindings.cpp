@@ -41,7 +41,7 @@ class AddressBinding : public Binding {
  public:
   AddressBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
       : Binding(pane, model, description),
-        label_(new AddressLabel(text(model.name()), text(description.copy_title), parent)) {
+        label_(new AddressLabel(text(model.name()), text(description.copyTitle), parent)) {
     attach(label_);
   }
 
@@ -98,10 +98,10 @@ std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control,
                                      const ControlDescription& description, QWidget* parent) {
   switch (description.kind) {
     case ControlKind::textField:
-      if (!description.display_only) return makeEditorBinding(pane, control, description, parent);
+      if (!description.displayOnly) return makeEditorBinding(pane, control, description, parent);
       return std::make_unique<LabelBinding>(pane, control, description, parent);
     case ControlKind::label:
-      if (description.copy_title.empty())
+      if (description.copyTitle.empty())
         return std::make_unique<LabelBinding>(pane, control, description, parent);
       return std::make_unique<AddressBinding>(pane, control, description, parent);
     case ControlKind::pushButton:

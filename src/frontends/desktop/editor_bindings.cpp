@@ -82,9 +82,9 @@ class SliderBinding : public Binding {
       : Binding(pane, model, description), slider_(new ValuedSlider(parent)) {
     slider_->setRange(static_cast<int>(description.minimum.value_or(0)),
                       static_cast<int>(description.maximum.value_or(0)));
-    if (description.tick_marks > 1) {
+    if (description.tickMarks > 1) {
       slider_->setTickPosition(QSlider::TicksBelow);
-      slider_->setTickInterval((slider_->maximum() - slider_->minimum()) / (description.tick_marks - 1));
+      slider_->setTickInterval((slider_->maximum() - slider_->minimum()) / (description.tickMarks - 1));
     }
     slider_->setPageStep(std::max(1, slider_->tickInterval()));
     WheelFilter::install(slider_, WheelFilter::kWithoutFocus);

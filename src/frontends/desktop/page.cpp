@@ -31,7 +31,7 @@ constexpr double kBeforeRow = 0.5;
 
 // Whether the mnemonic of a caption leads to the control.
 bool takesFocus(const ControlDescription& control) {
-  return isCaptioned(control) && !control.display_only;
+  return isCaptioned(control) && !control.displayOnly;
 }
 
 bool isSlider(const RowDescription& row) {
@@ -118,7 +118,7 @@ void Page::addRow(const RowDescription& description) {
   }
   QWidget* fields = makeFields(row, description);
   row.widgets.push_back(fields);
-  row.mark = new ChangeMark(text(interface_.changed_help), this);
+  row.mark = new ChangeMark(text(interface_.changedHelp), this);
   row.widgets.push_back(row.mark);
   addBesideCaption(row, description, fields);
   if (isSlider(description)) addEnds(row, description.controls[0]);
@@ -159,7 +159,7 @@ QWidget* Page::makeFields(Row& row, const RowDescription& description) {
   auto* fields = new QWidget(this);
   QHBoxLayout* line = lineIn(fields);
   for (const ControlDescription& control : description.controls) {
-    if (!control.requires_outlet.empty()) line->addWidget(new BoxSpacer(fields));
+    if (!control.requiresOutlet.empty()) line->addWidget(new BoxSpacer(fields));
     bindings_.push_back(makeBinding(pane_, *pane_.outlet(control.outlet), control, fields));
     Binding& binding = *bindings_.back();
     row.bindings.push_back(&binding);
@@ -196,7 +196,7 @@ void Page::addNote(Row& row, const Binding& binding) {
   auto* under = new QWidget(this);
   QHBoxLayout* line = lineIn(under);
   line->setSpacing(0);
-  if (!description.requires_outlet.empty()) line->addWidget(new BoxSpacer(under));
+  if (!description.requiresOutlet.empty()) line->addWidget(new BoxSpacer(under));
   auto* note = new NoteLabel(under);
   note->setObjectName(binding.widget()->objectName() + QStringLiteral("_note"));
   line->addWidget(note, 1);
@@ -209,9 +209,9 @@ void Page::addNote(Row& row, const Binding& binding) {
 void Page::addEnds(Row& row, const ControlDescription& slider) {
   auto* ends = new QWidget(this);
   QHBoxLayout* line = lineIn(ends);
-  line->addWidget(new SecondaryLabel(text(slider.minimum_label), ends));
+  line->addWidget(new SecondaryLabel(text(slider.minimumLabel), ends));
   line->addStretch();
-  line->addWidget(new SecondaryLabel(text(slider.maximum_label), ends));
+  line->addWidget(new SecondaryLabel(text(slider.maximumLabel), ends));
   grid_->addWidget(ends, grid_->rowCount(), kFieldColumn);
   row.widgets.push_back(ends);
   row.ends = ends;
@@ -246,7 +246,7 @@ void Page::describe(const Binding& binding, bool differs) {
   const Note* note = noteOf(binding);
   QString words = note != nullptr ? note->label->words() : QString();
   if (words.isEmpty()) words = text(binding.description().help);
-  if (differs) words += (words.isEmpty() ? QString() : QStringLiteral(" ")) + text(interface_.changed_help);
+  if (differs) words += (words.isEmpty() ? QString() : QStringLiteral(" ")) + text(interface_.changedHelp);
   binding.widget()->setAccessibleDescription(words);
 }
 

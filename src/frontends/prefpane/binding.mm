@@ -87,7 +87,7 @@ NSView* makeSlider(const ControlDescription& description) {
   NSSlider* slider = [[[NVKSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
   [slider setMinValue:description.minimum.value_or(0)];
   [slider setMaxValue:description.maximum.value_or(0)];
-  [slider setNumberOfTickMarks:description.tick_marks];
+  [slider setNumberOfTickMarks:description.tickMarks];
   [slider setAllowsTickMarkValuesOnly:NO];
   [slider setContinuous:YES];
   return slider;
@@ -133,7 +133,7 @@ NSTextField* field(BOOL editable) {
 }
 
 NSView* makeTextField(const ControlDescription& description) {
-  NSTextField* made = field(!description.display_only);
+  NSTextField* made = field(!description.displayOnly);
   [made setStringValue:@"0"];
   [made sizeToFit];
   const NSSize digit = [@"0" sizeWithAttributes:[NSDictionary dictionaryWithObject:[made font]

@@ -115,7 +115,7 @@ void PageView::addRow(const RowDescription& row) {
   rowHeight_ = lineHeight();
   placed_.clear();
   NSTextField* dot = makeCaption(@"\u2022");
-  [dot setToolTip:text(interface_.changed_help)];
+  [dot setToolTip:text(interface_.changedHelp)];
   [dot setHidden:YES];
   placeBeside(dot, 0);
   Mark mark{Handle(dot), {}};
@@ -143,7 +143,7 @@ void PageView::addRow(const RowDescription& row) {
 // Returns where the control, with what belongs beside it, ends.
 double PageView::addControl(const RowDescription& row, const ControlDescription& description, double x,
                             Mark& mark) {
-  if (!description.requires_outlet.empty() && mark.bindings.empty()) x += kIndent;
+  if (!description.requiresOutlet.empty() && mark.bindings.empty()) x += kIndent;
   bindings_.push_back(std::make_unique<Binding>(pane_, *pane_.outlet(description.outlet), description));
   Binding& binding = *bindings_.back();
   mark.bindings.push_back(&binding);
@@ -155,9 +155,9 @@ double PageView::addControl(const RowDescription& row, const ControlDescription&
   NSView* view = static_cast<NSView*>(binding.view());
   if (description.kind == ControlKind::label) {
     if (description.indicator) x = addDot(x);
-    const int lines = description.indicator            ? 1
-                      : description.copy_title.empty() ? kDescriptionLines
-                                                       : kAddressLines;
+    const int lines = description.indicator           ? 1
+                      : description.copyTitle.empty() ? kDescriptionLines
+                                                      : kAddressLines;
     const CGFloat width = description.indicator ? kStateWidth : kPageWidth - x;
     [view setFrameSize:NSMakeSize(width, lines * lineHeight())];
   }
@@ -197,16 +197,16 @@ void PageView::addBelow(Binding& binding, double x) {
     height = std::max(height, NSHeight([view frame]));
   };
   if (description.kind == ControlKind::slider) {
-    add(quiet(makeCaption(text(description.minimum_label))), x);
-    NSTextField* most = quiet(makeCaption(text(description.maximum_label)));
+    add(quiet(makeCaption(text(description.minimumLabel))), x);
+    NSTextField* most = quiet(makeCaption(text(description.maximumLabel)));
     add(most, NSMaxX(bar) - NSWidth([most frame]));
   } else if (hasNote(description)) {
     NSTextField* note = makeParagraph(@"", kPageWidth - x - kIndent);
     [note setFrameSize:NSMakeSize(NSWidth([note frame]), kNoteLines * lineHeight())];
     add(note, x + kIndent);
     notes_.push_back({Handle(note), &binding});
-  } else if (!description.copy_title.empty()) {
-    NSButton* copy = makeCopyButton(text(description.copy_title), static_cast<NSTextField*>(binding.view()));
+  } else if (!description.copyTitle.empty()) {
+    NSButton* copy = makeCopyButton(text(description.copyTitle), static_cast<NSTextField*>(binding.view()));
     add(copy, NSMinX(bar));
     const Control* model = &binding.control();
     binding.changed = [=] { hide(copy, !addressIn(model->stringValue())); };

@@ -20,7 +20,7 @@ std::vector<std::string> outletsOf(ControlKind kind) {
   const InterfaceDescription interface = shippedInterface();
   for (const ControlDescription* control : interface.controls()) {
     const bool shown = !control->hidden && control->outlet.find("gldMode") == std::string::npos;
-    if (control->kind == kind && !control->display_only && shown) outlets.push_back(control->outlet);
+    if (control->kind == kind && !control->displayOnly && shown) outlets.push_back(control->outlet);
   }
   return outlets;
 }

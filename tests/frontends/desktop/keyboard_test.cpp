@@ -70,7 +70,7 @@ TEST_F(Keyboard, TabStopsAtEveryControlThatCanBeWorked) {
       for (const RowDescription& row : section.rows) {
         for (const ControlDescription& control : row.controls) {
           const QWidget* widget = panel.widget(control.outlet.c_str());
-          const bool worked = control.kind != ControlKind::label && !control.display_only;
+          const bool worked = control.kind != ControlKind::label && !control.displayOnly;
           bool reachable = worked && widget->isVisible() && widget->isEnabled();
           const auto* radio = qobject_cast<const QRadioButton*>(widget);
           if (radio != nullptr) reachable = radio->isChecked();  // one stop for its whole group

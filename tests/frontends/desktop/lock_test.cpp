@@ -72,7 +72,7 @@ TEST_F(Lock, NothingLockedChangesByKeyWheelOrDrag) {
     for (const ControlDescription* control : panel.interface.controls()) {
       if (!control->outlet.starts_with("ib_admin") || control->kind == ControlKind::label) continue;
       QWidget* widget = panel.widget(control->outlet.c_str());
-      if (!widget->isVisible() || control->display_only) continue;
+      if (!widget->isVisible() || control->displayOnly) continue;
       SCOPED_TRACE(control->outlet);
       Control& model = panel.control(control->outlet.c_str());
       const auto before =

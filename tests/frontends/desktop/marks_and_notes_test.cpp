@@ -37,7 +37,7 @@ TEST_F(Marks, ShowWhatApplyWillChange) {
   EXPECT_EQ(shown(), 2);
   EXPECT_TRUE(panel.widget("ib_admin_edbox_nvkPort")
                   ->accessibleDescription()
-                  .endsWith(text(panel.interface.changed_help)));
+                  .endsWith(text(panel.interface.changedHelp)));
   panel.click("ib_admin_chkbox_nvkClipb");
   EXPECT_EQ(shown(), 1);
   panel.click("ib_button_Apply");

@@ -118,13 +118,13 @@ TEST_F(ShippedInterface, GivesSlidersTheRangesAndDefaultsOfTheStores) {
 TEST_F(ShippedInterface, PutsTickMarksOnWholeNumbersAndOnTheDefault) {
   for (const ControlDescription* found : interface_.controls()) {
     if (found->kind != slider) continue;
-    ASSERT_GE(found->tick_marks, 2) << found->outlet;
+    ASSERT_GE(found->tickMarks, 2) << found->outlet;
     const int range = static_cast<int>(*found->maximum - *found->minimum);
-    ASSERT_EQ(range % (found->tick_marks - 1), 0) << found->outlet;
-    const int gap = range / (found->tick_marks - 1);
+    ASSERT_EQ(range % (found->tickMarks - 1), 0) << found->outlet;
+    const int gap = range / (found->tickMarks - 1);
     EXPECT_EQ(static_cast<int>(*found->value - *found->minimum) % gap, 0) << found->outlet;
-    EXPECT_FALSE(found->minimum_label.empty()) << found->outlet;
-    EXPECT_FALSE(found->maximum_label.empty()) << found->outlet;
+    EXPECT_FALSE(found->minimumLabel.empty()) << found->outlet;
+    EXPECT_FALSE(found->maximumLabel.empty()) << found->outlet;
   }
 }
 
@@ -143,9 +143,9 @@ TEST_F(ShippedInterface, AsksForPortsFrom1To65535BesideTheirBox) {
     const ControlDescription& field = control("ib_admin_edbox_" + service + "Port");
     EXPECT_EQ(field.minimum, 1);
     EXPECT_EQ(field.maximum, 65535);
-    EXPECT_EQ(field.requires_outlet, "ib_admin_chkbox_" + service + "Port");
+    EXPECT_EQ(field.requiresOutlet, "ib_admin_chkbox_" + service + "Port");
     EXPECT_EQ(field.setting, service + ".port");
-    EXPECT_FALSE(field.display_only);
+    EXPECT_FALSE(field.displayOnly);
   }
 }
 
@@ -156,14 +156,14 @@ TEST_F(ShippedInterface, MakesTheActionsOnConnectOneSetting) {
     const ControlDescription& radio = control("ib_admin_rbutton_" + name);
     EXPECT_EQ(radio.setting, "connect.action");
     EXPECT_EQ(radio.choice, choice);
-    EXPECT_EQ(radio.requires_outlet, "ib_admin_chkbox_actOnLogin");
+    EXPECT_EQ(radio.requiresOutlet, "ib_admin_chkbox_actOnLogin");
   }
   EXPECT_EQ(control("ib_admin_chkbox_actOnLogin").setting, "connect.act");
 }
 
 TEST_F(ShippedInterface, ShowsTheOpenFilesLimitWithoutEditingIt) {
   for (const char* outlet : {"ib_admin_edbox_maxFSoft", "ib_admin_edbox_maxFHard"}) {
-    EXPECT_TRUE(control(outlet).display_only) << outlet;
+    EXPECT_TRUE(control(outlet).displayOnly) << outlet;
     EXPECT_TRUE(control(outlet).setting.empty()) << outlet;
   }
 }
@@ -180,7 +180,7 @@ TEST_F(ShippedInterface, NamesEverySettingInLowerCaseWithDots) {
   for (const ControlDescription* found : interface_.controls()) {
     const bool editor = found->kind == checkBox || found->kind == radioButton || found->kind == slider ||
                         found->kind == popUp || found->kind == textField;
-    EXPECT_EQ(!found->setting.empty(), editor && !found->hidden && !found->display_only) << found->outlet;
+    EXPECT_EQ(!found->setting.empty(), editor && !found->hidden && !found->displayOnly) << found->outlet;
     if (found->setting.empty()) continue;
     EXPECT_NE(found->setting.find('.'), std::string::npos) << found->setting;
     EXPECT_TRUE(std::ranges::all_of(found->setting, [](char c) {
@@ -237,7 +237,7 @@ TEST_F(ShippedInterface, LabelsEveryControlInSentenceCase) {
     EXPECT_FALSE(found->label.ends_with('.')) << found->outlet;
     EXPECT_FALSE(found->label.ends_with(':')) << found->outlet;
     for (const std::string& item : found->items) EXPECT_TRUE(isSentenceCase(item)) << found->outlet;
-    for (const std::string& text : {found->title, found->minimum_label, found->maximum_label})
+    for (const std::string& text : {found->title, found->minimumLabel, found->maximumLabel})
       if (!text.empty()) {
         EXPECT_TRUE(isSentenceCase(text)) << found->outlet;
       }

@@ -1,5 +1,6 @@
 // The state timer ticks four times a second for as long as the pane exists. A tick that has nothing new to
 // show must allocate nothing, throw nothing and notify no front end of a change.
+#include "tests/server/change_counter.h"
 #include "tests/server/pane_fixture.h"
 #include "tests/support/allocation_count.h"
 
@@ -48,17 +49,12 @@ void PrintTo(const State& state, std::ostream* out) {
   *out << state.name;
 }
 
-struct Count : ControlObserver {
-  int changes = 0;
-  void controlChanged(Control&) override { ++changes; }
-};
-
 struct TickTest : PaneTest, testing::WithParamInterface<State> {
   void tick() const { computer.runLoop.callback(nullptr, computer.runLoop.context.info); }
 };
 
 TEST_P(TickTest, WithNothingNewAllocatesNothingAndTellsNobody) {
-  Count count;  // outlives the pane, which notifies it at its end
+  ChangeCounter count;  // outlives the pane, which notifies it at its end
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();
   GetParam().bring(computer, pane);
@@ -77,7 +73,7 @@ INSTANTIATE_TEST_SUITE_P(States, TickTest,
                          [](const auto& state) { return state.param.name; });
 
 TEST_F(PaneTest, ATickWithSomethingNewShowsIt) {
-  Count count;  // outlives the pane, which notifies it at its end
+  ChangeCounter count;  // outlives the pane, which notifies it at its end
   NVKServerPrefs pane(interface);
   pane.awakeFromNib();
   for (Control* control : pane.outlets()) control->setObserver(&count);

@@ -1,5 +1,6 @@
 // Controls and views as values: what a control of each kind holds, and when it notifies its observer.
 #include "src/server/mac/ui/control.h"
+#include "tests/server/change_counter.h"
 
 #include <gtest/gtest.h>
 
@@ -12,15 +13,6 @@ namespace {
 
 constexpr int64_t kNoNumber = std::numeric_limits<int64_t>::min();
 
-struct Count : ControlObserver {
-  int changes = 0;
-  Control* last = nullptr;
-  void controlChanged(Control& control) override {
-    ++changes;
-    last = &control;
-  }
-};
-
 // A control of that kind whose changes are recorded.
 struct Observed {
   explicit Observed(ControlKind kind) {
@@ -30,7 +22,7 @@ struct Observed {
     control.setObserver(&count);
   }
   Control control;
-  Count count;
+  ChangeCounter count;
 };
 
 TEST(ControlTest, StandsAsDescribedAndEnabledWhateverHostsLeaveOut) {

@@ -8,11 +8,8 @@
 namespace norvik {
 namespace {
 
-constexpr Pixel kClear{};
-constexpr Pixel kWhite{255, 255, 255, 255};
 constexpr Pixel kBlack{0, 0, 0, 255};
 constexpr Pixel kRed{255, 0, 0, 255};
-constexpr Pixel kGrey{128, 128, 128, 255};
 constexpr Pixel kHalfRed{128, 0, 0, 128};
 
 struct Case {

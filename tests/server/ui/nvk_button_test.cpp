@@ -11,9 +11,6 @@
 namespace norvik {
 namespace {
 
-constexpr Pixel kClear{};
-constexpr Pixel kWhite{255, 255, 255, 255};
-constexpr Pixel kGrey{128, 128, 128, 255};
 constexpr Pixel kHalfWhite{128, 128, 128, 128};
 constexpr Pixel kRow[] = {kWhite, kGrey, kHalfWhite, kClear};  // how the plain button looks, left to right
 constexpr Color kBlue{0, 0, 1, 1};

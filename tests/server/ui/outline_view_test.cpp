@@ -1,5 +1,6 @@
 // The sidebar's two views against a delegate of the test: rows, opening and closing, selection, pages.
 #include "src/server/mac/ui/outline_view.h"
+#include "tests/server/change_counter.h"
 
 #include <gtest/gtest.h>
 
@@ -36,11 +37,6 @@ struct Tree : OutlineViewDelegate {
     return cell;
   }
   void outlineViewSelectionDidChange(OutlineView&) override { ++selections; }
-};
-
-struct Count : ControlObserver {
-  int changes = 0;
-  void controlChanged(Control&) override { ++changes; }
 };
 
 std::vector<std::string> textsOf(const OutlineView& view) {
@@ -159,7 +155,7 @@ TEST_F(OutlineViewTest, AReloadKeepsTheRowNumberWhileThereIsSuchARow) {
 }
 
 TEST_F(OutlineViewTest, TellsItsObserverOfRowsAndSelection) {
-  Count count;
+  ChangeCounter count;
   view.setObserver(&count);
   view.reloadData();
   view.selectRow(1);
@@ -172,7 +168,7 @@ TEST(TabViewTest, ShowsTheFirstPageThenTheOneThatWasSelected) {
   EXPECT_EQ(tabs.selectedItem(), nullptr);
   tabs.setItems({{"user:Image"}, {"admin:General"}});
   EXPECT_EQ(tabs.selectedItem(), &tabs.items()[0]);
-  Count count;
+  ChangeCounter count;
   tabs.setObserver(&count);
   tabs.selectItem(tabs.items()[1]);
   tabs.selectItem(tabs.items()[1]);

@@ -18,7 +18,7 @@ const std::string& captionOf(const RowDescription& row) {
 }
 
 bool hasNote(const ControlDescription& control) {
-  return control.kind == ControlKind::textField && !control.display_only;
+  return control.kind == ControlKind::textField && !control.displayOnly;
 }
 
 }  // namespace norvik

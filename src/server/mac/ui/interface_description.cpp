@@ -130,18 +130,18 @@ constexpr Key<ControlDescription> kControlKeys[] = {
     {"help", Presence::optional, into<&ControlDescription::help>},
     {"setting", Presence::optional, into<&ControlDescription::setting>},
     {"choice", Presence::optional, into<&ControlDescription::choice>},
-    {"requires", Presence::optional, into<&ControlDescription::requires_outlet>},
+    {"requires", Presence::optional, into<&ControlDescription::requiresOutlet>},
     {"minimum", Presence::optional, into<&ControlDescription::minimum>},
     {"maximum", Presence::optional, into<&ControlDescription::maximum>},
-    {"minimumLabel", Presence::optional, into<&ControlDescription::minimum_label>},
-    {"maximumLabel", Presence::optional, into<&ControlDescription::maximum_label>},
-    {"tickMarks", Presence::optional, into<&ControlDescription::tick_marks>},
+    {"minimumLabel", Presence::optional, into<&ControlDescription::minimumLabel>},
+    {"maximumLabel", Presence::optional, into<&ControlDescription::maximumLabel>},
+    {"tickMarks", Presence::optional, into<&ControlDescription::tickMarks>},
     {"value", Presence::optional, into<&ControlDescription::value>},
     {"items", Presence::optional, into<&ControlDescription::items>},
     {"title", Presence::optional, into<&ControlDescription::title>},
-    {"copyTitle", Presence::optional, into<&ControlDescription::copy_title>},
+    {"copyTitle", Presence::optional, into<&ControlDescription::copyTitle>},
     {"indicator", Presence::optional, into<&ControlDescription::indicator>},
-    {"displayOnly", Presence::optional, into<&ControlDescription::display_only>},
+    {"displayOnly", Presence::optional, into<&ControlDescription::displayOnly>},
     {"hidden", Presence::optional, into<&ControlDescription::hidden>},
 };
 
@@ -179,7 +179,7 @@ bool readHeight(const PropertyList& value, const std::string& path, InterfaceDes
 
 constexpr Key<InterfaceDescription> kRootKeys[] = {
     {"title", Presence::needed, into<&InterfaceDescription::title>},
-    {"changedHelp", Presence::optional, into<&InterfaceDescription::changed_help>},
+    {"changedHelp", Presence::optional, into<&InterfaceDescription::changedHelp>},
     {"width", Presence::needed, readWidth},
     {"height", Presence::needed, readHeight},
     {"frame", Presence::needed, into<&InterfaceDescription::frame>},

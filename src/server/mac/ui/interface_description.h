@@ -37,19 +37,19 @@ struct ControlDescription {
   std::string choice;   // radio buttons: the word for this button; those with one setting form a group
   // Outlet of the check box that must be on before this control means anything. The control is shown under
   // or beside it. Empty for none.
-  std::string requires_outlet;
+  std::string requiresOutlet;
   // Range of a slider or of a number typed into a text field; both ends count.
   std::optional<double> minimum;
   std::optional<double> maximum;
-  std::string minimum_label;  // names of a slider's two ends
-  std::string maximum_label;
-  int tick_marks = 0;              // of a slider; 0 for none
+  std::string minimumLabel;  // names of a slider's two ends
+  std::string maximumLabel;
+  int tickMarks = 0;               // of a slider; 0 for none
   std::optional<double> value;     // of a slider before anything is loaded
   std::vector<std::string> items;  // of a pop-up, in order
   std::string title;               // of a push button before the first refresh
-  std::string copy_title;          // of a label with an address: the title of the button that copies it
+  std::string copyTitle;           // of a label with an address: the title of the button that copies it
   bool indicator = false;          // a label that shows a state: a coloured dot is drawn before it
-  bool display_only = false;       // a text field that cannot be edited
+  bool displayOnly = false;        // a text field that cannot be edited
   bool hidden = false;             // never shown to a person (kept for the code that refers to it)
 
   bool operator==(const ControlDescription&) const = default;
@@ -73,9 +73,9 @@ struct TabDescription {
 };
 
 struct InterfaceDescription {
-  std::string title;         // of the window
-  Size size;                 // of the main view, before it is fitted to the window
-  std::string changed_help;  // what is said beside a control with an edit that is not applied yet
+  std::string title;        // of the window
+  Size size;                // of the main view, before it is fitted to the window
+  std::string changedHelp;  // what is said beside a control with an edit that is not applied yet
   std::vector<ControlDescription> frame;  // controls outside the pages: sidebar, tab view, lock, Help, Apply
   std::vector<TabDescription> tabs;
 

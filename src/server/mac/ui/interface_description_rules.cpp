@@ -110,7 +110,7 @@ bool checkOutlets(const InterfaceDescription& description, std::string& error) {
 
 bool checkRequirements(const InterfaceDescription& description, std::string& error) {
   for (const ControlDescription* control : description.controls()) {
-    const std::string& outlet = control->requires_outlet;
+    const std::string& outlet = control->requiresOutlet;
     if (outlet.empty()) continue;
     const ControlDescription* box = description.find(outlet);
     if (!box) return fail(error, pathOf(description, control), "requires names no control: " + outlet);
