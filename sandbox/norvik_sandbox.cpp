@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "sandbox/bus.h"
+#include "sandbox/daemon.h"
 #include "sandbox/layout.h"
 #include "sandbox/processes.h"
 #include "sandbox/program.h"
@@ -50,6 +51,8 @@ int start(const fs::path& folder, std::optional<double> factor) {
     replaceFile(root.own("clock"), text.str());
   }
   startBus(root);
+  // The agents inherit this: a signal that asks them to read their settings again waits until they can.
+  blockSignals({SIGUSR2});
   for (const char* program : kAtLogIn) {
     if (running(root, program)) continue;
     if (runAndWait(root, root.inside(program)) != 0)

@@ -108,6 +108,14 @@ TEST_F(SandboxTest, AFolderWithOtherContentIsRefused) {
   EXPECT_FALSE(fs::exists(other / ".norvik"));
 }
 
+// Its signal to read settings again may come from another pane's save before it has seen to that.
+TEST_F(SandboxTest, ASignalDoesNotEndAnAgentThatIsStarting) {
+  EXPECT_EQ(sandbox({"stop"}).status, 0);
+  box.replaceProgram("/Applications/Norvik Agent.app/Contents/MacOS/nvkagent", "kill -USR2 $$");
+  const Result result = sandbox({"start"});
+  EXPECT_EQ(result.status, 0) << result.output;
+}
+
 TEST_F(SandboxTest, UnknownWordsAreUsageErrors) {
   for (const Words& words : {Words{"begin"}, Words{"start", "--speed", "0"},
                              Words{"start", "--speed", "fast"}, Words{"stop", "now"}})
