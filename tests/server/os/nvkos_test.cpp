@@ -1,8 +1,7 @@
-// The exported version queries where a scenario cannot look: how often the system is asked, what they return
-// without a computer, and the built library.
+// The exported version queries where a scenario cannot look: how often the system is asked, and what they
+// return without a computer.
 #include "src/server/mac/os/nvkos.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -84,39 +83,6 @@ TEST_F(NoComputerTest, NoBundleHasAVersion) {
 TEST_F(NoComputerTest, AProgramInCCanAsk) {
   EXPECT_EQ(versionFromC(nullptr), 0);
   EXPECT_EQ(versionFromC("com.example.viewer"), 0);
-}
-
-// The library as another program meets it: loaded by itself, without a computer.
-struct SharedLibraryTest : testing::Test {
-  void* library = dlopen(NORVIK_SHARED_LIBRARY, RTLD_NOW | RTLD_LOCAL);
-  ~SharedLibraryTest() override { dlclose(library); }
-  void SetUp() override { ASSERT_NE(library, nullptr) << dlerror(); }
-
-  template <typename Function>
-  Function* find(Function& /*declared*/, const char* name) {
-    void* found = dlsym(library, name);
-    EXPECT_NE(found, nullptr) << dlerror();
-    return reinterpret_cast<Function*>(found);
-  }
-};
-
-TEST_F(SharedLibraryTest, AnswersEveryQueryByItself) {
-  EXPECT_STREQ(find(NVKOS_SysName, "NVKOS_SysName")(), "MACOSX");
-  EXPECT_STREQ(static_cast<const char*>(dlsym(library, "__nvkos_sys_name")), "MACOSX");
-  int32_t major = -7, minor = -7, bugfix = -7;
-  EXPECT_EQ(find(NVKOS_SystemVersion, "NVKOS_SystemVersion")(&major, &minor, &bugfix), 1);
-  EXPECT_EQ(major, 0);
-  EXPECT_EQ(minor, 0);
-  EXPECT_EQ(bugfix, 0);
-  EXPECT_EQ(find(NVKOS_SysVerEqual, "NVKOS_SysVerEqual")(0, 0), 1);
-  EXPECT_EQ(find(NVKOS_SysVerEqualOrGreater, "NVKOS_SysVerEqualOrGreater")(10, 6), 0);
-  EXPECT_EQ(find(NVKOS_SysVerGreater, "NVKOS_SysVerGreater")(10, 6), 0);
-  EXPECT_EQ(find(NVKOS_BundleVersion, "NVKOS_BundleVersion")(nullptr, &major, &minor, &bugfix), 0);
-}
-
-TEST_F(SharedLibraryTest, KeepsItsOtherNamesToItself) {
-  EXPECT_EQ(dlsym(library, "nvkos_update_sysver"), nullptr);
-  EXPECT_EQ(dlsym(library, "__nvkos_sys_ver"), nullptr);
 }
 
 }  // namespace

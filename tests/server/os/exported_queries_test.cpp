@@ -1,32 +1,32 @@
-// The bundle in a program that needs only its version queries: loaded without a host, and so without a pane
-// and without a computer to ask.
+// The version queries as another program meets them: a file that exports them, loaded by itself, and so
+// without a computer to ask. One program for each such file, the library and the pane's bundle.
 #include <dlfcn.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 
-namespace norvik::prefpane {
+namespace norvik {
 namespace {
 
 using PartsQuery = int32_t(int32_t*, int32_t*, int32_t*);
 using Comparison = int32_t(int32_t, int32_t);
 using BundleQuery = int32_t(const char*, int32_t*, int32_t*, int32_t*);
 
-class BundleExports : public testing::Test {
+class ExportedQueries : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_NE(bundle_, nullptr) << dlerror(); }
+  void SetUp() override { ASSERT_NE(file_, nullptr) << dlerror(); }
 
-  // Null where the bundle does not export the name.
+  // Null if the file does not export the name.
   template <typename Exported>
   Exported* exported(const char* name) {
-    return reinterpret_cast<Exported*>(dlsym(bundle_, name));
+    return reinterpret_cast<Exported*>(dlsym(file_, name));
   }
 
  private:
-  void* bundle_ = dlopen(NORVIK_BUNDLE "/Norvik", RTLD_NOW | RTLD_LOCAL);
+  void* file_ = dlopen(NORVIK_EXPORTING_FILE, RTLD_NOW | RTLD_LOCAL);
 };
 
-TEST_F(BundleExports, TheSystemHasItsName) {
+TEST_F(ExportedQueries, TheSystemHasItsName) {
   const auto* name = exported<const char>("__nvkos_sys_name");
   auto* query = exported<const char*()>("NVKOS_SysName");
   ASSERT_NE(name, nullptr);
@@ -35,7 +35,7 @@ TEST_F(BundleExports, TheSystemHasItsName) {
   EXPECT_EQ(query(), name);
 }
 
-TEST_F(BundleExports, TheSystemsVersionIsZeroBeforeThereIsAPane) {
+TEST_F(ExportedQueries, TheSystemsVersionIsZeroWithoutAComputer) {
   auto* query = exported<PartsQuery>("NVKOS_SystemVersion");
   ASSERT_NE(query, nullptr);
   int32_t major = -7;
@@ -47,7 +47,7 @@ TEST_F(BundleExports, TheSystemsVersionIsZeroBeforeThereIsAPane) {
   EXPECT_EQ(bugfix, 0);
 }
 
-TEST_F(BundleExports, ComparisonsAreMadeWithThatVersion) {
+TEST_F(ExportedQueries, ComparisonsAreMadeWithThatVersion) {
   auto* equal = exported<Comparison>("NVKOS_SysVerEqual");
   auto* atLeast = exported<Comparison>("NVKOS_SysVerEqualOrGreater");
   auto* above = exported<Comparison>("NVKOS_SysVerGreater");
@@ -62,7 +62,7 @@ TEST_F(BundleExports, ComparisonsAreMadeWithThatVersion) {
   EXPECT_EQ(above(-1, 0), 1);
 }
 
-TEST_F(BundleExports, NoBundleHasAVersionBeforeThereIsAPane) {
+TEST_F(ExportedQueries, NoBundleHasAVersionWithoutAComputer) {
   auto* query = exported<BundleQuery>("NVKOS_BundleVersion");
   ASSERT_NE(query, nullptr);
   for (const char* identifier : {static_cast<const char*>(nullptr), "com.veltrane.norvik.prefpane"}) {
@@ -72,5 +72,10 @@ TEST_F(BundleExports, NoBundleHasAVersionBeforeThereIsAPane) {
   }
 }
 
+TEST_F(ExportedQueries, OtherNamesAreKeptInside) {
+  EXPECT_EQ(exported<void>("nvkos_update_sysver"), nullptr);
+  EXPECT_EQ(exported<void>("__nvkos_sys_ver"), nullptr);
+}
+
 }  // namespace
-}  // namespace norvik::prefpane
+}  // namespace norvik
