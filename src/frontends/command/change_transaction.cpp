@@ -36,7 +36,7 @@ struct Shown {
 std::vector<Shown> snapshot(const Context& context, Session& session) {
   std::vector<Shown> values;
   for (const PaneSetting& setting : session.settings()) {
-    values.push_back({setting.name(), setting.text(), setting.json()});
+    values.push_back({setting.name(), setting.text(), jsonOf(setting.typedValue())});
   }
   for (const ControlDescription* description : context.interface.controls()) {
     if (!description->displayOnly) continue;
@@ -143,7 +143,7 @@ Outcome editAndApply(const Context& context, Session& session, const Questions& 
   return outcome;
 }
 
-Outcome preview(const Context& context, const ChangeRequest& request, Mode mode, const Answers& answers) {
+Outcome preview(const Context& context, const ChangeRequest& request, RecordingMode mode, const Answers& answers) {
   Questions questions(answers, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, mode);
@@ -184,7 +184,7 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
   {
     Questions questions(context.answers, context.err);
     Progress progress(nullptr);
-    Session session(context, questions, progress, Mode::real);
+    Session session(context, questions, progress, RecordingMode::real);
     outcome = editAndApply(context, session, questions, recording(request, expected));
   }
   if (!outcome.applied) return outcome;
@@ -218,11 +218,11 @@ ExitStatus change(const Context& context, const ChangeRequest& request, bool dry
     Answers answers{context.answers.fixed, nullptr};
     // A person who is asked later, and a dry run, see what follows from the default answer.
     if (!answers.fixed && (attended || dryRun)) answers.fixed = NSAlertDefaultReturn;
-    const Outcome outcome = preview(context, request, Mode::pretending, answers);
+    const Outcome outcome = preview(context, request, RecordingMode::pretending, answers);
     if (dryRun || outcome.error) return report(context, outcome, dryRun);
   }
   if (request.requiresUnlock && !attended) {
-    const Outcome outcome = preview(context, request, Mode::looking, {context.answers.fixed, nullptr});
+    const Outcome outcome = preview(context, request, RecordingMode::looking, {context.answers.fixed, nullptr});
     if (outcome.error) return report(context, outcome, false);
   }
   return report(context, apply(context, request), false);

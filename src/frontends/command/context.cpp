@@ -17,4 +17,8 @@ void Context::complain(std::string_view sentence) const {
   writeDiagnostic(err, sentence);
 }
 
+nlohmann::ordered_json jsonOf(const SettingValue& value) {
+  return std::visit([](const auto& held) { return nlohmann::ordered_json(held); }, value);
+}
+
 }  // namespace norvik::command

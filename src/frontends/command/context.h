@@ -11,6 +11,7 @@
 
 #include "src/frontends/command/exit_status.h"
 #include "src/frontends/command/questions.h"
+#include "src/frontends/shared/change/pane_setting.h"
 #include "src/frontends/shared/checks/port_check.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/ui/interface_description.h"
@@ -42,6 +43,9 @@ struct Context {
   // Writes a diagnostic after the program's name, control characters escaped.
   void complain(std::string_view sentence) const;
 };
+
+// A setting's value in JSON, with its type.
+nlohmann::ordered_json jsonOf(const SettingValue& value);
 
 // A reason to stop, for the person and for the shell; none where the status is kExitOk.
 struct Error {

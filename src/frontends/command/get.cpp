@@ -12,7 +12,7 @@ namespace norvik::command {
 ExitStatus getSettings(const Context& context, const CommandLine& line) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::pretending);
+  Session session(context, questions, progress, RecordingMode::pretending);
   nlohmann::ordered_json values;
   std::string lines;
   for (const std::string& name : line.arguments) {
@@ -21,7 +21,7 @@ ExitStatus getSettings(const Context& context, const CommandLine& line) {
       context.complain("unknown setting \"" + name + "\"." + suggestion(name, session.settingNames()));
       return kExitUsage;
     }
-    values[name] = setting->json();
+    values[name] = jsonOf(setting->typedValue());
     lines += setting->text() + '\n';
   }
   if (context.json) {

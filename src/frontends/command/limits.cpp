@@ -41,7 +41,7 @@ Json jsonOf(const NVKServerLimit& limit) {
 ExitStatus show(const Context& context) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::looking);
+  Session session(context, questions, progress, RecordingMode::looking);
   // The pane reads the current limits only while the lock is open. The others are shown in any case.
   session.unlock();
   NVKServerPrefs& pane = session.pane();

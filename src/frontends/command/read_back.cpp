@@ -30,7 +30,7 @@ Expected expectedOf(Session& session) {
 std::vector<std::string> notSaved(const Context& context, const Expected& expected, const Outcome& outcome) {
   Questions questions({NSAlertDefaultReturn, nullptr}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::pretending);
+  Session session(context, questions, progress, RecordingMode::pretending);
   session.unlock();
   for (const auto& [name, value] : expected.values) {
     if (PaneSetting* setting = session.find(name)) setting->put(value);

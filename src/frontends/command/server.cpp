@@ -75,7 +75,7 @@ Error pressButton(const Context& context, Session& session, Progress& progress, 
 ExitStatus orderServer(const Context& context, ServerOrder order) {
   Questions questions(context.answers, context.err);
   Progress progress(context.json ? nullptr : context.progress);
-  Session session(context, questions, progress, Mode::real);
+  Session session(context, questions, progress, RecordingMode::real);
   const int32_t pid = session.pane().m_serverPid;
   const bool fulfilled = isFulfilled(order, pid);
   if (!fulfilled && !session.unlock()) {

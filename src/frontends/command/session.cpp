@@ -7,7 +7,7 @@
 
 namespace norvik::command {
 
-Session::Session(const Context& context, AlertPanels& alerts, Drawing& drawing, Mode mode)
+Session::Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode)
     : recording_(context.computer, alerts, drawing, mode), pane_(context.interface) {
   pane_.awakeFromNib();
   pane_.onStateTimer();
@@ -51,7 +51,7 @@ void Session::click(Control& control) {
 std::vector<SettingDescription> shownSettings(const Context& context) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::pretending);
+  Session session(context, questions, progress, RecordingMode::pretending);
   std::vector<SettingDescription> settings;
   for (const PaneSetting& setting : session.settings()) settings.push_back(setting.description());
   return settings;

@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "src/frontends/command/context.h"
-#include "src/frontends/command/pane_setting.h"
-#include "src/frontends/command/recording_platform.h"
+#include "src/frontends/shared/change/pane_setting.h"
+#include "src/frontends/shared/change/recording_platform.h"
 #include "src/server/mac/pane/pane.h"
 
 namespace norvik::command {
@@ -15,7 +15,7 @@ namespace norvik::command {
 class Session {
  public:
   // Creates the pane over the context's computer and awakes it. Borrows everything.
-  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, Mode mode);
+  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode);
   // Closes the lock and destroys the pane.
   ~Session();
   Session(const Session&) = delete;

@@ -73,7 +73,7 @@ void sortByPage(Session& session, std::vector<Edit>& edits) {
 Parsed parse(const Context& context, const Arguments& assignments) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::pretending);
+  Session session(context, questions, progress, RecordingMode::pretending);
   Parsed parsed;
   for (const std::string& word : assignments) {
     if (Error error = parseAssignment(session, word, parsed.edits)) parsed.errors.push_back(error);

@@ -93,7 +93,7 @@ Json settingJson(Session& session, PaneSetting& setting) {
   const ControlDescription& first = setting.description().first();
   const Editability editability = editabilityOf(session, setting);
   Json entry{
-      {"name", setting.name()}, {"label", first.label}, {"help", first.help}, {"value", setting.json()}};
+      {"name", setting.name()}, {"label", first.label}, {"help", first.help}, {"value", jsonOf(setting.typedValue())}};
   entry["default"] = isDefault(setting, session.pane());
   entry["pending"] = isPending(setting, session.pane());
   if (first.minimum) entry["minimum"] = static_cast<int64_t>(*first.minimum);
@@ -176,7 +176,7 @@ ExitStatus showSettings(const Context& context, const CommandLine& line) {
   const std::string page = line.arguments.empty() ? "" : line.arguments.front();
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::looking);
+  Session session(context, questions, progress, RecordingMode::looking);
   PaneSetting* one = session.find(page);
   const auto pages = one != nullptr ? std::vector<Page>{{one}} : pagesOf(session, page);
   if (pages.empty()) return unknownPage(context, session, page);

@@ -88,7 +88,7 @@ nlohmann::ordered_json statusJson(NVKServerPrefs& pane) {
 ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::looking);
+  Session session(context, questions, progress, RecordingMode::looking);
   const auto pending = pendingSettings(session);
   if (context.json) {
     auto status = statusJson(session.pane());

@@ -23,7 +23,7 @@ const Launch* launchOf(const Effects& effects) {
 ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   Questions questions(context.answers, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::real);
+  Session session(context, questions, progress, RecordingMode::real);
   if (!session.unlock()) {
     context.complain("this needs administrator rights, which were not granted.");
     return kExitNoPermission;

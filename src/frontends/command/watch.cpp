@@ -41,7 +41,7 @@ void writeLine(const Context& context, const StatusLine& line) {
 ExitStatus watch(const Context& context, const CommandLine& /*line*/) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
-  Session session(context, questions, progress, Mode::looking);
+  Session session(context, questions, progress, RecordingMode::looking);
   NVKServerPrefs& pane = session.pane();
   std::vector<StatusLine> shown;
   int pass = 0;

@@ -1,17 +1,19 @@
-// A setting on a pane: its description and the controls that hold it, read as text, as JSON or as a number,
-// and changed as a person changes them.
+// A setting on a pane: its description and the controls that hold it, read as text, with its type or as a
+// number, and changed as a person changes them.
 #pragma once
 
 #include <cstdint>
-#include <nlohmann/json_fwd.hpp>
 #include <optional>
 #include <string>
+#include <variant>
 #include <vector>
 
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/server/mac/pane/pane.h"
 
-namespace norvik::command {
+namespace norvik {
+
+using SettingValue = std::variant<std::string, bool, int64_t>;
 
 class PaneSetting {
  public:
@@ -28,7 +30,8 @@ class PaneSetting {
 
   // What it holds: "on", "4073", "High", "console"; "none" for a choice of which no button is on.
   std::string text() const;
-  nlohmann::ordered_json json() const;
+  // The same with its type: a box is true or false, a number a number.
+  SettingValue typedValue() const;
   // The same for a value that it does not hold yet.
   std::string textOf(int64_t value) const;
   // As checkedValue gives it; nothing where what it holds is no such value.
@@ -47,4 +50,4 @@ class PaneSetting {
 // Every setting of the description that the pane shows, in the order of the pages.
 std::vector<PaneSetting> paneSettings(const InterfaceDescription& interface, NVKServerPrefs& pane);
 
-}  // namespace norvik::command
+}  // namespace norvik

@@ -1,20 +1,20 @@
 // The platform interfaces through which the pane changes something; each records and, by its mode, withholds.
-#include "src/frontends/command/recording_platform.h"
+#include "src/frontends/shared/change/recording_platform.h"
 
 #include <map>
 
-namespace norvik::command {
+namespace norvik {
 
 namespace {
 
 class RecordingAuthorization : public AuthorizationService {
  public:
-  RecordingAuthorization(AuthorizationService& service, Mode mode, Effects& effects)
+  RecordingAuthorization(AuthorizationService& service, RecordingMode mode, Effects& effects)
       : service_(service), mode_(mode), effects_(effects) {}
 
   OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                AuthorizationRef& authorization) override {
-    if (mode_ != Mode::pretending) return service_.AuthorizationCreate(rights, flags, authorization);
+    if (mode_ != RecordingMode::pretending) return service_.AuthorizationCreate(rights, flags, authorization);
     // Any reference will do, as only this object ever sees it.
     authorization = reinterpret_cast<AuthorizationRef>(this);
     return errAuthorizationSuccess;
@@ -22,20 +22,20 @@ class RecordingAuthorization : public AuthorizationService {
 
   OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                    AuthorizationFlags flags) override {
-    if (mode_ != Mode::pretending) return service_.AuthorizationCopyRights(authorization, rights, flags);
+    if (mode_ != RecordingMode::pretending) return service_.AuthorizationCopyRights(authorization, rights, flags);
     return (flags & kAuthorizationFlagInteractionAllowed) != 0 ? errAuthorizationSuccess
                                                                : errAuthorizationDenied;
   }
 
   OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) override {
-    if (mode_ == Mode::pretending) return errAuthorizationSuccess;
+    if (mode_ == RecordingMode::pretending) return errAuthorizationSuccess;
     return service_.AuthorizationRightRemove(authorization, name);
   }
 
   // Looking keeps the rights, so that nobody is asked for a password again when the change is made.
   OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override {
-    if (mode_ == Mode::pretending) return errAuthorizationSuccess;
-    if (mode_ == Mode::looking) flags &= ~kAuthorizationFlagDestroyRights;
+    if (mode_ == RecordingMode::pretending) return errAuthorizationSuccess;
+    if (mode_ == RecordingMode::looking) flags &= ~kAuthorizationFlagDestroyRights;
     return service_.AuthorizationFree(authorization, flags);
   }
 
@@ -46,7 +46,7 @@ class RecordingAuthorization : public AuthorizationService {
     Launch launch{path, {}, reports, false};
     for (const char* const* word = arguments; *word != nullptr; ++word) launch.arguments.emplace_back(*word);
     OSStatus status = errAuthorizationSuccess;
-    if (mode_ == Mode::real || (mode_ == Mode::looking && reports)) {
+    if (mode_ == RecordingMode::real || (mode_ == RecordingMode::looking && reports)) {
       status = service_.AuthorizationExecuteWithPrivileges(authorization, path, flags, arguments,
                                                            communicationsPipe);
     } else if (reports) {
@@ -59,17 +59,17 @@ class RecordingAuthorization : public AuthorizationService {
 
  private:
   AuthorizationService& service_;
-  Mode mode_;
+  RecordingMode mode_;
   Effects& effects_;
 };
 
 class RecordingFiles : public Files {
  public:
-  RecordingFiles(Files& files, Mode mode, Effects& effects) : files_(files), mode_(mode), effects_(effects) {}
+  RecordingFiles(Files& files, RecordingMode mode, Effects& effects) : files_(files), mode_(mode), effects_(effects) {}
 
   FileRef fopen(const char* path, FileMode mode) override {
     const bool writes = mode == FileMode::writeBinary;
-    if (writes && mode_ != Mode::real) return nowhere();
+    if (writes && mode_ != RecordingMode::real) return nowhere();
     const FileRef file = files_.fopen(path, mode);
     if (writes && file == nullptr) effects_.unwritten.emplace_back(path);
     if (writes && file != nullptr) written_[file] = path;
@@ -94,7 +94,7 @@ class RecordingFiles : public Files {
     files_.fclose(file);
   }
   int mkdir(const char* path, uint32_t mode) override {
-    return mode_ == Mode::real ? files_.mkdir(path, mode) : 0;
+    return mode_ == RecordingMode::real ? files_.mkdir(path, mode) : 0;
   }
 
  private:
@@ -102,21 +102,21 @@ class RecordingFiles : public Files {
   FileRef nowhere() { return reinterpret_cast<FileRef>(this); }
 
   Files& files_;
-  Mode mode_;
+  RecordingMode mode_;
   Effects& effects_;
   std::map<FileRef, std::string> written_;  // the paths of the files that are being written
 };
 
 class RecordingPropertyLists : public PropertyListFiles {
  public:
-  RecordingPropertyLists(PropertyListFiles& lists, Mode mode, Effects& effects)
+  RecordingPropertyLists(PropertyListFiles& lists, RecordingMode mode, Effects& effects)
       : lists_(lists), mode_(mode), effects_(effects) {}
 
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) override {
     return lists_.dictionaryWithContentsOfFile(path);
   }
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override {
-    if (mode_ != Mode::real || lists_.writeToFile(dictionary, path)) return true;
+    if (mode_ != RecordingMode::real || lists_.writeToFile(dictionary, path)) return true;
     effects_.unwritten.push_back(path);
     return false;
   }
@@ -126,66 +126,66 @@ class RecordingPropertyLists : public PropertyListFiles {
 
  private:
   PropertyListFiles& lists_;
-  Mode mode_;
+  RecordingMode mode_;
   Effects& effects_;
 };
 
 class RecordingNotifications : public DistributedNotificationCenter {
  public:
-  RecordingNotifications(DistributedNotificationCenter& center, Mode mode, Effects& effects)
+  RecordingNotifications(DistributedNotificationCenter& center, RecordingMode mode, Effects& effects)
       : center_(center), mode_(mode), effects_(effects) {}
 
   void postNotificationName(const char* name, const char* object, unsigned options) override {
     effects_.posted.emplace_back(name);
-    if (mode_ == Mode::real) center_.postNotificationName(name, object, options);
+    if (mode_ == RecordingMode::real) center_.postNotificationName(name, object, options);
   }
 
  private:
   DistributedNotificationCenter& center_;
-  Mode mode_;
+  RecordingMode mode_;
   Effects& effects_;
 };
 
 class RecordingProcesses : public PosixProcesses {
  public:
-  RecordingProcesses(PosixProcesses& processes, Mode mode, Effects& effects)
+  RecordingProcesses(PosixProcesses& processes, RecordingMode mode, Effects& effects)
       : processes_(processes), mode_(mode), effects_(effects) {}
 
   KillResult kill(int32_t pid, Signal signal) override {
     if (signal == Signal::none) return processes_.kill(pid, signal);
     effects_.signalled.push_back(pid);
-    return mode_ == Mode::real ? processes_.kill(pid, signal) : KillResult::sent;
+    return mode_ == RecordingMode::real ? processes_.kill(pid, signal) : KillResult::sent;
   }
   int32_t getpid() override { return processes_.getpid(); }
   void usleep(uint32_t microseconds) override {
-    if (mode_ == Mode::real) processes_.usleep(microseconds);
+    if (mode_ == RecordingMode::real) processes_.usleep(microseconds);
   }
 
  private:
   PosixProcesses& processes_;
-  Mode mode_;
+  RecordingMode mode_;
   Effects& effects_;
 };
 
 class RecordingLog : public SystemLog {
  public:
-  RecordingLog(SystemLog& log, Mode mode, Effects& effects) : log_(log), mode_(mode), effects_(effects) {}
+  RecordingLog(SystemLog& log, RecordingMode mode, Effects& effects) : log_(log), mode_(mode), effects_(effects) {}
 
   void syslog(int priority, std::string_view line) override {
     effects_.logged.emplace_back(line);
-    if (mode_ == Mode::real) log_.syslog(priority, line);
+    if (mode_ == RecordingMode::real) log_.syslog(priority, line);
   }
 
  private:
   SystemLog& log_;
-  Mode mode_;
+  RecordingMode mode_;
   Effects& effects_;
 };
 
 }  // namespace
 
 struct RecordingPlatform::Interfaces {
-  Interfaces(Platform& computer, AlertPanels& alerts, Drawing& drawing, Mode mode, Effects& effects)
+  Interfaces(Platform& computer, AlertPanels& alerts, Drawing& drawing, RecordingMode mode, Effects& effects)
       : authorization(computer.authorization, mode, effects),
         files(computer.files, mode, effects),
         propertyLists(computer.propertyLists, mode, effects),
@@ -218,13 +218,14 @@ struct RecordingPlatform::Interfaces {
   Platform platform;
 };
 
-RecordingPlatform::RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing, Mode mode)
-    : interfaces_(std::make_unique<Interfaces>(computer, alerts, drawing, mode, effects_)) {
+RecordingPlatform::RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing, RecordingMode mode)
+    : interfaces_(std::make_unique<Interfaces>(computer, alerts, drawing, mode, effects_)),
+      before_(installedPlatform()) {
   installPlatform(&interfaces_->platform);
 }
 
 RecordingPlatform::~RecordingPlatform() {
-  installPlatform(nullptr);
+  installPlatform(before_);
 }
 
-}  // namespace norvik::command
+}  // namespace norvik

@@ -1,12 +1,11 @@
 // Reads and writes a setting by the kind of its control.
-#include "src/frontends/command/pane_setting.h"
+#include "src/frontends/shared/change/pane_setting.h"
 
 #include <algorithm>
-#include <nlohmann/json.hpp>
 
 #include "src/frontends/shared/checks/value_check.h"
 
-namespace norvik::command {
+namespace norvik {
 
 PaneSetting::PaneSetting(SettingDescription description, NVKServerPrefs& pane)
     : description_(std::move(description)) {
@@ -63,7 +62,7 @@ std::string PaneSetting::textOf(int64_t value) const {
   }
 }
 
-nlohmann::ordered_json PaneSetting::json() const {
+SettingValue PaneSetting::typedValue() const {
   const ControlKind kind = description_.first().kind;
   const auto held = value();
   if (kind == ControlKind::checkBox) return *held == kOnState;
@@ -92,4 +91,4 @@ std::vector<PaneSetting> paneSettings(const InterfaceDescription& interface, NVK
   return settings;
 }
 
-}  // namespace norvik::command
+}  // namespace norvik

@@ -10,9 +10,9 @@
 
 #include "src/server/mac/platform/platform.h"
 
-namespace norvik::command {
+namespace norvik {
 
-enum class Mode {
+enum class RecordingMode {
   real,        // everything happens
   looking,     // the lock is opened and tools whose output is read run; nothing is changed
   pretending,  // the lock only seems to open; nothing runs and nothing is changed
@@ -36,9 +36,9 @@ struct Effects {
 
 class RecordingPlatform {
  public:
-  // Installs itself as the pane's computer for as long as it lives. Everything that is neither recorded nor
+  // Installs itself as the pane's computer for as long as it lives; the one that was installed before follows it. Everything that is neither recorded nor
   // withheld is the given computer's; panels and drawing are the given ones. Borrows all of them.
-  RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing, Mode mode);
+  RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing, RecordingMode mode);
   ~RecordingPlatform();
   RecordingPlatform(const RecordingPlatform&) = delete;
   RecordingPlatform& operator=(const RecordingPlatform&) = delete;
@@ -49,6 +49,7 @@ class RecordingPlatform {
   struct Interfaces;
   Effects effects_;
   std::unique_ptr<Interfaces> interfaces_;
+  Platform* before_;  // installed again at the end
 };
 
-}  // namespace norvik::command
+}  // namespace norvik

@@ -1,11 +1,11 @@
 // What the recording platform records and what it withholds, over the simulated computer.
-#include "src/frontends/command/recording_platform.h"
+#include "src/frontends/shared/change/recording_platform.h"
 
 #include <gtest/gtest.h>
 
 #include "src/adapters/simulated/simulated_computer.h"
 
-namespace norvik::command {
+namespace norvik {
 namespace {
 
 constexpr const char* kList = "/Users/user/Library/Preferences/x.plist";
@@ -30,7 +30,7 @@ TEST_F(RecordingPlatformTest, RecordsWhichFilesCouldNotBeWritten) {
   computer.fileFaults.set(FileOperation::openWrite, "/tmp/closed", true);
   computer.fileFaults.set(FileOperation::write, "/tmp/full", true);
   computer.fileFaults.set(FileOperation::openWrite, kList, true);
-  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, Mode::real);
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, RecordingMode::real);
   write("/tmp/good");
   EXPECT_TRUE(platform().propertyLists.writeToFile(PropertyList(), "/tmp/good.plist"));
   EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
@@ -42,13 +42,13 @@ TEST_F(RecordingPlatformTest, RecordsWhichFilesCouldNotBeWritten) {
 
 // Reading is no change: a file that cannot be read is none that could not be written.
 TEST_F(RecordingPlatformTest, RecordsNoFileThatIsOnlyRead) {
-  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, Mode::real);
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, RecordingMode::real);
   EXPECT_EQ(platform().files.fopen("/no/file", FileMode::readBinary), nullptr);
   EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
 }
 
 TEST_F(RecordingPlatformTest, WithholdsEveryChangeWhileLookingOrPretending) {
-  for (const Mode mode : {Mode::looking, Mode::pretending}) {
+  for (const RecordingMode mode : {RecordingMode::looking, RecordingMode::pretending}) {
     computer.fileFaults.set(FileOperation::write, "/tmp/full", true);
     const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, mode);
     write("/tmp/file");
@@ -65,4 +65,4 @@ TEST_F(RecordingPlatformTest, WithholdsEveryChangeWhileLookingOrPretending) {
 }
 
 }  // namespace
-}  // namespace norvik::command
+}  // namespace norvik

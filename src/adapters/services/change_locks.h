@@ -1,0 +1,27 @@
+// The one lock of a computer for changes of its settings: whoever changes them, by whichever front end, holds it
+// from reading the files until the tools that save them have ended.
+#pragma once
+
+#include <chrono>
+#include <memory>
+
+namespace norvik {
+
+// The lock is held for as long as this object lives, and by the tools that were launched meanwhile until they
+// end. The system releases it when the program ends, in whatever way.
+class HeldLock {
+ public:
+  virtual ~HeldLock() = default;
+};
+
+class ChangeLocks {
+ public:
+  virtual ~ChangeLocks() = default;
+
+  // Waits for the lock, at most until the limit; null if somebody else held it all that time. A computer on
+  // which there is nothing to lock, because it has no folder of server settings and none for others, gives a
+  // lock at once. Not recursive. Blocks; on the main thread.
+  virtual std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) = 0;
+};
+
+}  // namespace norvik

@@ -1,0 +1,27 @@
+// What a front end asks of a computer and the pane does not: the counterpart of `Platform` for the change
+// transaction. Linux and the simulated computer implement each.
+#pragma once
+
+#include "src/adapters/services/change_locks.h"
+#include "src/adapters/services/launched_tools.h"
+#include "src/adapters/services/listening_ports.h"
+#include "src/adapters/services/settings_files.h"
+
+namespace norvik {
+
+// Whether the notification that was posted last reached the bus.
+class NotificationDelivery {
+ public:
+  virtual ~NotificationDelivery() = default;
+  virtual bool lastWasDelivered() const = 0;
+};
+
+struct ComputerServices {
+  ChangeLocks& locks;
+  LaunchedTools& tools;
+  SettingsFiles& files;
+  ListeningPorts& ports;
+  NotificationDelivery& delivery;
+};
+
+}  // namespace norvik

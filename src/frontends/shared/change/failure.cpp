@@ -1,0 +1,21 @@
+// The words, in the order of the codes.
+#include "src/frontends/shared/change/failure.h"
+
+#include <array>
+
+namespace norvik {
+
+namespace {
+
+constexpr std::array<std::string_view, 12> kWords = {
+    "",       "usage",     "wrong-value", "damaged",      "server",    "software", "not-written",
+    "output", "try-again", "not-allowed", "not-settable", "cancelled",
+};
+
+}  // namespace
+
+std::string_view codeWord(FailureCode code) {
+  return kWords.at(static_cast<std::size_t>(code));
+}
+
+}  // namespace norvik

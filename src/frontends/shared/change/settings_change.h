@@ -1,0 +1,149 @@
+// The change transaction: what a front end does around Apply, which by the pane's own rules is silent and the
+// last writer's. Look, check, preview, guard, apply, read back, report. Knows no toolkit; every front end goes
+// through it for every Apply. Main thread only.
+//
+//   look           before the pane loads: which files are damaged, what do they hold
+//   check          can the pending values be
+//   preview        what would be saved, run and told
+//   apply          takes the lock, takes over what others changed meanwhile, asks about what collides and about
+//                  damaged files, lets the pane apply, waits for its tools, reads back
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "src/adapters/services/computer_services.h"
+#include "src/frontends/shared/change/change_report.h"
+#include "src/frontends/shared/change/recording_platform.h"
+#include "src/frontends/shared/checks/port_check.h"
+
+namespace norvik {
+
+// A settings file that is there and that the pane cannot read, or a stored value that cannot be.
+struct FileFinding {
+  std::string file;      // its path
+  std::string label;     // "the server's settings file"
+  bool damaged = false;  // the whole file cannot be read; else one value in it cannot be
+  std::string sentence;  // what is wrong: "The server's settings file, /etc/norvik/svr.cfg, is damaged: line 3: ..."
+  std::string key;       // of the value
+  std::string setting;   // that shows it; may be empty
+  std::optional<std::string> copyTime;  // of the copy that can be restored
+};
+
+// A pending value that Apply must not reach the pane with, or a warning beside it.
+struct ValueFinding {
+  std::string setting;  // its name
+  std::string outlet;   // the field
+  std::string sentence;
+  bool blocks = true;
+};
+
+// A setting that this front end and somebody else have both changed.
+struct Collision {
+  std::string name, label, page;
+  std::string loaded, theirs, yours;
+};
+enum class Side { mine, theirs };
+
+enum class DamagedAnswer {
+  cancel,   // nothing is saved
+  restore,  // begin with the copy; only where there is one
+  replace,  // begin with the defaults; the damaged bytes are kept beside
+};
+
+// What only a person can decide. Called while the lock is held, so an answer should not take for ever.
+class ChangeDecisions {
+ public:
+  virtual ~ChangeDecisions() = default;
+  // Which value each colliding setting gets, in the order given; nothing to cancel.
+  virtual std::optional<std::vector<Side>> resolve(const std::vector<Collision>& collisions) = 0;
+  // What to do about a damaged file that the change would write over.
+  virtual DamagedAnswer decideDamaged(const FileFinding& file) = 0;
+};
+
+// What others have changed in the files since they were looked at.
+struct ForeignChanges {
+  std::vector<SettingChange> takenOver;  // settings that nobody edits here
+  std::vector<Collision> collisions;
+  bool filesChanged = false;  // also true where only keys changed that the pane does not know
+
+  bool any() const { return filesChanged; }
+};
+
+struct ChangeOptions {
+  PortInUse portInUse;
+  // Blocks until the tools have ended, at most until the limit; a window paints meanwhile.
+  std::function<bool(std::chrono::milliseconds limit)> waitForTools;
+  std::chrono::milliseconds lockLimit{10'000};
+  std::chrono::milliseconds toolLimit{30'000};
+};
+
+class SettingsChange {
+ public:
+  // Borrows everything. The pane works over `recording`, which works over `computer`.
+  SettingsChange(NVKServerPrefs& pane, RecordingPlatform& recording, Platform& computer,
+                 const InterfaceDescription& interface, ComputerServices services, ChangeOptions options);
+  ~SettingsChange();
+  SettingsChange(const SettingsChange&) = delete;
+  SettingsChange& operator=(const SettingsChange&) = delete;
+
+  // ---- Look
+
+  // Inspects the files. To be called right before the pane loads them.
+  void look();
+  // To be called right after the pane has loaded them: remembers what its controls show unedited.
+  void loaded();
+  // What is wrong with the files, damaged ones first.
+  const std::vector<FileFinding>& findings() const { return findings_; }
+
+  // ---- Against others
+
+  // Compares the files of now with those that were looked at. Reads files; not for every tick.
+  ForeignChanges foreignChanges();
+  // Loads the files of now; edits of the person stay, except those of `theirs` (settings by name).
+  void takeOver(const std::vector<std::string>& theirs = {});
+
+  // ---- Check, preview
+
+  // Every pending value that cannot be, on all pages, in their order; warnings after them.
+  std::vector<ValueFinding> check();
+  // The settings whose pending values differ from the stored ones, open files limit included.
+  std::vector<SettingChange> pending();
+  Preview preview();
+  // Takes back one pending change, or all of them.
+  void takeBack(const std::string& setting);
+  void takeBackAll();
+
+  // ---- Apply
+
+  // Everything around Apply, and Apply itself.
+  ChangeReport apply(ChangeDecisions& person);
+  // Holds the lock, for a front end that reads and edits under it before it applies; null as in ChangeLocks.
+  // While it is held, apply does not take it again.
+  bool holdLock();
+  void releaseLock();
+
+  // Around a call in which the pane may apply by its own question, as while it is left or locked: looks and
+  // checks first, and makes sure that no value that cannot be and no damaged file is written over; reads back
+  // afterwards. Where the pane did not apply, the report says so and has no error.
+  ChangeReport around(const std::function<void()>& call);
+
+  // Puts the kept copy of a damaged file back, with the pane's own saving. Needs the lock of the pane open for
+  // files of the administrator.
+  ChangeReport restore(const FileFinding& file);
+
+  // What the server was told last by "apply": takes up what is stored. Needs the pane's lock open.
+  ChangeReport takeUp();
+
+ private:
+  struct State;
+  std::unique_ptr<State> state_;
+  std::vector<FileFinding> findings_;
+};
+
+}  // namespace norvik
