@@ -56,7 +56,7 @@ std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
 }
 
 std::size_t LinuxFiles::fwrite(const void* bytes, std::size_t size, FileRef file) {
-  const BrokenPipeGuard guard;
+  const WriteSignalGuard guard;
   return std::fwrite(bytes, 1, size, stream(file));
 }
 
