@@ -1,34 +1,31 @@
 // A library to be preloaded: it makes chosen file operations of a program, and of the programs that it
 // starts, fail or end the program, so that a test sees what a full disk, a broken one or a kill leaves
-// behind. It knows nothing of what it is loaded into. failing_calls.h is the way to it from a test; by hand:
+// behind. It knows nothing of what it is loaded into. From a test, failing_calls.h is the way to it; by hand:
 //
-//   LD_PRELOAD=build/dev/lib/libnorvik_failing_calls.so NORVIK_FAULT_CALL=fsync NORVIK_FAULT_EFFECT=EIO
-//   PROGRAM
+//   LD_PRELOAD=build/dev/lib/libnorvik_failing_calls.so NORVIK_FAULT_CALL=fsync NORVIK_FAULT_EFFECT=EIO sh
 //
-//   NORVIK_FAULT_CALL     the operations that count, with commas between them; "all" for every one:
-//                           open-read, open-write   opening for reading alone, and for writing
-//                           read
-//                           write                   write, pwrite, writev; fwrite to a stream without a
-//                           buffer fallocate, ftruncate    also truncate fsync                   also
-//                           fdatasync close                   of a file that was open for writing; also
-//                           fclose rename, unlink, mkdir, chmod, chown
-//   NORVIK_FAULT_PATH     a shell pattern for the path of the file, where "*" also means slashes:
-//   "*/svr.cfg";
-//                         every file where it is not set. A path that is given to a call is taken as it is
-//                         written, behind the current folder where it is relative; of a rename both count
-//   NORVIK_FAULT_NUMBER   which of the operations that count, in one process: "3" is the third, "3+" the
-//   third
-//                         and all after it; "1+" where it is not set
-//   NORVIK_FAULT_EFFECT   what happens at that operation, and after a comma at the next ones; of "3+" the
-//   last
-//                         one repeats:
-//                           ENOSPC and the like     it fails with this error and does nothing; a close does
-//                           close SHORT                   a write takes half of its bytes KILL the program is
-//                           ended before it NONE                    nothing, which is also meant where it is
-//                           not set
-//   NORVIK_FAULT_PROGRAM  the file name of the program that this is for, such as "mv"; all where it is not
-//   set NORVIK_FAULT_LOG      a file that gets a line for each operation that counts: the operation and the
-//   path
+// NORVIK_FAULT_CALL: the operations that count, with commas between them; "all" for every one:
+//   open-read, open-write   opening for reading alone, and for writing
+//   read                    read, pread
+//   write                   write, pwrite, writev; fwrite to a stream without a buffer
+//   fallocate, ftruncate    also truncate
+//   fsync                   also fdatasync
+//   close                   of a file that was open for writing; also fclose
+//   rename, unlink, mkdir, chmod, chown
+// NORVIK_FAULT_PATH: a shell pattern for the path of the file, where "*" also means slashes: "*/svr.cfg".
+//   Every file where it is not set. A path that is given to a call is taken as it is written, behind the
+//   current folder where it is relative; of a rename both paths count.
+// NORVIK_FAULT_NUMBER: which of the operations that count, in one process: "3" is the third, "3+" the third
+//   and all after it. "1+" where it is not set.
+// NORVIK_FAULT_EFFECT: what happens at that operation and, after a comma, at the next one, and so on; of "3+"
+//   the last one repeats. Nothing where it is not set.
+//   ENOSPC and the like     it fails with this error and does nothing; a close does close
+//   SHORT                   a write takes half of its bytes
+//   KILL                    the program is ended before it
+//   STOP                    the program stands still before it, until it gets SIGCONT
+//   NONE                    nothing
+// NORVIK_FAULT_PROGRAM: the file name of the program that this is for, such as "mv"; all where it is not set.
+// NORVIK_FAULT_LOG: a file that gets a line for each operation that counts: the operation and the path.
 //
 // What the C library calls inside itself is not seen, such as the writing out of a stream that has a buffer.
 #include <dlfcn.h>
@@ -157,10 +154,11 @@ Effect effectOn(std::string_view call, const char* path) {
     note(call, path);
     const std::string_view word = effectWord(++counted);
     if (word == "KILL") ::syscall(SYS_kill, ::getpid(), SIGKILL);
+    if (word == "STOP") ::syscall(SYS_kill, ::getpid(), SIGSTOP);
     if (word == "SHORT") effect.kind = Effect::Kind::shorten;
     for (const ErrorName& error : kErrors)
       if (error.name == word) effect = {Effect::Kind::fail, error.number};
-    if (effect.kind == Effect::Kind::none && !word.empty() && word != "NONE") {
+    if (effect.kind == Effect::Kind::none && !word.empty() && word != "NONE" && word != "STOP") {
       std::fputs("failing_calls: unknown NORVIK_FAULT_EFFECT\n", stderr);
       ::_exit(125);
     }

@@ -9,7 +9,7 @@ namespace norvik {
 
 struct Fault {
   std::string calls = "all";    // "write", "fsync,close"
-  std::string effect = "NONE";  // "ENOSPC", "SHORT,EIO", "KILL"
+  std::string effect = "NONE";  // "ENOSPC", "SHORT,EIO", "KILL", "STOP"
   std::string number = "1+";    // "3" is the third operation that counts, "3+" also all after it
   std::string path = "*";       // a pattern of the file's path: "*/svr.cfg"
   std::string program = {};     // its file name, "mv"; every one where empty

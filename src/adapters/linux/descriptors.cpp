@@ -21,8 +21,8 @@ constexpr mode_t kNewFileMode = 0666;  // less the umask
 constexpr int kWriteSignals[] = {SIGPIPE, SIGXFSZ};
 
 // O_NONBLOCK keeps the opening of a pipe or a device from waiting for the other end. Afterwards reads and
-// writes wait as usual, so that a short count means an error and not bad timing. A file that somebody has a lease
-// on, as while it is written in place, is no pipe, and is waited for.
+// writes wait as usual, so that a short count means an error and not bad timing. A file that somebody has a
+// lease on, as while it is written in place, is no pipe, and is waited for.
 Descriptor openAtOnce(const std::string& path, int flags) {
   Descriptor file(::open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, kNewFileMode));
   if (!file && errno == EWOULDBLOCK) file = Descriptor(::open(path.c_str(), flags | O_CLOEXEC, kNewFileMode));
@@ -110,9 +110,9 @@ bool writeAll(const Descriptor& file, std::string_view bytes) {
   return true;
 }
 
-bool syncFile(const Descriptor& file) {
-  int result = ::fsync(file.number());
-  while (result != 0 && errno == EINTR) result = ::fsync(file.number());
+bool syncFile(int descriptor) {
+  int result = ::fsync(descriptor);
+  while (result != 0 && errno == EINTR) result = ::fsync(descriptor);
   return result == 0 || errno == EINVAL;
 }
 

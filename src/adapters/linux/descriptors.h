@@ -48,7 +48,7 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
 bool writeAll(const Descriptor& file, std::string_view bytes);
 // Blocks until the disk holds all that was written to the file. True also for a pipe or a device, which have
 // no disk; false where the disk failed.
-bool syncFile(const Descriptor& file);
+bool syncFile(int descriptor);
 
 // While it lives, writing on this thread to a pipe without a reader fails with EPIPE, and writing beyond the
 // size that the process may give to files fails with EFBIG, instead of raising the signals that would end the

@@ -100,11 +100,13 @@ std::size_t FileInPlace::size() const {
   return ::fstat(file_.number(), &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
-// Reading and writing of one file at the same time is not kept apart by the system: a reader can see some bytes of
-// the new text among the old ones. While there is a write lease, whoever opens the file waits; it is granted when
-// nobody else has the file open, and ends with the descriptor or the process. Not every file system grants one.
+// Reading and writing of one file at the same time is not kept apart by the system: a reader can see some
+// bytes of the new text among the old ones. While there is a write lease, whoever opens the file waits; it is
+// granted when nobody else has the file open, and ends with the descriptor or the process. Not every file
+// system grants one.
 void FileInPlace::keepOthersOut() {
-  ::fcntl(file_.number(), F_SETSIG, SIGURG);  // tells that somebody waits, and is ignored; SIGIO would end the program
+  ::fcntl(file_.number(), F_SETSIG,
+          SIGURG);  // tells that somebody waits, and is ignored; SIGIO would end the program
   for (auto waited = 0us; waited < kLeasePatience; waited += kLeasePause) {
     if (::fcntl(file_.number(), F_SETLEASE, F_WRLCK) == 0 || errno != EAGAIN) return;
     std::this_thread::sleep_for(kLeasePause);
@@ -155,7 +157,7 @@ bool FileInPlace::write(std::string_view bytes) {
 // as there is a descriptor to put the old text back with. The sync also keeps a power cut from bringing the
 // new length to the disk and not the new text.
 bool FileInPlace::flush() {
-  if (!syncFile(file_)) return false;
+  if (!syncFile(file_.number())) return false;
   const int duplicate = ::fcntl(file_.number(), F_DUPFD_CLOEXEC, 0);
   return duplicate >= 0 && ::close(duplicate) == 0;
 }
@@ -174,7 +176,7 @@ void FileInPlace::putBack() {
   const bool onlyOurs = now <= std::max(end_, oldSize_);
   if (onlyOurs && oldSize_ <= kMaxKeptBytes) old_.resize(std::max(now, old_.size()), '\n');
   if (write(old_) && onlyOurs) cut(oldSize_);
-  syncFile(file_);
+  syncFile(file_.number());
 }
 
 // The path may be a link to the file.

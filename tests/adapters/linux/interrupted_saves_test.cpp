@@ -14,11 +14,13 @@
 #include <random>
 #include <thread>
 
+#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/property_list_files.h"
 #include "src/adapters/property_lists/codec.h"
 #include "src/server/mac/text/trim.h"
 #include "tests/adapters/linux/saved_list.h"
 #include "tests/support/failing_calls.h"
+#include "tests/support/files.h"
 #include "tests/support/sandbox_folder.h"
 
 namespace norvik {
@@ -37,7 +39,6 @@ struct Pair {
 };
 constexpr Pair kPairs[] = {
     {"longer", 1, 4}, {"shorter", 4, 1}, {"same", 12, 23}, {"missing", std::nullopt, 1}};
-
 
 std::string textOf(int number) {
   return encodeXmlPropertyList(savedList(number));
@@ -124,6 +125,47 @@ TEST_F(InterruptedSave, LeavesAWholeListWhenItIsKilledAtAnyTime) {
   EXPECT_GT(killedAmongSaves, rounds / 2);
 }
 
+TEST_F(InterruptedSave, RemovesTheTargetOfALinkThatPointedNowhere) {
+  const std::string target = folder.onDisk("/Users/user/Library/Preferences/target");
+  fs::create_symlink(target, folder.onDisk(kSavedPath));
+  const Pair missing{"missing", std::nullopt, 1};
+  EXPECT_EQ(save(missing, {.calls = "fsync", .effect = "EIO"}).status, 1);
+  EXPECT_FALSE(fs::exists(target));
+  EXPECT_TRUE(fs::is_symlink(folder.onDisk(kSavedPath)));
+  EXPECT_EQ(save(missing, {}).status, 0);
+  EXPECT_EQ(contentOf(target), textOf(1));
+  EXPECT_TRUE(fs::is_symlink(folder.onDisk(kSavedPath)));
+}
+
+// A file that no reader takes, as it is too large, is not read into memory to be put back: only its beginning
+// is.
+TEST_F(InterruptedSave, WritesOverAFileThatIsTooLargeForAList) {
+  const std::uintmax_t large = kMaxPropertyListBytes + 1;
+  const std::string disk = folder.onDisk(kSavedPath);
+  folder.put(kSavedPath, "beginning");
+  fs::resize_file(disk, large);
+  for (const char* calls : {"write", "fsync", "close", "ftruncate"}) {
+    EXPECT_EQ(
+        save(kPairs[0], {.calls = calls, .effect = "EIO", .number = "1", .path = "*/list.plist"}).status, 1);
+    EXPECT_EQ(fs::file_size(disk), large) << calls;
+    EXPECT_EQ(folder.read(kSavedPath)->substr(0, 20), "beginning" + std::string(11, '\0')) << calls;
+  }
+  EXPECT_EQ(save(kPairs[0], {}).status, 0);
+  EXPECT_EQ(folder.read(kSavedPath), textOf(kPairs[0].after));
+}
+
+// The limit is one for the whole process, so a shell sets it for the program alone. It is smaller than the
+// list.
+TEST_F(InterruptedSave, FailsBeyondTheSizeThatFilesMayHaveInsteadOfEnding) {
+  for (const Pair& pair : {kPairs[0], kPairs[1], kPairs[3]}) {
+    putBefore(pair);
+    Words words{"sh", "-c", "ulimit -S -f 1; exec \"$@\"", "sh"};
+    for (const std::string& word : saver(4, 4)) words.push_back(word);
+    EXPECT_EQ(runProgram(words).status, 1) << pair.name;
+    EXPECT_EQ(folder.read(kSavedPath), before(pair)) << pair.name;
+  }
+}
+
 struct Failing {
   const char* calls;
   const char* effect;
@@ -208,8 +250,35 @@ TEST_F(InterruptedSave, DoesWithoutReservedSpaceWhereTheDiskCannotReserveIt) {
   }
 }
 
-// Bytes that somebody appends while the list is being written belong to no list: after a save they are gone,
-// and a save that fails does not take them away.
+// Somebody who has the list open for writing appends to it when the new one has been written and not yet cut.
+class AppendedSave : public InterruptedSave {
+ protected:
+  // Saves a shorter list, and returns the exit status. The effects are those of the sync and of the cut.
+  int saveWhileSomebodyAppends(const std::string& effects) {
+    putBefore(kPairs[1]);
+    const Descriptor other(::open(folder.onDisk(kSavedPath).c_str(), O_WRONLY | O_APPEND));
+    const Fault fault{.calls = "fsync,ftruncate", .effect = effects, .number = "1", .path = "*/list.plist"};
+    RunningProgram program(saver(1, 1), {.environment = environmentOf(fault)});
+    EXPECT_TRUE(eventually([&] { return isStopped(program.pid()); }));
+    EXPECT_TRUE(writeAll(other, "more"));
+    program.send(SIGCONT);
+    return program.status();
+  }
+  static bool isStopped(pid_t pid) {
+    return contentOf("/proc/" + std::to_string(pid) + "/stat").find(") T ") != std::string::npos;
+  }
+};
+
+TEST_F(AppendedSave, CutsOffWhatBelongedToTheOldList) {
+  EXPECT_EQ(saveWhileSomebodyAppends("STOP,NONE"), 0);
+  EXPECT_EQ(folder.read(kSavedPath), textOf(1));
+}
+
+TEST_F(AppendedSave, LeavesItBehindTheOldListWhereTheSaveFails) {
+  EXPECT_EQ(saveWhileSomebodyAppends("STOP,EIO"), 1);
+  EXPECT_EQ(folder.read(kSavedPath), textOf(4) + "more");
+}
+
 TEST_F(InterruptedSave, IsNeverSeenEmptyOrCutByAReader) {
   LinuxPropertyListFiles files{RootFolder(folder.path()), "/Users/user"};
   ASSERT_TRUE(files.writeToFile(savedList(0), kSavedPath));
@@ -228,13 +297,45 @@ TEST_F(InterruptedSave, IsNeverSeenEmptyOrCutByAReader) {
   std::thread one(read), two(read);
   const bool looking = eventually([&] { return looks > 2; });
   bool saved = true;
-  for (int number = 1; number <= 500; ++number) saved = files.writeToFile(savedList(number), kSavedPath) && saved;
+  for (int number = 1; number <= 500; ++number)
+    saved = files.writeToFile(savedList(number), kSavedPath) && saved;
   over = true;
   one.join();
   two.join();
   EXPECT_TRUE(looking && saved);
   EXPECT_EQ(empty, 0) << "of " << looks;
   EXPECT_EQ(cut, 0) << "of " << looks;
+}
+
+struct FailingStream {
+  const char* calls;
+  const char* effect;
+  const char* number;
+  int status;
+};
+constexpr FailingStream kFailingStreams[] = {
+    {"open-write", "EROFS", "1", 1}, {"write", "ENOSPC", "1", 2}, {"write", "EIO", "2", 2},
+    {"write", "SHORT", "2", 2},      {"fsync", "EIO", "1", 3},    {"fsync", "EDQUOT", "1", 3},
+    {"close", "EIO", "1", 3},        {"fsync", "EINTR", "1", 0},  {"fsync", "EINVAL", "1", 0}};
+
+// What the pane writes with a stream it has moved by a tool, so it must be on the disk, or known not to be.
+TEST_F(InterruptedSave, TellsWhatBecameOfAStream) {
+  for (const FailingStream& failing : kFailingStreams) {
+    const Fault fault{
+        .calls = failing.calls, .effect = failing.effect, .number = failing.number, .path = "*/lines.txt"};
+    const ProgramResult result =
+        runProgram({builtProgram("norvik_save_lists"), folder.path(), "/tmp/lines.txt"},
+                   {.environment = environmentOf(fault)});
+    EXPECT_EQ(result.status, failing.status) << failing.calls << ": " << failing.effect;
+  }
+  EXPECT_EQ(folder.read("/tmp/lines.txt"), "one\ntwo\n");
+}
+
+TEST_F(InterruptedSave, FailsToWriteAStreamBeyondTheSizeThatFilesMayHaveInsteadOfEnding) {
+  const ProgramResult result =
+      runProgram({"sh", "-c", "ulimit -S -f 0; exec \"$@\"", "sh", builtProgram("norvik_save_lists"),
+                  folder.path(), "/tmp/lines.txt"});
+  EXPECT_EQ(result.status, 2);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The platform interfaces through which the pane changes something; each records and, by its mode, withholds.
 #include "src/frontends/shared/change/recording_platform.h"
 
+#include <algorithm>
 #include <map>
 
 namespace norvik {
@@ -85,19 +86,25 @@ class RecordingFiles : public Files {
   std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override {
     if (file == nowhere()) return size;
     const std::size_t written = files_.fwrite(bytes, size, file);
-    if (written < size) effects_.unwritten.push_back(written_[file]);
+    if (written < size) addUnwritten(written_[file]);
     return written;
   }
-  void fclose(FileRef file) override {
-    if (file == nowhere()) return;
-    written_.erase(file);
-    files_.fclose(file);
+  int fclose(FileRef file) override {
+    if (file == nowhere()) return 0;
+    const auto written = written_.extract(file);
+    const int result = files_.fclose(file);
+    if (result != 0 && written) addUnwritten(written.mapped());
+    return result;
   }
   int mkdir(const char* path, uint32_t mode) override {
     return mode_ == RecordingMode::real ? files_.mkdir(path, mode) : 0;
   }
 
  private:
+  // Writing and closing may both fail.
+  void addUnwritten(const std::string& path) {
+    if (std::ranges::count(effects_.unwritten, path) == 0) effects_.unwritten.push_back(path);
+  }
   // A file that takes everything and keeps nothing.
   FileRef nowhere() { return reinterpret_cast<FileRef>(this); }
 
