@@ -13,6 +13,7 @@
 #include "src/adapters/linux/bundles.h"
 #include "src/adapters/linux/files.h"
 #include "src/adapters/linux/host.h"
+#include "src/adapters/linux/listening_ports.h"
 #include "src/adapters/linux/notifications.h"
 #include "src/adapters/linux/posix_processes.h"
 #include "src/adapters/linux/process_manager.h"
@@ -97,6 +98,7 @@ class LinuxComputer {
   LinuxBundles bundles;
   LinuxSystemLog log;
   LinuxAssertionHandler assertions;
+  LinuxListeningPorts ports;
 };
 
 }  // namespace norvik

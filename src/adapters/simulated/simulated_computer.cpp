@@ -17,6 +17,7 @@ SimulatedComputer::SimulatedComputer()
       drawing(effects),
       runLoop(clock, effects),
       log(effects),
+      ports(fileSystem, service, processes),
       platform_{.application = application,
                 .alerts = alerts,
                 .workspace = workspace,

@@ -16,6 +16,7 @@
 #include "src/adapters/simulated/file_system.h"
 #include "src/adapters/simulated/files.h"
 #include "src/adapters/simulated/host.h"
+#include "src/adapters/simulated/listening_ports.h"
 #include "src/adapters/simulated/outgoing.h"
 #include "src/adapters/simulated/processes.h"
 #include "src/adapters/simulated/property_list_files.h"
@@ -60,6 +61,7 @@ class SimulatedComputer {
   SimulatedBundles bundles;
   SimulatedLog log;
   SimulatedAssertionHandler assertions;
+  SimulatedListeningPorts ports;
 
  private:
   Platform platform_;
