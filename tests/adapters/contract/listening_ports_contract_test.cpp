@@ -249,7 +249,7 @@ TEST(SimulatedListeningPortsTest, OtherPortsLastUntilTheServerReadsItsSettings) 
   computer.service.setDaemon(700);
   computer.ports.setServerPorts({4500});
   EXPECT_EQ(computer.ports.portsOf(700), (std::set<uint16_t>{4500}));
-  computer.tools.run("/usr/sbin/nvkservice", {"apply"});
+  computer.tools.launch("/usr/sbin/nvkservice", {"apply"});
   EXPECT_EQ(computer.ports.portsOf(700), (std::set<uint16_t>{4073, 3389}));
 }
 
