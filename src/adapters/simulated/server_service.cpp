@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/platform/property_list.h"
 #include "src/server/mac/text/trim.h"
 
@@ -19,6 +20,7 @@ constexpr uint32_t kSecond = 1'000'000;
 
 ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock)
     : fileSystem_(fileSystem), processes_(processes) {
+  fileSystem_.put(PROC_NVKSVC, "the tool");
   clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
 }
 

@@ -14,6 +14,7 @@ namespace norvik {
 
 class ServerService {
  public:
+  // Installs the tool.
   ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock);
 
   // The daemon runs as that process with its pid file, or does not run and has none.

@@ -153,10 +153,13 @@ std::string inForceSentence(const ServiceInForce& service) {
 
 std::string takenSentence(const ServiceInForce& service) {
   if (!service.takenBy) return "";
-  const PortHolder& holder = *service.takenBy;
-  std::string who = holder.program.empty() ? "another program" : holder.program;
-  if (holder.pid) who += ", process " + std::to_string(*holder.pid);
-  return "Port " + std::to_string(service.stored.port) + " is taken by " + who + ".";
+  return "Port " + std::to_string(service.stored.port) + " is taken by " + holderInWords(*service.takenBy) +
+         ".";
+}
+
+std::string holderInWords(const PortHolder& holder) {
+  const std::string who = holder.program.empty() ? "another program" : holder.program;
+  return who + (holder.pid ? ", process " + std::to_string(*holder.pid) : "");
 }
 
 std::vector<std::string> inForceSentences(const ServerInForce& server) {

@@ -69,7 +69,9 @@ ServerInForce serverInForce(const NVKServerPrefs& pane, const InterfaceDescripti
 std::string inForceSentence(const ServiceInForce& service);
 // "Port 4073 is taken by nginx, process 812." Empty where nobody has taken it.
 std::string takenSentence(const ServiceInForce& service);
-// Both for every service, without the empty ones.
+// "nginx, process 812"; "another program" where its name cannot be seen.
+std::string holderInWords(const PortHolder& holder);
+// The sentence of each service, and who took its port, without the empty ones.
 std::vector<std::string> inForceSentences(const ServerInForce& server);
 
 }  // namespace norvik
