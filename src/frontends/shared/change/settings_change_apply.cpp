@@ -84,7 +84,8 @@ class SettingsChange::Applying {
   bool agreedWithOthers(ChangeDecisions& person);
   bool damagedDecided(ChangeDecisions& person);
 
-  void keepOthers();
+  void prepareUnasked();
+  void putBack();
   void begin();
   void readBack();
   void keepCopies();
@@ -93,6 +94,9 @@ class SettingsChange::Applying {
   void waitForTools();
 
  private:
+  void keepOthers();
+  void holdBack();
+  void refuseDamaged(bool hasLock);
   bool decide(const FileState& file, ChangeDecisions& person);
   void addMissing(NVKServerPrefs& found);
   void addSaved();
@@ -106,6 +110,8 @@ class SettingsChange::Applying {
   ChangeReport& report_;
   Expected expected_;
   Edits before_;
+  Edits held_;             // edits that must not be saved, for as long as the pane applies
+  ChangeError heldError_;  // and why
   std::vector<std::string> groups_;
 };
 
@@ -331,55 +337,76 @@ ChangeReport SettingsChange::apply(ChangeDecisions& person) {
   return report;
 }
 
+// The pane has asked already and is about to apply: nobody can be asked once more.
+void SettingsChange::Applying::prepareUnasked() {
+  const bool hasLock = locked();
+  keepOthers();
+  holdBack();
+  refuseDamaged(hasLock);
+  keepCopies();
+  begin();
+  report_.applied = true;
+}
+
+// Takes back what must not reach the pane's save, and remembers it.
+void SettingsChange::Applying::holdBack() {
+  std::vector<std::string> wrong;
+  for (const ValueFinding& finding : change_.check()) {
+    if (!finding.blocks) continue;
+    if (!heldError_) {
+      heldError_ = {FailureCode::wrongValue, finding.sentence, finding.setting, finding.outlet, ""};
+    }
+    wrong.push_back(finding.setting);
+  }
+  if (wrong.empty()) return;
+  const Edits all = state_.edits({}, false);
+  change_.takeOver(wrong);
+  const Edits left = state_.edits({}, false);
+  for (const auto& [row, states] : all.rows) {
+    if (!left.rows.contains(row)) held_.rows.emplace(row, states);
+  }
+}
+
+// Without the lock nothing may be written, and with it no damaged file.
+void SettingsChange::Applying::refuseDamaged(bool hasLock) {
+  std::set<std::string> refused;
+  for (const FileState& file : state_.files) {
+    if (hasLock && file.damage.empty()) continue;
+    const char* name = file.file.temporaryName;
+    refused.insert(name != nullptr ? state_.pane.getTempFilePath(name) : file.path);
+    if (!heldError_ && !file.damage.empty() && state_.wouldSave(file.file)) {
+      const auto finding = std::ranges::find(change_.findings_, file.path, &FileFinding::file);
+      heldError_ = {FailureCode::damaged, finding->sentence + " It was not written over.", "", "", ""};
+    }
+  }
+  if (!hasLock) heldError_ = lockIsTaken();
+  state_.recording.refuse(std::move(refused));
+}
+
+// What was held back stands in its control again, for a person who can still edit it.
+void SettingsChange::Applying::putBack() {
+  state_.recording.refuse({});
+  if (heldError_) report_.error = heldError_;
+  if (held_.rows.empty() || !state_.pane.authorized()) return;
+  for (const auto& [row, states] : held_.rows) restoreControls(states);
+  state_.pane.updateGui(false, false);
+}
+
 ChangeReport SettingsChange::around(const std::function<void()>& call) {
   ChangeReport report;
   Applying applying(*this, report);
-  State& state = *state_;
-  ChangeError held;  // why a value was held back
-  Edits heldEdits;   // and what it was
-  bool first = true;
-  // The first panel is the pane's own question; its default answer applies, right after this.
-  state.recording.answered = [&](int answer) {
-    if (!std::exchange(first, false) || answer != NSAlertDefaultReturn) return;
-    std::set<std::string> refused;
-    const bool locked = applying.locked();
-    applying.keepOthers();
-    const Edits all = state.edits({}, false);
-    std::vector<std::string> wrong;
-    for (const ValueFinding& finding : check()) {
-      if (!finding.blocks) continue;
-      if (!held) held = {FailureCode::wrongValue, finding.sentence, finding.setting, finding.outlet, ""};
-      wrong.push_back(finding.setting);
-    }
-    if (!wrong.empty()) {
-      takeOver(wrong);
-      const Edits left = state.edits({}, false);
-      for (const auto& [row, states] : all.rows) {
-        if (!left.rows.contains(row)) heldEdits.rows.emplace(row, states);
-      }
-    }
-    for (const FileState& file : state.files) {
-      if (locked && file.damage.empty()) continue;
-      const char* name = file.file.temporaryName;
-      refused.insert(name != nullptr ? state.pane.getTempFilePath(name) : file.path);
-    }
-    state.recording.refuse(std::move(refused));
-    applying.keepCopies();
-    applying.begin();
-    report.applied = true;
+  bool isFirst = true;
+  // The first panel is the pane's own question, whose default answer applies.
+  state_->recording.answered = [&](int answer) {
+    if (std::exchange(isFirst, false) && answer == NSAlertDefaultReturn) applying.prepareUnasked();
   };
   call();
-  state.recording.answered = nullptr;
-  const ChangeError before = report.error;
-  if (report.applied) applying.readBack();
-  if (before) report.error = before;
-  if (held) report.error = held;
-  state.recording.refuse({});
-  if (!heldEdits.rows.empty() && state.pane.authorized()) {
-    for (const auto& [row, states] : heldEdits.rows) norvik::restoreControls(states);
-    state.pane.updateGui(false, false);
+  state_->recording.answered = nullptr;
+  if (report.applied) {
+    applying.readBack();
+    applying.putBack();
   }
-  state.giveLock();
+  state_->giveLock();
   return report;
 }
 
