@@ -203,7 +203,7 @@ ChangeRequest recording(const ChangeRequest& request, std::optional<Expected>& e
 ChangeError failedStep(const Effects& effects) {
   if (!effects.unwritten.empty()) {
     return failure(FailureCode::notWritten,
-                   "the file " + effects.unwritten.front() + " could not be written.");
+                   "the file " + effects.unwritten.front().path + " could not be written.");
   }
   const auto refused = std::ranges::find_if(
       effects.launches, [](const Launch& launch) { return launch.refused && !launch.reports; });

@@ -41,13 +41,42 @@ TEST_F(QuestionsTest, AQuestionThatComesAfterSavingEndsTheCommandBefore) {
   expectNothingChanged({"limits", "adjust"}, "Reboot is required", "restart");
 }
 
-TEST_F(QuestionsTest, AnAnswerThatTheQuestionHasNoButtonFor) {
-  expectNothingChanged({"--answer", "other", "set", kCompositing}, "Disabling Quartz Extreme acceleration");
-  expectNothingChanged({"--answer", "other", "limits", "adjust"}, "Reboot is required");
+// The word that declines one of them would restart the computer as the answer to the other.
+TEST_F(QuestionsTest, OneWordNeverAnswersTwoQuestions) {
+  expectNothingChanged({"--answer", "limits=no", "set", "connect.multiuser=on", kCompositing},
+                       "Disabling Quartz Extreme acceleration", "graphics");
+  expectNothingChanged({"--answer", "graphics=yes", "set", kCompositing}, "Reboot is required", "restart");
+  const auto before = box.files();
+  const Result result = box.run({"--answer", "alternate", "set", "connect.multiuser=on", kCompositing});
+  EXPECT_EQ(result.status, 64);
+  EXPECT_NE(result.err.find("--answer takes a question's name and its answer, not \"alternate\"."),
+            std::string::npos)
+      << result.err;
+  EXPECT_EQ(box.files(), before);
+  EXPECT_FALSE(rebooted());
 }
 
-TEST_F(QuestionsTest, TheDefaultAnswerByOption) {
-  const Result result = box.run({"--answer", "default", "set", kCompositing});
+TEST_F(QuestionsTest, AnswersToSeveralQuestions) {
+  const auto outcome = box.json({"--answer", "limits=no", "--answer", "graphics=yes", "--answer",
+                                 "restart=later", "set", "connect.multiuser=on", kCompositing});
+  EXPECT_EQ(outcome["ok"], true) << outcome;
+  std::vector<std::string> answers;
+  for (const auto& question : outcome["questions"]) {
+    answers.push_back(question["name"].get<std::string>() + "=" + question["answer"].get<std::string>());
+  }
+  EXPECT_EQ(answers, (std::vector<std::string>{"limits=no", "graphics=yes", "restart=later"}));
+  EXPECT_EQ(box.read("/etc/launchd.conf").find("limit maxfiles 10240 12288"), std::string::npos);
+  EXPECT_EQ(compositing(), "on\n");
+  EXPECT_FALSE(rebooted());
+}
+
+TEST_F(QuestionsTest, AnAnswerToAQuestionThatIsNotAskedDoesNothing) {
+  EXPECT_EQ(box.run({"--reboot", "--answer", "limits=yes", "set", "nvk.sound=off"}).status, 0);
+  EXPECT_FALSE(rebooted());
+}
+
+TEST_F(QuestionsTest, TheAnswersByOption) {
+  const Result result = box.run({"--answer", "graphics=yes", "--no-reboot", "set", kCompositing});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_NE(result.out.find("Asked  graphics=yes (Disabling Quartz Extreme acceleration: Yes, Proceed)\n"
                             "       restart=later (Reboot is required: No, I'll Reboot Later)\n"),
