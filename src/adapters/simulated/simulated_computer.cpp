@@ -17,7 +17,7 @@ SimulatedComputer::SimulatedComputer()
       drawing(effects),
       runLoop(clock, effects),
       log(effects),
-      locks(clock),
+      locks(clock, tools),
       settingsFiles(fileSystem, fileFaults, clock),
       ports(fileSystem, service, processes),
       platform_{.application = application,
