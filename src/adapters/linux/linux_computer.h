@@ -25,7 +25,6 @@
 #include "src/adapters/linux/system_version.h"
 #include "src/adapters/linux/tool_launcher.h"
 #include "src/adapters/services/computer_services.h"
-#include "src/adapters/services/unseen_ports.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik {
@@ -93,7 +92,7 @@ class LinuxComputer {
   ToolLauncher tools_;
   LinuxChangeLocks locks_;
   LinuxSettingsFiles settingsFiles_;
-  UnseenPorts ports_;
+  LinuxListeningPorts ports_;
 
  public:
   // The platform interfaces; each lives as long as the computer.
@@ -109,7 +108,6 @@ class LinuxComputer {
   LinuxBundles bundles;
   LinuxSystemLog log;
   LinuxAssertionHandler assertions;
-  LinuxListeningPorts ports;
 };
 
 }  // namespace norvik
