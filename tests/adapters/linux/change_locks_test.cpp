@@ -16,7 +16,7 @@ namespace {
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
 
-constexpr uid_t kNobody = 65534;
+constexpr uid_t kUserWithoutRights = 65534;
 
 // Runs the body in a process of its own; its exit status.
 template <typename Body>
@@ -55,7 +55,7 @@ TEST_F(LinuxLock, IsHadAtOnceWhereThereIsNothingToLock) {
 TEST_F(LinuxLock, NeedsNoRightToWrite) {
   fs::permissions(folder.onDisk("/etc/norvik"), fs::perms(0555));
   const int status = exitStatusOf([this] {
-    if (::getuid() == 0 && ::setuid(kNobody) != 0) return 2;
+    if (::getuid() == 0 && ::setuid(kUserWithoutRights) != 0) return 2;
     const auto lock = computer.services().locks.lock(0ms);
     return lock != nullptr && !isFree() ? 0 : 1;
   });

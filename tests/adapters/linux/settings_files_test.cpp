@@ -17,13 +17,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kFile = "/etc/norvik/svr.cfg";
-constexpr uid_t kAnotherUser = 65534;
+constexpr const char* kConfigFile = "/etc/norvik/svr.cfg";
+constexpr uid_t kUserOfNothing = 65534;
 
 class LinuxSettings : public testing::Test {
  protected:
-  void link(const char* target) { fs::create_symlink(target, folder.onDisk(kFile)); }
-  FileContent inspect() { return files.inspect(kFile); }
+  void link(const char* target) { fs::create_symlink(target, folder.onDisk(kConfigFile)); }
+  FileContent inspect() { return files.inspect(kConfigFile); }
   static unsigned modeOf(const std::string& diskPath) {
     struct stat status {};
     EXPECT_EQ(::stat(diskPath.c_str(), &status), 0) << diskPath;
@@ -45,7 +45,7 @@ class LinuxSettings : public testing::Test {
 };
 
 TEST_F(LinuxSettings, DoNotWaitForAPipe) {
-  ASSERT_EQ(::mkfifo(folder.onDisk(kFile).c_str(), 0644), 0);
+  ASSERT_EQ(::mkfifo(folder.onDisk(kConfigFile).c_str(), 0644), 0);
   EXPECT_EQ(inspect().kind, FileKind::directory);
   EXPECT_EQ(inspect().reason, "Is a pipe");
 }
@@ -81,10 +81,10 @@ TEST_F(LinuxSettings, SayThatTheMediumIsBroken) {
 }
 
 TEST_F(LinuxSettings, SayThatAFileIsAnothers) {
-  folder.put(kFile, "secret");
-  fs::permissions(folder.onDisk(kFile), fs::perms(::getuid() == 0 ? 0600 : 0));
+  folder.put(kConfigFile, "secret");
+  fs::permissions(folder.onDisk(kConfigFile), fs::perms(::getuid() == 0 ? 0600 : 0));
   EXPECT_TRUE(holdsElsewhere([this] {
-    if (::getuid() == 0 && ::setuid(kAnotherUser) != 0) return false;
+    if (::getuid() == 0 && ::setuid(kUserOfNothing) != 0) return false;
     const FileContent content = inspect();
     return content.kind == FileKind::notAllowed && content.reason == "Permission denied" &&
            content.bytes.empty();
@@ -92,41 +92,41 @@ TEST_F(LinuxSettings, SayThatAFileIsAnothers) {
 }
 
 TEST_F(LinuxSettings, DoNotReadAFileThatIsTooLargeByFar) {
-  folder.put(kFile, "");
-  fs::resize_file(folder.onDisk(kFile), std::uintmax_t{1} << 40);
+  folder.put(kConfigFile, "");
+  fs::resize_file(folder.onDisk(kConfigFile), std::uintmax_t{1} << 40);
   EXPECT_EQ(inspect().kind, FileKind::tooLarge);
   EXPECT_EQ(inspect().reason, "File too large");
 }
 
 TEST_F(LinuxSettings, KeepCopiesInAFolderForTheUserAlone) {
   const mode_t before = ::umask(0);
-  EXPECT_TRUE(files.keepCopy(kFile, "x"));
+  EXPECT_TRUE(files.keepCopy(kConfigFile, "x"));
   ::umask(before);
   EXPECT_EQ(modeOf(folder.onDisk("/.norvik/state")), 0700u);
   EXPECT_EQ(modeOf(folder.onDisk("/.norvik/state/etc/norvik")), 0700u);
   EXPECT_EQ(modeOf(folder.onDisk("/.norvik/state/etc/norvik/svr.cfg")), 0600u);
-  EXPECT_EQ(files.copyOf(kFile)->place, "/.norvik/state/etc/norvik/svr.cfg");
+  EXPECT_EQ(files.copyOf(kConfigFile)->place, "/.norvik/state/etc/norvik/svr.cfg");
 }
 
 TEST_F(LinuxSettings, KeepNoCopyWhereThereIsNoFolderForIt) {
   folder.put("/.norvik/state", "a file");
-  EXPECT_FALSE(files.keepCopy(kFile, "x"));
-  EXPECT_FALSE(files.copyOf(kFile));
+  EXPECT_FALSE(files.keepCopy(kConfigFile, "x"));
+  EXPECT_FALSE(files.copyOf(kConfigFile));
   LinuxComputerOptions options = AdministeredComputer::options(folder.path());
   options.stateFolder = "";
-  EXPECT_FALSE(LinuxComputer(options).services().files.keepCopy(kFile, "x"));
+  EXPECT_FALSE(LinuxComputer(options).services().files.keepCopy(kConfigFile, "x"));
 }
 
 // A limit on the size of files stands for a full disk.
 TEST_F(LinuxSettings, KeepTheEarlierCopyWhereTheDiskIsFull) {
-  ASSERT_TRUE(files.keepCopy(kFile, "earlier"));
+  ASSERT_TRUE(files.keepCopy(kConfigFile, "earlier"));
   EXPECT_TRUE(holdsElsewhere([this] {
     ::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{100, 100};
-    return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 && !files.keepCopy(kFile, std::string(1000, 'x')) &&
-           !files.setAside(kFile, std::string(1000, 'x'));
+    return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 && !files.keepCopy(kConfigFile, std::string(1000, 'x')) &&
+           !files.setAside(kConfigFile, std::string(1000, 'x'));
   }));
-  EXPECT_EQ(files.copyOf(kFile)->bytes, "earlier");
+  EXPECT_EQ(files.copyOf(kConfigFile)->bytes, "earlier");
   const fs::directory_iterator kept(folder.onDisk("/.norvik/state/etc/norvik"));
   EXPECT_EQ(std::distance(begin(kept), end(kept)), 1);  // nothing half written
   EXPECT_TRUE(fs::is_empty(folder.onDisk("/etc/norvik")));
@@ -136,7 +136,7 @@ TEST_F(LinuxSettings, SetNothingAsideThroughALink) {
   folder.put("/etc/victim", "untouched");
   fs::create_symlink("../victim", folder.onDisk("/etc/norvik/svr.cfg.damaged"));
   fs::create_symlink("../nowhere", folder.onDisk("/etc/norvik/svr.cfg.damaged.2"));
-  EXPECT_EQ(files.setAside(kFile, "damaged"), "/etc/norvik/svr.cfg.damaged.3");
+  EXPECT_EQ(files.setAside(kConfigFile, "damaged"), "/etc/norvik/svr.cfg.damaged.3");
   EXPECT_EQ(folder.read("/etc/victim"), "untouched");
   EXPECT_EQ(folder.read("/etc/nowhere"), std::nullopt);
 }
@@ -146,20 +146,20 @@ TEST_F(LinuxSettings, SetAsideWithTheCopiesWhatTheUserMayNotWriteBeside) {
   fs::permissions(folder.onDisk("/.norvik"), fs::perms(0777));
   fs::permissions(folder.onDisk("/etc/norvik"), fs::perms(0555));
   EXPECT_TRUE(holdsElsewhere([this] {
-    if (::getuid() == 0 && ::setuid(kAnotherUser) != 0) return false;
-    return files.setAside(kFile, "damaged") == "/.norvik/state/etc/norvik/svr.cfg.damaged";
+    if (::getuid() == 0 && ::setuid(kUserOfNothing) != 0) return false;
+    return files.setAside(kConfigFile, "damaged") == "/.norvik/state/etc/norvik/svr.cfg.damaged";
   }));
   EXPECT_EQ(folder.read("/.norvik/state/etc/norvik/svr.cfg.damaged"), "damaged");
 }
 
 TEST_F(LinuxSettings, SayThatAFileCouldNotBeRemoved) {
-  folder.put(kFile, "x");
+  folder.put(kConfigFile, "x");
   fs::permissions(folder.onDisk("/etc/norvik"), fs::perms(0555));
   EXPECT_TRUE(holdsElsewhere([this] {
-    if (::getuid() == 0 && ::setuid(kAnotherUser) != 0) return false;
-    return !files.remove(kFile);
+    if (::getuid() == 0 && ::setuid(kUserOfNothing) != 0) return false;
+    return !files.remove(kConfigFile);
   }));
-  EXPECT_EQ(folder.read(kFile), "x");
+  EXPECT_EQ(folder.read(kConfigFile), "x");
 }
 
 TEST(LinuxOptions, NameTheUsersStateFolder) {
