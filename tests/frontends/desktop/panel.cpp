@@ -18,7 +18,6 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-#include "src/frontends/shared/checks/port_check.h"
 #include "src/server/mac/platform/platform.h"
 #include "tests/support/waiting.h"
 
@@ -29,8 +28,8 @@ namespace {
 constexpr int kMilliseconds = static_cast<int>(kPatience.count());
 
 // Port 4321 is the one that another program has.
-QString portProblem(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field) {
-  return text(portNote(pane, interface, field, [](int64_t port) { return port == 4321; }));
+FieldNote portProblem(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field) {
+  return portFieldNote(pane, interface, field, [](int64_t port) { return port == 4321; });
 }
 
 NVKServerPrefs& awake(NVKServerPrefs& pane) {
