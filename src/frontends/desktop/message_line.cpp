@@ -37,10 +37,20 @@ QColor tinted(const QColor& window, const QColor& color) {
                           mix(window.blueF(), color.blueF()));
 }
 
+// Its role follows the message.
+class AccessibleLine : public QAccessibleWidget {
+ public:
+  explicit AccessibleLine(MessageLine& line) : QAccessibleWidget(&line), line_(line) {}
+  QAccessible::Role role() const override { return line_.accessibleRole(); }
+
+ private:
+  MessageLine& line_;
+};
+
 // The toolkit asks for a widget's accessible object by the names of its classes.
 QAccessibleInterface* accessibleOf(const QString& /*className*/, QObject* object) {
   auto* line = dynamic_cast<MessageLine*>(object);
-  return line != nullptr ? new QAccessibleWidget(line, line->accessibleRole()) : nullptr;
+  return line != nullptr ? new AccessibleLine(*line) : nullptr;
 }
 
 }  // namespace
@@ -50,7 +60,6 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
       icon_(new StatusIcon(this)),
       sentence_(new NoteLabel(this)),
       bar_(new QProgressBar(this)),
-      close_(new QToolButton(this)),
       passing_(new QTimer(this)) {
   static const bool kInstalled = (QAccessible::installFactory(accessibleOf), true);
   static_cast<void>(kInstalled);
@@ -58,7 +67,6 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
   sentence_->setObjectName(name + QStringLiteral("_sentence"));
   sentence_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   bar_->setObjectName(name + QStringLiteral("_bar"));
-  close_->setObjectName(name + QStringLiteral("_close"));
   auto* row = new QHBoxLayout(this);
   auto* column = new QVBoxLayout;
   auto* actions = new QHBoxLayout;
@@ -78,6 +86,8 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
     });
   }
   actions->addStretch();
+  close_ = new QToolButton(this);  // after the others in the order of the Tab key
+  close_->setObjectName(name + QStringLiteral("_close"));
   row->addWidget(close_, 0, Qt::AlignTop);
   close_->setText(QStringLiteral("×"));
   close_->setAutoRaise(true);

@@ -57,7 +57,7 @@ class MessageLine : public QFrame {
   NoteLabel* sentence_;
   QProgressBar* bar_;
   std::vector<QPushButton*> buttons_;
-  QToolButton* close_;
+  QToolButton* close_ = nullptr;
   QTimer* passing_;
 };
 
