@@ -1,5 +1,5 @@
-// The one lock of a computer for changes of its settings: whoever changes them, by whichever front end, holds it
-// from reading the files until the tools that save them have ended.
+// The one lock of a computer for changes of its settings: whoever changes them, by whichever front end, holds
+// it from reading the files until the tools that save them have ended.
 #pragma once
 
 #include <chrono>

@@ -9,13 +9,15 @@
 
 namespace norvik {
 
-// Whether the notification that was posted last reached the bus.
 class NotificationDelivery {
  public:
   virtual ~NotificationDelivery() = default;
+  // Whether the notification that was posted last reached the bus; true before any was posted. Does not say
+  // whether somebody received it. Main thread; does not block.
   virtual bool lastWasDelivered() const = 0;
 };
 
+// Each lives as long as the computer.
 struct ComputerServices {
   ChangeLocks& locks;
   LaunchedTools& tools;

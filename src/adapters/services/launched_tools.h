@@ -2,10 +2,18 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
 #include <string>
 #include <vector>
 
 namespace norvik {
+
+// How much of a tool's standard error is kept, in bytes.
+inline constexpr std::size_t kLongestToolWords = 4096;
+
+// How long, by the computer's clock, a tool whose output is read waits for the tools before it. Counted from
+// the launch of the last of them, so that one that does not end delays many such tools only once.
+inline constexpr std::chrono::seconds kLongestReportDelay{10};
 
 struct ToolOutcome {
   enum class End {
@@ -19,12 +27,15 @@ struct ToolOutcome {
   std::vector<std::string> arguments;
   End end = End::running;
   int status = 0;
-  std::string words;  // what it wrote to its standard error: at most 4 KiB, white space around it removed
+  // What it wrote to its standard error before it ended: the first kLongestToolWords, white space around them
+  // removed, otherwise as they are, whatever their encoding. Empty while it has not ended.
+  std::string words;
 
   bool succeeded() const { return end == End::exited && status == 0; }
   bool ended() const { return end == End::exited || end == End::killed; }
 };
 
+// Called on the main thread. A tool that the authorization service did not start is none of these.
 class LaunchedTools {
  public:
   virtual ~LaunchedTools() = default;

@@ -1,5 +1,5 @@
-// Which TCP ports are listened on, and by whom: what is in force, whatever the files say. Main thread; does not
-// block for longer than a connection to this computer takes.
+// Which TCP ports are listened on, and by whom: what is in force, whatever the files say. Main thread; does
+// not block for longer than a connection to this computer takes.
 #pragma once
 
 #include <cstdint>

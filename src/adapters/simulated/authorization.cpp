@@ -120,10 +120,12 @@ OSStatus SimulatedAuthorization::AuthorizationExecuteWithPrivileges(Authorizatio
   effects_.report(EffectKind::launch, "launch " + commandLine + (refused ? " refused" : ""));
   if (!holds(authorization)) return errAuthorizationInvalidRef;
   if (refused) return errAuthorizationToolExecuteFailure;
-  std::string output = tools_.run(tool, words);
-  if (communicationsPipe != nullptr && !withoutPipe_.contains(tool)) {
-    *communicationsPipe = files_.openPipe(commandLine, std::move(output));
+  if (communicationsPipe == nullptr) {
+    tools_.launch(tool, words);
+    return errAuthorizationSuccess;
   }
+  std::string output = tools_.launchAndRead(tool, words);
+  if (!withoutPipe_.contains(tool)) *communicationsPipe = files_.openPipe(commandLine, std::move(output));
   return errAuthorizationSuccess;
 }
 

@@ -1,6 +1,9 @@
 // Moves the clock.
 #include "src/adapters/simulated/clock.h"
 
+#include <algorithm>
+#include <limits>
+
 namespace norvik {
 
 double SimulatedClock::absoluteTime() const {
@@ -11,6 +14,13 @@ double SimulatedClock::absoluteTime() const {
 void SimulatedClock::sleep(uint32_t microseconds) {
   microseconds_ += microseconds;
   for (const SleepListener& listener : listeners_) listener(microseconds);
+}
+
+void SimulatedClock::sleepUntil(int64_t microseconds) {
+  constexpr int64_t kLongestSleep = std::numeric_limits<uint32_t>::max();
+  while (microseconds_ < microseconds) {
+    sleep(static_cast<uint32_t>(std::min(microseconds - microseconds_, kLongestSleep)));
+  }
 }
 
 }  // namespace norvik

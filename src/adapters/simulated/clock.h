@@ -19,6 +19,8 @@ class SimulatedClock {
   double absoluteTime() const;
 
   void sleep(uint32_t microseconds);
+  // Sleeps until that time since the computer was made; not at all where it has passed.
+  void sleepUntil(int64_t microseconds);
   void addSleepListener(SleepListener listener) { listeners_.push_back(std::move(listener)); }
 
  private:

@@ -13,6 +13,7 @@ void SimulatedWorkspace::openURL(std::string_view url) {
 
 void SimulatedNotificationCenter::postNotificationName(const char* name, const char* object,
                                                        unsigned options) {
+  lastWasDelivered_ = delivers_;
   effects_.report(EffectKind::post, "post " + quoted(name) + " object=" + quotedOrNull(object) +
                                         " options=" + std::to_string(options));
 }

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "src/adapters/services/computer_services.h"
 #include "src/adapters/simulated/effects.h"
 #include "src/server/mac/platform/application.h"
 #include "src/server/mac/platform/assertions.h"
@@ -20,13 +21,19 @@ class SimulatedWorkspace : public Workspace {
   const EffectReporter& effects_;
 };
 
-class SimulatedNotificationCenter : public DistributedNotificationCenter {
+class SimulatedNotificationCenter : public DistributedNotificationCenter, public NotificationDelivery {
  public:
   explicit SimulatedNotificationCenter(const EffectReporter& effects) : effects_(effects) {}
+  // Whether later notifications reach the bus. What the pane posts is an effect either way.
+  void setDelivers(bool delivers) { delivers_ = delivers; }
+
   void postNotificationName(const char* name, const char* object, unsigned options) override;
+  bool lastWasDelivered() const override { return lastWasDelivered_; }
 
  private:
   const EffectReporter& effects_;
+  bool delivers_ = true;
+  bool lastWasDelivered_ = true;
 };
 
 class SimulatedDrawing : public Drawing {

@@ -5,7 +5,7 @@ namespace norvik {
 
 SimulatedComputer::SimulatedComputer()
     : service(fileSystem, processes, clock),
-      tools(fileSystem, service),
+      tools(fileSystem, service, clock),
       files(fileSystem, fileFaults, effects),
       propertyLists(fileSystem, fileFaults, effects),
       processManager(processes),
@@ -17,6 +17,8 @@ SimulatedComputer::SimulatedComputer()
       drawing(effects),
       runLoop(clock, effects),
       log(effects),
+      locks(clock),
+      settingsFiles(fileSystem, fileFaults, clock),
       platform_{.application = application,
                 .alerts = alerts,
                 .workspace = workspace,
@@ -33,5 +35,9 @@ SimulatedComputer::SimulatedComputer()
                 .bundles = bundles,
                 .log = log,
                 .assertions = assertions} {}
+
+ComputerServices SimulatedComputer::services() {
+  return {.locks = locks, .tools = tools, .files = settingsFiles, .ports = ports, .delivery = notifications};
+}
 
 }  // namespace norvik

@@ -8,9 +8,12 @@
 //   installPlatform(&computer.platform());
 #pragma once
 
+#include "src/adapters/services/computer_services.h"
+#include "src/adapters/services/unseen_ports.h"
 #include "src/adapters/simulated/application.h"
 #include "src/adapters/simulated/authorization.h"
 #include "src/adapters/simulated/bundles.h"
+#include "src/adapters/simulated/change_locks.h"
 #include "src/adapters/simulated/clock.h"
 #include "src/adapters/simulated/effects.h"
 #include "src/adapters/simulated/file_system.h"
@@ -21,6 +24,7 @@
 #include "src/adapters/simulated/property_list_files.h"
 #include "src/adapters/simulated/run_loop.h"
 #include "src/adapters/simulated/server_service.h"
+#include "src/adapters/simulated/settings_files.h"
 #include "src/adapters/simulated/tools.h"
 #include "src/server/mac/platform/platform.h"
 
@@ -35,6 +39,8 @@ class SimulatedComputer {
 
   // The platform interfaces of this computer; lives as long as it does.
   Platform& platform() { return platform_; }
+  // And what a front end asks of it beyond them.
+  ComputerServices services();
 
   EffectReporter effects;
   SimulatedClock clock;
@@ -60,6 +66,10 @@ class SimulatedComputer {
   SimulatedBundles bundles;
   SimulatedLog log;
   SimulatedAssertionHandler assertions;
+
+  SimulatedChangeLocks locks;
+  SimulatedSettingsFiles settingsFiles;
+  UnseenPorts ports;
 
  private:
   Platform platform_;

@@ -143,7 +143,8 @@ Outcome editAndApply(const Context& context, Session& session, const Questions& 
   return outcome;
 }
 
-Outcome preview(const Context& context, const ChangeRequest& request, RecordingMode mode, const Answers& answers) {
+Outcome preview(const Context& context, const ChangeRequest& request, RecordingMode mode,
+                const Answers& answers) {
   Questions questions(answers, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, mode);
@@ -170,7 +171,7 @@ ChangeRequest recording(const ChangeRequest& request, std::optional<Expected>& e
 // What the computer did not do although the files now hold what was to be saved.
 Error failedStep(const Effects& effects) {
   if (!effects.unwritten.empty()) {
-    return {kExitCannotCreate, "the file " + effects.unwritten.front() + " could not be written."};
+    return {kExitCannotCreate, "the file " + effects.unwritten.front().path + " could not be written."};
   }
   const auto refused = std::ranges::find_if(
       effects.launches, [](const Launch& launch) { return launch.refused && !launch.reports; });
@@ -222,7 +223,8 @@ ExitStatus change(const Context& context, const ChangeRequest& request, bool dry
     if (dryRun || outcome.error) return report(context, outcome, dryRun);
   }
   if (request.requiresUnlock && !attended) {
-    const Outcome outcome = preview(context, request, RecordingMode::looking, {context.answers.fixed, nullptr});
+    const Outcome outcome =
+        preview(context, request, RecordingMode::looking, {context.answers.fixed, nullptr});
     if (outcome.error) return report(context, outcome, false);
   }
   return report(context, apply(context, request), false);

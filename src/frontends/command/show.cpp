@@ -92,8 +92,10 @@ std::vector<Page> pagesOf(Session& session, const std::string& typed) {
 Json settingJson(Session& session, PaneSetting& setting) {
   const ControlDescription& first = setting.description().first();
   const Editability editability = editabilityOf(session, setting);
-  Json entry{
-      {"name", setting.name()}, {"label", first.label}, {"help", first.help}, {"value", jsonOf(setting.typedValue())}};
+  Json entry{{"name", setting.name()},
+             {"label", first.label},
+             {"help", first.help},
+             {"value", jsonOf(setting.typedValue())}};
   entry["default"] = isDefault(setting, session.pane());
   entry["pending"] = isPending(setting, session.pane());
   if (first.minimum) entry["minimum"] = static_cast<int64_t>(*first.minimum);

@@ -30,21 +30,24 @@ TEST_F(RecordingPlatformTest, RecordsWhichFilesCouldNotBeWritten) {
   computer.fileFaults.set(FileOperation::openWrite, "/tmp/closed", true);
   computer.fileFaults.set(FileOperation::write, "/tmp/full", true);
   computer.fileFaults.set(FileOperation::openWrite, kList, true);
-  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, RecordingMode::real);
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing,
+                                    RecordingMode::real);
   write("/tmp/good");
   EXPECT_TRUE(platform().propertyLists.writeToFile(PropertyList(), "/tmp/good.plist"));
-  EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
+  EXPECT_EQ(recording.effects().unwritten, std::vector<UnwrittenFile>{});
   write("/tmp/closed");
   write("/tmp/full");
   EXPECT_FALSE(platform().propertyLists.writeToFile(PropertyList(), kList));
-  EXPECT_EQ(recording.effects().unwritten, (std::vector<std::string>{"/tmp/closed", "/tmp/full", kList}));
+  EXPECT_EQ(recording.effects().unwritten,
+            (std::vector<UnwrittenFile>{{"/tmp/closed", ""}, {"/tmp/full", ""}, {kList, ""}}));
 }
 
 // Reading is no change: a file that cannot be read is none that could not be written.
 TEST_F(RecordingPlatformTest, RecordsNoFileThatIsOnlyRead) {
-  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, RecordingMode::real);
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing,
+                                    RecordingMode::real);
   EXPECT_EQ(platform().files.fopen("/no/file", FileMode::readBinary), nullptr);
-  EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
+  EXPECT_EQ(recording.effects().unwritten, std::vector<UnwrittenFile>{});
 }
 
 TEST_F(RecordingPlatformTest, WithholdsEveryChangeWhileLookingOrPretending) {
@@ -59,7 +62,7 @@ TEST_F(RecordingPlatformTest, WithholdsEveryChangeWhileLookingOrPretending) {
     EXPECT_EQ(computer.fileSystem.find("/tmp/file"), nullptr);
     EXPECT_EQ(computer.fileSystem.find(kList), nullptr);
     EXPECT_FALSE(computer.fileSystem.isDirectory("/tmp/folder"));
-    EXPECT_EQ(recording.effects().unwritten, std::vector<std::string>{});
+    EXPECT_EQ(recording.effects().unwritten, std::vector<UnwrittenFile>{});
     EXPECT_EQ(recording.effects().posted, std::vector<std::string>{"Name"});
   }
 }

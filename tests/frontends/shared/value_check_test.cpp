@@ -47,7 +47,8 @@ TEST(ValueCheckTest, NumbersInTheirRange) {
   slider.maximum = 8;
   EXPECT_EQ(checkedValue(settingOf(slider), "4"), 4);
   EXPECT_EQ(checkedValue(settingOf(slider), "8"), 8);
-  for (const char* text : {"3", "9", "5.5", "", "99999999999999999999"}) {
+  EXPECT_EQ(checkedValue(settingOf(slider), " 5\t"), 5);
+  for (const char* text : {"3", "9", "5.5", "", " ", "5 6", "99999999999999999999"}) {
     EXPECT_EQ(checkedValue(settingOf(slider), text), std::nullopt) << text;
   }
   EXPECT_EQ(acceptedValues(settingOf(slider)), "a whole number from 4 to 8");

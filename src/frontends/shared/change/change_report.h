@@ -26,12 +26,12 @@ struct SettingChange {
 // What Apply would do.
 struct Preview {
   std::vector<SettingChange> changes;
-  std::vector<std::string> groups;   // "server settings"
-  std::vector<std::string> files;    // that would be written
-  std::vector<Launch> commands;      // that would be run as the super-user, in order
-  std::vector<std::string> told;     // "the server", "the agent, process 812", "the menu agent"
-  bool endsConnections = false;      // a service moves to another port or is switched off
-  bool needsRestart = false;         // of the computer
+  std::vector<std::string> groups;  // "server settings"
+  std::vector<std::string> files;   // that would be written
+  std::vector<Launch> commands;     // that would be run as the super-user, in order
+  std::vector<std::string> told;    // "the server", "the agent, process 812", "the menu agent"
+  bool endsConnections = false;     // a service moves to another port or is switched off
+  bool needsRestart = false;        // of the computer
 };
 
 // A tool that was launched, and what became of it. Not known where nobody waited for it.
@@ -48,9 +48,9 @@ struct ChangeReport {
   std::vector<std::string> saved;     // groups that the files hold now
   std::vector<std::string> notSaved;  // settings that they do not hold
   std::vector<CommandOutcome> commands;
-  std::vector<std::string> told;      // whom the change was told
-  std::vector<std::string> notTold;   // and whom not
-  std::vector<std::string> takenOver; // settings that others had changed and that were taken over before
+  std::vector<std::string> told;       // whom the change was told
+  std::vector<std::string> notTold;    // and whom not
+  std::vector<std::string> takenOver;  // settings that others had changed and that were taken over before
   Effects effects;
 
   bool ok() const { return !error; }

@@ -1,5 +1,5 @@
-// Why a change, or an order to the server, did not come about: one list for all front ends. The command line has
-// an exit status for each, the windows an icon and a next step.
+// Why a change, or an order to the server, did not come about: one list for all front ends. The command line
+// has an exit status for each, the windows an icon and a next step.
 #pragma once
 
 #include <string>
@@ -9,17 +9,17 @@ namespace norvik {
 
 enum class FailureCode {
   none,
-  usage,         // a wrong line, an unknown name, a question that nobody can answer
-  wrongValue,    // a value of another kind or out of its range, or two that exclude each other
-  damaged,       // a settings file is there and cannot be read
-  server,        // the server did not start, stop or take up its settings; a tool of the server failed
-  software,      // a fault of the program's own, and too little memory
-  notWritten,    // a file does not hold what was to be saved
-  output,        // the program's output could not be written
-  tryAgain,      // somebody else changes settings, or a tool has not ended in time
-  notAllowed,    // not authorized, or the system refused to run a tool
-  notSettable,   // a setting that cannot be changed as things are
-  cancelled,     // a person chose not to go on; nothing was changed
+  usage,        // a wrong line, an unknown name, a question that nobody can answer
+  wrongValue,   // a value of another kind or out of its range, or two that exclude each other
+  damaged,      // a settings file is there and cannot be read
+  server,       // the server did not start, stop or take up its settings; a tool of the server failed
+  software,     // a fault of the program's own, and too little memory
+  notWritten,   // a file does not hold what was to be saved
+  output,       // the program's output could not be written
+  tryAgain,     // somebody else changes settings, or a tool has not ended in time
+  notAllowed,   // not authorized, or the system refused to run a tool
+  notSettable,  // a setting that cannot be changed as things are
+  cancelled,    // a person chose not to go on; nothing was changed
 };
 
 // The word for scripts: "wrong-value"; "" for none.

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/server/mac/text/trim.h"
 
 namespace norvik {
 
@@ -33,7 +34,7 @@ std::optional<int64_t> PaneSetting::value() const {
     case ControlKind::slider:
       return control.truncatedValue();
     default:
-      return wholeNumber(control.stringValue());
+      return wholeNumber(trimmed(control.stringValue(), kBlanks));
   }
 }
 

@@ -1,11 +1,38 @@
 // The platform interfaces through which the pane changes something; each records and, by its mode, withholds.
 #include "src/frontends/shared/change/recording_platform.h"
 
+#include <cerrno>
 #include <map>
+#include <system_error>
 
 namespace norvik {
 
 namespace {
+
+using RefusedPaths = std::set<std::string>;
+
+// What the system says of the call that has just failed. `errno` is 0 before such a call, and stays so on a
+// computer that does not set it.
+std::string reasonOfFailure() {
+  return errno != 0 ? std::generic_category().message(errno) : "";
+}
+
+class RecordingAlerts : public AlertPanels {
+ public:
+  RecordingAlerts(AlertPanels& alerts, const std::function<void(int)>& answered)
+      : alerts_(alerts), answered_(answered) {}
+
+  int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
+                      const char* alternateButton, const char* otherButton) override {
+    const int answer = alerts_.NSRunAlertPanel(title, message, defaultButton, alternateButton, otherButton);
+    if (answered_) answered_(answer);
+    return answer;
+  }
+
+ private:
+  AlertPanels& alerts_;
+  const std::function<void(int)>& answered_;
+};
 
 class RecordingAuthorization : public AuthorizationService {
  public:
@@ -22,7 +49,8 @@ class RecordingAuthorization : public AuthorizationService {
 
   OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                    AuthorizationFlags flags) override {
-    if (mode_ != RecordingMode::pretending) return service_.AuthorizationCopyRights(authorization, rights, flags);
+    if (mode_ != RecordingMode::pretending)
+      return service_.AuthorizationCopyRights(authorization, rights, flags);
     return (flags & kAuthorizationFlagInteractionAllowed) != 0 ? errAuthorizationSuccess
                                                                : errAuthorizationDenied;
   }
@@ -65,14 +93,19 @@ class RecordingAuthorization : public AuthorizationService {
 
 class RecordingFiles : public Files {
  public:
-  RecordingFiles(Files& files, RecordingMode mode, Effects& effects) : files_(files), mode_(mode), effects_(effects) {}
+  RecordingFiles(Files& files, RecordingMode mode, Effects& effects, const RefusedPaths& refused)
+      : files_(files), mode_(mode), effects_(effects), refused_(refused) {}
 
   FileRef fopen(const char* path, FileMode mode) override {
     const bool writes = mode == FileMode::writeBinary;
-    if (writes && mode_ != RecordingMode::real) return nowhere();
-    const FileRef file = files_.fopen(path, mode);
-    if (writes && file == nullptr) effects_.unwritten.emplace_back(path);
-    if (writes && file != nullptr) written_[file] = path;
+    if (writes && mode_ != RecordingMode::real) {
+      effects_.written.emplace_back(path);
+      return nowhere();
+    }
+    errno = 0;
+    const FileRef file = writes && refused_.contains(path) ? nullptr : files_.fopen(path, mode);
+    if (writes && file == nullptr) effects_.unwritten.push_back({path, reasonOfFailure()});
+    if (writes && file != nullptr) written_[file] = {path, false};
     return file;
   }
   int fseek(FileRef file, int64_t offset, SeekOrigin origin) override {
@@ -84,13 +117,21 @@ class RecordingFiles : public Files {
   }
   std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override {
     if (file == nowhere()) return size;
+    errno = 0;
     const std::size_t written = files_.fwrite(bytes, size, file);
-    if (written < size) effects_.unwritten.push_back(written_[file]);
+    const auto known = written_.find(file);
+    if (written < size && known != written_.end() && !known->second.failed) {
+      known->second.failed = true;
+      effects_.unwritten.push_back({known->second.path, reasonOfFailure()});
+    }
     return written;
   }
   void fclose(FileRef file) override {
     if (file == nowhere()) return;
-    written_.erase(file);
+    if (const auto known = written_.find(file); known != written_.end()) {
+      if (!known->second.failed) effects_.written.push_back(known->second.path);
+      written_.erase(known);
+    }
     files_.fclose(file);
   }
   int mkdir(const char* path, uint32_t mode) override {
@@ -98,26 +139,38 @@ class RecordingFiles : public Files {
   }
 
  private:
+  struct Writing {
+    std::string path;
+    bool failed = false;
+  };
+
   // A file that takes everything and keeps nothing.
   FileRef nowhere() { return reinterpret_cast<FileRef>(this); }
 
   Files& files_;
   RecordingMode mode_;
   Effects& effects_;
-  std::map<FileRef, std::string> written_;  // the paths of the files that are being written
+  const RefusedPaths& refused_;
+  std::map<FileRef, Writing> written_;  // the files that are being written
 };
 
 class RecordingPropertyLists : public PropertyListFiles {
  public:
-  RecordingPropertyLists(PropertyListFiles& lists, RecordingMode mode, Effects& effects)
-      : lists_(lists), mode_(mode), effects_(effects) {}
+  RecordingPropertyLists(PropertyListFiles& lists, RecordingMode mode, Effects& effects,
+                         const RefusedPaths& refused)
+      : lists_(lists), mode_(mode), effects_(effects), refused_(refused) {}
 
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string& path) override {
     return lists_.dictionaryWithContentsOfFile(path);
   }
   bool writeToFile(const PropertyList& dictionary, const std::string& path) override {
-    if (mode_ != RecordingMode::real || lists_.writeToFile(dictionary, path)) return true;
-    effects_.unwritten.push_back(path);
+    errno = 0;
+    const bool refused = refused_.contains(path);
+    if (mode_ != RecordingMode::real || (!refused && lists_.writeToFile(dictionary, path))) {
+      effects_.written.push_back(path);
+      return true;
+    }
+    effects_.unwritten.push_back({path, reasonOfFailure()});
     return false;
   }
   std::string stringByExpandingTildeInPath(std::string_view path) override {
@@ -128,6 +181,7 @@ class RecordingPropertyLists : public PropertyListFiles {
   PropertyListFiles& lists_;
   RecordingMode mode_;
   Effects& effects_;
+  const RefusedPaths& refused_;
 };
 
 class RecordingNotifications : public DistributedNotificationCenter {
@@ -153,8 +207,10 @@ class RecordingProcesses : public PosixProcesses {
 
   KillResult kill(int32_t pid, Signal signal) override {
     if (signal == Signal::none) return processes_.kill(pid, signal);
-    effects_.signalled.push_back(pid);
-    return mode_ == RecordingMode::real ? processes_.kill(pid, signal) : KillResult::sent;
+    const KillResult result = mode_ == RecordingMode::real ? processes_.kill(pid, signal) : KillResult::sent;
+    if (result == KillResult::sent) effects_.signalled.push_back(pid);
+    if (result == KillResult::otherError) effects_.notSignalled.push_back(pid);
+    return result;
   }
   int32_t getpid() override { return processes_.getpid(); }
   void usleep(uint32_t microseconds) override {
@@ -169,7 +225,8 @@ class RecordingProcesses : public PosixProcesses {
 
 class RecordingLog : public SystemLog {
  public:
-  RecordingLog(SystemLog& log, RecordingMode mode, Effects& effects) : log_(log), mode_(mode), effects_(effects) {}
+  RecordingLog(SystemLog& log, RecordingMode mode, Effects& effects)
+      : log_(log), mode_(mode), effects_(effects) {}
 
   void syslog(int priority, std::string_view line) override {
     effects_.logged.emplace_back(line);
@@ -185,13 +242,15 @@ class RecordingLog : public SystemLog {
 }  // namespace
 
 struct RecordingPlatform::Interfaces {
-  Interfaces(Platform& computer, AlertPanels& alerts, Drawing& drawing, RecordingMode mode, Effects& effects)
-      : authorization(computer.authorization, mode, effects),
-        files(computer.files, mode, effects),
-        propertyLists(computer.propertyLists, mode, effects),
-        notifications(computer.notifications, mode, effects),
-        posix(computer.posix, mode, effects),
-        log(computer.log, mode, effects),
+  Interfaces(Platform& computer, AlertPanels& shown, Drawing& drawing, RecordingMode mode,
+             RecordingPlatform& owner)
+      : alerts(shown, owner.answered),
+        authorization(computer.authorization, mode, owner.effects_),
+        files(computer.files, mode, owner.effects_, owner.refused_),
+        propertyLists(computer.propertyLists, mode, owner.effects_, owner.refused_),
+        notifications(computer.notifications, mode, owner.effects_),
+        posix(computer.posix, mode, owner.effects_),
+        log(computer.log, mode, owner.effects_),
         platform{computer.application,
                  alerts,
                  computer.workspace,
@@ -209,6 +268,7 @@ struct RecordingPlatform::Interfaces {
                  log,
                  computer.assertions} {}
 
+  RecordingAlerts alerts;
   RecordingAuthorization authorization;
   RecordingFiles files;
   RecordingPropertyLists propertyLists;
@@ -218,8 +278,9 @@ struct RecordingPlatform::Interfaces {
   Platform platform;
 };
 
-RecordingPlatform::RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing, RecordingMode mode)
-    : interfaces_(std::make_unique<Interfaces>(computer, alerts, drawing, mode, effects_)),
+RecordingPlatform::RecordingPlatform(Platform& computer, AlertPanels& alerts, Drawing& drawing,
+                                     RecordingMode mode)
+    : interfaces_(std::make_unique<Interfaces>(computer, alerts, drawing, mode, *this)),
       before_(installedPlatform()) {
   installPlatform(&interfaces_->platform);
 }

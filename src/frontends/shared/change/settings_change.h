@@ -1,11 +1,12 @@
 // The change transaction: what a front end does around Apply, which by the pane's own rules is silent and the
-// last writer's. Look, check, preview, guard, apply, read back, report. Knows no toolkit; every front end goes
-// through it for every Apply. Main thread only.
+// last writer's. Look, check, preview, guard, apply, read back, report. Knows no toolkit; every front end
+// goes through it for every Apply. Main thread only.
 //
 //   look           before the pane loads: which files are damaged, what do they hold
 //   check          can the pending values be
 //   preview        what would be saved, run and told
-//   apply          takes the lock, takes over what others changed meanwhile, asks about what collides and about
+//   apply          takes the lock, takes over what others changed meanwhile, asks about what collides and
+//   about
 //                  damaged files, lets the pane apply, waits for its tools, reads back
 #pragma once
 
@@ -20,20 +21,10 @@
 #include "src/adapters/services/computer_services.h"
 #include "src/frontends/shared/change/change_report.h"
 #include "src/frontends/shared/change/recording_platform.h"
+#include "src/frontends/shared/change/stored_files.h"
 #include "src/frontends/shared/checks/port_check.h"
 
 namespace norvik {
-
-// A settings file that is there and that the pane cannot read, or a stored value that cannot be.
-struct FileFinding {
-  std::string file;      // its path
-  std::string label;     // "the server's settings file"
-  bool damaged = false;  // the whole file cannot be read; else one value in it cannot be
-  std::string sentence;  // what is wrong: "The server's settings file, /etc/norvik/svr.cfg, is damaged: line 3: ..."
-  std::string key;       // of the value
-  std::string setting;   // that shows it; may be empty
-  std::optional<std::string> copyTime;  // of the copy that can be restored
-};
 
 // A pending value that Apply must not reach the pane with, or a warning beside it.
 struct ValueFinding {
@@ -133,8 +124,8 @@ class SettingsChange {
   // afterwards. Where the pane did not apply, the report says so and has no error.
   ChangeReport around(const std::function<void()>& call);
 
-  // Puts the kept copy of a damaged file back, with the pane's own saving. Needs the lock of the pane open for
-  // files of the administrator.
+  // Puts the kept copy of a damaged file back, with the pane's own saving. Needs the lock of the pane open
+  // for files of the administrator.
   ChangeReport restore(const FileFinding& file);
 
   // What the server was told last by "apply": takes up what is stored. Needs the pane's lock open.
@@ -142,6 +133,7 @@ class SettingsChange {
 
  private:
   struct State;
+  class Applying;
   std::unique_ptr<State> state_;
   std::vector<FileFinding> findings_;
 };

@@ -6,6 +6,8 @@
 #include <charconv>
 #include <limits>
 
+#include "src/server/mac/text/trim.h"
+
 namespace norvik {
 
 namespace {
@@ -40,7 +42,7 @@ std::optional<int64_t> itemIndex(const ControlDescription& popUp, std::string_vi
 }
 
 std::optional<int64_t> numberInRange(const ControlDescription& control, std::string_view text) {
-  const auto number = wholeNumber(text);
+  const auto number = wholeNumber(trimmed(text, kBlanks));
   if (!number) return std::nullopt;
   const auto value = static_cast<double>(*number);
   if (control.minimum && value < *control.minimum) return std::nullopt;

@@ -22,7 +22,8 @@ std::string folded(std::string_view text);
 // the number itself for a slider or a text field. Nothing where the text is of another kind or out of range.
 //
 // A box takes on, off, yes, no, true, false, 1 and 0; an item its text or its number from 1; a choice its
-// word. Case does not matter, and a hyphen in an item's text means a space.
+// word. Case does not matter, a hyphen in an item's text means a space, and white space around a number does
+// not count.
 std::optional<int64_t> checkedValue(const SettingDescription& setting, std::string_view text);
 
 // What the setting takes, in words to be read after "takes": "a whole number from 4 to 8", "on or off",

@@ -3,6 +3,7 @@
 #include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
+#include "src/server/mac/stores/settings_paths.h"
 
 namespace norvik {
 
@@ -10,7 +11,6 @@ namespace {
 
 using P = NVKServerPrefs;
 
-constexpr const char* kMenuAgentFile = "~/Library/Preferences/com.veltrane.nvkmenua.plist";
 // The doubled colon is what log readers know.
 constexpr const char* kCouldNotWriteMenuAgentFile = "Norvik[E]: Could not write file: : %s";
 

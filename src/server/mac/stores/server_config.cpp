@@ -4,6 +4,7 @@
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
+#include "src/server/mac/stores/settings_paths.h"
 
 namespace norvik {
 
@@ -13,8 +14,6 @@ using P = NVKServerPrefs;
 
 constexpr const char* kNvkKey = "NVKService";
 constexpr const char* kRdpKey = "RDPService";
-constexpr const char* kScreenSaverFile = "/Library/Preferences/com.apple.screensaver.plist";
-constexpr const char* kWindowServerFile = "/Library/Preferences/com.apple.windowserver.plist";
 
 // Keys of an older layout, now dropped from the file by the next save.
 constexpr const char* kLegacyKeys[] = {"SingleUserToConsole", "OpenGLAcceleration", "SoundOutputEnabled",

@@ -4,6 +4,7 @@
 #include "src/server/mac/platform/log.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/stores/settings.h"
+#include "src/server/mac/stores/settings_paths.h"
 
 namespace norvik {
 
@@ -11,7 +12,6 @@ namespace {
 
 using P = NVKServerPrefs;
 
-constexpr const char* kAgentFile = "~/Library/Preferences/com.veltrane.nvkagent.plist";
 constexpr const char* kAgentIdentifier = "com.veltrane.nvkagent";
 
 // The load places the image controls itself: while the user follows the server, they show its values.

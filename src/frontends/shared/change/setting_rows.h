@@ -1,0 +1,43 @@
+// The settings as rows of the pane's tables, across all groups, with what a person has done to them: edited
+// or not, and the state of the controls that hold the edit. Reads and writes controls; knows no file.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "src/frontends/shared/change/pane_setting.h"
+#include "src/server/mac/pane/pane.h"
+#include "src/server/mac/stores/settings.h"
+
+namespace norvik {
+
+// Every row that a file or a tool keeps, in the order of the groups.
+std::vector<const Setting*> storedRows();
+
+// Whether the pane would save the row's pending value because it differs. Nothing of the administrator's
+// while locked, and no image value of a user who follows the server's.
+bool isPending(const NVKServerPrefs& pane, const Setting& row);
+
+// What the controls of a row hold.
+struct ControlState {
+  Control* control;
+  int state;
+  double value;
+  int64_t index;
+  std::string text;
+};
+std::vector<ControlState> controlStates(NVKServerPrefs& pane, const Setting& row);
+void restoreControls(const std::vector<ControlState>& states);
+// Gives one control what another one holds.
+void restoreState(const Control& from, Control& to);
+
+// The setting of a row that shows its value to a person: the field or the choice, where a box stands before
+// it. Null for a row that nobody sees.
+const PaneSetting* settingOfRow(const std::vector<PaneSetting>& settings, const NVKServerPrefs& pane,
+                                const Setting& row);
+// The row that a setting belongs to; null for none.
+const Setting* rowOfSetting(const NVKServerPrefs& pane, const PaneSetting& setting);
+
+}  // namespace norvik
