@@ -130,7 +130,6 @@ Session::Session(const Options& options)
       window_(pane_, interface_, [this](const ControlDescription& field) { return portProblem(field); }),
       state_(storedState(options)) {
   computer_.setWindow(&window_);
-  computer_.alerts().requiresAnswer = [this] { return window_.isLeaving(); };
 }
 
 FieldNote Session::portProblem(const ControlDescription& field) {

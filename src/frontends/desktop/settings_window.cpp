@@ -153,17 +153,21 @@ void SettingsWindow::showPending(std::size_t all, const std::vector<std::size_t>
   sidebar_->markPages(byPage);
 }
 
-bool SettingsWindow::showSetting(const std::string& outlet) {
+std::optional<std::size_t> SettingsWindow::pageOf(const std::string& outlet) const {
   for (std::size_t i = 0; i < pages_.size(); ++i) {
-    for (const auto& shown : pages_[i]->bindings()) {
-      if (shown->control().name() != outlet) continue;
-      if (!sidebar_->chooseTab(i)) return false;
-      shown->widget()->setFocus(Qt::ShortcutFocusReason);
-      revealFocus(shown->widget());
-      return true;
-    }
+    const auto isIt = [&outlet](const auto& shown) { return shown->control().name() == outlet; };
+    if (std::ranges::any_of(pages_[i]->bindings(), isIt)) return i;
   }
-  return false;
+  return std::nullopt;
+}
+
+bool SettingsWindow::showSetting(const std::string& outlet) {
+  const auto page = pageOf(outlet);
+  if (!page || !sidebar_->chooseTab(*page)) return false;
+  QWidget* widget = binding(text(outlet))->widget();
+  widget->setFocus(Qt::ShortcutFocusReason);
+  revealFocus(widget);
+  return true;
 }
 
 // An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its

@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -54,6 +55,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
+  // The page of a control, in the order of the description; nothing for one that is on none.
+  std::optional<std::size_t> pageOf(const std::string& outlet) const;
   // Opens the page of a control and gives it the keyboard focus. False if a lock keeps the page closed.
   bool showSetting(const std::string& outlet);
   // How many changes there are, and how many each page holds, in the order of the description: marks those

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/checks/value_check.h"
 
 namespace norvik {
@@ -38,9 +39,9 @@ bool canBeRetried(FailureCode code) {
 
 WindowMessage failed(const ChangeReport& report) {
   const ChangeError& error = report.error;
-  WindowMessage message{MessageKind::failure, error.sentence, {}, detailsOf(report)};
+  WindowMessage message{MessageKind::failure, asSentence(error.sentence), {}, detailsOf(report)};
   if (error.code == FailureCode::cancelled) message.kind = MessageKind::note;
-  addSentence(message.sentence, error.advice);
+  addSentence(message.sentence, asSentence(error.advice));
   if (message.isEmpty()) message.sentence = codeWord(error.code);
   if (!error.outlet.empty()) message.actions.push_back(MessageAction::showSetting);
   if (canBeRetried(error.code)) message.actions.push_back(MessageAction::retry);
@@ -56,7 +57,7 @@ WindowMessage succeeded(const ChangeReport& report, std::string sentence) {
     message.kind = MessageKind::warning;
     if (!report.notTold.empty())
       addSentence(message.sentence, "Could not tell " + listInWords(report.notTold, "and") + ".");
-    for (const std::string& warning : report.warnings) addSentence(message.sentence, warning);
+    for (const std::string& warning : report.warnings) addSentence(message.sentence, asSentence(warning));
     if (!message.details.empty()) message.actions.push_back(MessageAction::showDetails);
   }
   return message;
@@ -107,7 +108,7 @@ WindowMessage takenUpMessage(const ChangeReport& report) {
 WindowMessage restoredMessage(const ChangeReport& report, const FileFinding& file) {
   if (report.error) return failed(report);
   return succeeded(report,
-                   "The copy of " + file.label + " was put back; the damaged file is kept beside it.");
+                   "The copy of " + file.label + " was put back.");
 }
 
 WindowMessage refusedMessage(const std::vector<ValueFinding>& findings) {
@@ -128,8 +129,8 @@ WindowMessage damagedMessage(const std::vector<FileFinding>& findings) {
   if (findings.empty()) return {};
   WindowMessage message{MessageKind::warning, {}, {}, {}};
   for (const FileFinding& finding : findings) {
-    addSentence(message.sentence, finding.sentence);
-    if (finding.damaged && finding.copyTime && message.actions.empty())
+    addSentence(message.sentence, asSentence(finding.sentence));
+    if (finding.damaged && !finding.copyTime.empty() && message.actions.empty())
       message.actions.push_back(MessageAction::restoreCopy);
   }
   if (findings.front().damaged) addSentence(message.sentence, window_texts::kDefaultsShown);
@@ -161,7 +162,8 @@ std::string detailsOf(const ChangeReport& report) {
   for (const std::string& name : report.notSaved) addLine(lines, "Not saved: " + name);
   for (const CommandOutcome& command : report.commands)
     addLine(lines, commandLine(command.launch) + " " + outcomeOf(command.outcome));
-  for (const std::string& path : report.effects.unwritten) addLine(lines, "Not written: " + path);
+  for (const UnwrittenFile& file : report.effects.unwritten)
+    addLine(lines, "Not written: " + file.path + (file.reason.empty() ? "" : ": " + file.reason));
   for (const std::string& who : report.told) addLine(lines, "Told: " + who);
   for (const std::string& who : report.notTold) addLine(lines, "Not told: " + who);
   for (const std::string& warning : report.warnings) addLine(lines, warning);
@@ -169,10 +171,10 @@ std::string detailsOf(const ChangeReport& report) {
   return lines;
 }
 
-std::string commandLine(const Launch& launch) {
-  std::string line = launch.tool;
-  for (const std::string& argument : launch.arguments) line += ' ' + argument;
-  return line;
+std::string asSentence(std::string words) {
+  if (!words.empty() && words.front() >= 'a' && words.front() <= 'z')
+    words.front() = static_cast<char>(words.front() - 'a' + 'A');
+  return words;
 }
 
 std::string leaveQuestion(const std::vector<SettingChange>& changes) {

@@ -45,8 +45,9 @@ WindowMessage unlockDeniedMessage();
 
 // What was run and what it said, who was told and who not, warnings: lines for a person. May be empty.
 std::string detailsOf(const ChangeReport& report);
-// A command as it would be typed: "/bin/mv /tmp/a /etc/b".
-std::string commandLine(const Launch& launch);
+
+// "the file" as the beginning of a sentence: "The file".
+std::string asSentence(std::string words);
 
 // The question before pending changes would be lost by leaving: "3 changes are not applied." and the changes.
 std::string leaveQuestion(const std::vector<SettingChange>& changes);
