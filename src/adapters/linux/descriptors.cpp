@@ -66,9 +66,6 @@ Descriptor openForWriting(const std::string& path) {
   return openAtOnce(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
-namespace {
-
-// Nothing where reading fails or goes beyond the limit. Throws std::bad_alloc.
 std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expected, std::size_t limit) {
   std::string bytes;
   bytes.reserve(expected);
@@ -79,11 +76,11 @@ std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expecte
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return std::nullopt;
     bytes.append(block.data(), static_cast<std::size_t>(count));
-    if (bytes.size() > limit) return std::nullopt;  // grew since it was measured
+    if (bytes.size() <= limit) continue;
+    errno = EFBIG;  // it grew since it was measured
+    return std::nullopt;
   }
 }
-
-}  // namespace
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
   const Descriptor file = openForReading(path);

@@ -39,6 +39,9 @@ Descriptor openForWriting(const std::string& path);
 // The bytes of a regular file of at most `limit` bytes; nothing for any other, and if memory does not
 // suffice.
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit);
+// The rest of an open file of about `expected` bytes. Nothing, with errno set, where reading fails and where
+// it is longer than `limit` (EFBIG). Throws std::bad_alloc.
+std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expected, std::size_t limit);
 // Writes all bytes; false on the first failure. A pipe without a reader is a failure, never a signal.
 bool writeAll(const Descriptor& file, std::string_view bytes);
 
