@@ -76,28 +76,26 @@ void WindowChanges::act(MessageSubject subject, MessageAction action) {
       restoreCopy();
       break;
     case MessageAction::takeUp:
-      if (unlocked()) {
-        const ChangeReport report = change_.takeUp();
-        say(report, takenUpMessage(report), [this, subject] { act(subject, MessageAction::takeUp); });
-      }
+      if (takeUp) takeUp();
       break;
   }
 }
 
 // ---- What came of something
 
-void WindowChanges::say(const WindowMessage& message, std::function<void()> retry) {
+void WindowChanges::say(const WindowMessage& message, const std::string& outlet,
+                        std::function<void()> retry) {
+  outlet_ = outlet;
   retry_ = std::move(retry);
   line(MessageSubject::outcome).showMessage(message);
 }
 
 void WindowChanges::say(const ChangeReport& report, const WindowMessage& message,
                         std::function<void()> retry) {
-  outlet_ = report.error.outlet;
-  if (!outlet_.empty()) window_.showSetting(outlet_);
+  if (!report.error.outlet.empty()) window_.showSetting(report.error.outlet);
   line(MessageSubject::others).clear();
   showFindings();
-  say(message, std::move(retry));
+  say(message, report.error.outlet, std::move(retry));
   window_.refresh();
   if (changed) changed();
 }
@@ -115,9 +113,9 @@ void WindowChanges::apply() {
   const auto findings = change_.check();
   const WindowMessage refused = refusedMessage(findings);
   if (!refused.isEmpty()) {
-    outlet_ = std::ranges::find_if(findings, &ValueFinding::blocks)->outlet;
-    window_.showSetting(outlet_);
-    return say(refused, nullptr);
+    const std::string outlet = std::ranges::find_if(findings, &ValueFinding::blocks)->outlet;
+    window_.showSetting(outlet);
+    return say(refused, outlet, nullptr);
   }
   const ChangeReport report = change_.apply(decisions_);
   say(report, appliedMessage(report), [this] { apply(); });
@@ -153,7 +151,7 @@ void WindowChanges::pressLock() {
     return say(report, appliedMessage(report), [this] { apply(); });
   }
   if (wasOpen) return;
-  if (!pane_.authorized()) return say(unlockDeniedMessage(), [this] { pressLock(); });
+  if (!pane_.authorized()) return say(unlockDeniedMessage(), {}, [this] { pressLock(); });
   line(MessageSubject::outcome).clear();
   change_.takeOver();  // an open lock shows more than a closed one
 }

@@ -37,11 +37,13 @@ class WindowChanges : public QObject {
   // How many changes are pending.
   std::size_t pendingCount() { return change_.pending().size(); }
 
-  // Says what came of something, and what "Retry" does about it.
-  void say(const WindowMessage& message, std::function<void()> retry);
+  // Says what came of something: the setting it is about, if any, and what "Retry" does about it.
+  void say(const WindowMessage& message, const std::string& outlet, std::function<void()> retry);
 
-  // Called after each change of the computer through the window: what is in force may be different.
+  // Called after each change of the settings files: what is in force may be different now.
   std::function<void()> changed;
+  // Has the server take up what is stored.
+  std::function<void()> takeUp;
 
  private:
   MessageLine& line(MessageSubject subject) { return window_.messages().line(subject); }

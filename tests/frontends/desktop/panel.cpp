@@ -57,6 +57,11 @@ Panel::Panel(const PanelComputer& computer)
       }) {
   window.fill();
   changes = std::make_unique<WindowChanges>(window, pane, change, computer.alerts, computer.busy);
+  server =
+      std::make_unique<WindowServer>(window, *changes, change,
+                                     OrderedServer{pane, recording, interface, computer.services,
+                                                   options(computer.services).waitForTools, computer.pause},
+                                     computer.alerts, computer.busy);
   window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kMilliseconds));
 }

@@ -12,6 +12,7 @@
 #include "src/frontends/desktop/qt_platform.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/server/mac/pane/pane.h"
@@ -26,6 +27,7 @@ struct PanelComputer {
   QtDrawing& drawing;
   const Busy& busy;
   ComputerServices services;
+  std::function<void(std::chrono::milliseconds)> pause;
 };
 
 class Panel {
@@ -42,6 +44,7 @@ class Panel {
   SettingsChange change;
   SettingsWindow window;
   std::unique_ptr<WindowChanges> changes;
+  std::unique_ptr<WindowServer> server;
 
   Control& control(const char* outlet);
   // The widget of that outlet; a test failure and null if there is none.

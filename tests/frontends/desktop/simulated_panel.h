@@ -24,8 +24,10 @@ class SimulatedPanel : public testing::Test {
   }
 
   SimulatedDesktop desktop;
-  Panel panel{
-      {desktop.platform(), desktop.alerts, desktop.drawing, desktop.busy, desktop.computer.services()}};
+  Panel panel{{desktop.platform(), desktop.alerts, desktop.drawing, desktop.busy, desktop.computer.services(),
+               [this](std::chrono::milliseconds time) {
+                 desktop.computer.clock.sleep(static_cast<uint32_t>(time.count()) * 1000);
+               }}};
   NVKServerPrefs& pane = panel.pane;
 };
 

@@ -63,6 +63,18 @@ WindowMessage succeeded(const ChangeReport& report, std::string sentence) {
   return message;
 }
 
+std::string_view doneSentence(ServerOrder order) {
+  switch (order) {
+    case ServerOrder::start:
+      return "The server is started.";
+    case ServerOrder::stop:
+      return "The server is stopped.";
+    case ServerOrder::restart:
+      return "The server is restarted.";
+  }
+  return {};
+}
+
 std::string outcomeOf(const ToolOutcome& outcome) {
   using End = ToolOutcome::End;
   std::string said;
@@ -100,15 +112,9 @@ WindowMessage appliedMessage(const ChangeReport& report) {
   return succeeded(report, std::move(sentence));
 }
 
-WindowMessage takenUpMessage(const ChangeReport& report) {
-  if (report.error) return failed(report);
-  return succeeded(report, "The server uses what is stored.");
-}
-
 WindowMessage restoredMessage(const ChangeReport& report, const FileFinding& file) {
   if (report.error) return failed(report);
-  return succeeded(report,
-                   "The copy of " + file.label + " was put back.");
+  return succeeded(report, "The copy of " + file.label + " was put back.");
 }
 
 WindowMessage refusedMessage(const std::vector<ValueFinding>& findings) {
@@ -151,6 +157,31 @@ WindowMessage foreignMessage(const ForeignChanges& changes) {
           "Somebody else has changed " + labelsOf(changes.takenOver) + ". The new values are shown.",
           {},
           changeLines(changes.takenOver, kMostLines)};
+}
+
+WindowMessage orderMessage(ServerOrder order, const OrderReport& report) {
+  if (!report.ok()) return failed(report.change);
+  std::string sentence = report.note;
+  addSentence(sentence, doneSentence(order));
+  return succeeded(report.change, std::move(sentence));
+}
+
+WindowMessage takenUpMessage(const OrderReport& report) {
+  if (!report.ok()) return failed(report.change);
+  if (!report.note.empty()) return {MessageKind::note, report.note, {}, {}};
+  return succeeded(report.change, "The server uses what is stored.");
+}
+
+WindowMessage inForceMessage(const ServerInForce& server) {
+  WindowMessage message{MessageKind::warning, {}, {}, {}};
+  for (const ServiceInForce& service : server.services) {
+    if (!service.differs()) continue;
+    addSentence(message.sentence, inForceSentence(service));
+    addSentence(message.sentence, takenSentence(service));
+    // A port that somebody else has cannot be taken up.
+    if (!service.takenBy && message.actions.empty()) message.actions.push_back(MessageAction::takeUp);
+  }
+  return message;
 }
 
 WindowMessage unlockDeniedMessage() {

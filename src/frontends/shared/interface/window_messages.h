@@ -8,6 +8,7 @@
 #include "src/frontends/shared/change/change_report.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/interface/window_texts.h"
+#include "src/frontends/shared/server/server_order.h"
 
 namespace norvik {
 
@@ -30,8 +31,6 @@ std::string changeLines(const std::vector<SettingChange>& changes, std::size_t m
 
 // What came of Apply. Empty where nobody pressed it and nothing is wrong.
 WindowMessage appliedMessage(const ChangeReport& report);
-// What came of making the server take up what is stored.
-WindowMessage takenUpMessage(const ChangeReport& report);
 // What came of putting the copy of a damaged file back.
 WindowMessage restoredMessage(const ChangeReport& report, const FileFinding& file);
 // Values that cannot be: why Apply was not pressed. Empty if none of them blocks.
@@ -40,6 +39,11 @@ WindowMessage refusedMessage(const std::vector<ValueFinding>& findings);
 WindowMessage damagedMessage(const std::vector<FileFinding>& findings);
 // What somebody else has saved meanwhile; empty if nothing of it is shown.
 WindowMessage foreignMessage(const ForeignChanges& changes);
+// What came of an order to the server, and of having it take up what is stored.
+WindowMessage orderMessage(ServerOrder order, const OrderReport& report);
+WindowMessage takenUpMessage(const OrderReport& report);
+// Where the server uses other values than those that are stored; empty where it does not, as far as is known.
+WindowMessage inForceMessage(const ServerInForce& server);
 // A denied unlock.
 WindowMessage unlockDeniedMessage();
 

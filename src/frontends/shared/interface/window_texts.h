@@ -80,14 +80,9 @@ inline constexpr std::string_view kDamagedTitle = "Damaged Settings File";
 inline constexpr std::string_view kDefaultsShown = "The values shown are the defaults.";
 inline constexpr std::string_view kReplaceText = "The damaged file is kept beside the new one.";
 
-// ---- Leaving, stopping
+// ---- Leaving
 
 inline constexpr std::string_view kLeaveTitle = "Apply Changes?";
-inline constexpr std::string_view kStopTitle = "Stop the Server?";
-inline constexpr std::string_view kRestartTitle = "Restart the Server?";
-inline constexpr std::string_view kStopText = "Everyone who is connected to this computer is disconnected.";
-inline constexpr std::string_view kStop = "Stop";
-inline constexpr std::string_view kRestart = "Restart";
 
 // ---- The lock
 
