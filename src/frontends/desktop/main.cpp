@@ -20,7 +20,6 @@
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/single_instance.h"
 #include "src/frontends/desktop/theme.h"
-#include "src/frontends/shared/checks/port_check.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
@@ -117,7 +116,7 @@ class Session {
   void restorePage();
   void saveState();
   void bringToFront();
-  QString portProblem(const ControlDescription& field);
+  FieldNote portProblem(const ControlDescription& field);
 
   DesktopComputer computer_;
   const InterfaceDescription interface_ = interfaceOrExit();
@@ -131,11 +130,10 @@ Session::Session(const Options& options)
       window_(pane_, interface_, [this](const ControlDescription& field) { return portProblem(field); }),
       state_(storedState(options)) {
   computer_.setWindow(&window_);
-  computer_.alerts().requiresAnswer = [this] { return window_.isLeaving(); };
 }
 
-QString Session::portProblem(const ControlDescription& field) {
-  return text(portNote(pane_, interface_, *pane_.outlet(field.outlet), portInUse));
+FieldNote Session::portProblem(const ControlDescription& field) {
+  return portFieldNote(pane_, interface_, *pane_.outlet(field.outlet), portInUse);
 }
 
 int Session::writePictures(const QString& folder) {

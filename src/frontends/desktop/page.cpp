@@ -263,9 +263,9 @@ void Page::refreshMarks() {
 
 void Page::refreshNotes() {
   for (const Note& note : notes_) {
-    const QString words = problem_(note.binding->description());
-    if (note.label->words() == words) continue;
-    note.label->setWords(words);
+    const FieldNote found = problem_(note.binding->description());
+    if (note.label->words() == found.words && note.label->kind() == found.kind) continue;
+    note.label->setNote(found.words, found.kind);
     describe(*note.binding, pane_.differsFromStored(note.binding->control()));
   }
 }

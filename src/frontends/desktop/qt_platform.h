@@ -6,8 +6,10 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "src/server/mac/platform/platform.h"
 
@@ -28,6 +30,10 @@ class Busy : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
   int depth_ = 0;
 };
+
+// Waits until something is done, at most until the limit, and lets the window paint meanwhile. Asks now and
+// then. Whether it was done.
+bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit);
 
 class QtApplication : public HostApplication {
  public:
@@ -52,12 +58,13 @@ class QtApplication : public HostApplication {
 class QtAlertPanels : public AlertPanels {
  public:
   void setWindow(QWidget* window) { window_ = window; }
+  // Escape and the close button close the panel, with the answer NSAlertOtherReturn.
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override;
 
-  // Whether the panel must be answered by a button. Otherwise Escape and the close button close it, with the
-  // answer NSAlertOtherReturn. None means no.
-  std::function<bool()> requiresAnswer;
+  // The answer to a question that a person has answered already, in other words; then no panel comes up.
+  // None, and nothing, mean that the panel asks.
+  std::function<std::optional<int>()> answered;
 
  private:
   QPointer<QWidget> window_;
