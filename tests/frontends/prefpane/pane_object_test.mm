@@ -1,9 +1,9 @@
 // The bundle as its host loads it, and the object that the host makes of it: twice, as a host may.
 #include <gtest/gtest.h>
 
+#import <Foundation/NSDebug.h>
 #include "resources/resources.h"
 #include "src/adapters/property_lists/codec.h"
-#import <Foundation/NSDebug.h>
 
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
