@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <set>
 
-#include "src/frontends/prefpane/input.h"
-
 #import "tests/frontends/prefpane/in_panel.h"
 #import "tests/frontends/prefpane/pane_under_test.h"
 #import "tests/frontends/prefpane/simulated_pane.h"
@@ -67,14 +65,13 @@ TEST_F(PaneOrders, WhatIsClickedWhileThePaneWaitsIsDropped) {
     clickLater(start);
     clickLater(lock);
   };
+  InPanel question("Cancel");  // before the server would be stopped
   press(kStartButton);
   processes.waits = nullptr;
-  clickLater(start);  // right before the button is seen to be enabled again, it is still part of the wait
-  dropInput();
   run(0.5);
   EXPECT_GT(waits, 30) << "twenty passes of the loop, and thirteen dots";
+  EXPECT_EQ(question.seen, 0);
   EXPECT_FALSE(launched("\"stop\""));
-  EXPECT_TRUE(computer.service.daemonRuns());
   EXPECT_TRUE(pane().authorized()) << "the lock was not clicked";
 }
 
