@@ -154,9 +154,13 @@ TEST_F(PaneOrders, WhatIsInForceStaysClosedUntilItSaysMore) {
   openServerPage(true);
   [buttonWith("\u00d7") performClick:nil];
   EXPECT_EQ(read(), "");
-  press("ib_admin_chkbox_nvkSound");
-  press("ib_button_Apply");
-  EXPECT_FALSE(messages().message(MessageSubject::inForce).sentence.find("4999") != std::string::npos);
+  saveElsewhere(4074, true);  // after which it is looked at again
+  noticeFiles();
+  EXPECT_TRUE(messages().message(MessageSubject::inForce).isEmpty());
+  computer.ports.setServerPorts({4998, 3390});
+  saveElsewhere(4074, false);
+  noticeFiles();
+  EXPECT_NE(messages().message(MessageSubject::inForce).sentence.find("4998"), std::string::npos);
 }
 
 TEST_F(PaneOrders, APortThatSomebodyElseHasIsSaidWithTheirName) {

@@ -91,8 +91,8 @@ void SystemPreferences::clickIn(const QString& window, const QPoint& at, int tim
   x(words);
 }
 
-void SystemPreferences::clickRow(int row) {
-  click({70, kFirstRow + row * kRowHeight});
+void SystemPreferences::clickRow(int row, int down) {
+  click({70, kFirstRow + row * kRowHeight + down});
 }
 
 QImage SystemPreferences::look() {

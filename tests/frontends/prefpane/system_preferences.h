@@ -35,7 +35,8 @@ class SystemPreferences : public desktop::Program {
   void click(const QPoint& at, int times = 1);
   // The same in another window.
   void clickIn(const QString& window, const QPoint& at, int times = 1);
-  void clickRow(int row);
+  // Where the rows are so many pixels further down.
+  void clickRow(int row, int down = 0);
   // A picture of the window.
   QImage look();
   // A picture of the page, once it no longer changes.
@@ -50,7 +51,7 @@ class SystemPreferences : public desktop::Program {
   }
   // A place in the page's text field, the only white thing on it; the origin if there is none.
   QPoint field();
-  // The darkest pixel in the words of a row, from 0 to 255, where the rows are so many pixels further down.
+  // The darkest pixel in the words of a row, from 0 to 255.
   int darkest(int row, int down = 0);
   // The message above the pages, by its colour; nothing while there is none.
   std::optional<MessageKind> messageKind();
