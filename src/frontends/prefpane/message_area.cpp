@@ -6,11 +6,8 @@
 
 namespace norvik::prefpane {
 
-namespace {
-constexpr double kPassingTime = 12;  // seconds; how long a message of success can be read
-}  // namespace
-
-MessageArea::MessageArea(double width) : line_(width), passing_([this] { edited(); }) {
+MessageArea::MessageArea(double width, double passingTime)
+    : line_(width), passing_([this] { edited(); }), passingTime_(passingTime) {
   line_.acted = [this](MessageAction action) {
     const MessageSubject shown = order_.front();
     if (acted) acted(shown, action);
@@ -57,7 +54,12 @@ void MessageArea::present() {
   if (order_.empty()) return line_.hide();
   const WindowMessage& shown = messages_[order_.front()];
   line_.showMessage(shown, order_.size());
-  if (shown.isPassing()) passing_.start(kPassingTime);
+  if (shown.isPassing() && isSeen_) passing_.start(passingTime_);
+}
+
+void MessageArea::setSeen(bool seen) {
+  isSeen_ = seen;
+  present();
 }
 
 void MessageArea::edited() {

@@ -21,7 +21,8 @@ enum class MessageSubject {
 
 class MessageArea {
  public:
-  explicit MessageArea(double width);
+  // A message of success can be read for that many seconds.
+  explicit MessageArea(double width, double passingTime = 12);
 
   // An NSView of that width.
   void* view() const { return line_.view(); }
@@ -39,6 +40,9 @@ class MessageArea {
   // An edit: messages of success have been seen.
   void edited();
 
+  // Whether anybody can see it, at first yes. While nobody can, messages of success stay.
+  void setSeen(bool seen);
+
   // Called when a person presses a button of the subject's message, or has closed it.
   std::function<void(MessageSubject subject, MessageAction action)> acted;
   std::function<void(MessageSubject subject)> closed;
@@ -53,6 +57,8 @@ class MessageArea {
   std::map<MessageSubject, WindowMessage> messages_;
   std::vector<MessageSubject> order_;  // the one that is shown first
   Delay passing_;
+  const double passingTime_;
+  bool isSeen_ = true;
   bool isShown_ = false;
 };
 

@@ -31,6 +31,7 @@ PaneComputer::PaneComputer() : PaneComputer(chosenOptions()) {}
 PaneComputer::PaneComputer(const LinuxComputerOptions& options)
     : root_(options.root),
       computer_(options),
+      locks_(computer_.services().locks),
       notifications_(computer_.notifications),
       processes_(computer_.posix, options.speed),
       bundles_(computer_.bundles),
@@ -40,22 +41,34 @@ PaneComputer::PaneComputer(const LinuxComputerOptions& options)
 
 PaneComputer::~PaneComputer() = default;
 
+std::unique_ptr<HeldLock> DrawingLocks::lock(std::chrono::milliseconds limit) {
+  std::unique_ptr<HeldLock> held;
+  const auto isHeld = [&] {
+    held = computer_.lock(std::chrono::milliseconds(0));
+    return held != nullptr;
+  };
+  waitDroppingInput(isHeld, seconds(limit));
+  return held;
+}
+
 SessionComputer PaneComputer::forSession() {
-  LaunchedTools& tools = computer_.services().tools;
+  const ComputerServices own = computer_.services();
+  LaunchedTools& tools = own.tools;
   const auto waitForTools = [&tools](std::chrono::milliseconds limit) {
     const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
     return waitDroppingInput(ended, seconds(limit));
   };
-  return {platform_,
-          recording_,
-          computer_.services(),
-          panels_,
-          drawing_,
-          runLoop_,
-          waitForTools,
-          [](std::chrono::milliseconds time) { waitDroppingInput(seconds(time)); },
-          portInUse,
-          settingsFiles()};
+  return {
+      platform_,
+      recording_,
+      {.locks = locks_, .tools = own.tools, .files = own.files, .ports = own.ports, .delivery = own.delivery},
+      panels_,
+      drawing_,
+      runLoop_,
+      waitForTools,
+      [](std::chrono::milliseconds time) { waitDroppingInput(seconds(time)); },
+      portInUse,
+      settingsFiles()};
 }
 
 std::vector<std::string> PaneComputer::settingsFiles() {

@@ -11,6 +11,17 @@
 
 namespace norvik::prefpane {
 
+// The computer's lock of changes. While it is waited for, windows are drawn, and what a person clicks and
+// types is dropped.
+class DrawingLocks : public ChangeLocks {
+ public:
+  explicit DrawingLocks(ChangeLocks& computer) : computer_(computer) {}
+  std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) override;
+
+ private:
+  ChangeLocks& computer_;
+};
+
 class PaneComputer {
  public:
   // Installs itself as the platform for as long as it lives. Works on the sandbox that the environment
@@ -30,6 +41,7 @@ class PaneComputer {
 
   RootFolder root_;
   LinuxComputer computer_;
+  DrawingLocks locks_;
   AppKitApplication application_;
   AppKitAlertPanels panels_;
   AppKitWorkspace workspace_;

@@ -71,8 +71,18 @@ void PaneSession::willSelect() {
   view_->fit();
 }
 
+void PaneSession::setSeen(bool seen) {
+  if (mainSession != nullptr) mainSession->view_->messages().setSeen(seen);
+}
+
+void PaneSession::didSelect() {
+  pane_.didSelect();
+  setSeen(true);
+}
+
 // The pane asks by itself what to do with changes, and may apply.
 void PaneSession::didUnselect() {
+  setSeen(false);
   const auto leave = [this] { pane_.didUnselect(); };
   mainSession != nullptr ? mainSession->changes_->leave(leave) : leave();
 }

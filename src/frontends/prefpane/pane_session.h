@@ -45,7 +45,7 @@ class PaneSession {
   // The host's calls. The view exists.
   void mainViewDidLoad() { pane_.mainViewDidLoad(); }
   void willSelect();
-  void didSelect() { pane_.didSelect(); }
+  void didSelect();
   void willUnselect() { pane_.willUnselect(); }
   void didUnselect();
 
@@ -57,6 +57,7 @@ class PaneSession {
 
  private:
   bool isMain() const { return __main_pane == &pane_; }
+  static void setSeen(bool seen);
   void beMainPane();
 
   SessionComputer computer_;

@@ -110,7 +110,6 @@ TEST_F(PaneChangesTest, AFullDiskIsSaidAndRetryWorksWhenThereIsSpace) {
   EXPECT_EQ(outcome().kind, MessageKind::failure) << read();
   EXPECT_EQ(port(), "4500") << "the edit stays";
   EXPECT_TRUE(pane().ib_button_Apply.isEnabled());
-  picture("full-disk");
   computer.fileFaults.set(FileOperation::write, temporary, false);
   pressButton(MessageAction::retry);
   EXPECT_TRUE(holdsText("4500"));
@@ -164,6 +163,27 @@ TEST_F(PaneChangesTest, AMessageBehindAnotherIsReachedAndClosed) {
   EXPECT_EQ(read(), "");
 }
 
+TEST(PaneMessages, OfSuccessPassOnceTheyCanBeRead) {
+  MessageArea area(500, 0.02);
+  area.setSeen(false);
+  area.show(MessageSubject::outcome, {MessageKind::done, "Done.", {}, {}});
+  area.show(MessageSubject::files, {MessageKind::warning, "Damaged.", {}, {}});
+  area.clear(MessageSubject::files);
+  bool later = false;
+  Delay after([&later] { later = true; });
+  const auto runUntil = [](const std::function<bool()>& condition) {
+    for (int i = 0; i < 500 && !condition(); ++i)
+      [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode
+                               beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.01]];
+  };
+  after.start(0.1);
+  runUntil([&] { return later; });
+  EXPECT_TRUE(area.isShown()) << "nobody has seen it";
+  area.setSeen(true);
+  runUntil([&] { return !area.isShown(); });
+  EXPECT_FALSE(area.isShown());
+}
+
 // ---- The list of changes
 
 TEST_F(PaneChangesTest, AreCountedBesideApplyAndMarkedInTheSidebar) {
@@ -175,7 +195,6 @@ TEST_F(PaneChangesTest, AreCountedBesideApplyAndMarkedInTheSidebar) {
   press("ib_user_chkbox_mseSwap");
   EXPECT_EQ(counter(), "3 changes");
   EXPECT_EQ(marked(), (std::vector<std::string>{"Mouse  \u2022", "Norvik clients  \u2022"}));
-  picture("changes");
   press("ib_button_Apply");
   EXPECT_EQ(counter(), "");
   EXPECT_TRUE(marked().empty());
@@ -388,6 +407,7 @@ TEST_F(PaneChangesTest, WhatLeavingAppliedIsSaidWhenThePaneIsShownNext) {
   session->didUnselect();
   EXPECT_EQ(apply.seen, 1);
   EXPECT_TRUE(holdsText("4500"));
+  EXPECT_FALSE(read().empty());
   session->willSelect();
   session->didSelect();
   EXPECT_NE(read().find("Saved the server settings."), std::string::npos) << read();

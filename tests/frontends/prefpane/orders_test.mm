@@ -122,7 +122,6 @@ TEST_F(PaneOrders, AServerThatDoesNotComeUpIsSaidAndCanBeTriedAgain) {
   computer.service.setStartDelay(std::nullopt);
   press(kStartButton);
   EXPECT_NE(read().find("Failed: The server did not start."), std::string::npos) << read();
-  picture("no-start");
   computer.service.setStartDelay(1);
   pressButton(MessageAction::retry);
   EXPECT_EQ(outcome().kind, MessageKind::done) << read();

@@ -121,6 +121,31 @@ TEST(PaneObject, ShowingItAgainLeavesNothingBehind) {
   [pane release];
 }
 
+// A host may keep the view for a moment longer than the pane.
+TEST(PaneObject, NothingInTheViewPointsAtThePaneWhenItIsGone) {
+  NSPreferencePane* pane = newPane();
+  NSView* view = [[pane loadMainView] retain];
+  [pane release];
+  int looked = 0;
+  find(view, [&looked](NSView* one) {
+    if ([one isKindOfClass:[NSOutlineView class]]) {
+      EXPECT_EQ([(NSOutlineView*)one delegate], (id)nil);
+      EXPECT_EQ([(NSOutlineView*)one dataSource], (id)nil);
+      ++looked;
+    } else if ([one isKindOfClass:[NSTextField class]]) {
+      EXPECT_EQ([(NSTextField*)one delegate], (id)nil);
+      ++looked;
+    } else if ([one isKindOfClass:[NSButton class]] &&
+               ![[(NSButton*)one target] isKindOfClass:[NSView class]]) {
+      EXPECT_EQ([(NSButton*)one target], (id)nil) << utf8([(NSButton*)one title]);
+      ++looked;
+    }
+    return false;
+  });
+  EXPECT_GT(looked, 10);
+  [view release];
+}
+
 TEST(PaneObject, MarksWhatDiffersOnTheVisiblePage) {
   NSPreferencePane* pane = newPane();
   [pane loadMainView];
