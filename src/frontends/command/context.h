@@ -24,6 +24,10 @@ struct Services {
   // interrupted or `pass` returns false.
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
+  // Begins a change that is not to be cut in two: an interruption is only noted from now on.
+  std::function<void()> deferInterruptions;
+  // Whether there was one since.
+  std::function<bool()> wasInterrupted;
 };
 
 struct Context {

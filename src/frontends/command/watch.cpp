@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "src/adapters/services/kept_copies.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
@@ -27,7 +28,8 @@ std::string timeNow(const char* format) {
 
 void writeLine(const Context& context, const StatusLine& line) {
   if (context.json) {
-    const nlohmann::ordered_json json{{"time", timeNow("%FT%T%z")}, {"what", line.key}, {"text", line.text}};
+    const nlohmann::ordered_json json{
+        {"time", rfc3339(std::time(nullptr))}, {"what", line.key}, {"text", line.text}};
     context.out << json.dump() << std::endl;
     return;
   }
