@@ -28,12 +28,14 @@ constexpr double kListLetters = 96;  // the dialog, in average letters
 constexpr int kRowsHigh = 8;         // of the list
 constexpr int kLinesHigh = 17;       // of the effects
 
+// Rich text takes margins in pixels alone.
 QString headed(std::string_view heading, const QStringList& lines) {
   if (lines.isEmpty()) return {};
-  QString block = QStringLiteral("<p style=\"margin:0 0 0.2em 0\"><b>") + text(heading).toHtmlEscaped() +
+  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") + text(heading).toHtmlEscaped() +
                   QStringLiteral("</b></p>");
   for (const QString& line : lines)
-    block += QStringLiteral("<p style=\"margin:0 0 0 1em\">") + line.toHtmlEscaped() + QStringLiteral("</p>");
+    block +=
+        QStringLiteral("<p style=\"margin:0 0 0 12px\">") + line.toHtmlEscaped() + QStringLiteral("</p>");
   return block;
 }
 
@@ -56,7 +58,7 @@ QString effectsOf(const Preview& preview) {
                      headed(texts::kCommandsHeading, linesOf(preview.commands, commandLine)),
                      headed(texts::kToldHeading, linesOf(preview.told, itself))};
   blocks.removeAll(QString());
-  return blocks.join(QStringLiteral("<p style=\"margin:0.3em\"></p>"));
+  return blocks.join(QStringLiteral("<p style=\"margin:0; font-size:6px\">&nbsp;</p>"));
 }
 
 ChangesDialog::ChangesDialog(QWidget* window, Source source)

@@ -401,6 +401,7 @@ TEST_F(Changes, ADamagedFileIsNotWrittenOverUntilAPersonSaysSo) {
   openEverything();
   desktop.computer.fileSystem.put(kServerFile, "<plist><dict>");
   noticeFiles();
+  EXPECT_FALSE(counter().isVisible()) << "nobody has edited anything";
   panel.choosePage("admin", "Norvik clients");
   panel.click("ib_admin_chkbox_nvkSound");
   {

@@ -107,7 +107,7 @@ TEST_F(OnScreen, ClosingWithChangesAsksAndAppliesBeforeItEnds) {
 
 TEST_F(OnScreen, ClosingCanBeCancelledAndDiscarded) {
   start();
-  keys({word("Down"), word("alt+s"), word("Escape")});
+  keys({word("Down"), word("Tab"), word("space"), word("Escape")});
   ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
   keys({word("Escape")});
   ASSERT_NE(activeWindow(kTitle), QString());
@@ -162,8 +162,7 @@ TEST_F(OnScreen, ADamagedFileIsNotWrittenOver) {
   damage();
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"), word("alt+l"),
-        word("alt+a")});
+  keys({word("ctrl+Tab"), word("ctrl+Tab"), word("ctrl+Tab"), word("alt+l"), word("alt+a")});
   ASSERT_NE(activeWindow(word("Damaged Settings File")), QString());
   keys({word("Escape")});
   ASSERT_NE(activeWindow(kTitle), QString());
@@ -179,7 +178,7 @@ TEST_F(OnScreen, ASignalEndsItWithoutSavingAndWithoutAsking) {
   for (const bool asks : {false, true}) {
     start();
     if (!asks) keys({word("Down")});  // the second time the page is remembered
-    keys({word("alt+s")});
+    keys({word("Tab"), word("space")});
     if (asks) {
       keys({word("Escape")});
       ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
