@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <string_view>
 
+#include "src/adapters/services/computer_services.h"
 #include "src/frontends/command/ending.h"
 #include "src/frontends/command/questions.h"
 #include "src/frontends/shared/change/pane_setting.h"
@@ -24,6 +25,7 @@ struct Services {
   // interrupted or `pass` returns false.
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
+  ComputerServices computer;
 };
 
 struct Context {

@@ -60,7 +60,7 @@ struct Installation {
             [this](std::chrono::milliseconds time, const std::function<bool()>& pass) {
               repeatUntilInterrupted(computer.runLoop, time, pass);
             },
-            portInUse};
+            portInUse, computer.services()};
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answers, false, personAtTerminal()};
