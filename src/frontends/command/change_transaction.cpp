@@ -159,6 +159,10 @@ Outcome editAndApply(const Context& context, Session& session, const Questions& 
   outcome.questions = questions.asked();
   if (!report.error && questions.unanswered() != nullptr) report.error = unanswered(*questions.unanswered());
   if (!report.error) report.error = checkPorts(context, session, start, report);
+  // A person whose answer was waited for may have interrupted the program instead.
+  if (context.services.wasInterrupted()) {
+    report.error = failure(FailureCode::cancelled, "interrupted. Nothing was changed.");
+  }
   if (report.error) return outcome;
   report.changes = changesSince(start, context, session, request, outcome.notes);
   if (isWanted(report, request) && pane.ib_button_Apply.isEnabled()) {
@@ -211,7 +215,9 @@ ChangeError failedStep(const Effects& effects) {
   return failure(FailureCode::notAllowed, refused->tool + " could not be run.");
 }
 
+// From Apply on, everything is finished whatever arrives.
 Outcome apply(const Context& context, const ChangeRequest& request) {
+  context.services.deferInterruptions();
   std::optional<Expected> expected;
   Outcome outcome;
   {
@@ -231,6 +237,10 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
     report.error = failedStep(report.effects);
   }
   if (report.error) report.saved.clear();
+  if (context.services.wasInterrupted()) {
+    report.warnings.emplace_back(
+        "interrupted while the change was being made; it was finished all the same.");
+  }
   return outcome;
 }
 

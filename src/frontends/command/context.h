@@ -26,6 +26,12 @@ struct Services {
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
   ComputerServices computer;
+  // Begins a change that is not to be cut in two: an interruption is only noted from now on.
+  std::function<void()> deferInterruptions;
+  // Whether there was one since.
+  std::function<bool()> wasInterrupted;
+  // The same, but not where it was only the terminal that went away.
+  std::function<bool()> wasStopped;
 };
 
 struct Context {

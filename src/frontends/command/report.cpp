@@ -100,8 +100,7 @@ Json fieldsOf(const Outcome& outcome, bool dryRun) {
 
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
   ChangeReport done = outcome.report;
-  const bool happened = done.applied || dryRun;
-  if (!context.json && (!done.error || happened)) writeText(context, outcome, dryRun);
+  if (!context.json && (!done.error || done.applied)) writeText(context, outcome, dryRun);
   const Json fields = fieldsOf(outcome, dryRun);
   // What a preview records and logs comes from withholding the effects.
   if (!done.applied) done.commands.clear();

@@ -4,7 +4,7 @@
 #include <thread>
 
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/order_signals.h"
+#include "src/frontends/command/interruptible_drawing.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
@@ -27,7 +27,7 @@ ChangeError noRights() {
 bool waitForTools(const Context& context, milliseconds limit) {
   for (; limit > milliseconds(0); limit -= kWaitStep) {
     if (context.services.waitForTools(kWaitStep)) return true;
-    if (OrderSignals::interrupted()) throw Interruption();
+    if (context.services.wasStopped()) throw Interruption();
   }
   return false;
 }
@@ -38,9 +38,9 @@ OrderedServer orderedServer(const Context& context, Session& session) {
           context.interface,
           context.services.computer,
           [&context](milliseconds limit) { return waitForTools(context, limit); },
-          [](milliseconds time) {
+          [&context](milliseconds time) {
             std::this_thread::sleep_for(time);
-            if (OrderSignals::interrupted()) throw Interruption();
+            if (context.services.wasStopped()) throw Interruption();
           }};
 }
 
@@ -52,16 +52,16 @@ bool isLaunched(const Effects& effects, const ToolCommand& command) {
 }
 
 // In what state an interrupted order leaves the server. What was launched goes on without this program.
-ChangeError interruption(const Effects& effects) {
+ChangeError interruption(const Effects& effects, bool restarts) {
   const bool runs = nvkd_pid() != -1;
   ChangeError error = failure(FailureCode::interrupted, "interrupted; ");
   if (isLaunched(effects, kStartServer)) {
     error.sentence += runs ? "the server runs." : "the server is still being started.";
     error.advice = runs ? "" : "See with \"norvikctl status\" whether it comes up.";
   } else if (isLaunched(effects, kStopServer)) {
-    error.sentence += runs ? "the server is still being stopped, and will not be started again."
-                           : "the server is stopped, and was not started again.";
-    error.advice = "Start it with \"norvikctl start\".";
+    error.sentence += runs ? "the server is still being stopped" : "the server is stopped";
+    error.sentence += restarts ? ", and is not started again." : ".";
+    error.advice = restarts ? "Start it with \"norvikctl start\"." : "";
   } else if (isLaunched(effects, kApplyConfig)) {
     error.sentence += "the server is still being told to take up what is stored.";
     error.advice = "See with \"norvikctl status\" what is in force.";
@@ -96,13 +96,14 @@ using NeedsRights = std::function<bool(const NVKServerPrefs& pane)>;
 using Order = std::function<OrderReport(Session& session, OrderedServer& server)>;
 
 // Opens the lock where the order needs rights, and carries it out to its end, whoever goes away meanwhile.
-ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, const Order& order) {
+ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, const Order& order,
+                    bool restarts = false) {
   Questions questions(context.answers, context.err);
   Progress progress(context.json ? nullptr : context.progress);
-  InterruptibleDrawing drawing(progress);
+  InterruptibleDrawing drawing(progress, context.services.wasStopped);
   Session session(context, questions, drawing, RecordingMode::real);
   if (needsRights(session.pane()) && !session.unlock()) return finish(context.output(), noRights());
-  const OrderSignals signals;
+  context.services.deferInterruptions();
   try {
     OrderedServer server = orderedServer(context, session);
     const OrderReport report = order(session, server);
@@ -110,7 +111,7 @@ ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, cons
     return finishOrder(context, session, report);
   } catch (const Interruption&) {
     progress.finishLine();
-    return finish(context.output(), interruption(session.effects()));
+    return finish(context.output(), interruption(session.effects(), restarts));
   }
 }
 
@@ -120,7 +121,8 @@ ExitStatus orderServer(const Context& context, ServerOrder which) {
       [&context, which](Session& session, OrderedServer& server) {
         writeNote(context, noteBefore(which, session.pane()));
         return carryOut(which, server);
-      });
+      },
+      which == ServerOrder::restart);
 }
 
 }  // namespace

@@ -317,7 +317,7 @@ TEST_F(InterruptedOrderTest, AnInterruptedRestartSaysThatTheServerIsStopped) {
   ASSERT_TRUE(eventually([&] { return !runs(); }));
   restart.send(SIGINT);
   EXPECT_EQ(restart.status(), 130);
-  EXPECT_NE(errors().find("interrupted; the server is stopped, and was not started again."),
+  EXPECT_NE(errors().find("interrupted; the server is stopped, and is not started again."),
             std::string::npos)
       << errors();
   EXPECT_NE(errors().find("norvikctl start"), std::string::npos) << errors();

@@ -104,5 +104,57 @@ TEST_F(WishesTest, OwnImageSettingsAreSetAndThenTheServersFollowed) {
   EXPECT_EQ(get("user.image.defaults"), "off\n");
 }
 
+TEST_F(WishesTest, UnsetGivesTheDefaults) {
+  const std::string nvk = std::to_string(freePort()), rdp = std::to_string(freePort());
+  ASSERT_EQ(box.run({"--answer", "limits=no", "--answer", "graphics=yes", "--no-reboot", "set",
+                     "nvk.port=" + nvk, "rdp.port=" + rdp, "nvk.clipboard=off", "image.quality=low",
+                     "image.buffer=5", "notify.show=1-day", "connect.multiuser=on", "system.wake=off",
+                     "system.compositing.disable=on", "user.image.defaults=off", "user.image.depth=4",
+                     "user.mouse.swap=on", "notify.news=off"})
+                .status,
+            65);
+  ASSERT_EQ(box.run({"--answer", "limits=no", "--answer", "graphics=yes", "--no-reboot", "set",
+                     "nvk.port=" + nvk, "rdp.port=" + rdp, "nvk.clipboard=off", "image.quality=low",
+                     "image.buffer=5", "notify.show=15-minutes", "connect.multiuser=on", "system.wake=off",
+                     "system.compositing.disable=on", "user.image.defaults=off", "user.image.depth=4",
+                     "user.mouse.swap=on", "notify.news=off"})
+                .status,
+            0);
+  EXPECT_EQ(box.run({"unset", "nvk.port", "notify.news"}).status, 0);
+  EXPECT_EQ(box.run({"get", "nvk.port", "nvk.port.custom", "notify.news", "rdp.port"}).out,
+            "4073\noff\non\n" + rdp + "\n");
+  EXPECT_EQ(box.run({"set", "rdp.port=default", "user.mouse.swap=Default"}).status, 0);
+  EXPECT_EQ(box.run({"get", "rdp.port", "rdp.port.custom", "user.mouse.swap"}).out, "3389\noff\noff\n");
+
+  Words all{"unset", "--no-reboot"};
+  const auto shown = box.json({"show"});
+  for (const auto& page : shown["pages"]) {
+    for (const auto& setting : page["settings"]) all.push_back(setting["name"].get<std::string>());
+  }
+  const Result result = box.run(all);
+  EXPECT_EQ(result.status, 0) << result.err;
+  for (const auto& page : box.json({"show"})["pages"]) {
+    for (const auto& setting : page["settings"]) EXPECT_EQ(setting["default"], true) << setting;
+  }
+  const Result again = box.run(all);
+  EXPECT_EQ(again.status, 0);
+  EXPECT_EQ(again.out, "There was nothing to save.\n");
+}
+
+TEST_F(WishesTest, UnsetTakesNamesAlone) {
+  EXPECT_EQ(box.run({"unset", "nvk.port=5"}).err,
+            "norvikctl: unset takes names alone, not \"nvk.port=5\".\n");
+  EXPECT_EQ(box.run({"unset", "nvk.prot"}).status, 64);
+  EXPECT_EQ(box.run({"unset", "user.image.depth"}).status, 0);
+}
+
+// The user's image controls show the server's values while the user follows them.
+TEST_F(WishesTest, WhatDependsOnASwitchIsRefusedWithTheReason) {
+  ASSERT_EQ(box.run({"set", "image.depth=8"}).status, 0);
+  const Result result = box.run({"unset", "user.image.depth"});
+  EXPECT_EQ(result.status, 78);
+  EXPECT_NE(result.err.find("it needs user.image.defaults=off"), std::string::npos) << result.err;
+}
+
 }  // namespace
 }  // namespace norvik::command
