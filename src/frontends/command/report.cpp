@@ -32,6 +32,7 @@ void appendList(std::vector<TableRow>& rows, const std::string& heading,
 
 std::vector<std::string> commandLines(const std::vector<CommandOutcome>& commands) {
   std::vector<std::string> lines;
+  lines.reserve(commands.size());
   for (const CommandOutcome& command : commands) {
     lines.push_back(commandLine(command.launch) + (command.launch.refused ? "  (refused)" : ""));
   }

@@ -3,6 +3,8 @@
 
 #include <signal.h>
 
+#include <initializer_list>
+
 namespace norvik::command {
 
 namespace {
