@@ -223,6 +223,15 @@ TEST_F(TakeUpCommandTest, StatusShowsWhatIsStoredAndWhatIsInForce) {
   EXPECT_EQ(json["inForce"]["rdp"]["differs"], false);
 }
 
+TEST_F(TakeUpCommandTest, SetToWhatIsStoredSaysThatItIsNotInForce) {
+  const Result result = box.run({"set", "nvk.port=" + std::to_string(stored)});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_NE(result.err.find(differing() + "\n"), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("\"norvikctl apply\" makes the server take up what is stored."), std::string::npos);
+  ASSERT_EQ(box.run({"apply"}).status, 0);
+  EXPECT_EQ(box.run({"set", "nvk.port=" + std::to_string(stored)}).err, "");
+}
+
 TEST_F(TakeUpCommandTest, ApplyBringsItIntoForce) {
   const Result result = box.run({"apply"});
   EXPECT_EQ(result.status, 0) << result.err;
