@@ -227,7 +227,8 @@ TEST_F(TakeUpCommandTest, SetToWhatIsStoredSaysThatItIsNotInForce) {
   const Result result = box.run({"set", "nvk.port=" + std::to_string(stored)});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_NE(result.err.find(differing() + "\n"), std::string::npos) << result.err;
-  EXPECT_NE(result.err.find("\"norvikctl apply\" makes the server take up what is stored."), std::string::npos);
+  EXPECT_NE(result.err.find("\"norvikctl apply\" makes the server take up what is stored."),
+            std::string::npos);
   ASSERT_EQ(box.run({"apply"}).status, 0);
   EXPECT_EQ(box.run({"set", "nvk.port=" + std::to_string(stored)}).err, "");
 }
@@ -326,8 +327,7 @@ TEST_F(InterruptedOrderTest, AnInterruptedRestartSaysThatTheServerIsStopped) {
   ASSERT_TRUE(eventually([&] { return !runs(); }));
   restart.send(SIGINT);
   EXPECT_EQ(restart.status(), 130);
-  EXPECT_NE(errors().find("interrupted; the server is stopped, and is not started again."),
-            std::string::npos)
+  EXPECT_NE(errors().find("interrupted; the server is stopped, and is not started again."), std::string::npos)
       << errors();
   EXPECT_NE(errors().find("norvikctl start"), std::string::npos) << errors();
   EXPECT_FALSE(runs());
