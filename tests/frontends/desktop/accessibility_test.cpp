@@ -104,10 +104,10 @@ TEST_F(Accessibility, EveryKindHasItsRole) {
 TEST_F(Accessibility, APanelOfAQuestionIsNamedToo) {
   panel.choosePage("user", "Mouse");
   panel.click("ib_user_chkbox_mseSwap");
-  Answers answers(QStringLiteral("Discard Changes"));
+  Answers answers(QStringLiteral("Discard"));
   panel.window.close();
   ASSERT_EQ(answers.seen.size(), 1u);
-  EXPECT_EQ(answers.seen[0].buttons.size(), 2);
+  EXPECT_EQ(answers.seen[0].buttons.size(), 3);
 }
 
 }  // namespace
