@@ -35,9 +35,10 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
   try {
-    const std::string text = encodeXmlPropertyList(dictionary);  // before the file is touched
+    const std::optional<std::string> text = encodeReadableXmlPropertyList(dictionary);
+    if (!text) return false;
     makeFoldersInHome(path);
-    return writeInPlace(root_.onDisk(path), text);
+    return writeInPlace(root_.onDisk(path), *text);
   } catch (const std::bad_alloc&) {
     return false;
   }

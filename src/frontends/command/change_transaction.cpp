@@ -6,6 +6,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/read_back.h"
 #include "src/frontends/command/report.h"
+#include "src/frontends/command/status.h"
 #include "src/frontends/shared/checks/value_check.h"
 
 namespace norvik::command {
@@ -225,6 +226,12 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
     Progress progress(nullptr);
     Session session(context, questions, progress, RecordingMode::real);
     outcome = editAndApply(context, session, questions, recording(request, expected));
+    // Where the file has it already, the server may not.
+    if (outcome.report.ok() && !outcome.report.applied) {
+      for (const std::string& sentence : notInForce(context, session.pane())) {
+        outcome.report.warnings.push_back(sentence);
+      }
+    }
   }
   ChangeReport& report = outcome.report;
   if (!report.applied) return outcome;

@@ -61,7 +61,11 @@ struct Installation {
             [this](std::chrono::milliseconds time, const std::function<bool()>& pass) {
               repeatUntilInterrupted(computer.runLoop, time, pass);
             },
-            portInUse, deferSignals, wasInterrupted};
+            portInUse,
+            computer.services(),
+            deferSignals,
+            wasInterrupted,
+            wasStopped};
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answers, false, personAtTerminal()};

@@ -10,9 +10,11 @@ namespace norvik::command {
 namespace {
 
 volatile sig_atomic_t noted = 0;
+volatile sig_atomic_t stopped = 0;
 
 void noteSignal(int signal) {
   if (signal != SIGPIPE) noted = 1;
+  if (signal == SIGINT || signal == SIGTERM) stopped = 1;
 }
 
 }  // namespace
@@ -25,6 +27,10 @@ void deferSignals() {
 
 bool wasInterrupted() {
   return noted != 0;
+}
+
+bool wasStopped() {
+  return stopped != 0;
 }
 
 }  // namespace norvik::command

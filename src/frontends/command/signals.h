@@ -10,5 +10,7 @@ void deferSignals();
 
 // Whether one of the first three has arrived since.
 bool wasInterrupted();
+// Whether one of the first two has.
+bool wasStopped();
 
 }  // namespace norvik::command

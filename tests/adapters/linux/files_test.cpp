@@ -1,19 +1,17 @@
 // The Linux adapter's files beyond the contract: pipes, devices, links, owners, memory.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 
 #include "src/adapters/linux/files.h"
 #include "src/adapters/linux/property_list_files.h"
 #include "src/adapters/property_lists/codec.h"
 #include "tests/adapters/contract/computer_under_test.h"
+#include "tests/support/limited_memory.h"
 #include "tests/support/sandbox_folder.h"
 
 namespace norvik {
@@ -130,27 +128,6 @@ TEST_F(LinuxFilesTest, ReadNoPropertyListFromASparseFileLargerThanTheMemory) {
 
 // A sanitizer needs far more address space than the program, so there is no limit to set under one.
 #ifndef NORVIK_SANITIZED
-
-// Whether the body returns true in a child that can get only so many more bytes of memory.
-template <typename Body>
-bool holdsWithMemory(rlim_t bytes, Body body) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    rlim_t pages = 0;
-    std::ifstream("/proc/self/statm") >> pages;
-    const rlim_t most = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + bytes;
-    const rlimit limit{most, most};
-    if (::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(2);
-    try {
-      ::_exit(body() ? 0 : 1);
-    } catch (...) {
-      ::_exit(3);
-    }
-  }
-  int status = -1;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
 
 TEST_F(LinuxFilesTest, ReadNoPropertyListThatTheMemoryCannotHold) {
   folder.put("/tmp/sparse.plist", "");
