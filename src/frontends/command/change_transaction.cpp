@@ -152,7 +152,7 @@ Outcome editAndApply(const Context& context, Session& session, const Questions& 
   NVKServerPrefs& pane = session.pane();
   if (request.requiresUnlock && !session.unlock()) {
     report.error =
-        failure(FailureCode::notAllowed, "this needs administrator rights, which were not granted.");
+        failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted.");
     return outcome;
   }
   const Start start{snapshot(context, session), pendingPorts(pane)};

@@ -101,7 +101,7 @@ TEST_F(ServerTest, RestartThatCannotStartAStoppedServer) {
   box.replaceProgram("/usr/sbin/nvkservice", "exit 1");
   const Result result = box.run({"restart"});
   EXPECT_EQ(result.status, 69);
-  EXPECT_NE(result.err.find("the server did not start."), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("The server did not start."), std::string::npos) << result.err;
 }
 
 TEST_F(ServerTest, AServerThatDoesNotComeUp) {
@@ -109,7 +109,7 @@ TEST_F(ServerTest, AServerThatDoesNotComeUp) {
   const Result result = box.runAtTerminal({"start"}, "");
   EXPECT_EQ(result.status, 69);
   EXPECT_EQ(countOf(result.out.substr(0, result.out.find('\n')), "."), 3 + 15 + 10);
-  EXPECT_NE(result.out.find("the server did not start."), std::string::npos);
+  EXPECT_NE(result.out.find("The server did not start."), std::string::npos);
 }
 
 TEST_F(ServerTest, AServerThatDoesNotGoDown) {
@@ -119,7 +119,7 @@ TEST_F(ServerTest, AServerThatDoesNotGoDown) {
   EXPECT_EQ(box.run({"stop"}).status, 69);
   const Result result = box.run({"restart"});
   EXPECT_EQ(result.status, 69);
-  EXPECT_NE(result.err.find("the server did not stop, so it was not started again."), std::string::npos);
+  EXPECT_NE(result.err.find("The server did not stop, so it was not started again."), std::string::npos);
   EXPECT_EQ(box.runAtTerminal({"restart"}, "").out.find("Starting"), std::string::npos);
 }
 
@@ -128,7 +128,7 @@ TEST_F(ServerTest, AServerThatIsNotInstalled) {
   for (const char* order : {"start", "restart", "displays", "access"}) {
     const Result result = box.run({order});
     EXPECT_EQ(result.status, 69) << order;
-    EXPECT_NE(result.err.find("the server is not installed: there is no program /usr/sbin/nvkservice.\n"),
+    EXPECT_NE(result.err.find("The server is not installed: there is no program /usr/sbin/nvkservice.\n"),
               std::string::npos)
         << order << ": " << result.err;
   }
@@ -139,7 +139,7 @@ TEST_F(ServerTest, AServiceToolThatCannotBeRun) {
   const Result result = box.run({"start"});
   EXPECT_EQ(result.status, 77);
   EXPECT_NE(result.err.find("Norvik[E]: Could not start the server."), std::string::npos) << result.err;
-  EXPECT_NE(result.err.find("/usr/sbin/nvkservice start -f -w could not be run."), std::string::npos);
+  EXPECT_NE(result.err.find("The system refused to run the command /usr/sbin/nvkservice start -f -w."), std::string::npos);
   EXPECT_EQ(box.run({"displays"}).status, 77);
   EXPECT_NE(box.run({"access"}).err.find("Norvik[E]: Could not launch access-manager."), std::string::npos);
 }
@@ -149,8 +149,8 @@ TEST_F(ServerTest, AToolThatFailsIsQuoted) {
   const Result started = box.run({"start"});
   EXPECT_EQ(started.status, 69);
   EXPECT_NE(started.err.find(
-                "the server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: "
-                "no licence\n"),
+                "The server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: "
+                "no licence.\n"),
             std::string::npos)
       << started.err;
   const auto displays = box.json({"displays"});
@@ -175,7 +175,7 @@ TEST_F(ServerTest, AStartWithoutItsPortHasFailedAndNamesWhoHasIt) {
   const Listener other;
   ASSERT_EQ(box.run({"set", "nvk.port=" + std::to_string(other.port())}).status, 0);
   const std::string reason =
-      "the server runs, but Norvik clients cannot connect to port " + std::to_string(other.port()) +
+      "The server runs, but Norvik clients cannot connect to port " + std::to_string(other.port()) +
       ", which is taken by norvik_command_tests, process " + std::to_string(::getpid()) + ".\n";
   for (const char* order : {"start", "start", "restart"}) {
     const Result result = box.run({order});
