@@ -139,7 +139,8 @@ TEST_F(ServerTest, AServiceToolThatCannotBeRun) {
   const Result result = box.run({"start"});
   EXPECT_EQ(result.status, 77);
   EXPECT_NE(result.err.find("Norvik[E]: Could not start the server."), std::string::npos) << result.err;
-  EXPECT_NE(result.err.find("/usr/sbin/nvkservice start -f -w could not be run."), std::string::npos);
+  EXPECT_NE(result.err.find("The system refused to run the command /usr/sbin/nvkservice start -f -w."),
+            std::string::npos);
   EXPECT_EQ(box.run({"displays"}).status, 77);
   EXPECT_NE(box.run({"access"}).err.find("Norvik[E]: Could not launch access-manager."), std::string::npos);
 }
@@ -150,7 +151,7 @@ TEST_F(ServerTest, AToolThatFailsIsQuoted) {
   EXPECT_EQ(started.status, 69);
   EXPECT_NE(started.err.find(
                 "the server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: "
-                "no licence\n"),
+                "no licence.\n"),
             std::string::npos)
       << started.err;
   const auto displays = box.json({"displays"});
@@ -317,8 +318,7 @@ TEST_F(InterruptedOrderTest, AnInterruptedRestartSaysThatTheServerIsStopped) {
   ASSERT_TRUE(eventually([&] { return !runs(); }));
   restart.send(SIGINT);
   EXPECT_EQ(restart.status(), 130);
-  EXPECT_NE(errors().find("interrupted; the server is stopped, and is not started again."),
-            std::string::npos)
+  EXPECT_NE(errors().find("interrupted; the server is stopped, and is not started again."), std::string::npos)
       << errors();
   EXPECT_NE(errors().find("norvikctl start"), std::string::npos) << errors();
   EXPECT_FALSE(runs());
