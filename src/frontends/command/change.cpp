@@ -121,7 +121,7 @@ bool Attempt::decide(const FileFinding& file) {
   if (isReal_) {
     addReport(change_.restore(file), outcome_.report);
   } else if (file.copyTime.empty()) {
-    return fail(failure(FailureCode::damaged, "there is no copy of " + file.file + ". Nothing was changed."));
+    return fail(failure(FailureCode::damaged, "There is no copy of " + file.file + ". Nothing was changed."));
   } else {
     outcome_.notes.push_back("The copy of " + file.copyTime + " would be put back as " + file.file +
                              " first; the values before the change would be those of the copy.");
@@ -173,7 +173,7 @@ bool Attempt::checked() {
 bool Attempt::edited() {
   ChangeReport& report = outcome_.report;
   if (request_.requiresUnlock && !session_.unlock()) {
-    return fail(failure(FailureCode::notAllowed, "this needs administrator rights, which were not granted."));
+    return fail(failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted."));
   }
   change_.loaded();
   if (!damageDecided()) return false;
@@ -183,7 +183,7 @@ bool Attempt::edited() {
   if (!checked()) return false;
   // A person whose answer was waited for may have interrupted the program instead.
   if (context_.services.wasInterrupted()) {
-    return fail(failure(FailureCode::cancelled, "interrupted. Nothing was changed."));
+    return fail(failure(FailureCode::cancelled, "Interrupted. Nothing was changed."));
   }
   report.changes = changes();
   noteWhatStays(before);
@@ -213,7 +213,7 @@ bool Attempt::foreseen() {
 void Attempt::apply() {
   if (!isWanted_) {
     outcome_.report.changes.clear();
-    append(outcome_.notes, notInForce(context_, session_.pane()));
+    append(outcome_.report.warnings, notInForce(context_, session_.pane()));
     return;
   }
   const ChangeReport applied = change_.apply(decisions_);
@@ -246,11 +246,11 @@ Outcome previewed(const Context& context, const ChangeRequest& request, bool dry
 
 void warnOfWhatHappened(const Context& context, ChangeReport& report) {
   for (const std::string& who : report.notTold) {
-    report.warnings.push_back("nobody could tell " + who + " about the change.");
+    report.warnings.push_back("Nobody could tell " + who + " about the change.");
   }
   if (report.applied && context.services.wasInterrupted()) {
     report.warnings.emplace_back(
-        "interrupted while the change was being made; it was finished all the same.");
+        "Interrupted while the change was being made; it was finished all the same.");
   }
 }
 
@@ -292,7 +292,7 @@ void addReport(const ChangeReport& later, ChangeReport& report) {
 
 ChangeError lockIsTaken() {
   ChangeError error =
-      failure(FailureCode::tryAgain, "another program is changing the settings. Nothing was changed.");
+      failure(FailureCode::tryAgain, "Another program is changing the settings. Nothing was changed.");
   error.advice = "Try again in a moment, or wait longer with --wait-lock.";
   return error;
 }

@@ -72,7 +72,7 @@ ExitStatus restore(const Context& context, const Arguments& names) {
   const std::vector<FileFinding> files = damaged(change, names);
   if (needsRights(files) && !session.unlock()) {
     return finish(context.output(), failure(FailureCode::notAllowed,
-                                            "this needs administrator rights, which were not granted."));
+                                            "This needs administrator rights, which were not granted."));
   }
   change.loaded();
   context.services.deferInterruptions();

@@ -20,7 +20,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds kWaitStep{50};
 
 ChangeError noRights() {
-  return failure(FailureCode::notAllowed, "this needs administrator rights, which were not granted.");
+  return failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted.");
 }
 
 // In steps, so that an interruption is noticed.

@@ -30,7 +30,7 @@ ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   Session session(context, questions, progress, RecordingMode::real);
   if (!session.unlock()) {
     return finish(context.output(), failure(FailureCode::notAllowed,
-                                            "this needs administrator rights, which were not granted."));
+                                            "This needs administrator rights, which were not granted."));
   }
   ChangeReport report;
   report.error = installationError(context.services.computer.files);

@@ -13,7 +13,7 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 std::string counted(std::ptrdiff_t count, const std::string& one, const std::string& many) {
-  return count == 1 ? "one " + one : std::to_string(count) + " " + many;
+  return count == 1 ? "One " + one : std::to_string(count) + " " + many;
 }
 
 // A damaged file counts for more than a value that cannot be.

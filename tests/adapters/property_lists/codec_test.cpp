@@ -550,7 +550,6 @@ std::string repeated(const std::string& text, std::size_t count) {
 TEST(CodecTest, ValuesAreLimitedInEveryFormat) {
   const std::size_t most = kMaxPropertyListValues - 1;  // beside the array that they are in
   EXPECT_FALSE(isDamaged("<array>" + repeated("<true/>", most) + "</array>"));
-  EXPECT_FALSE(isDamaged("(" + repeated("a,", most) + ")"));
   expectSentences({
       {"<array>\n" + repeated("<true/>", most + 1) + "</array>", "line 2: "s + kTooMuchWords},
       {"<dict>\n" + repeated("<key/><true/>", most / 2 + 1) + "</dict>", "line 2: "s + kTooMuchWords},
@@ -575,16 +574,11 @@ TEST(CodecTest, WhatIsWrittenToAFileCanBeReadAgain) {
 
 #ifndef NORVIK_SANITIZED
 
-// Files of the largest size, made so that they mean as much as possible.
+// A file of the largest size, made so that it means as much as possible.
 TEST(CodecTest, ReadingNeedsABoundedMultipleOfTheLargestFile) {
-  const auto filled = [](const std::string& begin, const std::string& piece) {
-    return begin + repeated(piece, (kMaxPropertyListBytes - begin.size()) / piece.size());
-  };
-  std::string latin1 = "<?xml encoding='latin1'?><string>";
-  latin1.resize(kMaxPropertyListBytes, '\xE4');
-  for (const std::string& bytes : {filled("<array>", "<dict/>"), latin1})
-    EXPECT_TRUE(holdsWithMemory(6 * kMaxPropertyListBytes, [&] { return isDamaged(bytes); }))
-        << testing::PrintToString(bytes.substr(0, 30));
+  const std::string piece = "<dict/>";
+  const std::string bytes = "<array>" + repeated(piece, kMaxPropertyListBytes / piece.size() - 1);
+  EXPECT_TRUE(holdsWithMemory(6 * kMaxPropertyListBytes, [&] { return isDamaged(bytes); }));
 }
 
 TEST(CodecTest, ReadingSharedObjectsNeedsLittleMemory) {

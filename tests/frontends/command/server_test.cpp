@@ -101,7 +101,7 @@ TEST_F(ServerTest, RestartThatCannotStartAStoppedServer) {
   box.replaceProgram("/usr/sbin/nvkservice", "exit 1");
   const Result result = box.run({"restart"});
   EXPECT_EQ(result.status, 69);
-  EXPECT_NE(result.err.find("the server did not start."), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("The server did not start."), std::string::npos) << result.err;
 }
 
 TEST_F(ServerTest, AServerThatDoesNotComeUp) {
@@ -109,7 +109,7 @@ TEST_F(ServerTest, AServerThatDoesNotComeUp) {
   const Result result = box.runAtTerminal({"start"}, "");
   EXPECT_EQ(result.status, 69);
   EXPECT_EQ(countOf(result.out.substr(0, result.out.find('\n')), "."), 3 + 15 + 10);
-  EXPECT_NE(result.out.find("the server did not start."), std::string::npos);
+  EXPECT_NE(result.out.find("The server did not start."), std::string::npos);
 }
 
 TEST_F(ServerTest, AServerThatDoesNotGoDown) {
@@ -119,7 +119,7 @@ TEST_F(ServerTest, AServerThatDoesNotGoDown) {
   EXPECT_EQ(box.run({"stop"}).status, 69);
   const Result result = box.run({"restart"});
   EXPECT_EQ(result.status, 69);
-  EXPECT_NE(result.err.find("the server did not stop, so it was not started again."), std::string::npos);
+  EXPECT_NE(result.err.find("The server did not stop, so it was not started again."), std::string::npos);
   EXPECT_EQ(box.runAtTerminal({"restart"}, "").out.find("Starting"), std::string::npos);
 }
 
@@ -128,7 +128,7 @@ TEST_F(ServerTest, AServerThatIsNotInstalled) {
   for (const char* order : {"start", "restart", "displays", "access"}) {
     const Result result = box.run({order});
     EXPECT_EQ(result.status, 69) << order;
-    EXPECT_NE(result.err.find("the server is not installed: there is no program /usr/sbin/nvkservice.\n"),
+    EXPECT_NE(result.err.find("The server is not installed: there is no program /usr/sbin/nvkservice.\n"),
               std::string::npos)
         << order << ": " << result.err;
   }
@@ -150,7 +150,7 @@ TEST_F(ServerTest, AToolThatFailsIsQuoted) {
   const Result started = box.run({"start"});
   EXPECT_EQ(started.status, 69);
   EXPECT_NE(started.err.find(
-                "the server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: "
+                "The server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: "
                 "no licence.\n"),
             std::string::npos)
       << started.err;
@@ -176,7 +176,7 @@ TEST_F(ServerTest, AStartWithoutItsPortHasFailedAndNamesWhoHasIt) {
   const Listener other;
   ASSERT_EQ(box.run({"set", "nvk.port=" + std::to_string(other.port())}).status, 0);
   const std::string reason =
-      "the server runs, but Norvik clients cannot connect to port " + std::to_string(other.port()) +
+      "The server runs, but Norvik clients cannot connect to port " + std::to_string(other.port()) +
       ", which is taken by norvik_command_tests, process " + std::to_string(::getpid()) + ".\n";
   for (const char* order : {"start", "start", "restart"}) {
     const Result result = box.run({order});
@@ -222,6 +222,16 @@ TEST_F(TakeUpCommandTest, StatusShowsWhatIsStoredAndWhatIsInForce) {
                                                     {"differs", true},
                                                     {"takenBy", nullptr}}));
   EXPECT_EQ(json["inForce"]["rdp"]["differs"], false);
+}
+
+TEST_F(TakeUpCommandTest, SetToWhatIsStoredSaysThatItIsNotInForce) {
+  const Result result = box.run({"set", "nvk.port=" + std::to_string(stored)});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_NE(result.err.find(differing() + "\n"), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find("\"norvikctl apply\" makes the server take up what is stored."),
+            std::string::npos);
+  ASSERT_EQ(box.run({"apply"}).status, 0);
+  EXPECT_EQ(box.run({"set", "nvk.port=" + std::to_string(stored)}).err, "");
 }
 
 TEST_F(TakeUpCommandTest, ApplyBringsItIntoForce) {

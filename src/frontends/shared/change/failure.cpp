@@ -8,7 +8,7 @@ namespace norvik {
 namespace {
 
 constexpr std::array<std::string_view, 13> kWords = {
-    "",       "usage",     "wrong-value", "damaged",      "server",    "software", "not-written",
+    "",       "usage",     "wrong-value", "damaged",      "server",    "software",    "not-written",
     "output", "try-again", "not-allowed", "not-settable", "cancelled", "interrupted",
 };
 

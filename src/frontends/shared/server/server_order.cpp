@@ -28,13 +28,13 @@ bool isStart(const Launch& launch) {
 
 // What the server did not do that was ordered; empty where it did.
 std::string notDone(ServerOrder order, const OrderReport& report) {
-  if (order == ServerOrder::stop) return runs(report.after) ? "the server did not stop." : "";
-  if (!runs(report.after)) return "the server did not start.";
+  if (order == ServerOrder::stop) return runs(report.after) ? "The server did not stop." : "";
+  if (!runs(report.after)) return "The server did not start.";
   // The pane starts the server again only where it has stopped.
   const auto& launches = report.change.effects.launches;
   const bool wasPressed = report.change.applied && order == ServerOrder::restart;
   const bool isStillTheOld = wasPressed && std::ranges::none_of(launches, isStart);
-  return isStillTheOld ? "the server did not stop, so it was not started again." : "";
+  return isStillTheOld ? "The server did not stop, so it was not started again." : "";
 }
 
 // A tool that has not ended or was refused is its own reason; one that failed is the server's.
@@ -117,7 +117,7 @@ ChangeError installationError(SettingsFiles& files) {
   const FileKind kind = files.inspect(PROC_NVKSVC).kind;
   if (kind != FileKind::missing && kind != FileKind::directory) return {};
   return {FailureCode::server,
-          std::string("the server is not installed: there is no program ") + PROC_NVKSVC + ".", "", "",
+          std::string("The server is not installed: there is no program ") + PROC_NVKSVC + ".", "", "",
           "Install the Norvik server on this computer."};
 }
 
@@ -143,7 +143,7 @@ OrderReport carryOut(ServerOrder order, OrderedServer& server) {
   const bool fulfilled = isFulfilled(order, pane);
   if (!fulfilled && !pane.authorized()) {
     report.change.error = {FailureCode::notAllowed,
-                           "this needs administrator rights, which were not granted.", "", "", ""};
+                           "This needs administrator rights, which were not granted.", "", "", ""};
   } else if (!fulfilled) {
     report.change.error = installationError(server.services.files);
   }
@@ -181,7 +181,7 @@ ChangeError connectionError(const ServerInForce& inForce) {
     return service.stored.isOn && service.differs();
   });
   if (found == inForce.services.end()) return {};
-  std::string sentence = "the server runs, but " + found->title + " cannot connect to port " +
+  std::string sentence = "The server runs, but " + found->title + " cannot connect to port " +
                          std::to_string(found->stored.port);
   if (found->takenBy) {
     return {FailureCode::server, sentence + ", which is taken by " + holderInWords(*found->takenBy) + ".",
