@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <new>
 
 #include "src/adapters/linux/descriptors.h"
@@ -36,7 +37,10 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
   try {
     const std::optional<std::string> text = encodeReadableXmlPropertyList(dictionary);
-    if (!text) return false;
+    if (!text) {
+      errno = EFBIG;
+      return false;
+    }
     makeFoldersInHome(path);
     return writeInPlace(root_.onDisk(path), *text);
   } catch (const std::bad_alloc&) {

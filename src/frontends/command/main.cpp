@@ -16,6 +16,7 @@
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/signals.h"
 #include "src/frontends/command/standard_streams.h"
+#include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
@@ -69,8 +70,8 @@ struct Installation {
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answers, false, personAtTerminal()};
-    return {platform,        interface, services(), std::cout,         std::cerr,
-            watchedOutput(), line.json, answers,    line.command->name};
+    return {platform,        interface, services(), std::cout,          std::cerr,
+            watchedOutput(), line.json, answers,    line.command->name, line.limits};
   }
 };
 
@@ -101,8 +102,12 @@ ExitStatus runOnComputer(const CommandLine& line) {
                   failure(FailureCode::software, "the interface description is damaged: " + damage));
   }
   Installation installation(optionsFor(line));
-  const Context context = installation.context(*interface, line);
-  if (!line.help) return line.command->run(context, line);
+  Context context = installation.context(*interface, line);
+  if (!line.help) {
+    if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
+    if (context.faults) writeWarnings(std::cerr, *context.faults);
+    return line.command->run(context, line);
+  }
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;
 }

@@ -44,7 +44,8 @@ TEST_F(JsonTest, EveryCommandThatSucceeds) {
        {Words{"status"}, Words{"show"}, Words{"get", "nvk.port", "connect.action"}, Words{"limits"},
         Words{"set", "nvk.port=" + port, "rdp.port=" + other}, Words{"unset", "user.mouse.swap"},
         Words{"start"}, Words{"is-running"}, Words{"apply"}, Words{"restart"}, Words{"stop"},
-        Words{"displays"}, Words{"access"}, Words{"completion", "bash"}}) {
+        Words{"displays"}, Words{"access"}, Words{"completion", "bash"}, Words{"validate"},
+        Words{"restore"}}) {
     const Json object = run(words, 0);
     EXPECT_EQ(object["command"], words[0]);
     EXPECT_EQ(object["schema"], 1);
@@ -134,7 +135,10 @@ TEST_F(JsonTest, WhatTheComputerDoesNotDo) {
   EXPECT_EQ(lost["notSaved"], Json({"nvk.sound"}));
   EXPECT_EQ(lost["saved"], Json::array());
   fs::remove(box.folder() / "bin/mv");
-  EXPECT_EQ(run({"set", "nvk.sound=off"}, 73)["log"].size(), 1U);
+  const Json refused = run({"set", "nvk.sound=off"}, 77);
+  EXPECT_EQ(refused["log"].size(), 1U);
+  EXPECT_EQ(refused["commands"][0]["outcome"], "refused");
+  EXPECT_EQ(refused["commands"][0]["status"], nullptr);
   fs::remove(box.folder() / "usr/sbin/nvkservice");
   EXPECT_EQ(code({"start"}, 69), "server");
   EXPECT_EQ(code({"displays"}, 69), "server");
