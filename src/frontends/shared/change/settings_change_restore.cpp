@@ -140,23 +140,22 @@ bool SettingsChange::Applying::install(const FileState& file, const KeptCopy& co
   return true;
 }
 
+// Looks at the file anew, and not at the others: what they hold now is not loaded yet.
 void SettingsChange::Applying::restore(const FileFinding& finding) {
-  const std::string path = finding.file;  // the finding may be one that looking renews
-  change_.look();
-  const auto found = std::ranges::find(state_.files, path, &FileState::path);
-  if (found == state_.files.end()) {
-    fail({FailureCode::damaged, "There is no copy of " + path + ". Nothing was changed.", "", "", ""});
+  const FileStates now = inspectFiles(state_.computer, state_.services.files);
+  const auto file = std::ranges::find(now, finding.file, &FileState::path);
+  if (file == now.end() || file->damage.empty()) {
+    fail({FailureCode::notSettable, finding.file + " is not damaged. Nothing was changed.", "", "", ""});
     return;
   }
-  const FileState file = *found;
-  if (file.file.temporaryName != nullptr && !state_.pane.authorized()) {
+  if (file->file.temporaryName != nullptr && !state_.pane.authorized()) {
     fail(needsRights());
     return;
   }
-  if (!mayMend(file, DamagedAnswer::restore) || !locked()) return;
+  if (!mayMend(*file, DamagedAnswer::restore) || !locked()) return;
   report_.applied = true;
-  if (!mend(file, DamagedAnswer::restore)) return;
-  if (!restored_.empty()) report_.saved.emplace_back(file.file.label);
+  if (!mend(*file, DamagedAnswer::restore)) return;
+  if (!restored_.empty()) report_.saved.emplace_back(file->file.label);
   tellRestored();
 }
 
