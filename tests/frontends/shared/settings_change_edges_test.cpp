@@ -515,6 +515,22 @@ TEST_F(SettingsChangeEdgesTest, ACopyThatCannotBeWrittenIsSaidAndTheFileStays) {
   EXPECT_FALSE(computer.locks.isHeld());
 }
 
+TEST_F(SettingsChangeEdgesTest, ACopyThatIsWrittenHalfwayLosesNothingThatThePaneKnows) {
+  put(kAgent, {{"SwapMouseButtons", false}, {"Foreign", "kept"}});
+  open();
+  switchBox(pane->ib_user_chkbox_mseSwap, true);
+  ASSERT_TRUE(apply().ok());
+  computer.fileSystem.put(kAgent, "damaged");
+  change->takeOver();
+  computer.fileFaults.set(FileOperation::write, kAgent, true);
+  EXPECT_EQ(change->restore(change->findings().at(0)).error.code, FailureCode::notWritten);
+  EXPECT_EQ(bytesAt(kAgent), "");
+  computer.fileFaults.set(FileOperation::write, kAgent, false);
+  switchBox(pane->ib_user_chkbox_mseSwap, false);
+  EXPECT_TRUE(apply().ok());
+  EXPECT_NE(listAt(kAgent)->find("Foreign"), nullptr);
+}
+
 TEST_F(SettingsChangeEdgesTest, AFileThatCannotBeSetAsideIsNotReplaced) {
   computer.fileSystem.put(kServer, "damaged");
   open();

@@ -183,9 +183,11 @@ class Session {
   std::unique_ptr<SettingsChange> change_;
   Meaning known_;                     // what others, and saves that were looked at, have left
   std::set<std::string> torn_;        // files that a failed write of ours emptied
+  std::set<std::string> rescued_;     // the same, of damaged ones: the pane writes what it knew before
   std::set<const Setting*> touched_;  // rows that a person has something pending in
   std::set<const Setting*> late_;     // rows that a tool which runs may still change
   bool limitTouched_ = false;
+  std::set<std::string> lateAnswers_;  // damaged files that it may still put something in the place of
   bool limitLate_ = false;
   std::string restoring_;
   bool disturbed_ = false;  // something is set to fail, or changed since it was looked at
@@ -235,6 +237,7 @@ void Session::open() {
   pane_->onStateTimer();
   known_ = meaningOf(computer_);
   torn_.clear();
+  rescued_.clear();
   touched_.clear();
   limitTouched_ = false;
 }
@@ -448,6 +451,7 @@ void Session::writeElsewhere() {
   if (!isUsers && toolsRun()) return;  // they hold the lock
   write(path);
   torn_.erase(path);
+  rescued_.erase(path);
   known_[path] = meaningOf(computer_, path);
   disturbed_ = true;
   steps_.back() += std::string(" ") + path;
@@ -471,6 +475,7 @@ void Session::damage() {
       computer_.fileSystem.put(path, "\xFF damaged " + std::to_string(++sequence_));
   }
   torn_.erase(path);
+  rescued_.erase(path);
   known_[path] = meaningOf(computer_, path);
   disturbed_ = true;
   steps_.back() += std::string(" ") + path;
@@ -556,13 +561,14 @@ void Session::keepMine(const std::string& name) {
 
 // Changes that a tool made that had not ended in time.
 void Session::settleLate() {
-  if (late_.empty() && !limitLate_) return;
+  if (late_.empty() && !limitLate_ && lateAnswers_.empty()) return;
   ChangeReport none;
   const Meaning now = meaningOf(computer_);
   checkFiles(now, none);
   known_ = now;
   if (toolsRun()) return;
   late_.clear();
+  lateAnswers_.clear();
   limitLate_ = false;
 }
 
@@ -581,12 +587,20 @@ void Session::watched(const std::function<ChangeReport()>& call, const Answers& 
   const bool isLate = toolsRun();
   if (isLate) {
     late_.insert(touched_.begin(), touched_.end());
+    for (const Setting* row : storedRows()) {
+      if (mayChange(*row, report)) late_.insert(row);
+    }
     limitLate_ = limitLate_ || staged || limitTouched_;
+    if (!restoring_.empty()) lateAnswers_.insert(restoring_);
+    for (const auto& [path, answer] : person_.answers) {
+      if (answer != DamagedAnswer::cancel) lateAnswers_.insert(path);
+    }
   }
   checkFiles(after, report);
   for (const char* path : kPaths) {
     const bool failed = computer_.fileFaults.has(FileOperation::write, path);
-    if (failed && after.at(path).bytes.empty() && !known_[path].bytes.empty()) torn_.insert(path);
+    const bool emptied = failed && after.at(path).bytes.empty() && !known_[path].bytes.empty();
+    if (emptied) (known_[path].damaged ? rescued_ : torn_).insert(path);
     if (torn_.contains(path) && !after.at(path).bytes.empty()) torn_.erase(path);
     if (!torn_.contains(path)) known_[path] = after.at(path);
   }
@@ -637,7 +651,7 @@ void Session::checkFile(const std::string& path, const FileMeaning& before, cons
   if (before.bytes == after.bytes) return;
   const bool failedWrite = computer_.fileFaults.has(FileOperation::write, path) && after.bytes.empty();
   if (failedWrite || (torn_.contains(path) && after.bytes.empty())) return;
-  const bool asked = restoring_ == path ||
+  const bool asked = restoring_ == path || lateAnswers_.contains(path) ||
                      (person_.answers.contains(path) && person_.answers[path] != DamagedAnswer::cancel);
   const bool isHidden = before.exists && hasFault(path);
   if (isHidden && computer_.fileFaults.has(FileOperation::openRead, path))
@@ -648,14 +662,14 @@ void Session::checkFile(const std::string& path, const FileMeaning& before, cons
     return;
   }
   if (after.damaged) return problem("damaged by a save: " + path);
+  if (rescued_.erase(path) > 0) return;
   for (const auto& [row, value] : before.values) {
     const int64_t now = after.values.at(row);
     if (now != value && !mayChange(*row, report))
       problem("overwritten: " + path + " " + row->key + " " + std::to_string(value) + " by " +
               std::to_string(now));
   }
-  if (before.foreign != after.foreign)
-    problem("foreign keys changed: " + path + "\n" + before.bytes + "\n" + after.bytes);
+  if (before.foreign != after.foreign) problem("foreign keys changed: " + path);
   const bool mayCut = std::ranges::any_of(
       report.warnings, [](const std::string& text) { return text.find("short") != std::string::npos; });
   if (!mayCut && before.lines != after.lines) problem("lines changed: " + path);
@@ -687,7 +701,7 @@ void Session::checkWishes(const std::vector<Wish>& before, bool limitStaged) {
 
 void Session::checkBaseline(const Meaning& files) {
   for (const auto& [path, file] : files) {
-    if (file.damaged || hasFault(path) || torn_.contains(path)) continue;
+    if (file.damaged || hasFault(path) || torn_.contains(path) || rescued_.contains(path)) continue;
     for (const auto& [row, value] : file.values) {
       if (row->baseline(pane()) != value)
         problem("the pane believes " + path + " " + row->key + " is " +
@@ -699,7 +713,7 @@ void Session::checkBaseline(const Meaning& files) {
 void Session::checkSaved(bool unlocked) {
   for (const SettingChange& change : change_->pending()) problem("still pending: " + change.name);
   for (const auto& [path, file] : meaningOf(computer_)) {
-    if (file.damaged || hasFault(path) || torn_.contains(path)) continue;
+    if (file.damaged || hasFault(path) || torn_.contains(path) || rescued_.contains(path)) continue;
     for (const auto& [row, value] : file.values) {
       const bool counts = unlocked || path == std::string(kAgent);
       if (counts && !isFollowing(pane(), *row) && row->pendingValue(pane()) != value)

@@ -129,8 +129,10 @@ bool SettingsChange::Applying::install(const FileState& file, const KeptCopy& co
     pane.runCmd(PROC_CHOWN, kChownServerConfig.arguments[0], file.path.c_str());
   }
   waitForTools();
-  if (report_.error) return false;
   const FileContent now = state_.services.files.inspect(file.path);
+  const bool isOther = now.kind != file.content.kind || now.bytes != file.content.bytes;
+  if (!report_.effects.unwritten.empty() && isOther) state_.torn[file.path] = now;
+  if (report_.error) return false;
   if (now.kind != FileKind::regular || now.bytes.empty() || !damageOf(file.file, now.bytes).empty()) {
     return fail({FailureCode::notWritten, "The copy of " + file.path + " could not be put back.", "", "",
                  "Try again."});
