@@ -1,6 +1,7 @@
 // Streams over descriptors, which were opened without waiting.
 #include "src/adapters/linux/files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -56,12 +57,18 @@ std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
 }
 
 std::size_t LinuxFiles::fwrite(const void* bytes, std::size_t size, FileRef file) {
-  const BrokenPipeGuard guard;
+  const WriteSignalGuard guard;
   return std::fwrite(bytes, 1, size, stream(file));
 }
 
-void LinuxFiles::fclose(FileRef file) {
-  std::fclose(stream(file));
+// The files that the pane writes with streams are temporary ones, which it then has moved over others: a file
+// that was moved before the disk has its bytes would be empty after a power cut.
+int LinuxFiles::fclose(FileRef file) {
+  const WriteSignalGuard guard;
+  const int number = ::fileno(stream(file));
+  const bool reads = (::fcntl(number, F_GETFL) & O_ACCMODE) == O_RDONLY;
+  const bool synced = reads || syncFile(number);
+  return std::fclose(stream(file)) == 0 && synced ? 0 : -1;
 }
 
 int LinuxFiles::mkdir(const char* path, uint32_t mode) {

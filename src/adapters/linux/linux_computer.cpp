@@ -9,9 +9,6 @@ namespace norvik {
 
 namespace {
 
-// How long, by the computer's clock, the next tool waits for one that does not end.
-constexpr std::chrono::duration<double> kLongestToolWait{10};
-
 std::chrono::milliseconds atSpeed(std::chrono::duration<double> time, double speed) {
   return std::chrono::ceil<std::chrono::milliseconds>(time / speed);
 }
@@ -37,7 +34,9 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
     : LinuxComputer(options, absoluteRoot(options.root)) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
-    : tools_(root, atSpeed(kLongestToolWait, options.speed)),
+    : tools_(root, atSpeed(kLongestReportDelay, options.speed)),
+      locks_(root, tools_),
+      settingsFiles_(root, withoutSlash(options.stateFolder)),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),
@@ -65,6 +64,11 @@ Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
           .bundles = own.bundles != nullptr ? *own.bundles : bundles,
           .log = log,
           .assertions = assertions};
+}
+
+ComputerServices LinuxComputer::services() {
+  return {
+      .locks = locks_, .tools = tools_, .files = settingsFiles_, .ports = ports_, .delivery = notifications};
 }
 
 }  // namespace norvik

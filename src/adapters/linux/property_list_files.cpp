@@ -6,6 +6,7 @@
 #include <new>
 
 #include "src/adapters/linux/descriptors.h"
+#include "src/adapters/linux/in_place.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {
@@ -34,10 +35,9 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
   try {
-    const std::string text = encodeXmlPropertyList(dictionary);  // before the file is emptied
+    const std::string text = encodeXmlPropertyList(dictionary);  // before the file is touched
     makeFoldersInHome(path);
-    const Descriptor file = openForWriting(root_.onDisk(path));
-    return file && writeAll(file, text);
+    return writeInPlace(root_.onDisk(path), text);
   } catch (const std::bad_alloc&) {
     return false;
   }

@@ -26,22 +26,39 @@ constexpr Group kGroups[] = {
     {"notification settings", &NVKServerPrefs::notificationSettingsChanged},
 };
 
+// A value that the pane shows and an edit may change.
 struct Shown {
-  std::string name;
+  std::string name, label, page, outlet;
   std::string text;
-  nlohmann::ordered_json json;
+  SettingValue value;
+  bool isPending = false;  // differs from the stored one
 };
 
-// Every value that the pane shows and an edit may change.
+bool differsFromStored(Session& session, const PaneSetting& setting) {
+  return std::ranges::any_of(
+      setting.controls(), [&](const Control* control) { return session.pane().differsFromStored(*control); });
+}
+
+Shown shownOf(Session& session, const PaneSetting& setting) {
+  const SettingDescription& description = setting.description();
+  const ControlDescription& first = description.first();
+  return {setting.name(),
+          description.isChoice() ? setting.name() : first.label,
+          description.page.title,
+          first.outlet,
+          setting.text(),
+          setting.typedValue(),
+          differsFromStored(session, setting)};
+}
+
 std::vector<Shown> snapshot(const Context& context, Session& session) {
   std::vector<Shown> values;
-  for (const PaneSetting& setting : session.settings()) {
-    values.push_back({setting.name(), setting.text(), jsonOf(setting.typedValue())});
-  }
+  for (const PaneSetting& setting : session.settings()) values.push_back(shownOf(session, setting));
   for (const ControlDescription* description : context.interface.controls()) {
     if (!description->displayOnly) continue;
-    const std::string& text = session.pane().outlet(description->outlet)->stringValue();
-    values.push_back({description->label, text, text});
+    const Control& field = *session.pane().outlet(description->outlet);
+    values.push_back({description->label, description->label, "", description->outlet, field.stringValue(),
+                      field.stringValue(), session.pane().differsFromStored(field)});
   }
   return values;
 }
@@ -55,22 +72,26 @@ std::string reasonFor(const std::string& name, const ChangeRequest& request) {
 // The state of the pane before the edits.
 struct Start {
   std::vector<Shown> values;
-  std::vector<std::string> pending;
   std::vector<int64_t> ports;
 };
 
-// What changed, and what Apply would save as well because the file held another value from the start.
-std::vector<Change> changesSince(const Start& start, const Context& context, Session& session,
-                                 const ChangeRequest& request) {
-  const auto& before = start.values;
+// What Apply would save: what was changed, and what the file held another value of from the start. What only
+// the controls show is no change, such as a box for a port of its own while the port is the standard one.
+std::vector<SettingChange> changesSince(const Start& start, const Context& context, Session& session,
+                                        const ChangeRequest& request, std::vector<std::string>& notes) {
+  std::vector<SettingChange> changes;
   const auto after = snapshot(context, session);
-  std::vector<Change> changes;
   for (std::size_t i = 0; i < after.size(); ++i) {
-    const std::string& name = after[i].name;
-    Change change{name,           before[i].text, after[i].text,
-                  before[i].json, after[i].json,  reasonFor(name, request)};
+    const Shown& now = after[i];
+    const Shown& before = start.values[i];
+    SettingChange change{now.name,     now.label,   now.page,
+                         now.outlet,   before.text, now.text,
+                         before.value, now.value,   reasonFor(now.name, request)};
     const bool changed = change.from != change.to;
-    if (!changed && std::ranges::count(start.pending, name) == 0) continue;
+    if (changed && !now.isPending && change.because.empty()) {
+      notes.push_back(now.name + " stays " + change.from + "; that alone changes nothing that is saved.");
+    }
+    if (!now.isPending || (!changed && !before.isPending)) continue;
     if (!changed) change.because = "the file holds another value";
     changes.push_back(std::move(change));
   }
@@ -85,61 +106,70 @@ std::vector<std::string> changedGroups(const NVKServerPrefs& pane) {
   return names;
 }
 
-bool isWanted(const Outcome& outcome, const ChangeRequest& request) {
-  return std::ranges::any_of(outcome.changes, [&](const Change& change) {
+bool isWanted(const ChangeReport& report, const ChangeRequest& request) {
+  return std::ranges::any_of(report.changes, [&](const SettingChange& change) {
     return change.from != change.to || std::ranges::count(request.requested, change.name) > 0;
   });
 }
 
-Error unanswered(const Question& question) {
-  std::string sentence = "the question \"" + question.title + "\" needs an answer: use";
-  for (std::size_t i = 0; i < question.buttons.size(); ++i) {
-    sentence += (i > 0 ? " or" : "");
-    sentence += " --answer " + std::string(answerWord(NSAlertDefaultReturn - static_cast<int>(i))) +
-                " for \"" + question.buttons[i] + "\"";
-  }
-  return {kExitUsage, sentence + ". Nothing was changed."};
+ChangeError unanswered(const Question& question) {
+  const std::string ways = waysToAnswer(question);
+  return failure(FailureCode::usage, "the question \"" + question.title + "\" needs an answer" +
+                                         (ways.empty() ? "" : ": use " + ways) + ". Nothing was changed.");
 }
 
 // A port that the command does not change is not checked.
-Error checkPorts(const Context& context, Session& session, const Start& start, Outcome& outcome) {
+ChangeError checkPorts(const Context& context, Session& session, const Start& start, ChangeReport& report) {
   const NVKServerPrefs& pane = session.pane();
   const auto ports = pendingPorts(pane);
   const auto fields = portFields(pane);
   for (std::size_t i = 0; i < fields.size(); ++i) {
     if (ports[i] == start.ports[i]) continue;
     const auto finding = checkPort(pane, context.interface, *fields[i], context.services.portInUse);
-    if (finding && finding->blocks) return {kExitData, finding->sentence};
-    if (finding) outcome.warnings.push_back(finding->sentence);
+    if (finding && finding->blocks) {
+      return failure(FailureCode::wrongValue, finding->sentence,
+                     session.settingOf(fields[i]->name())->name());
+    }
+    if (finding) report.warnings.push_back(finding->sentence);
   }
   return {};
+}
+
+std::vector<CommandOutcome> commandsOf(const Effects& effects) {
+  std::vector<CommandOutcome> commands;
+  for (const Launch& launch : effects.launches) {
+    if (!launch.reports) commands.push_back({launch, {}});
+  }
+  return commands;
 }
 
 // The edits and, where they change something, Apply.
 Outcome editAndApply(const Context& context, Session& session, const Questions& questions,
                      const ChangeRequest& request) {
   Outcome outcome;
+  ChangeReport& report = outcome.report;
   NVKServerPrefs& pane = session.pane();
   if (request.requiresUnlock && !session.unlock()) {
-    outcome.error = {kExitNoPermission, "this needs administrator rights, which were not granted."};
+    report.error =
+        failure(FailureCode::notAllowed, "this needs administrator rights, which were not granted.");
     return outcome;
   }
-  const Start start{snapshot(context, session), pendingSettings(session), pendingPorts(pane)};
-  outcome.error = request.edit(session, outcome.notes);
-  if (!outcome.error && questions.unanswered() != nullptr) {
-    outcome.error = unanswered(*questions.unanswered());
-  }
-  if (!outcome.error) outcome.error = checkPorts(context, session, start, outcome);
-  if (outcome.error) return outcome;
-  outcome.changes = changesSince(start, context, session, request);
-  if (isWanted(outcome, request) && pane.ib_button_Apply.isEnabled()) {
-    outcome.saved = changedGroups(pane);
+  const Start start{snapshot(context, session), pendingPorts(pane)};
+  report.error = request.edit(session, outcome.notes);
+  outcome.questions = questions.asked();
+  if (!report.error && questions.unanswered() != nullptr) report.error = unanswered(*questions.unanswered());
+  if (!report.error) report.error = checkPorts(context, session, start, report);
+  if (report.error) return outcome;
+  report.changes = changesSince(start, context, session, request, outcome.notes);
+  if (isWanted(report, request) && pane.ib_button_Apply.isEnabled()) {
+    report.saved = changedGroups(pane);
     session.click(pane.ib_button_Apply);
-    outcome.applied = true;
+    report.applied = true;
   }
   outcome.pending = pendingSettings(session);
   outcome.questions = questions.asked();
-  outcome.effects = session.effects();
+  report.effects = session.effects();
+  report.commands = commandsOf(report.effects);
   return outcome;
 }
 
@@ -149,10 +179,11 @@ Outcome preview(const Context& context, const ChangeRequest& request, RecordingM
   Progress progress(nullptr);
   Session session(context, questions, progress, mode);
   Outcome outcome = editAndApply(context, session, questions, request);
-  outcome.previewed = true;
-  if (!outcome.error && questions.unanswered() != nullptr) {
-    outcome.error = unanswered(*questions.unanswered());
-    outcome.applied = false;
+  outcome.wouldApply = outcome.report.applied;
+  outcome.report.applied = false;
+  if (!outcome.report.error && questions.unanswered() != nullptr) {
+    outcome.report.error = unanswered(*questions.unanswered());
+    outcome.wouldApply = false;
   }
   return outcome;
 }
@@ -161,7 +192,7 @@ Outcome preview(const Context& context, const ChangeRequest& request, RecordingM
 ChangeRequest recording(const ChangeRequest& request, std::optional<Expected>& expected) {
   ChangeRequest recorded = request;
   recorded.edit = [&request, &expected](Session& session, std::vector<std::string>& notes) {
-    Error error = request.edit(session, notes);
+    ChangeError error = request.edit(session, notes);
     expected = expectedOf(session);
     return error;
   };
@@ -169,14 +200,15 @@ ChangeRequest recording(const ChangeRequest& request, std::optional<Expected>& e
 }
 
 // What the computer did not do although the files now hold what was to be saved.
-Error failedStep(const Effects& effects) {
+ChangeError failedStep(const Effects& effects) {
   if (!effects.unwritten.empty()) {
-    return {kExitCannotCreate, "the file " + effects.unwritten.front().path + " could not be written."};
+    return failure(FailureCode::notWritten,
+                   "the file " + effects.unwritten.front().path + " could not be written.");
   }
   const auto refused = std::ranges::find_if(
       effects.launches, [](const Launch& launch) { return launch.refused && !launch.reports; });
   if (refused == effects.launches.end()) return {};
-  return {kExitNoPermission, refused->tool + " could not be run."};
+  return failure(FailureCode::notAllowed, refused->tool + " could not be run.");
 }
 
 Outcome apply(const Context& context, const ChangeRequest& request) {
@@ -188,17 +220,17 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
     Session session(context, questions, progress, RecordingMode::real);
     outcome = editAndApply(context, session, questions, recording(request, expected));
   }
-  if (!outcome.applied) return outcome;
+  ChangeReport& report = outcome.report;
+  if (!report.applied) return outcome;
   if (!context.services.waitForTools(kToolLimit)) {
-    outcome.warnings.emplace_back("some of the tools that were launched are still running.");
-    return outcome;
-  }
-  const auto missing = notSaved(context, *expected, outcome);
-  if (!missing.empty()) {
-    outcome.error = {kExitCannotCreate, "not saved: " + listInWords(missing, "and") + "."};
+    report.error = failure(FailureCode::tryAgain, "some of the tools that were launched are still running.");
+  } else if (report.notSaved = notSaved(context, *expected, report); !report.notSaved.empty()) {
+    report.error =
+        failure(FailureCode::notWritten, "not saved: " + listInWords(report.notSaved, "and") + ".");
   } else {
-    outcome.error = failedStep(outcome.effects);
+    report.error = failedStep(report.effects);
   }
+  if (report.error) report.saved.clear();
   return outcome;
 }
 
@@ -207,25 +239,23 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
 std::vector<std::string> pendingSettings(Session& session) {
   std::vector<std::string> names;
   for (const PaneSetting& setting : session.settings()) {
-    const auto differs = [&](const Control* control) { return session.pane().differsFromStored(*control); };
-    if (std::ranges::any_of(setting.controls(), differs)) names.push_back(setting.name());
+    if (differsFromStored(session, setting)) names.push_back(setting.name());
   }
   return names;
 }
 
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun) {
   const bool attended = context.answers.person != nullptr;
+  const GivenAnswers& given = context.answers.given;
   if (dryRun || request.previewsWhileLocked) {
-    Answers answers{context.answers.fixed, nullptr};
-    // A person who is asked later, and a dry run, see what follows from the default answer.
-    if (!answers.fixed && (attended || dryRun)) answers.fixed = NSAlertDefaultReturn;
-    const Outcome outcome = preview(context, request, RecordingMode::pretending, answers);
-    if (dryRun || outcome.error) return report(context, outcome, dryRun);
+    // A person who is asked later, and a dry run, see what follows from the default answers.
+    const Outcome outcome =
+        preview(context, request, RecordingMode::pretending, {given, attended || dryRun, nullptr});
+    if (dryRun || outcome.report.error) return report(context, outcome, dryRun);
   }
   if (request.requiresUnlock && !attended) {
-    const Outcome outcome =
-        preview(context, request, RecordingMode::looking, {context.answers.fixed, nullptr});
-    if (outcome.error) return report(context, outcome, false);
+    const Outcome outcome = preview(context, request, RecordingMode::looking, {given, false, nullptr});
+    if (outcome.report.error) return report(context, outcome, false);
   }
   return report(context, apply(context, request), false);
 }

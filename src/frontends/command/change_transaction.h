@@ -2,11 +2,8 @@
 // is begun that cannot be finished; edit the controls; apply; check that it was saved.
 #pragma once
 
-#include <cstdint>
 #include <functional>
 #include <map>
-#include <nlohmann/json.hpp>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,7 +17,7 @@ struct ChangeRequest {
   bool requiresUnlock = true;       // the lock has to be opened first
   bool previewsWhileLocked = true;  // does not depend on what the pane reads only while the lock is open
   // Edits the controls. Notes are for the person, whether it succeeds or not.
-  std::function<Error(Session&, std::vector<std::string>& notes)> edit;
+  std::function<ChangeError(Session&, std::vector<std::string>& notes)> edit;
   std::vector<std::string> requested;          // settings that the person named
   std::map<std::string, std::string> reasons;  // why a setting is changed that the person did not name
 };
@@ -28,25 +25,12 @@ struct ChangeRequest {
 // The one group of settings that has to be known by name.
 inline constexpr const char* kOpenFilesLimit = "open files limit";
 
-// A value that a person sees, before and after.
-struct Change {
-  std::string name;  // of a setting, or the label of a field that only shows something
-  std::string from, to;
-  nlohmann::ordered_json oldValue, newValue;
-  std::string because;  // why it changed where the person did not name it
-};
-
 struct Outcome {
-  Error error;
+  ChangeReport report;
   std::vector<std::string> notes;
-  std::vector<std::string> warnings;
-  std::vector<Change> changes;
   std::vector<Question> questions;
-  bool previewed = false;  // nothing of it has happened
-  bool applied = false;
-  std::vector<std::string> saved;    // groups of settings
+  bool wouldApply = false;           // in a preview: what the report says would be saved and run
   std::vector<std::string> pending;  // settings that are still not saved
-  Effects effects;
 };
 
 // Makes the change and writes the outcome; where `dryRun`, only the outcome that it would have. Returns the

@@ -32,6 +32,8 @@ constexpr Command kCommands[] = {
      kNames, false, getSettings},
     {"set", "Change settings, save them and put them into effect",
      kAssignments, true, setSettings},
+    {"unset", "Give settings their default values, save them and put them into effect",
+     kNames, true, unsetSettings},
     {"start", "Start the server",
      kNone, false, startServer},
     {"stop", "Stop the server, which ends every connection",

@@ -1,5 +1,6 @@
-// Every command of norvikctl. They write to the context's streams and return the exit status; they throw
-// nothing. Their arguments were checked against their rows of the command table.
+// Every command of norvikctl. They write to the context's streams and end with `finish`, which gives the exit
+// status. They throw nothing but what too little memory throws. Their arguments were checked against their
+// rows of the command table.
 #pragma once
 
 #include <string>
@@ -26,6 +27,9 @@ ExitStatus getSettings(const Context& context, const CommandLine& line);
 
 // Sets NAME=VALUE... and applies.
 ExitStatus setSettings(const Context& context, const CommandLine& line);
+
+// Gives the named settings their default values and applies.
+ExitStatus unsetSettings(const Context& context, const CommandLine& line);
 
 // The server; each blocks until it is done, ten to fifty seconds of the computer's time. A server that is
 // already in the wanted state is left alone. Restarting a stopped server starts it.

@@ -5,11 +5,9 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
-#include <nlohmann/json_fwd.hpp>
-#include <string>
 #include <string_view>
 
-#include "src/frontends/command/exit_status.h"
+#include "src/frontends/command/ending.h"
 #include "src/frontends/command/questions.h"
 #include "src/frontends/shared/change/pane_setting.h"
 #include "src/frontends/shared/checks/port_check.h"
@@ -37,22 +35,12 @@ struct Context {
   std::ostream* progress;  // shows that time passes; null where nobody watches
   bool json = false;
   Answers answers;
+  std::string_view command;  // the name of the one that runs
 
-  // Writes a result as JSON, over several lines.
-  void print(const nlohmann::ordered_json& result) const;
+  // For `finish`, with which every command ends.
+  Output output() const { return {out, err, json, command}; }
   // Writes a diagnostic after the program's name, control characters escaped.
   void complain(std::string_view sentence) const;
-};
-
-// A setting's value in JSON, with its type.
-nlohmann::ordered_json jsonOf(const SettingValue& value);
-
-// A reason to stop, for the person and for the shell; none where the status is kExitOk.
-struct Error {
-  ExitStatus status = kExitOk;
-  std::string sentence;
-
-  explicit operator bool() const { return status != kExitOk; }
 };
 
 }  // namespace norvik::command

@@ -10,6 +10,7 @@
 #include "src/frontends/command/application.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/diagnostic.h"
+#include "src/frontends/command/guarded.h"
 #include "src/frontends/command/help.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
@@ -49,7 +50,7 @@ struct Installation {
   LinuxComputer computer;
   TerminalApplication application;
   TerminalWorkspace workspace{std::cout};
-  Questions noQuestions{{}, std::cerr};
+  Questions noQuestions{Answers(), std::cerr};
   Progress noProgress{nullptr};
   Platform platform = computer.platformFor({application, noQuestions, workspace, computer.notifications,
                                             noProgress, computer.runLoop, computer.posix});
@@ -62,14 +63,14 @@ struct Installation {
             portInUse};
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
-    const Answers answers{line.answer, line.answer ? nullptr : personAtTerminal()};
-    return {platform, interface, services(), std::cout, std::cerr, watchedOutput(), line.json, answers};
+    const Answers answers{line.answers, false, personAtTerminal()};
+    return {platform,        interface, services(), std::cout,         std::cerr,
+            watchedOutput(), line.json, answers,    line.command->name};
   }
 };
 
-ExitStatus fail(ExitStatus status, const std::string& sentence) {
-  writeDiagnostic(std::cerr, sentence);
-  return status;
+Output outputOf(const CommandLine& line) {
+  return {std::cout, std::cerr, line.json, line.command != nullptr ? line.command->name : ""};
 }
 
 // Why no sandbox can be worked on in this folder; empty where one can.
@@ -87,10 +88,13 @@ LinuxComputerOptions optionsFor(const CommandLine& line) {
 
 ExitStatus runOnComputer(const CommandLine& line) {
   const std::string wrong = line.root ? wrongRoot(*line.root) : "";
-  if (!wrong.empty()) return fail(kExitUsage, wrong);
+  if (!wrong.empty()) return finish(outputOf(line), failure(FailureCode::usage, wrong));
   std::string damage;
   const auto interface = shippedInterface(damage);
-  if (!interface) return fail(kExitSoftware, "the interface description is damaged: " + damage);
+  if (!interface) {
+    return finish(outputOf(line),
+                  failure(FailureCode::software, "the interface description is damaged: " + damage));
+  }
   Installation installation(optionsFor(line));
   const Context context = installation.context(*interface, line);
   if (!line.help) return line.command->run(context, line);
@@ -98,37 +102,44 @@ ExitStatus runOnComputer(const CommandLine& line) {
   return kExitOk;
 }
 
-ExitStatus run(const std::vector<std::string>& words) {
-  std::string fault;
-  const auto line = parseCommandLine(words, fault);
-  if (!line) {
-    fail(kExitUsage, fault);
-    std::cerr << "Try \"norvikctl --help\".\n";
-    return kExitUsage;
-  }
-  if (line->version) {
-    std::cout << "norvikctl " NORVIK_VERSION "\n";
-  } else if (line->help && line->command == nullptr) {
+ExitStatus showVersion(const CommandLine& line) {
+  if (!line.json) std::cout << "norvikctl " NORVIK_VERSION "\n";
+  return finish(outputOf(line), ChangeReport(), {{"version", NORVIK_VERSION}});
+}
+
+ExitStatus run(const CommandLine& line) {
+  if (line.version) return showVersion(line);
+  if (!line.help || (line.command != nullptr && listsSettings(*line.command))) return runOnComputer(line);
+  if (line.command == nullptr) {
     writeHelp(std::cout);
-  } else if (line->help && !listsSettings(*line->command)) {
-    writeHelp(std::cout, *line->command, {});
   } else {
-    return runOnComputer(*line);
+    writeHelp(std::cout, *line.command, {});
   }
   return kExitOk;
+}
+
+ExitStatus refuse(const CommandLine& line, const std::string& fault) {
+  ChangeError error = failure(FailureCode::usage, fault);
+  error.advice = "Try \"norvikctl --help\".";
+  return finish(outputOf(line), error);
 }
 
 // A command that failed keeps its own status.
 ExitStatus checkOutput(ExitStatus status) {
   if (flushOutput() || status != kExitOk) return status;
-  return fail(kExitIo, "the output could not be written.");
+  writeDiagnostic(std::cerr, "the output could not be written.");
+  return kExitIo;
 }
 
 }  // namespace
 }  // namespace norvik::command
 
 int main(int argc, char** argv) {
-  namespace command = norvik::command;
-  command::fillClosedStreams();
-  return command::checkOutput(command::run({argv + std::min(argc, 1), argv + argc}));
+  using namespace norvik::command;
+  fillClosedStreams();
+  std::string fault;
+  const CommandLine line = parseCommandLine({argv + std::min(argc, 1), argv + argc}, fault);
+  const ExitStatus status =
+      guarded(outputOf(line), [&] { return fault.empty() ? run(line) : refuse(line, fault); });
+  return checkOutput(status);
 }

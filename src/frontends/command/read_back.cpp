@@ -9,8 +9,8 @@ namespace norvik::command {
 
 namespace {
 
-bool wasChanged(const Outcome& outcome, const std::string& name) {
-  return std::ranges::any_of(outcome.changes, [&](const Change& change) { return change.name == name; });
+bool wasChanged(const ChangeReport& report, const std::string& name) {
+  return std::ranges::count(report.changes, name, &SettingChange::name) > 0;
 }
 
 bool limitWasSaved(const NVKServerLimit& limit, const Expected& expected) {
@@ -27,8 +27,9 @@ Expected expectedOf(Session& session) {
   return expected;
 }
 
-std::vector<std::string> notSaved(const Context& context, const Expected& expected, const Outcome& outcome) {
-  Questions questions({NSAlertDefaultReturn, nullptr}, context.err);
+std::vector<std::string> notSaved(const Context& context, const Expected& expected,
+                                  const ChangeReport& report) {
+  Questions questions({{}, true, nullptr}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::pretending);
   session.unlock();
@@ -36,8 +37,8 @@ std::vector<std::string> notSaved(const Context& context, const Expected& expect
     if (PaneSetting* setting = session.find(name)) setting->put(value);
   }
   auto missing = pendingSettings(session);
-  std::erase_if(missing, [&](const std::string& name) { return !wasChanged(outcome, name); });
-  const bool limitCounts = std::ranges::count(outcome.saved, kOpenFilesLimit) > 0;
+  std::erase_if(missing, [&](const std::string& name) { return !wasChanged(report, name); });
+  const bool limitCounts = std::ranges::count(report.saved, kOpenFilesLimit) > 0;
   if (limitCounts && !limitWasSaved(session.pane().m_admin_maxFiles.launchd, expected)) {
     missing.push_back("the " + std::string(kOpenFilesLimit));
   }

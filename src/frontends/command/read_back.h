@@ -18,8 +18,9 @@ struct Expected {
 };
 Expected expectedOf(Session& session);
 
-// What the outcome reports as changed and the files do not hold: names of settings, and the open files limit.
+// What the report calls changed and the files do not hold: names of settings, and the open files limit.
 // To be called when the tools have ended and no session is open. Changes nothing.
-std::vector<std::string> notSaved(const Context& context, const Expected& expected, const Outcome& outcome);
+std::vector<std::string> notSaved(const Context& context, const Expected& expected,
+                                  const ChangeReport& report);
 
 }  // namespace norvik::command

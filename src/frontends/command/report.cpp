@@ -4,7 +4,6 @@
 #include <ostream>
 
 #include "src/frontends/command/table.h"
-#include "src/frontends/shared/checks/value_check.h"
 
 namespace norvik::command {
 
@@ -16,17 +15,13 @@ std::string inParentheses(const std::string& text) {
   return text.empty() ? "" : "(" + text + ")";
 }
 
-void writeChanges(std::ostream& out, const std::vector<Change>& changes) {
+void writeChanges(std::ostream& out, const std::vector<SettingChange>& changes) {
   std::vector<TableRow> rows;
-  for (const Change& change : changes) {
+  for (const SettingChange& change : changes) {
     const std::string step = change.from == change.to ? change.to : change.from + " -> " + change.to;
     rows.push_back({change.name, step, inParentheses(change.because)});
   }
   writeTable(out, rows);
-}
-
-std::string answered(const Question& question) {
-  return question.title + ": " + (question.answer ? buttonOf(question, *question.answer) : "not answered");
 }
 
 // A line for each word of the list, with the heading in front of the first.
@@ -35,15 +30,15 @@ void appendList(std::vector<TableRow>& rows, const std::string& heading,
   for (const std::string& word : list) rows.push_back({&word == &list.front() ? heading : "", word});
 }
 
-std::vector<std::string> commandLines(const Effects& effects) {
+std::vector<std::string> commandLines(const std::vector<CommandOutcome>& commands) {
   std::vector<std::string> lines;
-  for (const Launch& launch : effects.launches) {
-    if (!launch.reports) lines.push_back(commandLine(launch) + (launch.refused ? "  (refused)" : ""));
+  for (const CommandOutcome& command : commands) {
+    lines.push_back(commandLine(command.launch) + (command.launch.refused ? "  (refused)" : ""));
   }
   return lines;
 }
 
-std::vector<std::string> notified(const Effects& effects) {
+std::vector<std::string> told(const Effects& effects) {
   std::vector<std::string> lines;
   for (const int32_t pid : effects.signalled) lines.push_back("the agent, process " + std::to_string(pid));
   for (const std::string& name : effects.posted) lines.push_back("the menu agent, with " + name);
@@ -51,11 +46,12 @@ std::vector<std::string> notified(const Effects& effects) {
 }
 
 void writeText(const Context& context, const Outcome& outcome, bool dryRun) {
+  const ChangeReport& report = outcome.report;
   std::ostream& out = context.out;
   if (dryRun) out << "A dry run: nothing is changed.\n\n";
-  writeChanges(out, outcome.changes);
+  writeChanges(out, report.changes);
   for (const std::string& note : outcome.notes) out << note << '\n';
-  if (!outcome.applied) {
+  if (!report.applied && !outcome.wouldApply) {
     out << (dryRun ? "There would be nothing to save.\n" : "There was nothing to save.\n");
     return;
   }
@@ -63,81 +59,56 @@ void writeText(const Context& context, const Outcome& outcome, bool dryRun) {
   for (const Question& question : outcome.questions) questions.push_back(answered(question));
   std::vector<TableRow> rows;
   appendList(rows, dryRun ? "Would ask" : "Asked", questions);
-  if (!outcome.error) appendList(rows, dryRun ? "Would save" : "Saved", outcome.saved);
-  appendList(rows, dryRun ? "Would run" : "Ran", commandLines(outcome.effects));
-  appendList(rows, dryRun ? "Would notify" : "Notified", notified(outcome.effects));
+  appendList(rows, dryRun ? "Would save" : "Saved", report.saved);
+  appendList(rows, dryRun ? "Would run" : "Ran", commandLines(report.commands));
+  appendList(rows, dryRun ? "Would notify" : "Notified", told(report.effects));
   if (!dryRun && !outcome.pending.empty()) appendList(rows, "Still pending", outcome.pending);
   out << '\n';
   writeTable(out, rows);
 }
 
-Json questionsJson(const std::vector<Question>& questions) {
+Json wordsOf(const std::vector<CommandOutcome>& commands) {
   Json list = Json::array();
-  for (const Question& question : questions) {
-    list.push_back(
-        {{"title", question.title},
-         {"buttons", question.buttons},
-         {"answer", question.answer ? Json(buttonOf(question, *question.answer)) : Json(nullptr)}});
+  for (const CommandOutcome& command : commands) {
+    Json words{command.launch.tool};
+    for (const std::string& argument : command.launch.arguments) words.push_back(argument);
+    list.push_back(std::move(words));
   }
   return list;
 }
 
-Json outcomeJson(const Outcome& outcome, bool dryRun) {
-  Json changes = Json::array();
-  for (const Change& change : outcome.changes) {
-    Json entry{{"name", change.name}, {"from", change.oldValue}, {"to", change.newValue}};
-    if (!change.because.empty()) entry["because"] = change.because;
-    changes.push_back(std::move(entry));
-  }
+Json previewJson(const ChangeReport& report) {
+  return {{"groups", report.saved}, {"commands", wordsOf(report.commands)}, {"told", told(report.effects)}};
+}
+
+// Of a dry run, everything that did not happen is in its preview.
+Json fieldsOf(const Outcome& outcome, bool dryRun) {
+  const ChangeReport& report = outcome.report;
+  const std::vector<std::string> none;
   return {{"dryRun", dryRun},
-          {"changes", std::move(changes)},
+          {"preview", dryRun && !report.error ? previewJson(report) : Json(nullptr)},
           {"notes", outcome.notes},
           {"questions", questionsJson(outcome.questions)},
-          {"saved", outcome.error ? std::vector<std::string>() : outcome.saved},
-          {"commands", commandsJson(outcome.effects)},
-          {"signalled", outcome.effects.signalled},
-          {"notifications", outcome.effects.posted},
-          {"pending", outcome.pending}};
+          {"saved", dryRun ? none : report.saved},
+          {"notSaved", report.notSaved},
+          {"told", dryRun ? none : told(report.effects)},
+          {"pending", dryRun ? none : outcome.pending},
+          {"log", dryRun ? none : report.effects.logged}};
 }
 
 }  // namespace
 
-std::string commandLine(const Launch& launch) {
-  std::string line = launch.tool;
-  for (const std::string& word : launch.arguments) {
-    const bool bare = !word.empty() && word.find(' ') == std::string::npos;
-    line += bare ? " " + word : " \"" + word + "\"";
-  }
-  return line;
-}
-
-nlohmann::ordered_json commandsJson(const Effects& effects) {
-  Json list = Json::array();
-  for (const Launch& launch : effects.launches) {
-    if (launch.reports || launch.refused) continue;
-    std::vector<std::string> words{launch.tool};
-    words.insert(words.end(), launch.arguments.begin(), launch.arguments.end());
-    list.push_back(words);
-  }
-  return list;
-}
-
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
-  // A change that was stopped before Apply has nothing to show but the reason.
-  if (!outcome.error || outcome.applied) {
-    if (context.json) {
-      context.print(outcomeJson(outcome, dryRun));
-    } else {
-      writeText(context, outcome, dryRun);
-    }
+  ChangeReport done = outcome.report;
+  const bool happened = done.applied || dryRun;
+  if (!context.json && (!done.error || happened)) writeText(context, outcome, dryRun);
+  const Json fields = fieldsOf(outcome, dryRun);
+  // What a preview records and logs comes from withholding the effects.
+  if (!done.applied) done.commands.clear();
+  if (done.applied) {
+    for (const std::string& line : done.effects.logged) context.complain(line);
   }
-  // What a preview logs comes from withholding the effects.
-  if (!outcome.previewed) {
-    for (const std::string& line : outcome.effects.logged) context.complain(line);
-  }
-  for (const std::string& warning : outcome.warnings) context.complain("warning: " + warning);
-  if (outcome.error) context.complain(outcome.error.sentence);
-  return outcome.error.status;
+  return finish(context.output(), done, fields);
 }
 
 }  // namespace norvik::command

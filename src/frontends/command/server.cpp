@@ -33,22 +33,19 @@ const char* noteBefore(ServerOrder order, int32_t pid) {
   return nullptr;
 }
 
-Error resultOf(ServerOrder order, int32_t before, int32_t after) {
+ChangeError resultOf(ServerOrder order, int32_t before, int32_t after) {
   if (order == ServerOrder::stop) {
-    return runs(after) ? Error{kExitUnavailable, "the server did not stop."} : Error();
+    return runs(after) ? failure(FailureCode::server, "the server did not stop.") : ChangeError();
   }
-  if (!runs(after)) return {kExitUnavailable, "the server did not start."};
+  if (!runs(after)) return failure(FailureCode::server, "the server did not start.");
   if (order == ServerOrder::restart && after == before) {
-    return {kExitUnavailable, "the server did not stop, so it was not started again."};
+    return failure(FailureCode::server, "the server did not stop, so it was not started again.");
   }
   return {};
 }
 
 void writeState(const Context& context, NVKServerPrefs& pane) {
-  if (context.json) {
-    context.print(statusJson(pane));
-    return;
-  }
+  if (context.json) return;
   std::vector<TableRow> rows;
   for (const StatusLine& line : statusLines(context, pane)) {
     if (line.key != "lock") rows.push_back({line.label, line.text});
@@ -61,7 +58,7 @@ void complainOfLog(const Context& context, const Effects& effects) {
 }
 
 // Restart is enabled only while the server runs; for a stopped one Start does the same.
-Error pressButton(const Context& context, Session& session, Progress& progress, ServerOrder order) {
+ChangeError pressButton(const Context& context, Session& session, Progress& progress, ServerOrder order) {
   NVKServerPrefs& pane = session.pane();
   const int32_t before = pane.m_serverPid;
   const bool restarts = order == ServerOrder::restart && runs(before);
@@ -79,16 +76,20 @@ ExitStatus orderServer(const Context& context, ServerOrder order) {
   const int32_t pid = session.pane().m_serverPid;
   const bool fulfilled = isFulfilled(order, pid);
   if (!fulfilled && !session.unlock()) {
-    context.complain("this needs administrator rights, which were not granted.");
-    return kExitNoPermission;
+    return finish(context.output(), failure(FailureCode::notAllowed,
+                                            "this needs administrator rights, which were not granted."));
   }
   const char* note = noteBefore(order, pid);
   if (note != nullptr && !context.json) context.out << note << std::endl;
-  const Error error = fulfilled ? Error() : pressButton(context, session, progress, order);
+  ChangeReport report;
+  if (!fulfilled) report.error = pressButton(context, session, progress, order);
+  report.applied = !fulfilled;
+  for (const Launch& launch : session.effects().launches) {
+    if (!launch.reports) report.commands.push_back({launch, {}});
+  }
   writeState(context, session.pane());
   complainOfLog(context, session.effects());
-  if (error) context.complain(error.sentence);
-  return error.status;
+  return finish(context.output(), report, statusJson(session.pane()));
 }
 
 }  // namespace

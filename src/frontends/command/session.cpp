@@ -7,11 +7,12 @@
 
 namespace norvik::command {
 
-Session::Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode)
-    : recording_(context.computer, alerts, drawing, mode), pane_(context.interface) {
+Session::Session(Platform& computer, const InterfaceDescription& interface, AlertPanels& alerts,
+                 Drawing& drawing, RecordingMode mode)
+    : recording_(computer, alerts, drawing, mode), pane_(interface) {
   pane_.awakeFromNib();
   pane_.onStateTimer();
-  settings_ = paneSettings(context.interface, pane_);
+  settings_ = paneSettings(interface, pane_);
 }
 
 Session::~Session() {

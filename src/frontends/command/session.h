@@ -14,8 +14,12 @@ namespace norvik::command {
 
 class Session {
  public:
-  // Creates the pane over the context's computer and awakes it. Borrows everything.
-  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode);
+  // Creates the pane over the computer and awakes it. Borrows everything.
+  Session(Platform& computer, const InterfaceDescription& interface, AlertPanels& alerts, Drawing& drawing,
+          RecordingMode mode);
+  // The same over the context's computer.
+  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode)
+      : Session(context.computer, context.interface, alerts, drawing, mode) {}
   // Closes the lock and destroys the pane.
   ~Session();
   Session(const Session&) = delete;

@@ -93,15 +93,14 @@ ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
   if (context.json) {
     auto status = statusJson(session.pane());
     status["pending"] = pending;
-    context.print(status);
-    return kExitOk;
+    return finish(context.output(), ChangeReport(), status);
   }
   std::vector<TableRow> rows;
   for (const StatusLine& line : statusLines(context, session.pane())) rows.push_back({line.label, line.text});
   if (pending.empty()) rows.push_back({"Pending", "Nothing"});
   for (const std::string& name : pending) rows.push_back({&name == &pending.front() ? "Pending" : "", name});
   writeTable(context.out, rows);
-  return kExitOk;
+  return finish(context.output(), ChangeReport());
 }
 
 }  // namespace norvik::command

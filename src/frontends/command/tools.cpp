@@ -1,10 +1,8 @@
 // norvikctl displays and access: the two management tools.
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
-#include "src/frontends/command/report.h"
 #include "src/frontends/command/session.h"
 
 namespace norvik::command {
@@ -25,23 +23,20 @@ ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::real);
   if (!session.unlock()) {
-    context.complain("this needs administrator rights, which were not granted.");
-    return kExitNoPermission;
+    return finish(context.output(), failure(FailureCode::notAllowed,
+                                            "this needs administrator rights, which were not granted."));
   }
   session.click(session.pane().*button);
   const Launch* launch = launchOf(session.effects());
   if (launch == nullptr || launch->refused) {
     for (const std::string& line : session.effects().logged) context.complain(line);
-    context.complain("the tool could not be opened.");
-    return kExitNoPermission;
+    return finish(context.output(), failure(FailureCode::notAllowed, "the tool could not be opened."));
   }
   context.services.waitForTools(kManagerLimit);
-  if (context.json) {
-    context.print({{"commands", commandsJson(session.effects())}});
-  } else {
-    context.out << "Opened with " << commandLine(*launch) << '\n';
-  }
-  return kExitOk;
+  if (!context.json) context.out << "Opened with " << commandLine(*launch) << '\n';
+  ChangeReport report;
+  report.commands.push_back({*launch, {}});
+  return finish(context.output(), report);
 }
 
 }  // namespace

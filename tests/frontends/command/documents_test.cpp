@@ -83,10 +83,26 @@ TEST(DocumentsTest, TheManualPageHasEveryExitStatus) {
   for (auto line = section; line != lines.end() && *line != ".El"; ++line) {
     if (line->starts_with(".It ")) entries.push_back(line->substr(4));
   }
+  std::set<int> known;
+  for (const ExitStatusRow& row : exitStatuses()) known.insert(row.status);
   std::vector<std::string> expected;
-  for (const ExitStatus status : {kExitOk, kExitUsage, kExitData, kExitUnavailable, kExitSoftware,
-                                  kExitCannotCreate, kExitIo, kExitNoPermission}) {
-    expected.push_back(std::to_string(status));
+  for (const int status : known) expected.push_back(std::to_string(status));
+  EXPECT_EQ(entries, expected);
+}
+
+// Each entry as on the command line, and the answers in words: ".It Cm limits Ns = Ns Cm yes | no".
+TEST(DocumentsTest, TheManualPageHasEveryQuestionWithItsAnswers) {
+  const auto lines = manualPage();
+  auto line = std::find(lines.begin(), lines.end(), ".Sh QUESTIONS");
+  std::vector<std::string> entries, expected;
+  for (; line != lines.end() && *line != ".Sh ENVIRONMENT"; ++line) {
+    if (line->starts_with(".It ")) entries.push_back(*line);
+  }
+  for (const QuestionRow& question : questionTable()) {
+    std::string answers;
+    for (const std::string_view answer : question.answers)
+      answers += (answers.empty() ? "" : " | ") + std::string(answer);
+    expected.push_back(".It Cm " + std::string(question.name) + " Ns = Ns Cm " + answers);
   }
   EXPECT_EQ(entries, expected);
 }
@@ -110,7 +126,7 @@ class CompletionTest : public testing::Test {
 TEST_F(CompletionTest, CommandsOptionsNamesAndValues) {
   EXPECT_EQ(complete("sta"), "status start\n");
   EXPECT_EQ(complete("set nvk.p"), "nvk.port.custom= nvk.port= nvk.printing=\n");
-  EXPECT_EQ(complete("set nvk.enabled = ''"), "on off\n");
+  EXPECT_EQ(complete("set nvk.enabled = ''"), "on off default\n");
   EXPECT_EQ(complete("set notify.repeat = 1"), "15-minutes 1-hour 1-day\n");
   EXPECT_EQ(complete("set connect.action = h"), "hidden\n");
   EXPECT_EQ(complete("limits ''"), "adjust reset\n");
@@ -118,7 +134,12 @@ TEST_F(CompletionTest, CommandsOptionsNamesAndValues) {
   EXPECT_EQ(complete("completion ''"), "bash\n");
   EXPECT_EQ(complete("get nvk.s"), "nvk.sound\n");
   EXPECT_EQ(complete("watch ''"), "\n");
-  EXPECT_EQ(complete("--answer a"), "alternate\n");
+  EXPECT_EQ(complete("unset nvk.s"), "nvk.sound\n");
+  EXPECT_EQ(complete("--answer r"), "reset-limits= restart=\n");
+  EXPECT_EQ(complete("--answer restart ="), "later now\n");
+  EXPECT_EQ(complete("--answer restart = n"), "now\n");
+  // The value of an option is no command.
+  EXPECT_EQ(complete("--answer limits = no set nvk.s"), "nvk.sound=\n");
   EXPECT_EQ(complete("--root " + box.folder().string() + "/var/r"), box.folder().string() + "/var/run\n");
   EXPECT_EQ(complete("status --j"), "--json\n");
 }

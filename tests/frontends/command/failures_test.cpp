@@ -43,7 +43,8 @@ TEST_F(FailuresTest, AToolThatCannotBeLaunchedAfterTheFileWasMoved) {
 
 // What a preview logs comes from withholding the effects, and is nothing for a person.
 TEST_F(FailuresTest, APreviewThatEndsTheCommandShowsOnlyTheReason) {
-  ASSERT_EQ(box.run({"--answer", "default", "set", "system.compositing.disable=on"}).status, 0);
+  ASSERT_EQ(
+      box.run({"--answer", "graphics=yes", "--no-reboot", "set", "system.compositing.disable=on"}).status, 0);
   box.write("/.norvik/kernel", "");
   const Result result = box.run({"set", "system.compositing.disable=off"});
   EXPECT_EQ(result.status, 64);
@@ -68,7 +69,7 @@ TEST_F(FailuresTest, AToolThatFailsUnseen) {
   EXPECT_EQ(result.err, "norvikctl: not saved: nvk.sound.\n");
   EXPECT_EQ(box.run({"get", "nvk.sound", "user.mouse.swap"}).out, "on\non\n");
 
-  const Result limit = box.run({"limits", "adjust", "--answer", "default"});
+  const Result limit = box.run({"limits", "adjust", "--no-reboot"});
   EXPECT_EQ(limit.status, 73);
   EXPECT_EQ(limit.err, "norvikctl: not saved: the open files limit.\n");
 }

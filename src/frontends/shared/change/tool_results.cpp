@@ -42,10 +42,7 @@ std::string howItEnded(const ToolOutcome& outcome) {
 
 ChangeError failed(const CommandOutcome& command) {
   const ToolKind& kind = kindOf(command.launch.tool);
-  std::string sentence =
-      std::string(kind.what) + ": " + commandLine(command.launch) + howItEnded(command.outcome);
-  sentence += command.outcome.words.empty() ? "." : ": " + command.outcome.words;
-  return {kind.code, sentence, "", "", ""};
+  return {kind.code, std::string(kind.what) + ": " + failureInWords(command), "", "", ""};
 }
 
 }  // namespace
@@ -57,6 +54,11 @@ std::string commandLine(const Launch& launch) {
     line += bare ? " " + word : " \"" + word + "\"";
   }
   return line;
+}
+
+std::string failureInWords(const CommandOutcome& command) {
+  const std::string& words = command.outcome.words;
+  return commandLine(command.launch) + howItEnded(command.outcome) + (words.empty() ? "." : ": " + words);
 }
 
 std::vector<CommandOutcome> outcomesOf(const Effects& effects, const std::vector<ToolOutcome>& tools) {
