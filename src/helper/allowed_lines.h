@@ -29,7 +29,7 @@ enum class Work {
 struct AllowedRow {
   const ToolCommand& command;
   Work work;
-  const char* action;          // what polkit is asked for
+  const char* action;          // what polkit is asked for; all are implied by "unlock"
   const char* temporaryName;   // the name in the temporary path, where that is the row's free place
   const char* const* choices;  // the two texts that may be in the free place otherwise; null for none
 };
@@ -49,8 +49,5 @@ std::optional<AllowedLine> allowedLine(std::string_view tool, const Words& argum
 // Whether the path is the temporary path of that name, for some process id: decimal digits as the system
 // writes them, without a sign and without zeros in front.
 bool isTemporaryPath(std::string_view path, std::string_view name);
-
-// What polkit is asked for. One of them, "unlock", implies all others.
-inline constexpr const char* kUnlockAction = "com.veltrane.norvik.unlock";
 
 }  // namespace norvik::helper

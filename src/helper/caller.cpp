@@ -7,14 +7,11 @@
 #include <string>
 #include <utility>
 
+#include "src/adapters/linux/helper_interface.h"
+
 namespace norvik::helper {
 
 namespace {
-
-constexpr const char* kPolkit = "org.freedesktop.PolicyKit1";
-constexpr const char* kAuthorityPath = "/org/freedesktop/PolicyKit1/Authority";
-constexpr const char* kAuthority = "org.freedesktop.PolicyKit1.Authority";
-constexpr uint32_t kAllowUserInteraction = 1;
 
 constexpr std::chrono::microseconds kLongestCheck = std::chrono::seconds(25);
 constexpr std::chrono::microseconds kLongestInteraction = std::chrono::minutes(5);
@@ -23,7 +20,7 @@ using Message = std::unique_ptr<sd_bus_message, decltype(&sd_bus_message_unref)>
 
 Message messageToPolkit(sd_bus* bus, const char* member) {
   sd_bus_message* made = nullptr;
-  sd_bus_message_new_method_call(bus, &made, kPolkit, kAuthorityPath, kAuthority, member);
+  sd_bus_message_new_method_call(bus, &made, kPolkitName, kPolkitPath, kPolkitInterface, member);
   return {made, &sd_bus_message_unref};
 }
 
@@ -70,7 +67,7 @@ std::unique_ptr<Question> Question::ask(sd_bus* bus, const Caller& caller, const
 bool Question::send(const Caller& caller, const char* action, bool mayAsk) {
   const Message message = messageToPolkit(bus_, "CheckAuthorization");
   if (!message) return false;
-  const uint32_t flags = mayAsk ? kAllowUserInteraction : 0;
+  const uint32_t flags = mayAsk ? kPolkitMayAsk : 0;
   const auto limit = static_cast<uint64_t>((mayAsk ? kLongestInteraction : kLongestCheck).count());
   return sd_bus_message_append(message.get(), "(sa{sv})sa{ss}us", "system-bus-name", 1, "name", "s",
                                caller.busName.c_str(), action, 0, flags, cancellation_.c_str()) >= 0 &&

@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "src/helper/interface.h"
+#include "src/adapters/linux/helper_interface.h"
 #include "src/helper/journal.h"
 
 namespace norvik::helper {
@@ -43,7 +43,7 @@ void CallerQueue::askAboutNext() {
     question_ = Question::ask(around_.bus, caller_, next.line.row->action, mayAsk,
                               [this](Answer answer) { onAnswer(answer); });
     if (question_) return;
-    refuse(next.call.get(), who_, lineText(next.line), kNoAuthority, "polkit cannot be asked");
+    refuse(next.call.get(), who_, lineText(next.line), kHelperNoAuthority, "polkit cannot be asked");
     asked_.pop_front();
   }
 }
@@ -55,9 +55,9 @@ void CallerQueue::onAnswer(Answer answer) {
   asked_.pop_front();
   sd_bus_message* const call = asked.call.get();
   if (answer == Answer::noAuthority) {
-    refuse(call, who_, lineText(asked.line), kNoAuthority, "polkit does not answer");
+    refuse(call, who_, lineText(asked.line), kHelperNoAuthority, "polkit does not answer");
   } else if (answer == Answer::refused || !callerOf(call)) {
-    refuse(call, who_, lineText(asked.line), kNotAuthorized, "not authorized");
+    refuse(call, who_, lineText(asked.line), kHelperNotAuthorized, "not authorized");
   } else {
     grant(std::move(asked));
   }
@@ -72,43 +72,55 @@ void CallerQueue::grant(Asked asked) {
   const int sent = asked.wantsOutput
                        ? sd_bus_reply_method_return(asked.call.get(), "uh", number, pipe.reading.number())
                        : sd_bus_reply_method_return(asked.call.get(), "u", number);
-  if (sent < 0) return refuse(asked.call.get(), who_, lineText(asked.line), kTooMany, "no reply can be sent");
-  granted_.push_back({number, std::move(asked.line), std::move(pipe.writing)});
+  if (sent < 0)
+    return refuse(asked.call.get(), who_, lineText(asked.line), kHelperTooMany, "no reply can be sent");
+  Granted granted{number, std::move(asked.line), std::move(pipe.writing)};
+  if (asked.wantsOutput) return carryOutInside(std::move(granted));
+  granted_.push_back(std::move(granted));
   if (granted_.size() == 1) carryOutNext();
 }
 
+// Tools run by themselves and tell their end later; everything else is done when this returns.
 void CallerQueue::carryOutNext() {
   while (!granted_.empty()) {
-    const Granted& next = granted_.front();
-    if (next.line.row->work == Work::startTool) {
-      Words words{next.line.row->command.tool};
-      words.insert(words.end(), next.line.arguments.begin(), next.line.arguments.end());
-      tool_ = RunningTool::start(around_.event, around_.computer.root + words[0], words, next.output,
-                                 [this](const ToolEnding& ending) { onToolEnd(ending); });
-      if (tool_) return;
-      tellEnd({.killed = false, .status = 1, .words = "no process can be made"});
-    } else {
-      const StepOutcome outcome = carryOut(around_.computer, next.line, caller_.user);
-      if (next.output) writeAll(next.output, outcome.output);
-      tellEnd({.killed = false, .status = outcome.status, .words = outcome.words});
-    }
+    if (granted_.front().line.row->work == Work::startTool && startFirst()) return;
+    Granted next = std::move(granted_.front());
+    granted_.pop_front();
+    carryOutInside(std::move(next));
   }
 }
 
+bool CallerQueue::startFirst() {
+  const Granted& first = granted_.front();
+  Words words{first.line.row->command.tool};
+  words.insert(words.end(), first.line.arguments.begin(), first.line.arguments.end());
+  tool_ = RunningTool::start(around_.event, around_.computer.root + words[0], words,
+                             [this](const ToolEnding& ending) { onToolEnd(ending); });
+  return tool_ != nullptr;
+}
+
 void CallerQueue::onToolEnd(const ToolEnding& ending) {
-  tellEnd(ending);
+  const Granted ended = std::move(granted_.front());
+  granted_.pop_front();
   tool_.reset();
+  tellEnd(ended, ending);
   carryOutNext();
   if (size() == 0) around_.onEmpty();
 }
 
+// A tool that could not be started is told to have failed.
+void CallerQueue::carryOutInside(Granted granted) {
+  const StepOutcome outcome = carryOut(around_.computer, granted.line, caller_.user);
+  if (granted.output) writeAll(granted.output, outcome.output);
+  granted.output.reset();  // the reader finds its end
+  tellEnd(granted, {.killed = false, .status = outcome.status, .words = outcome.words});
+}
+
 // The words go as bytes, because a tool may write what is no UTF-8.
-void CallerQueue::tellEnd(const ToolEnding& ending) {
-  const Granted ended = std::move(granted_.front());
-  granted_.pop_front();
+void CallerQueue::tellEnd(const Granted& ended, const ToolEnding& ending) {
   writeJournal(who_, lineText(ended.line), resultOf(ending));
   sd_bus_message* made = nullptr;
-  if (sd_bus_message_new_signal(around_.bus, &made, kObjectPath, kInterface, "Ended") < 0) return;
+  if (sd_bus_message_new_signal(around_.bus, &made, kHelperPath, kHelperInterface, "Ended") < 0) return;
   const std::unique_ptr<sd_bus_message, decltype(&sd_bus_message_unref)> message(made, &sd_bus_message_unref);
   const int killed = ending.killed ? 1 : 0;
   const bool isFilled = sd_bus_message_set_destination(made, caller_.busName.c_str()) >= 0 &&

@@ -55,16 +55,18 @@ class CallerQueue {
   void onAnswer(Answer answer);
   void grant(Asked asked);
   void carryOutNext();
+  bool startFirst();
   void onToolEnd(const ToolEnding& ending);
-  void tellEnd(const ToolEnding& ending);
+  void carryOutInside(Granted granted);
+  void tellEnd(const Granted& ended, const ToolEnding& ending);
 
   const Surroundings& around_;
   Caller caller_;
   std::string who_;
   std::deque<Asked> asked_;
   std::unique_ptr<Question> question_;  // about the first of them
-  std::deque<Granted> granted_;
-  std::unique_ptr<RunningTool> tool_;  // of the first of them
+  std::deque<Granted> granted_;         // without those that only report
+  std::unique_ptr<RunningTool> tool_;   // of the first of them
 };
 
 }  // namespace norvik::helper

@@ -18,6 +18,7 @@
 #include <optional>
 #include <string>
 
+#include "src/adapters/linux/helper_interface.h"
 #include "src/helper/journal.h"
 #include "src/helper/service.h"
 #include "src/helper/tool_start.h"
@@ -108,7 +109,7 @@ int carryOutDirectly(const Words& words) {
 }
 
 int run(const Words& words) {
-  if (!words.empty() && words != Words{"--help"} && (words[0] != "--line" || words.size() < 2))
+  if (!words.empty() && words != Words{"--help"} && (words[0] != kHelperLineOption || words.size() < 2))
     return say(kUsageText, kUsage);
   if (words == Words{"--help"}) return std::fputs(kUsageText, stdout) < 0 ? kNotCarriedOut : 0;
   if (!isSuperUser()) return say("norvik-helper: only the super-user runs it\n", kNoRights);

@@ -21,8 +21,8 @@ RunningTool::~RunningTool() {
 }
 
 std::unique_ptr<RunningTool> RunningTool::start(sd_event* event, const std::string& program,
-                                                const Words& words, const Descriptor& output, OnEnd onEnd) {
-  std::unique_ptr<RunningTool> running(new RunningTool(startTool(program, words, output), std::move(onEnd)));
+                                                const Words& words, OnEnd onEnd) {
+  std::unique_ptr<RunningTool> running(new RunningTool(startTool(program, words), std::move(onEnd)));
   return running->watch(event) ? std::move(running) : nullptr;
 }
 

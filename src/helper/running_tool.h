@@ -28,7 +28,7 @@ class RunningTool {
   // Starts the tool as startTool does. `onEnd` is called once, from the event loop; it may destroy this. Null
   // if no process can be made. The process continues if this object goes first.
   static std::unique_ptr<RunningTool> start(sd_event* event, const std::string& program, const Words& words,
-                                            const Descriptor& output, OnEnd onEnd);
+                                            OnEnd onEnd);
   ~RunningTool();
   RunningTool(const RunningTool&) = delete;
   RunningTool& operator=(const RunningTool&) = delete;

@@ -8,7 +8,6 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -146,17 +145,9 @@ CheckedFile openOwn(const std::string& path, uid_t user) {
 std::string readAll(const CheckedFile& file) {
   const auto expected = static_cast<std::size_t>(statusOf(file).st_size);
   if (expected > kLargestFile) fail(file.path, "is too large");
-  std::string bytes;
-  bytes.reserve(expected);
-  std::array<char, 65536> block;
-  for (;;) {
-    const ssize_t count = ::read(file.file.number(), block.data(), block.size());
-    if (count == 0) return bytes;
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) failByErrno(file.path);
-    bytes.append(block.data(), static_cast<std::size_t>(count));
-    if (bytes.size() > kLargestFile) fail(file.path, "is too large");  // it grew since it was measured
-  }
+  const std::optional<std::string> bytes = readToEnd(file.file, expected, kLargestFile);
+  if (!bytes) fail(file.path, errno == EFBIG ? "is too large" : std::generic_category().message(errno));
+  return *bytes;
 }
 
 std::optional<std::string> readExisting(const std::string& path) {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <utility>
 
-#include "src/helper/interface.h"
+#include "src/adapters/linux/helper_interface.h"
 #include "src/helper/journal.h"
 
 namespace norvik::helper {
@@ -74,8 +74,8 @@ bool Service::start() {
     return false;
   // A call that has arrived comes before the end.
   sd_event_source_set_priority(timer_, SD_EVENT_PRIORITY_IDLE);
-  return sd_bus_add_object_vtable(around_.bus, nullptr, kObjectPath, kInterface, kMethods, this) >= 0 &&
-         sd_bus_request_name(around_.bus, kBusName, 0) >= 0;
+  return sd_bus_add_object_vtable(around_.bus, nullptr, kHelperPath, kHelperInterface, kMethods, this) >= 0 &&
+         sd_bus_request_name(around_.bus, kHelperName, 0) >= 0;
 }
 
 void Service::take(sd_bus_message* call, bool wantsOutput) {
@@ -87,8 +87,11 @@ void Service::take(sd_bus_message* call, bool wantsOutput) {
   const std::string who = nameOf(caller->user, caller->busName);
   const std::string text = textOf(tool, *arguments);
   std::optional<AllowedLine> line = allowedLine(tool, *arguments);
-  if (!line) return refuse(call, who, text, kNotAllowed, "not a line of the tool command table");
-  if (linesOf(caller->user) >= kMostLinesOfUser) return refuse(call, who, text, kTooMany, "too many lines");
+  if (!line) return refuse(call, who, text, kHelperNotAllowed, "not a line of the tool command table");
+  if (wantsOutput && line->row->work != Work::readKernelValue)
+    return refuse(call, who, text, kHelperNotAllowed, "this line has no output");
+  if (linesOf(caller->user) >= kMostLinesOfUser)
+    return refuse(call, who, text, kHelperTooMany, "too many lines");
   std::erase_if(queues_, [](const auto& entry) { return entry.second->size() == 0; });
   auto& queue = queues_[caller->busName];
   if (!queue) queue = std::make_unique<CallerQueue>(around_, *caller);
@@ -117,7 +120,7 @@ void Service::wake(std::chrono::microseconds after) {
 // are taken before the timer's next turn.
 void Service::finish() {
   finishing_ = true;
-  sd_bus_release_name(around_.bus, kBusName);
+  sd_bus_release_name(around_.bus, kHelperName);
   wake(std::chrono::microseconds(0));
 }
 

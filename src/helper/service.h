@@ -1,4 +1,4 @@
-// The helper's object on the bus. See interface.h for its methods.
+// The helper's object on the bus. Its methods are those of helper_interface.h.
 #pragma once
 
 #include <chrono>

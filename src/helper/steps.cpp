@@ -124,7 +124,7 @@ std::string outputOf(const Computer& computer, const AllowedLine& line, uid_t ca
     case Work::startTool:
       break;
   }
-  throw StepFailed("this line starts a tool");
+  throw StepFailed(std::string(line.row->command.tool) + ": no process can be made");
 }
 
 }  // namespace

@@ -38,28 +38,22 @@ Pipe wordsPipe() {
   return pipe;
 }
 
-// None of the given descriptors is one of the first three: those are always open here.
-void takeStreams(int output, int words) {
+// The descriptor is none of the first three: those are always open here.
+void takeStreams(int words) {
   const int nowhere = ::open("/dev/null", O_RDWR | O_CLOEXEC);
   ::dup2(nowhere, STDIN_FILENO);
-  ::dup2(output >= 0 ? output : nowhere, STDOUT_FILENO);
+  ::dup2(nowhere, STDOUT_FILENO);
   ::dup2(words, STDERR_FILENO);
 }
 
 }  // namespace
 
-Pipe makePipe() {
-  std::array<int, 2> ends{-1, -1};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return {};
-  return {.reading = Descriptor(ends[0]), .writing = Descriptor(ends[1])};
-}
-
-StartedTool startTool(const std::string& program, const Words& words, const Descriptor& output) {
+StartedTool startTool(const std::string& program, const Words& words) {
   Pipe pipe = wordsPipe();
   if (!pipe.reading || !pipe.writing) return {};
   const pid_t child = ::fork();
   if (child == 0) {
-    takeStreams(output.number(), pipe.writing.number());
+    takeStreams(pipe.writing.number());
     becomeTool(program, words);
     ::_exit(kExecFailed);
   }

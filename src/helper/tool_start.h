@@ -11,14 +11,6 @@
 
 namespace norvik::helper {
 
-struct Pipe {
-  Descriptor reading;
-  Descriptor writing;
-};
-
-// Both ends are none where there cannot be a pipe.
-Pipe makePipe();
-
 struct StartedTool {
   pid_t process = -1;  // -1 where none could be made
   Descriptor words;    // reads what the tool writes to its standard error, without waiting
@@ -28,7 +20,7 @@ struct StartedTool {
 // folder, default signals, a session of its own, an empty standard input, `output` as standard output
 // (without one what it writes is discarded), and no further descriptors. 127 is its exit status if it cannot
 // be run.
-StartedTool startTool(const std::string& program, const Words& words, const Descriptor& output);
+StartedTool startTool(const std::string& program, const Words& words);
 
 // The same surroundings for this process, which becomes the tool; returns only if that is not possible.
 void becomeTool(const std::string& program, const Words& words);
