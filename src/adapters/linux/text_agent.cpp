@@ -39,7 +39,7 @@ constexpr std::chrono::milliseconds kLongestStart = std::chrono::seconds(5);
     ::dup2(ready.number(), kNotifyDescriptor);
   }
   ::close_range(kNotifyDescriptor + 1, ~0U, 0);
-  ::execl(kAgent, kAgent, "--notify-fd", "3", "--fallback", nullptr);
+  ::execl(kAgent, kAgent, "--notify-fd", "3", nullptr);
   ::_exit(127);
 }
 
