@@ -96,8 +96,14 @@ void OwnComputerTest::startBus() {
 void OwnComputerTest::startPolkit() {
   polkit_.reset();
   ASSERT_TRUE(eventually([] { return !isOnBus("org.freedesktop.PolicyKit1"); }));
-  polkit_.emplace(Words{polkitProgram(), "--no-debug"}, ProgramOptions{}, "/tmp/polkit.log");
+  polkit_.emplace(Words{polkitProgram(), "--no-debug"},
+                  ProgramOptions{.environment = {{"LD_PRELOAD", NORVIK_SESSION_STAND_IN}}},
+                  "/tmp/polkit.log");
   ASSERT_TRUE(eventually([] { return isOnBus("org.freedesktop.PolicyKit1"); }));
+}
+
+void OwnComputerTest::openSession(const std::string& state) {
+  writeFile("/run/session", state + "\n");
 }
 
 void OwnComputerTest::setRule(const std::string& action, const std::string& result) {

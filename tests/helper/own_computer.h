@@ -47,6 +47,8 @@ class OwnComputerTest : public testing::Test {
 
   void startBus();
   void startPolkit();
+  // Gives kUser a session of that state: "active" or "inactive".
+  void openSession(const std::string& state);
 
   // Makes polkit answer this about the action, as an administrator's rule: "YES", "NO", "AUTH_ADMIN_KEEP". It
   // forgets what it kept.

@@ -273,37 +273,58 @@ TEST_F(HelperSystemTest, AFullDiskLeavesTheOldFile) {
 // Asking a person. The password is typed at a terminal, to polkit's own agent.
 
 struct PasswordTest : HelperSystemTest {
-  static constexpr const char* kKept = "AUTH_ADMIN_KEEP";
-  Words words() {
-    return callerWords(Words{"unlock", "check"} + asking("run", setConfigurationMode()) +
-                       Words{"lock", "check"} + asking("run", setConfigurationMode()));
-  }
   void SetUp() override {
     HelperSystemTest::SetUp();
     if (IsSkipped()) return;
     writeFile(kConfiguration, listWith("old"));
-    setRule("com.veltrane.norvik.unlock", kKept);  // as in a person's own session
+    openSession("active");
   }
 };
 
 TEST_F(PasswordTest, TheRightPasswordUnlocksUntilTheLockIsClosed) {
-  TerminalDialog terminal(words(), kUser);
+  TerminalDialog terminal(
+      callerWords(Words{"unlock", "check"} + asking("run", setConfigurationMode()) + Words{"lock", "check"}),
+      kUser);
   ASSERT_TRUE(terminal.shows("Authentication is required to unlock the settings of the Norvik"));
   ASSERT_TRUE(terminal.shows("Password:"));
-  terminal.type("right\n");
+  terminal.typeSecret("right");
   ASSERT_TRUE(terminal.shows("unlock: granted\n"));
   EXPECT_TRUE(terminal.shows("check: granted\n"));
   EXPECT_TRUE(terminal.shows("/bin/chmod: launched\n"));
   EXPECT_TRUE(terminal.shows("lock: done\n"));
-  EXPECT_TRUE(terminal.shows("check: refused\n"));
-  EXPECT_TRUE(terminal.shows("/bin/chmod: refused\n")) << terminal.rest();
+  EXPECT_TRUE(terminal.shows("check: refused\n")) << terminal.rest();
+}
+
+TEST_F(PasswordTest, InADesktopTheSessionsAgentIsAskedAndLockingRevokes) {
+  RunningProgram agent({builtProgram("session_agent"), "right"}, {.user = kUser}, "/tmp/agent");
+  ASSERT_TRUE(eventually([] { return contentOf("/tmp/agent") == "ready\n"; })) << contentOf("/tmp/agent");
+  EXPECT_EQ(call(Words{"check", "unlock", "check"} + asking("run", setConfigurationMode()) +
+                 Words{"lock", "check"} + asking("run", setConfigurationMode()) + Words{"unlock"} +
+                 asking("run", setConfigurationMode())),
+            "check: refused\nunlock: granted\ncheck: granted\n/bin/chmod: launched\nlock: done\n"
+            "check: refused\n/bin/chmod: refused\nunlock: granted\n/bin/chmod: launched\n");
+  // Another program of the same person gets nothing of it.
+  EXPECT_EQ(call(Words{"check"} + asking("run", setConfigurationMode())),
+            "check: refused\n/bin/chmod: refused\n");
+  const std::string asked = contentOf("/tmp/agent");
+  EXPECT_EQ(std::count(asked.begin(), asked.end(), '\n'), 3) << asked;  // ready, and asked twice
+}
+
+TEST_F(PasswordTest, ACancelledRequestIsRefused) {
+  TerminalDialog terminal(callerWords(Words{"unlock", "check"} + asking("run", setConfigurationMode())),
+                          kUser);
+  ASSERT_TRUE(terminal.shows("Password:"));
+  // This computer has one, and no other processes than its own.
+  ASSERT_TRUE(eventually([] { return ::system("pkill -x pkttyagent") == 0; }));
+  EXPECT_TRUE(terminal.shows("unlock: ")) << terminal.rest();
+  EXPECT_FALSE(has(terminal.rest(), "granted"));
 }
 
 TEST_F(PasswordTest, AWrongPasswordIsRefused) {
   TerminalDialog terminal(callerWords(Words{"unlock", "check"} + asking("run", setConfigurationMode())),
                           kUser);
   ASSERT_TRUE(terminal.shows("Password:"));
-  terminal.type("wrong\n");
+  terminal.typeSecret("wrong");
   ASSERT_TRUE(terminal.shows("unlock: ")) << terminal.rest();
   const std::string rest = terminal.rest();
   EXPECT_FALSE(has(rest, "unlock: granted")) << rest;
@@ -320,7 +341,7 @@ TEST_F(PasswordTest, PolkitKilledTakesTheRightsAway) {
                                       asking("run", setConfigurationMode())),
                           kUser);
   ASSERT_TRUE(terminal.shows("Password:"));
-  terminal.type("right\n");
+  terminal.typeSecret("right");
   ASSERT_TRUE(terminal.shows("unlock: granted\n"));
   ASSERT_TRUE(eventually([] { return fs::exists("/tmp/one"); }));
   startPolkit();  // another one, which knows nothing
@@ -331,17 +352,17 @@ TEST_F(PasswordTest, PolkitKilledTakesTheRightsAway) {
 
 // In a session that is not the person's own nothing is kept: polkit asks about every line that may ask.
 TEST_F(PasswordTest, WithoutKeepingEachLineAsks) {
-  setRule("com.veltrane.norvik.none", "NO");
+  openSession("inactive");
   TerminalDialog terminal(callerWords(Words{"unlock", "check"} + asking("ask", setConfigurationMode())),
                           kUser);
   ASSERT_TRUE(terminal.shows("Password:"));
-  terminal.type("right\n");
+  terminal.typeSecret("right");
   ASSERT_TRUE(terminal.shows("unlock: granted\n"));
   EXPECT_TRUE(terminal.shows("check: refused\n"));
   ASSERT_TRUE(terminal.shows("Authentication is required to save the settings of the Norvik"))
       << terminal.rest();
   ASSERT_TRUE(terminal.shows("Password:"));
-  terminal.type("right\n");
+  terminal.typeSecret("right");
   EXPECT_TRUE(terminal.shows("/bin/chmod: launched\n")) << terminal.rest();
 }
 

@@ -2,9 +2,11 @@
 #include "tests/helper/terminal_dialog.h"
 
 #include <grp.h>
+#include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <array>
@@ -52,8 +54,12 @@ bool TerminalDialog::shows(const std::string& text) {
   return true;
 }
 
-void TerminalDialog::type(const std::string& text) {
-  if (::write(terminal_, text.data(), text.size()) < 0) ::close(terminal_);
+void TerminalDialog::typeSecret(const std::string& line) {
+  termios settings{};
+  EXPECT_TRUE(
+      eventually([&] { return ::tcgetattr(terminal_, &settings) == 0 && (settings.c_lflag & ECHO) == 0; }));
+  const std::string typed = line + "\n";
+  EXPECT_EQ(::write(terminal_, typed.data(), typed.size()), static_cast<ssize_t>(typed.size()));
 }
 
 std::string TerminalDialog::rest() {

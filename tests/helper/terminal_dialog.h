@@ -18,7 +18,8 @@ class TerminalDialog {
 
   // Whether the text appears, after what earlier calls found; waits for it.
   bool shows(const std::string& text);
-  void type(const std::string& text);
+  // Types a line when the program has switched the echo off, which discards what was typed before.
+  void typeSecret(const std::string& line);
   // Everything that has appeared, with line feeds alone at the ends of lines; waits for the program's end.
   std::string rest();
 

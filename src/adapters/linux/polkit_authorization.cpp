@@ -68,6 +68,7 @@ AuthorizationRefusal PolkitAuthorization::readAnswer(sd_bus_message* reply, bool
 
 AuthorizationRefusal PolkitAuthorization::check(bool mayAsk) {
   if (options_.isSuperUser) return AuthorizationRefusal::none;
+  if (isGivenUp_ && !mayAsk) return AuthorizationRefusal::refused;
   if (mayAsk && options_.textAgent && !agent_) agent_ = TextAgent::start();
   const BusMessage call = checkCall(bus_, mayAsk);
   const BusReply reply = bus_.call(call, mayAsk ? kLongestPolkitInteraction : kLongestPolkitCheck);
@@ -83,6 +84,7 @@ OSStatus PolkitAuthorization::AuthorizationCopyRights(AuthorizationRef authoriza
   if (lastRefusal_ != AuthorizationRefusal::none) return errAuthorizationDenied;
   for (const AuthorizationItem& right : rights) found->second.rights.emplace(right.name);
   found->second.byAsking = found->second.byAsking || mayAsk;
+  isGivenUp_ = false;
   return errAuthorizationSuccess;
 }
 
@@ -95,12 +97,15 @@ OSStatus PolkitAuthorization::AuthorizationRightRemove(AuthorizationRef authoriz
   return errAuthorizationSuccess;
 }
 
-// Nothing is left to do where polkit does not answer: it keeps nothing when it has ended.
+// polkit revokes for a session. What it keeps for this program alone, because the program's own text agent
+// asked, it forgets when the program ends; until then this program does without it.
 void PolkitAuthorization::revoke() {
   for (const std::string& id : std::exchange(kept_, {})) {
     const BusMessage call =
         bus_.newCall(kPolkitName, kPolkitPath, kPolkitInterface, "RevokeTemporaryAuthorizationById");
-    if (call && sd_bus_message_append(call.get(), "s", id.c_str()) >= 0) bus_.call(call, kLongestPolkitCheck);
+    const bool isRevoked = call && sd_bus_message_append(call.get(), "s", id.c_str()) >= 0 &&
+                           bus_.call(call, kLongestPolkitCheck);
+    isGivenUp_ = isGivenUp_ || !isRevoked;
   }
 }
 

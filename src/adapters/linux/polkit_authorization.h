@@ -63,6 +63,7 @@ class PolkitAuthorization : public AuthorizationService, public AuthorizationRef
   std::unique_ptr<TextAgent> agent_;
   AuthorizationRefusal lastRefusal_ = AuthorizationRefusal::none;
   std::set<std::string> kept_;  // by polkit, for this program
+  bool isGivenUp_ = false;      // until a person is asked again, although polkit still keeps something
   std::uintptr_t lastNumber_ = 0;
   References references_;
 };
