@@ -139,6 +139,16 @@ TEST_F(StepsTest, AFileThatItsOwnerHoldsALeaseOnIsRefusedAtOnce) {
   expectRefused(moveConfiguration(), "Resource temporarily unavailable");
 }
 
+TEST_F(StepsTest, AFileThatIsSwappedAfterItWasCheckedIsNotLookedAt) {
+  computer.put(kTemporaryList, listWith("checked"));
+  computer.put("/tmp/other", listWith("other"));
+  const CheckedFile file = openOwn(computer.onDisk(kTemporaryList), ::getuid());
+  fs::rename(computer.onDisk("/tmp/other"), computer.onDisk(kTemporaryList));
+  EXPECT_EQ(readAll(file), listWith("checked"));
+  removeName(file);
+  EXPECT_EQ(computer.read(kTemporaryList), listWith("other"));  // it is not what was installed
+}
+
 TEST_F(StepsTest, AListThatIsNoDictionaryIsRefused) {
   for (const char* bytes :
        {"", "x", "\n", "{ a = 1; }", "bplist00", "<?xml version=\"1.0\"?><plist><array/></plist>",

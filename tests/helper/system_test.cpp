@@ -28,8 +28,8 @@ namespace fs = std::filesystem;
 
 using Sentences = std::vector<std::string>;
 
-bool has(const std::string& text, const std::string& part) {
-  return text.find(part) != std::string::npos;
+bool has(const std::string& text, const std::string& part, std::size_t from = 0) {
+  return text.find(part, from) != std::string::npos;
 }
 
 // The words of helper_caller for a line.
@@ -366,10 +366,81 @@ TEST_F(PasswordTest, WithoutKeepingEachLineAsks) {
   EXPECT_TRUE(terminal.shows("/bin/chmod: launched\n")) << terminal.rest();
 }
 
+// The command line on the whole system: real files, the real bus, the real polkit.
+
+struct CommandLineTest : PasswordTest {
+  const std::string norvikctl_ = builtProgram("norvikctl");
+  // What the server's tool is told, and what it finds then.
+  static constexpr const char* kToolScript = "cp /etc/norvik/svr.cfg /run/applied\n";
+
+  void SetUp() override {
+    PasswordTest::SetUp();
+    if (IsSkipped()) return;
+    fs::remove(kConfiguration);
+    writeFile("/run/tool-script", kToolScript);
+  }
+  static int64_t portIn(const std::string& path) {
+    const auto list = decodePropertyList(contentOf(path));
+    const PropertyList* service = list ? list->find("NVKService") : nullptr;
+    return integerValue(service != nullptr ? service->find("PortNumber") : nullptr);
+  }
+  static std::size_t temporaryFiles() {
+    return static_cast<std::size_t>(std::count_if(
+        fs::directory_iterator("/tmp"), fs::directory_iterator(),
+        [](const auto& entry) { return entry.path().filename().native().rfind("norvik.prefs", 0) == 0; }));
+  }
+};
+
+TEST_F(CommandLineTest, APersonSavesAPortWithAPassword) {
+  TerminalDialog terminal({norvikctl_, "set", "nvk.port=5073"}, kUser);
+  ASSERT_TRUE(terminal.shows("Password:")) << terminal.rest();
+  terminal.typeSecret("right");
+  const std::string shown = terminal.rest();
+  EXPECT_EQ(portIn(kConfiguration), 5073) << shown;
+  EXPECT_EQ(portIn("/run/applied"), 5073) << shown;
+  EXPECT_FALSE(has(shown, "Password:", shown.find("Password:") + 1)) << shown;  // asked once
+  EXPECT_EQ(temporaryFiles(), 0U);
+}
+
+TEST_F(CommandLineTest, AWrongPasswordSavesNothingAndSaysWhy) {
+  TerminalDialog terminal({norvikctl_, "set", "nvk.port=5073"}, kUser);
+  ASSERT_TRUE(terminal.shows("Password:")) << terminal.rest();
+  terminal.typeSecret("wrong");
+  const std::string shown = terminal.rest();
+  EXPECT_TRUE(has(shown, "this needs administrator rights")) << shown;
+  EXPECT_TRUE(has(shown, "Administrator rights were not granted.")) << shown;
+  EXPECT_FALSE(fs::exists(kConfiguration));
+}
+
+TEST_F(CommandLineTest, WithoutATerminalItSaysThatNobodyCouldBeAsked) {
+  const ProgramResult result = runProgram({norvikctl_, "set", "nvk.port=5073"}, {.user = kUser});
+  EXPECT_EQ(result.status, 77);
+  EXPECT_TRUE(has(result.errors, "Nobody could be asked for a password")) << result.errors;
+}
+
+TEST_F(CommandLineTest, TheSuperUserNeedsNeitherBusNorPolkit) {
+  polkit_.reset();
+  bus_.reset();
+  const ProgramResult result = runProgram({norvikctl_, "set", "nvk.port=5074"});
+  EXPECT_EQ(result.status, 0) << result.output << result.errors;
+  EXPECT_EQ(portIn(kConfiguration), 5074);
+  EXPECT_EQ(portIn("/run/applied"), 5074);
+  EXPECT_EQ(temporaryFiles(), 0U);
+  EXPECT_TRUE(log_->says("uid 0 (directly): \"/usr/sbin/nvkservice\" \"apply\": started"));
+}
+
+TEST_F(CommandLineTest, AFailedToolIsToldToThePerson) {
+  writeFile("/run/tool-script", "echo out of order >&2; exit 3\n");
+  TerminalDialog terminal({norvikctl_, "set", "nvk.port=5073"}, kUser);
+  ASSERT_TRUE(terminal.shows("Password:")) << terminal.rest();
+  terminal.typeSecret("right");
+  EXPECT_TRUE(terminal.shows("out of order")) << terminal.rest();
+}
+
 // The program itself.
 
 struct HelperProgramTest : HelperSystemTest {
-  const std::string helper_ = builtProgram("norvik-helper");
+  const std::string helper_ = kHelperProgram;
 };
 
 TEST_F(HelperProgramTest, OnlyTheSuperUserRunsIt) {

@@ -3,7 +3,6 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -33,13 +32,6 @@ class LinuxHeldLock : public HeldLock {
   std::shared_ptr<const Descriptor> folder_;  // closing it releases the lock where no tool has a copy
 };
 
-bool isStillThere(const Descriptor& folder, const std::string& path) {
-  struct stat opened {};
-  struct stat there {};
-  return ::fstat(folder.number(), &opened) == 0 && ::stat(path.c_str(), &there) == 0 &&
-         opened.st_dev == there.st_dev && opened.st_ino == there.st_ino;
-}
-
 // Whether a fault will pass, so that it is worth another attempt.
 bool passes(int error) {
   return error == EWOULDBLOCK || error == EINTR || error == EMFILE || error == ENFILE || error == ENOMEM;
@@ -48,10 +40,8 @@ bool passes(int error) {
 // Locks the folder. Impossible where it is missing, may not be read, or where its file system has no locks.
 Attempt lockFolder(const std::string& path, Descriptor& folder) {
   folder = Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (!folder || ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0)
-    return passes(errno) ? Attempt::busy : Attempt::impossible;
-  // Another one may have been put in its place meanwhile, which others lock.
-  return isStillThere(folder, path) ? Attempt::taken : Attempt::busy;
+  if (folder && ::flock(folder.number(), LOCK_EX | LOCK_NB) == 0) return Attempt::taken;
+  return passes(errno) ? Attempt::busy : Attempt::impossible;
 }
 
 Attempt lockFirst(const RootFolder& root, Descriptor& folder) {

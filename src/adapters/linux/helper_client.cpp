@@ -142,6 +142,7 @@ int HelperClient::onOwnerChanged(sd_bus_message* message, void* data, sd_bus_err
 
 bool HelperClient::wait(std::chrono::milliseconds limit) {
   const auto end = steady_clock::now() + limit;
+  bus_.process(std::chrono::microseconds(0));
   while (!running_.empty() && steady_clock::now() < end && bus_.process(kWaitTurn)) continue;
   return running_.empty();
 }

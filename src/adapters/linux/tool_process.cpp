@@ -102,7 +102,6 @@ void takeDescriptors(const ToolProcess& tool, const WordsPipe& words) {
   ::close_range(kFirstFree, ~0U, 0);
 }
 
-// The program ends the pipe where it has ended itself; the signal for that may then end us too.
 void writeWhole(int descriptor, const void* bytes, std::size_t size) {
   const char* rest = static_cast<const char*>(bytes);
   for (ssize_t count = 0; size > 0; size -= static_cast<std::size_t>(count), rest += count) {
@@ -187,6 +186,7 @@ int listenUntilEnd(pid_t tool, Listener& listener) {
   const pid_t child = ::_Fork();
   if (child == 0) becomeTool(program, argv, envp);
   if (child < 0) sayWhyNot(argv[0]);
+  ::signal(SIGPIPE, SIG_IGN);           // for a program that has ended and that nobody can report to any more
   ::dup2(STDIN_FILENO, STDOUT_FILENO);  // whoever reads the output finds its end when the tool has ended
   writeWhole(kReport, &kBegun, sizeof kBegun);
   Listener listener;

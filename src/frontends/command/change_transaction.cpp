@@ -6,6 +6,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/read_back.h"
 #include "src/frontends/command/report.h"
+#include "src/frontends/command/status.h"
 #include "src/frontends/shared/checks/value_check.h"
 
 namespace norvik::command {
@@ -151,7 +152,7 @@ Outcome editAndApply(const Context& context, Session& session, const Questions& 
   NVKServerPrefs& pane = session.pane();
   if (request.requiresUnlock && !session.unlock()) {
     report.error =
-        failure(FailureCode::notAllowed, "this needs administrator rights, which were not granted.");
+        failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted.");
     return outcome;
   }
   const Start start{snapshot(context, session), pendingPorts(pane)};
@@ -159,6 +160,10 @@ Outcome editAndApply(const Context& context, Session& session, const Questions& 
   outcome.questions = questions.asked();
   if (!report.error && questions.unanswered() != nullptr) report.error = unanswered(*questions.unanswered());
   if (!report.error) report.error = checkPorts(context, session, start, report);
+  // A person whose answer was waited for may have interrupted the program instead.
+  if (context.services.wasInterrupted()) {
+    report.error = failure(FailureCode::cancelled, "interrupted. Nothing was changed.");
+  }
   if (report.error) return outcome;
   report.changes = changesSince(start, context, session, request, outcome.notes);
   if (isWanted(report, request) && pane.ib_button_Apply.isEnabled()) {
@@ -211,7 +216,9 @@ ChangeError failedStep(const Effects& effects) {
   return failure(FailureCode::notAllowed, refused->tool + " could not be run.");
 }
 
+// From Apply on, everything is finished whatever arrives.
 Outcome apply(const Context& context, const ChangeRequest& request) {
+  context.services.deferInterruptions();
   std::optional<Expected> expected;
   Outcome outcome;
   {
@@ -219,6 +226,12 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
     Progress progress(nullptr);
     Session session(context, questions, progress, RecordingMode::real);
     outcome = editAndApply(context, session, questions, recording(request, expected));
+    // Where the file has it already, the server may not.
+    if (outcome.report.ok() && !outcome.report.applied) {
+      for (const std::string& sentence : notInForce(context, session.pane())) {
+        outcome.report.warnings.push_back(sentence);
+      }
+    }
   }
   ChangeReport& report = outcome.report;
   if (!report.applied) return outcome;
@@ -231,6 +244,10 @@ Outcome apply(const Context& context, const ChangeRequest& request) {
     report.error = failedStep(report.effects);
   }
   if (report.error) report.saved.clear();
+  if (context.services.wasInterrupted()) {
+    report.warnings.emplace_back(
+        "interrupted while the change was being made; it was finished all the same.");
+  }
   return outcome;
 }
 

@@ -7,6 +7,7 @@
 #include <iosfwd>
 #include <string_view>
 
+#include "src/adapters/services/computer_services.h"
 #include "src/frontends/command/ending.h"
 #include "src/frontends/command/questions.h"
 #include "src/frontends/shared/change/pane_setting.h"
@@ -24,6 +25,13 @@ struct Services {
   // interrupted or `pass` returns false.
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
+  ComputerServices computer;
+  // Begins a change that is not to be cut in two: an interruption is only noted from now on.
+  std::function<void()> deferInterruptions;
+  // Whether there was one since.
+  std::function<bool()> wasInterrupted;
+  // The same, but not where it was only the terminal that went away.
+  std::function<bool()> wasStopped;
 };
 
 struct Context {

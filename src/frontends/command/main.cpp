@@ -14,6 +14,7 @@
 #include "src/frontends/command/help.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
+#include "src/frontends/command/signals.h"
 #include "src/frontends/command/standard_streams.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
@@ -60,7 +61,11 @@ struct Installation {
             [this](std::chrono::milliseconds time, const std::function<bool()>& pass) {
               repeatUntilInterrupted(computer.runLoop, time, pass);
             },
-            portInUse};
+            portInUse,
+            computer.services(),
+            deferSignals,
+            wasInterrupted,
+            wasStopped};
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answers, false, personAtTerminal()};
@@ -83,7 +88,15 @@ std::string wrongRoot(const std::string& folder) {
 LinuxComputerOptions optionsFor(const CommandLine& line) {
   LinuxComputerOptions options = line.root ? sandboxOptions(*line.root) : systemOptions();
   options.syslogIdent = "norvikctl";
+  options.textAgent = true;
   return options;
+}
+
+// Says why rights were not granted, where the system says so.
+ExitStatus explained(ExitStatus status, const LinuxComputer& computer) {
+  const std::string why = sentenceOf(computer.lastRefusal());
+  if (status == kExitNoPermission && !why.empty()) writeDiagnostic(std::cerr, why);
+  return status;
 }
 
 ExitStatus runOnComputer(const CommandLine& line) {
@@ -97,7 +110,7 @@ ExitStatus runOnComputer(const CommandLine& line) {
   }
   Installation installation(optionsFor(line));
   const Context context = installation.context(*interface, line);
-  if (!line.help) return line.command->run(context, line);
+  if (!line.help) return explained(line.command->run(context, line), installation.computer);
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;
 }
@@ -124,6 +137,18 @@ ExitStatus refuse(const CommandLine& line, const std::string& fault) {
   return finish(outputOf(line), error);
 }
 
+ExitStatus run(const std::vector<std::string>& words) {
+  std::string fault;
+  const CommandLine line = parseCommandLine(words, fault);
+  return guarded(outputOf(line), [&] { return fault.empty() ? run(line) : refuse(line, fault); });
+}
+
+// Before the line is read, for which there may be too little memory.
+Output outputBefore(char** begin, char** end) {
+  const auto isJson = [](const char* word) { return std::string_view(word) == "--json"; };
+  return {std::cout, std::cerr, std::any_of(begin, end, isJson), ""};
+}
+
 // A command that failed keeps its own status.
 ExitStatus checkOutput(ExitStatus status) {
   if (flushOutput() || status != kExitOk) return status;
@@ -137,9 +162,6 @@ ExitStatus checkOutput(ExitStatus status) {
 int main(int argc, char** argv) {
   using namespace norvik::command;
   fillClosedStreams();
-  std::string fault;
-  const CommandLine line = parseCommandLine({argv + std::min(argc, 1), argv + argc}, fault);
-  const ExitStatus status =
-      guarded(outputOf(line), [&] { return fault.empty() ? run(line) : refuse(line, fault); });
-  return checkOutput(status);
+  char** const words = argv + std::min(argc, 1);
+  return checkOutput(guarded(outputBefore(words, argv + argc), [&] { return run({words, argv + argc}); }));
 }

@@ -32,6 +32,7 @@ void appendList(std::vector<TableRow>& rows, const std::string& heading,
 
 std::vector<std::string> commandLines(const std::vector<CommandOutcome>& commands) {
   std::vector<std::string> lines;
+  lines.reserve(commands.size());
   for (const CommandOutcome& command : commands) {
     lines.push_back(commandLine(command.launch) + (command.launch.refused ? "  (refused)" : ""));
   }
@@ -100,8 +101,7 @@ Json fieldsOf(const Outcome& outcome, bool dryRun) {
 
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
   ChangeReport done = outcome.report;
-  const bool happened = done.applied || dryRun;
-  if (!context.json && (!done.error || happened)) writeText(context, outcome, dryRun);
+  if (!context.json && (!done.error || done.applied)) writeText(context, outcome, dryRun);
   const Json fields = fieldsOf(outcome, dryRun);
   // What a preview records and logs comes from withholding the effects.
   if (!done.applied) done.commands.clear();

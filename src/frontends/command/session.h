@@ -28,6 +28,7 @@ class Session {
   NVKServerPrefs& pane() { return pane_; }
   std::vector<PaneSetting>& settings() { return settings_; }
   const Effects& effects() const { return recording_.effects(); }
+  RecordingPlatform& recording() { return recording_; }
 
   // The setting of that name, or the one that a control belongs to; null where there is none.
   PaneSetting* find(std::string_view name);

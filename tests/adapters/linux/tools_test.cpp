@@ -10,35 +10,14 @@
 #include <filesystem>
 #include <thread>
 
-#include "src/adapters/linux/linux_computer.h"
 #include "tests/adapters/contract/computer_under_test.h"
+#include "tests/adapters/linux/administered_computer.h"
 #include "tests/support/sandbox_folder.h"
 
 namespace norvik {
 namespace {
 
 namespace fs = std::filesystem;
-
-// A computer with an administrator of its own.
-struct FastComputer {
-  explicit FastComputer(const LinuxComputerOptions& options) : computer(options) {
-    const std::array<AuthorizationItem, 1> rights{{{"system.privilege.admin", "", 0}}};
-    EXPECT_EQ(computer.authorization.AuthorizationCreate({}, 0, authorization), errAuthorizationSuccess);
-    EXPECT_EQ(computer.authorization.AuthorizationCopyRights(authorization, rights,
-                                                             kAuthorizationFlagInteractionAllowed),
-              errAuthorizationSuccess);
-  }
-
-  void start(const char* path, std::vector<const char*> arguments = {}, FileRef* pipe = nullptr) {
-    arguments.push_back(nullptr);
-    EXPECT_EQ(computer.authorization.AuthorizationExecuteWithPrivileges(authorization, path, 0,
-                                                                        arguments.data(), pipe),
-              errAuthorizationSuccess);
-  }
-
-  LinuxComputer computer;
-  AuthorizationRef authorization = nullptr;
-};
 
 class LinuxTools : public testing::Test {
  protected:
@@ -53,13 +32,6 @@ class LinuxTools : public testing::Test {
     service.AuthorizationFree(authorization, kAuthorizationFlagDestroyRights);
   }
 
-  LinuxComputerOptions options(double speed) const {
-    LinuxComputerOptions result;
-    result.root = folder.path();
-    result.speed = speed;
-    result.authorization = [] { return true; };
-    return result;
-  }
   OSStatus start(const char* path, FileRef* pipe = nullptr) {
     const std::array<const char*, 1> none{nullptr};
     return service.AuthorizationExecuteWithPrivileges(authorization, path, 0, none.data(), pipe);
@@ -80,7 +52,7 @@ class LinuxTools : public testing::Test {
   }
 
   SandboxFolder folder;
-  LinuxComputer computer{options(1)};
+  LinuxComputer computer{AdministeredComputer::options(folder.path())};
   AuthorizationService& service = computer.authorization;
   AuthorizationRef authorization = nullptr;
 };
@@ -113,7 +85,7 @@ TEST_F(LinuxTools, ReturnToTheStarterAtOnce) {
 
 // On a computer whose clock runs so fast that the slow tool takes many times ten of its seconds.
 TEST_F(LinuxTools, NeverOvertakeOneThatHasNotEnded) {
-  FastComputer fast(options(50));
+  AdministeredComputer fast(folder.path(), 50);
   folder.put("/tmp/new", "x");
   folder.putScript("/bin/mv", "sleep 1; exec /bin/mv \"$NORVIK_ROOT$2\" \"$NORVIK_ROOT$3\"");
   folder.putScript("/bin/chmod", "exec /bin/chmod \"$1\" \"$NORVIK_ROOT$2\"");

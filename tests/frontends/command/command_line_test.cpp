@@ -182,6 +182,32 @@ TEST(HelpTest, ShowsEveryCommandAndOption) {
   }
 }
 
+TEST(HelpTest, ShowsEveryQuestionAndExitStatus) {
+  std::ostringstream help;
+  writeHelp(help);
+  for (const QuestionRow& question : questionTable()) {
+    EXPECT_NE(help.str().find("\n  " + formOf(question) + " "), std::string::npos) << question.name;
+  }
+  for (const ExitStatusRow& row : exitStatuses()) {
+    const std::string line = "\n  " + std::to_string(row.status) + " ";
+    EXPECT_NE(help.str().find(line), std::string::npos) << row.status;
+    EXPECT_NE(help.str().find("  " + std::string(row.meaning) + "\n"), std::string::npos) << row.meaning;
+  }
+}
+
+// A failure without an exit status of its own would end as another one.
+TEST(ExitStatusTest, EveryFailureHasAStatusAndAWord) {
+  std::set<int> statuses;
+  std::set<std::string_view> words;
+  for (const ExitStatusRow& row : exitStatuses()) {
+    EXPECT_EQ(exitStatusOf(row.code), row.status);
+    statuses.insert(row.status);
+    words.insert(codeWord(row.code));
+  }
+  EXPECT_EQ(statuses, (std::set<int>{0, 64, 65, 66, 69, 70, 73, 74, 75, 77, 78, 130}));
+  EXPECT_EQ(words.size(), exitStatuses().size());
+}
+
 TEST(HelpTest, OfACommandShowsItsArgumentsAndTheOptionsThatItTakes) {
   EXPECT_TRUE(helpOf(*findCommand("limits"))
                   .starts_with("Show the open files limit, adjust it to the current values, or reset it.\n\n"

@@ -82,7 +82,7 @@ TEST_F(FailuresTest, RightsThatAreNotGiven) {
         Words{"displays"}, Words{"access"}, Words{"limits", "adjust"}}) {
     const Result result = box.run(words);
     EXPECT_EQ(result.status, 77) << words[0];
-    EXPECT_EQ(result.err, "norvikctl: this needs administrator rights, which were not granted.\n");
+    EXPECT_EQ(result.err, "norvikctl: This needs administrator rights, which were not granted.\n");
   }
   EXPECT_EQ(box.files(), before);
 }

@@ -1,6 +1,8 @@
 // Runs norvikctl and reads what it leaves.
 #include "tests/frontends/command/sandbox_run.h"
 
+#include <algorithm>
+
 #include "tests/support/files.h"
 
 namespace norvik::command {
@@ -36,7 +38,10 @@ Words SandboxRun::commandLine(const Words& words) const {
 }
 
 Result SandboxRun::run(const Words& words) const {
-  return resultOf(norvik::runProgram(commandLine(words), inHome()));
+  Result result = resultOf(norvik::runProgram(commandLine(words), inHome()));
+  const auto has = [&](const char* word) { return std::ranges::count(words, word) > 0; };
+  if (has("--json") && !has("--help")) outputs_.keep(result.out);
+  return result;
 }
 
 RunningProgram SandboxRun::start(const Words& words, const std::string& outputName) const {

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "tests/frontends/command/json_outputs.h"
 #include "tests/support/sandbox.h"
 #include "tests/support/tcp_port.h"
 
@@ -27,8 +28,12 @@ class SandboxRun {
  public:
   // Starts a sandbox at twenty times the real speed.
   SandboxRun() = default;
+  // The test fails where something that was printed as JSON is not as the documents say.
+  ~SandboxRun() { outputs_.check(); }
+  SandboxRun(const SandboxRun&) = delete;
+  SandboxRun& operator=(const SandboxRun&) = delete;
 
-  // Runs norvikctl without a terminal.
+  // Runs norvikctl without a terminal. What it prints with --json is kept for the check at the end.
   Result run(const Words& words) const;
   // Runs norvikctl at a terminal, where a person types this.
   Result runAtTerminal(const Words& words, const std::string& typed) const;
@@ -57,6 +62,7 @@ class SandboxRun {
   ProgramOptions inHome() const;
 
   Sandbox box_{"20"};
+  mutable JsonOutputs outputs_{beside("json")};
 };
 
 inline constexpr const char* kServerFile = "/etc/norvik/svr.cfg";
