@@ -59,17 +59,27 @@ BusMessage SystemBus::newCall(const char* name, const char* path, const char* in
   return {made, &sd_bus_message_unref};
 }
 
-bool SystemBus::process(std::chrono::microseconds wait) {
+// Handles at most one message.
+bool SystemBus::step(std::chrono::microseconds wait, bool& wasBusy) {
   if (bus_ == nullptr) return false;
   int progress = sd_bus_process(bus_, nullptr);
   if (progress == 0 && wait.count() > 0) {
     sd_bus_wait(bus_, static_cast<uint64_t>(wait.count()));  // a signal of the program's ends it early
     progress = sd_bus_process(bus_, nullptr);
   }
-  while (progress > 0) progress = sd_bus_process(bus_, nullptr);
+  wasBusy = progress > 0;
   if (progress >= 0 && sd_bus_is_open(bus_) > 0) return true;
   drop();
   return false;
+}
+
+bool SystemBus::process(std::chrono::microseconds wait) {
+  bool wasBusy = true;
+  while (wasBusy) {
+    if (!step(wait, wasBusy)) return false;
+    wait = std::chrono::microseconds(0);
+  }
+  return true;
 }
 
 // The reply's slot goes before the place where the reply is put.
@@ -80,7 +90,8 @@ BusReply SystemBus::call(const BusMessage& message, std::chrono::microseconds li
                                     static_cast<uint64_t>(limit.count())) < 0)
     return {.error = SD_BUS_ERROR_DISCONNECTED, .sentence = "there is no system bus"};
   const std::unique_ptr<sd_bus_slot, decltype(&sd_bus_slot_unref)> slot(made, &sd_bus_slot_unref);
-  while (!waiting.hasCome && process(kCallTurn)) {
+  bool wasBusy = false;
+  while (!waiting.hasCome && step(kCallTurn, wasBusy)) {
     if (whileWaiting_ && !waiting.hasCome) whileWaiting_();
   }
   if (waiting.hasCome) return std::move(waiting.reply);

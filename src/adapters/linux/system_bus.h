@@ -41,13 +41,15 @@ class SystemBus {
   // A call of a method, to be filled with arguments; null where there is no bus.
   BusMessage newCall(const char* name, const char* path, const char* interface, const char* member);
 
-  // Sends the call and blocks until the reply has come, at most for `limit`.
+  // Sends the call and blocks until the reply has come, at most for `limit`. What came after the reply is
+  // handled later, when the caller knows what it is about.
   BusReply call(const BusMessage& message, std::chrono::microseconds limit);
 
   // Handles what has arrived; waits for it at most so long. False where the connection is lost.
   bool process(std::chrono::microseconds wait);
 
  private:
+  bool step(std::chrono::microseconds wait, bool& wasBusy);
   void drop();
 
   WhileWaiting whileWaiting_;

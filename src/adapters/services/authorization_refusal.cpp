@@ -8,7 +8,7 @@ std::string sentenceOf(AuthorizationRefusal refusal) {
     case AuthorizationRefusal::none:
       break;
     case AuthorizationRefusal::refused:
-      return "Administrator rights were not granted.";
+      return "The password was wrong, or this person is no administrator.";
     case AuthorizationRefusal::dismissed:
       return "The request for administrator rights was cancelled.";
     case AuthorizationRefusal::noAgent:
