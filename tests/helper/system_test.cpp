@@ -442,14 +442,6 @@ TEST_F(CommandLineTest, TheSuperUserNeedsNeitherBusNorPolkit) {
   EXPECT_TRUE(log_->says("uid 0 (directly): \"/usr/sbin/nvkservice\" \"apply\": started"));
 }
 
-TEST_F(CommandLineTest, AFailedToolIsToldToThePerson) {
-  writeFile("/run/tool-script", "echo out of order >&2; exit 3\n");
-  TerminalDialog terminal({norvikctl_, "set", "nvk.port=5073"}, kUser);
-  ASSERT_TRUE(terminal.shows("Password:")) << terminal.rest();
-  terminal.typeSecret("right");
-  EXPECT_TRUE(has(terminal.rest(), "out of order")) << terminal.rest();
-}
-
 // The program itself.
 
 struct HelperProgramTest : HelperSystemTest {
