@@ -8,6 +8,7 @@
 
 #include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/in_place.h"
+#include "src/adapters/linux/temporary_files.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {
@@ -41,6 +42,7 @@ bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const s
       errno = EFBIG;
       return false;
     }
+    if (isTemporary(path)) return writeTemporary(root_.onDisk(path), *text);
     makeFoldersInHome(path);
     return writeInPlace(root_.onDisk(path), *text);
   } catch (const std::bad_alloc&) {

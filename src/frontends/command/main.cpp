@@ -89,7 +89,15 @@ std::string wrongRoot(const std::string& folder) {
 LinuxComputerOptions optionsFor(const CommandLine& line) {
   LinuxComputerOptions options = line.root ? sandboxOptions(*line.root) : systemOptions();
   options.syslogIdent = "norvikctl";
+  options.textAgent = true;
   return options;
+}
+
+// Says why rights were not granted, where the system says so.
+ExitStatus explained(ExitStatus status, const LinuxComputer& computer) {
+  const std::string why = sentenceOf(computer.lastRefusal());
+  if (status == kExitNoPermission && !why.empty()) writeDiagnostic(std::cerr, why);
+  return status;
 }
 
 ExitStatus runOnComputer(const CommandLine& line) {
@@ -106,7 +114,7 @@ ExitStatus runOnComputer(const CommandLine& line) {
   if (!line.help) {
     if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
     if (context.faults) writeWarnings(std::cerr, *context.faults);
-    return line.command->run(context, line);
+    return explained(line.command->run(context, line), installation.computer);
   }
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;

@@ -7,7 +7,7 @@ namespace norvik::desktop {
 
 DesktopComputer::DesktopComputer(const LinuxComputerOptions& options)
     : root_(options.root),
-      computer_(options),
+      computer_(painting(options)),
       locks_(computer_.services().locks, busy_),
       application_(busy_),
       runLoop_(busy_),
@@ -15,6 +15,17 @@ DesktopComputer::DesktopComputer(const LinuxComputerOptions& options)
       platform_(computer_.platformFor(
           {application_, alerts_, workspace_, computer_.notifications, drawing_, runLoop_, processes_})) {
   installPlatform(&platform_);
+}
+
+// The window goes on painting while the system asks for a password; keys and clicks meanwhile are dropped, as
+// in front of a panel.
+LinuxComputerOptions DesktopComputer::painting(LinuxComputerOptions options) {
+  options.whileAsking = [this] {
+    busy_.enter();
+    QCoreApplication::processEvents();
+    busy_.leave();
+  };
+  return options;
 }
 
 DesktopComputer::~DesktopComputer() {

@@ -41,6 +41,8 @@ class DesktopComputer {
   QtAlertPanels& alerts() { return alerts_; }
 
  private:
+  LinuxComputerOptions painting(LinuxComputerOptions options);
+
   RootFolder root_;
   LinuxComputer computer_;
   Busy busy_;

@@ -42,9 +42,9 @@ TEST_F(LinuxFilesTest, DoNotWaitForTheOtherEndOfAPipe) {
 }
 
 TEST_F(LinuxFilesTest, ReportAPipeThatHasNoReaderAnyMore) {
-  makePipe("/tmp/pipe");
-  Descriptor reader(::open(folder.onDisk("/tmp/pipe").c_str(), O_RDONLY | O_NONBLOCK));
-  const FileRef file = files.fopen("/tmp/pipe", FileMode::writeBinary);
+  makePipe("/etc/pipe");
+  Descriptor reader(::open(folder.onDisk("/etc/pipe").c_str(), O_RDONLY | O_NONBLOCK));
+  const FileRef file = files.fopen("/etc/pipe", FileMode::writeBinary);
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(files.fwrite("text", 4, file), 4u);
   reader.reset();
@@ -90,13 +90,13 @@ TEST_F(LinuxFilesTest, MakeDirectoriesWithTheirMode) {
 }
 
 TEST_F(LinuxFilesTest, KeepModeAndIdentityOfAPropertyListThatIsWrittenAgain) {
-  folder.put("/tmp/list.plist", "old");
-  fs::permissions(folder.onDisk("/tmp/list.plist"), fs::perms(0640));
+  folder.put("/etc/list.plist", "old");
+  fs::permissions(folder.onDisk("/etc/list.plist"), fs::perms(0640));
   struct stat before {};
   struct stat after {};
-  ASSERT_EQ(::stat(folder.onDisk("/tmp/list.plist").c_str(), &before), 0);
-  ASSERT_TRUE(propertyLists.writeToFile(PropertyList(), "/tmp/list.plist"));
-  ASSERT_EQ(::stat(folder.onDisk("/tmp/list.plist").c_str(), &after), 0);
+  ASSERT_EQ(::stat(folder.onDisk("/etc/list.plist").c_str(), &before), 0);
+  ASSERT_TRUE(propertyLists.writeToFile(PropertyList(), "/etc/list.plist"));
+  ASSERT_EQ(::stat(folder.onDisk("/etc/list.plist").c_str(), &after), 0);
   EXPECT_EQ(after.st_ino, before.st_ino);
   EXPECT_EQ(after.st_mode, before.st_mode);
   EXPECT_EQ(after.st_uid, before.st_uid);
@@ -141,11 +141,11 @@ TEST_F(LinuxFilesTest, ReadNoPropertyListThatTheMemoryCannotHold) {
 }
 
 TEST_F(LinuxFilesTest, KeepAFileWhoseNewPropertyListTheMemoryCannotHold) {
-  folder.put("/tmp/list.plist", "kept");
+  folder.put("/etc/list.plist", "kept");
   const PropertyList large(PropertyList::Dictionary{{"text", PropertyList(std::string(32 << 20, 'x'))}});
   EXPECT_TRUE(holdsWithMemory(rlim_t{16} << 20,
-                              [&] { return !propertyLists.writeToFile(large, "/tmp/list.plist"); }));
-  EXPECT_EQ(folder.read("/tmp/list.plist"), "kept");
+                              [&] { return !propertyLists.writeToFile(large, "/etc/list.plist"); }));
+  EXPECT_EQ(folder.read("/etc/list.plist"), "kept");
 }
 
 #endif
