@@ -3,6 +3,8 @@
 
 #include "resources/resources.h"
 #include "src/adapters/property_lists/codec.h"
+#import <Foundation/NSDebug.h>
+
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
 #import "tests/frontends/prefpane/pane_under_test.h"
@@ -51,6 +53,21 @@ TEST(PaneObject, ShowsItsPagesAndLetsTheHostGo) {
   ASSERT_NE([pane loadMainView], (id)nil);
   EXPECT_EQ(rowsOf(pane), 11) << "two headings, two pages of the user's, seven of the administrator's";
   for (int i = 0; i < 2; ++i) EXPECT_EQ([pane shouldUnselect], NSUnselectNow);
+  [pane release];
+}
+
+// A host asks for the view each time that it shows the pane.
+TEST(PaneObject, MakesItsViewOnce) {
+  NSPreferencePane* pane = newPane();
+  NSView* view = [pane loadMainView];
+  GSDebugAllocationActive(YES);
+  NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  const int fields = GSDebugAllocationCount([NSTextField class]);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ([pane loadMainView], view);
+  EXPECT_EQ([pane mainView], view);
+  [pool release];
+  EXPECT_EQ(GSDebugAllocationCount([NSTextField class]), fields);
+  GSDebugAllocationActive(NO);
   [pane release];
 }
 

@@ -19,6 +19,7 @@ constexpr QPoint kNews(217, 98);      // the first box under a heading
 constexpr QPoint kShadow(450, 327);   // on the slider of a user's shadow size, right of its knob
 constexpr QPoint kCopy(262, 199);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
+constexpr QPoint kStart(235, 161);
 
 class Pane : public SystemPreferences {
  protected:
@@ -151,6 +152,22 @@ TEST_F(Pane, TheTimerShowsWhatTheServerDoes) {
   lookAfter([this] { startServer(); });
   stopServer();
   EXPECT_TRUE(eventually([&] { return lookOfPage() == stopped; }));
+}
+
+// The clicks after the first one find the pane waiting for the server, and its button grey.
+TEST_F(Pane, WhatIsClickedWhileTheServerStartsIsDropped) {
+  unlock();
+  const QImage stopped = lookOfRow(kServer);
+  click(kStart, 3);
+  click(kLock);
+  click(kShowAll);
+  EXPECT_TRUE(eventually([&] { return lookOfPage() != stopped && greetingOn(nvkPort).startsWith("NVK"); }));
+  const QImage started = lookOfPage();
+  EXPECT_NE(started, stopped);
+  EXPECT_LT(darkest(kServer), 60) << "still unlocked";
+  QFile log(path(QStringLiteral(".norvik/log/service.log")));
+  ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(log.readAll().contains("stop"));
 }
 
 TEST_F(Pane, LeavingWithChangesAsksAndApplies) {
