@@ -1,7 +1,5 @@
 // norvikctl: everything that the settings panel does, for a person or a script without a screen. Reads the
 // command line, puts the computer together, and calls the command.
-#include <signal.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -23,26 +21,10 @@
 namespace norvik::command {
 namespace {
 
-// What the signal handler may touch, and nothing else.
-LinuxRunLoop* watchedLoop = nullptr;
-volatile sig_atomic_t interrupted = 0;
-
-void interrupt(int /*signal*/) {
-  interrupted = 1;
-  if (watchedLoop != nullptr) watchedLoop->stop();
-}
-
-void stopOnSignals(LinuxRunLoop& loop) {
-  watchedLoop = &loop;
-  struct sigaction action {};
-  action.sa_handler = interrupt;
-  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
-}
-
 void repeatUntilInterrupted(LinuxRunLoop& loop, std::chrono::milliseconds time,
                             const std::function<bool()>& pass) {
   stopOnSignals(loop);
-  while (interrupted == 0 && pass()) loop.runFor(time);
+  while (!wasInterrupted() && pass()) loop.runFor(time);
 }
 
 // The computer with all platform interfaces, some of them the terminal's.

@@ -1,5 +1,5 @@
 // Changes at once, and changes that are cut off: nobody's change is lost without a word, and no file is left
-// empty or torn. Few rounds; NORVIK_ROUNDS=200 or more makes them many.
+// empty or torn. A few rounds, and many where NORVIK_LONG is set.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -12,9 +12,8 @@
 namespace norvik::command {
 namespace {
 
-int rounds(int usual) {
-  const char* wanted = std::getenv("NORVIK_ROUNDS");
-  return wanted != nullptr ? std::atoi(wanted) : usual;
+int rounds(int usual, int many) {
+  return std::getenv("NORVIK_LONG") != nullptr ? many : usual;
 }
 
 std::string assignment(const char* name, bool on) {
@@ -29,7 +28,7 @@ class AtOnceTest : public testing::Test {
 // The wishes are for the same two files, one of which tools install and one of which is written in place.
 TEST_F(AtOnceTest, OfTwoChangesNoneIsLostWithoutAWord) {
   bool on = false;
-  for (int round = rounds(20); round > 0; --round, on = !on) {
+  for (int round = rounds(20, 200); round > 0; --round, on = !on) {
     RunningProgram one =
         box.start({"set", assignment("nvk.sound", on), assignment("user.mouse.swap", on)}, "one");
     RunningProgram two =
@@ -60,7 +59,7 @@ TEST_F(AtOnceTest, AKillAtAnyTimeLosesNothingElse) {
   std::mt19937 random(7);
   std::uniform_int_distribution<int64_t> microseconds(0, length.count());
   bool on = false;
-  for (int round = rounds(40); round > 0; --round, on = !on) {
+  for (int round = rounds(40, 1000); round > 0; --round, on = !on) {
     RunningProgram set = box.start({"set", assignment("nvk.sound", on), assignment("user.mouse.swap", on),
                                     assignment("notify.news", on)},
                                    "set");

@@ -119,6 +119,25 @@ TEST_F(JsonTest, OfADryRunWhatWouldHappenIsInThePreview) {
   EXPECT_EQ(object["saved"], Json::array());
   EXPECT_EQ(object["preview"]["groups"], Json({"server settings"}));
   EXPECT_EQ(object["preview"]["commands"].size(), 4U);
+  EXPECT_EQ(object["preview"]["files"], Json({kServerFile}));
+  EXPECT_EQ(object["preview"]["told"], Json({"the server"}));
+  EXPECT_EQ(object["preview"]["endsConnections"], false);
+  EXPECT_EQ(object["preview"]["needsRestart"], false);
+}
+
+TEST_F(JsonTest, APreviewSaysWhetherConnectionsEndAndTheComputerHasToRestart) {
+  const std::string port = std::to_string(freePort()), other = std::to_string(freePort());
+  ASSERT_EQ(box.run({"set", "nvk.port=" + port, "rdp.enabled=off"}).status, 0);
+  ASSERT_EQ(box.run({"start"}).status, 0);
+  const Words moves{"set", "nvk.port=" + other, "--dry-run"};
+  EXPECT_EQ(run(moves, 0)["preview"]["endsConnections"], true);
+  EXPECT_NE(box.run(moves).out.find("\nConnections to the service that changes would end.\n"),
+            std::string::npos);
+  const Words restarts{"set", "system.compositing.disable=on", "--reboot", "--dry-run"};
+  const Json preview = run(restarts, 0)["preview"];
+  EXPECT_EQ(preview["needsRestart"], true);
+  EXPECT_EQ(preview["commands"].back()[0], "/sbin/reboot") << preview;
+  EXPECT_NE(box.run(restarts).out.find("\nThe computer would have to restart"), std::string::npos);
 }
 
 TEST_F(JsonTest, AWarning) {
