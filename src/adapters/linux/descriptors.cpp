@@ -51,6 +51,12 @@ void Descriptor::reset() {
   number_ = -1;
 }
 
+Pipe makePipe() {
+  std::array<int, 2> ends{-1, -1};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return {};
+  return {.reading = Descriptor(ends[0]), .writing = Descriptor(ends[1])};
+}
+
 Descriptor openForReading(const std::string& path) {
   Descriptor file = openAtOnce(path, O_RDONLY);
   // The system opens a directory for reading, and only the first read fails, which is too late.

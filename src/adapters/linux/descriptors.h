@@ -31,6 +31,13 @@ class Descriptor {
   int number_ = -1;
 };
 
+struct Pipe {
+  Descriptor reading;
+  Descriptor writing;
+};
+// Both ends are none where there cannot be a pipe.
+Pipe makePipe();
+
 // Opens a file for reading. None for a directory, and for anything that cannot be opened at once.
 Descriptor openForReading(const std::string& path);
 // Opens a file for writing and empties it, keeping its owner and mode; creates it if it is missing. None as

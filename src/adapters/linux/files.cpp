@@ -6,6 +6,8 @@
 
 #include <cerrno>
 
+#include "src/adapters/linux/temporary_files.h"
+
 namespace norvik {
 
 namespace {
@@ -30,7 +32,7 @@ FileRef readingStream(Descriptor descriptor) {
 FileRef LinuxFiles::fopen(const char* path, FileMode mode) {
   const std::string place = root_.onDisk(path);
   if (mode == FileMode::readBinary) return readingStream(openForReading(place));
-  const FileRef file = streamOver(openForWriting(place), "wb");
+  const FileRef file = streamOver(isTemporary(path) ? createTemporary(place) : openForWriting(place), "wb");
   // Without a buffer, a full disk shows at the write that fails, and not at a close whose result is lost.
   if (file != nullptr) std::setvbuf(stream(file), nullptr, _IONBF, 0);
   return file;

@@ -35,6 +35,9 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
     : tools_(root, atSpeed(kLongestReportDelay, options.speed)),
+      systemRights_(options.systemRights
+                        ? std::make_unique<SystemRights>(tools_, options.textAgent, options.whileAsking)
+                        : nullptr),
       locks_(root, tools_),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
       files(root),
@@ -47,6 +50,20 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
       log(options.syslogIdent, options.logObserver),
       assertions(log) {}
 
+AuthorizationService& LinuxComputer::authorizationService() {
+  if (systemRights_) return systemRights_->authorization();
+  return authorization;
+}
+
+LaunchedTools& LinuxComputer::launchedTools() {
+  if (systemRights_) return systemRights_->lines();
+  return tools_;
+}
+
+AuthorizationRefusal LinuxComputer::lastRefusal() const {
+  return systemRights_ ? systemRights_->authorization().lastRefusal() : AuthorizationRefusal::none;
+}
+
 Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
   return {.application = own.application,
           .alerts = own.alerts,
@@ -54,7 +71,7 @@ Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
           .notifications = own.notifications,
           .drawing = own.drawing,
           .runLoop = own.runLoop,
-          .authorization = authorization,
+          .authorization = authorizationService(),
           .files = files,
           .propertyLists = propertyLists,
           .processManager = processManager,
@@ -67,8 +84,11 @@ Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
 }
 
 ComputerServices LinuxComputer::services() {
-  return {
-      .locks = locks_, .tools = tools_, .files = settingsFiles_, .ports = ports_, .delivery = notifications};
+  return {.locks = locks_,
+          .tools = launchedTools(),
+          .files = settingsFiles_,
+          .ports = ports_,
+          .delivery = notifications};
 }
 
 }  // namespace norvik

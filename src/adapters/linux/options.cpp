@@ -57,6 +57,7 @@ LinuxComputerOptions systemOptions() {
   options.busAddress = environment("DBUS_SESSION_BUS_ADDRESS");
   options.bundleFolders = {"/Applications", "/Library/PreferencePanes", options.home + "/Applications"};
   options.stateFolder = stateFolder(options.home);
+  options.systemRights = true;
   return options;
 }
 

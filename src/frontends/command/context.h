@@ -5,8 +5,10 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string_view>
 
+#include "src/adapters/services/computer_services.h"
 #include "src/frontends/command/ending.h"
 #include "src/frontends/command/questions.h"
 #include "src/frontends/shared/change/pane_setting.h"
@@ -24,6 +26,19 @@ struct Services {
   // interrupted or `pass` returns false.
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
+  ComputerServices computer;
+  // Begins a change that is not to be cut in two: an interruption is only noted from now on.
+  std::function<void()> deferInterruptions;
+  // Whether there was one since.
+  std::function<bool()> wasInterrupted;
+  // The same, but not where it was only the terminal that went away.
+  std::function<bool()> wasStopped;
+};
+
+// How long a change waits for others before it gives up with a failure that says so.
+struct WaitLimits {
+  std::chrono::milliseconds lock{10'000};   // for somebody else's change
+  std::chrono::milliseconds tools{30'000};  // for the tools that it has launched
 };
 
 struct Context {
@@ -36,9 +51,11 @@ struct Context {
   bool json = false;
   Answers answers;
   std::string_view command;  // the name of the one that runs
+  WaitLimits limits = {};
+  std::optional<StoredFaults> faults = {};  // nothing for a command that does not look at the files
 
   // For `finish`, with which every command ends.
-  Output output() const { return {out, err, json, command}; }
+  Output output() const { return {out, err, json, command, faults ? &*faults : nullptr}; }
   // Writes a diagnostic after the program's name, control characters escaped.
   void complain(std::string_view sentence) const;
 };

@@ -22,6 +22,7 @@ constexpr ExitStatusRow kRows[] = {
     {FailureCode::notAllowed,  kExitNoPermission, "not allowed"},
     {FailureCode::notSettable, kExitNotSettable,  "cannot be set as things are"},
     {FailureCode::cancelled,   kExitNotSettable,  "a person chose not to go on"},
+    {FailureCode::interrupted, kExitInterrupted,  "interrupted"},
 };
 // clang-format on
 
@@ -29,7 +30,7 @@ constexpr bool inTheOrderOfTheCodes() {
   for (std::size_t i = 0; i < std::size(kRows); ++i) {
     if (kRows[i].code != static_cast<FailureCode>(i)) return false;
   }
-  return std::size(kRows) == static_cast<std::size_t>(FailureCode::cancelled) + 1;
+  return std::size(kRows) == static_cast<std::size_t>(FailureCode::interrupted) + 1;
 }
 static_assert(inTheOrderOfTheCodes(), "every failure has one row, in the order of the codes");
 

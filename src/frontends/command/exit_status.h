@@ -10,6 +10,7 @@ namespace norvik::command {
 
 enum ExitStatus : int {
   kExitOk = 0,
+  kExitNotRunning = 3,  // no failure: the answer of is-running
   kExitUsage = 64,
   kExitData = 65,
   kExitDamaged = 66,
@@ -20,6 +21,7 @@ enum ExitStatus : int {
   kExitTryAgain = 75,
   kExitNoPermission = 77,
   kExitNotSettable = 78,
+  kExitInterrupted = 130,  // as shells have it for SIGINT
 };
 
 struct ExitStatusRow {

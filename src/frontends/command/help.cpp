@@ -49,6 +49,15 @@ void writeQuestions(std::ostream& out) {
   writeTable(out, rows, kIndent);
 }
 
+void writeExitStatuses(std::ostream& out) {
+  std::vector<TableRow> rows;
+  for (const ExitStatusRow& row : exitStatuses()) {
+    rows.push_back({std::to_string(row.status), std::string(row.meaning)});
+  }
+  out << "\nExit status:\n";
+  writeTable(out, rows, kIndent);
+}
+
 // Every setting with its help text, in the order of the pages.
 void writeSettings(std::ostream& out, const std::vector<SettingDescription>& settings) {
   out << "\nSettings:\n";
@@ -74,6 +83,7 @@ void writeHelp(std::ostream& out) {
   writeTable(out, rows, kIndent);
   writeOptions(out, nullptr);
   writeQuestions(out);
+  writeExitStatuses(out);
   out << "\n\"norvikctl COMMAND --help\" says more about a command; norvikctl(1) describes all of them.\n";
 }
 

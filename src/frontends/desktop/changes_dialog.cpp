@@ -25,13 +25,17 @@ namespace texts = window_texts;
 enum ListColumn { kSetting, kPage, kOld, kNew, kWhy, kListColumns };
 
 constexpr double kListLetters = 96;  // the dialog, in average letters
-constexpr int kRowsHigh = 9;         // of the list
-constexpr int kLinesHigh = 9;        // of the effects
+constexpr int kRowsHigh = 8;         // of the list
+constexpr int kLinesHigh = 17;       // of the effects
 
+// Rich text takes margins in pixels alone.
 QString headed(std::string_view heading, const QStringList& lines) {
   if (lines.isEmpty()) return {};
-  QString block = text(heading);
-  for (const QString& line : lines) block += QStringLiteral("\n    ") + line;
+  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") + text(heading).toHtmlEscaped() +
+                  QStringLiteral("</b></p>");
+  for (const QString& line : lines)
+    block +=
+        QStringLiteral("<p style=\"margin:0 0 0 12px\">") + line.toHtmlEscaped() + QStringLiteral("</p>");
   return block;
 }
 
@@ -49,12 +53,12 @@ QString effectsOf(const Preview& preview) {
   QStringList consequences;
   if (preview.endsConnections) consequences += text(texts::kEndsConnections);
   if (preview.needsRestart) consequences += text(texts::kNeedsRestart);
-  QStringList blocks{consequences.join(QLatin1Char('\n')),
+  QStringList blocks{headed(texts::kConsequencesHeading, consequences),
                      headed(texts::kFilesHeading, linesOf(preview.files, itself)),
                      headed(texts::kCommandsHeading, linesOf(preview.commands, commandLine)),
                      headed(texts::kToldHeading, linesOf(preview.told, itself))};
   blocks.removeAll(QString());
-  return blocks.join(QLatin1Char('\n'));
+  return blocks.join(QStringLiteral("<p style=\"margin:0; font-size:6px\">&nbsp;</p>"));
 }
 
 ChangesDialog::ChangesDialog(QWidget* window, Source source)
@@ -75,9 +79,9 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
   list_->setHeaderLabels({text(texts::kSettingColumn), text(texts::kPageColumn), text(texts::kOldColumn),
                           text(texts::kNewColumn), text(texts::kReasonColumn)});
   list_->setMinimumHeight(kRowsHigh * fontMetrics().height());
-  column->addWidget(list_, 3);
+  column->addWidget(list_, 1);
   effects_->setObjectName(QStringLiteral("changesEffects"));
-  effects_->setTextFormat(Qt::PlainText);
+  effects_->setTextFormat(Qt::RichText);
   effects_->setWordWrap(true);
   effects_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   effects_->setAlignment(Qt::AlignTop | Qt::AlignLeading);
@@ -87,7 +91,7 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
   area->setWidgetResizable(true);
   area->setMinimumHeight(kLinesHigh * fontMetrics().height());
   area->setAccessibleName(text(texts::kChangesHelp));
-  column->addWidget(area, 2);
+  column->addWidget(area, 1);
   addButtons(*column);
   connect(list_, &QTreeWidget::itemDoubleClicked, this, [this] { done(kGoToSetting); });
   connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
@@ -136,7 +140,7 @@ void ChangesDialog::showPreview() {
   preview_ = source_.preview();
   showChanges();
   const bool any = !preview_.changes.empty();
-  effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges));
+  effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges).toHtmlEscaped());
   takeBackAll_->setEnabled(any);
   apply_->setEnabled(any);
   if (!any) list_->parentWidget()->setFocus();

@@ -49,7 +49,8 @@ class ChangesDialog : public QDialog {
   QPushButton* apply_ = nullptr;
 };
 
-// What a change writes, runs, tells and ends, in headings and lines; empty where it does nothing.
+// What a change writes, runs, tells and ends, in headings and lines as rich text; empty where it does
+// nothing.
 QString effectsOf(const Preview& preview);
 
 }  // namespace norvik::desktop

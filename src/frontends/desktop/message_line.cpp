@@ -75,6 +75,7 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
   column->addWidget(sentence_);
   column->addWidget(bar_);
   column->addLayout(actions);
+  column->addStretch();  // the sentence begins beside the icon
   for (const MessageAction action : kActions) {
     auto* button = buttons_.emplace_back(new QPushButton(withoutMnemonic(text(titleOf(action))), this));
     button->setObjectName(name + QStringLiteral("_") + QString::number(static_cast<int>(action)));

@@ -27,7 +27,8 @@ class MessageLine : public QFrame {
 
   // Shows a message in place of the one before. Messages of success go by themselves after a while.
   void showMessage(const WindowMessage& message);
-  // Shows that something is under way, `done` of `all` seconds of it; without a close button.
+  // Shows that something is under way, `done` of `all` seconds of it, 0 of 0 where nobody knows how long it
+  // takes; without a close button.
   void showProgress(const QString& sentence, int done, int all);
   void clear();
   // Hides a message of success; the others stay.

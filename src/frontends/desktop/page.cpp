@@ -250,6 +250,13 @@ void Page::describe(const Binding& binding, bool differs) {
   binding.widget()->setAccessibleDescription(words);
 }
 
+bool Page::isRefused(const Control& field) const {
+  return std::ranges::any_of(notes_, [&field](const Note& note) {
+    return &note.binding->control() == &field && note.label->kind() == MessageKind::failure &&
+           !note.label->words().isEmpty();
+  });
+}
+
 void Page::refreshMarks() {
   for (const auto& row : rows_) {
     bool differs = false;

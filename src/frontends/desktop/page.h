@@ -39,6 +39,8 @@ class Page : public QWidget {
   // ask the computer which ports are in use.
   void refreshMarks();
   void refreshNotes();
+  // Whether the note under the field says that Apply would refuse it.
+  bool isRefused(const Control& field) const;
 
  private:
   struct Row {

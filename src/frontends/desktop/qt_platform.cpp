@@ -64,7 +64,8 @@ bool Busy::eventFilter(QObject* /*watched*/, QEvent* event) {
   return std::find(std::begin(kInput), std::end(kInput), event->type()) != std::end(kInput);
 }
 
-bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit) {
+bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit,
+                       Input input) {
   if (isDone()) return true;
   QEventLoop loop;
   QTimer again;
@@ -76,9 +77,19 @@ bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chr
   });
   again.start(kPaintingPause);
   busy.enter();
-  loop.exec();
+  loop.exec(input == Input::kept ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
   busy.leave();
   return done;
+}
+
+std::unique_ptr<HeldLock> PaintingLocks::lock(std::chrono::milliseconds limit) {
+  std::unique_ptr<HeldLock> held;
+  const auto take = [this, &held] {
+    held = locks_.lock(std::chrono::milliseconds(0));
+    return held != nullptr;
+  };
+  waitWhilePainting(busy_, take, limit, Input::dropped);
+  return held;
 }
 
 std::optional<Rect> QtApplication::mainWindowFrame() {

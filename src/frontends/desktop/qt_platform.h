@@ -11,6 +11,7 @@
 #include <memory>
 #include <optional>
 
+#include "src/adapters/services/change_locks.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik::desktop {
@@ -31,9 +32,27 @@ class Busy : public QObject {
   int depth_ = 0;
 };
 
+// What becomes of keys and clicks while the window only paints.
+enum class Input {
+  dropped,  // a question may come next, which they must not answer
+  kept,     // for when it is over
+};
 // Waits until something is done, at most until the limit, and lets the window paint meanwhile. Asks now and
 // then. Whether it was done.
-bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit);
+bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit,
+                       Input input);
+
+// The lock of changes, waited for while the window paints.
+class PaintingLocks : public ChangeLocks {
+ public:
+  // Borrows both.
+  PaintingLocks(ChangeLocks& locks, Busy& busy) : locks_(locks), busy_(busy) {}
+  std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) override;
+
+ private:
+  ChangeLocks& locks_;
+  Busy& busy_;
+};
 
 class QtApplication : public HostApplication {
  public:

@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "src/frontends/desktop/address_label.h"
 #include "src/frontends/desktop/message_area.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
@@ -159,6 +160,14 @@ std::optional<std::size_t> SettingsWindow::pageOf(const std::string& outlet) con
     if (std::ranges::any_of(pages_[i]->bindings(), isIt)) return i;
   }
   return std::nullopt;
+}
+
+bool SettingsWindow::isRefused(const Control& field) const {
+  return std::ranges::any_of(pages_, [&field](const Page* page) { return page->isRefused(field); });
+}
+
+AddressLabel& SettingsWindow::addressLabel(const Control& address) const {
+  return *static_cast<AddressLabel*>(binding(text(address.name()))->widget());
 }
 
 bool SettingsWindow::showSetting(const std::string& outlet) {

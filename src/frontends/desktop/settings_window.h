@@ -20,6 +20,7 @@ class QStackedWidget;
 
 namespace norvik::desktop {
 
+class AddressLabel;
 class MessageArea;
 class Sidebar;
 
@@ -59,6 +60,10 @@ class SettingsWindow : public QWidget, public ControlObserver {
   std::optional<std::size_t> pageOf(const std::string& outlet) const;
   // Opens the page of a control and gives it the keyboard focus. False if a lock keeps the page closed.
   bool showSetting(const std::string& outlet);
+  // Whether the note under a field says that Apply would refuse it.
+  bool isRefused(const Control& field) const;
+  // The label of an address.
+  AddressLabel& addressLabel(const Control& address) const;
   // How many changes there are, and how many each page holds, in the order of the description: marks those
   // that hold some.
   void showPending(std::size_t all, const std::vector<std::size_t>& byPage);

@@ -103,7 +103,8 @@ void SingleInstance::acceptRequest() {
   if (ours && activationRequested) activationRequested();
 }
 
-// Without waiting: whoever holds the name may never accept, and a connection to such a one would wait for ever.
+// Without waiting: whoever holds the name may never accept, and a connection to such a one would wait for
+// ever.
 bool SingleInstance::requestActivation() const {
   const Address address = addressOf(path_);
   const int first = localSocket(SOCK_NONBLOCK);

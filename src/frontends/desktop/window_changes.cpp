@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "src/frontends/desktop/address_label.h"
 #include "src/frontends/desktop/changes_dialog.h"
 #include "src/frontends/desktop/details_dialog.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/server/client_services.h"
 
 namespace norvik::desktop {
 
@@ -16,6 +18,9 @@ namespace {
 
 // After the last event of a file, so that a save in several steps is looked at once.
 constexpr std::chrono::milliseconds kSettling{150};
+
+// Before a save that is not over is said to be under way.
+constexpr std::chrono::milliseconds kSlow{400};
 
 constexpr MessageSubject kSubjects[] = {MessageSubject::files, MessageSubject::inForce,
                                         MessageSubject::others, MessageSubject::outcome};
@@ -41,6 +46,10 @@ WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, Setti
   };
   settled_.setSingleShot(true);
   connect(&settled_, &QTimer::timeout, this, [this] { lookAtFiles(); });
+  slow_.setSingleShot(true);
+  connect(&slow_, &QTimer::timeout, this, [this] {
+    if (busy_.isBusy()) line(MessageSubject::outcome).showProgress(text(window_texts::kSaving), 0, 0);
+  });
   connectMessages();
   showFindings();
   showPending();
@@ -117,8 +126,16 @@ void WindowChanges::apply() {
     window_.showSetting(outlet);
     return say(refused, outlet, nullptr);
   }
+  slow_.start(kSlow);
   const ChangeReport report = change_.apply(decisions_);
-  say(report, appliedMessage(report), [this] { apply(); });
+  slow_.stop();
+  say(report, appliedMessage(report), [this] { applyAgain(); });
+}
+
+// What is saved already only has to be taken up.
+void WindowChanges::applyAgain() {
+  if (change_.pending().empty() && takeUp) return takeUp();
+  apply();
 }
 
 void WindowChanges::showChanges() {
@@ -131,7 +148,16 @@ void WindowChanges::showChanges() {
   if (choice == ChangesDialog::kGoToSetting) window_.showSetting(list.outlet());
 }
 
+// An address with a port that cannot be is not offered for copying.
+void WindowChanges::showAddresses() {
+  for (const ClientService& service : kClientServices) {
+    const bool refused = window_.isRefused(pane_.*service.field);
+    window_.addressLabel(pane_.*service.address).setCopyable(!refused);
+  }
+}
+
 void WindowChanges::showPending() {
+  showAddresses();
   std::vector<std::size_t> byPage(window_.pages().size());
   // While nothing can be applied, nothing is counted; the pane says so four times a second anyway.
   const auto changes = pane_.ib_button_Apply.isEnabled() ? change_.pending() : std::vector<SettingChange>();
@@ -148,12 +174,18 @@ void WindowChanges::pressLock() {
   const bool wasOpen = pane_.authorized();
   const ChangeReport report = change_.around([this] { pane_.buttonClicked(pane_.ib_button_Auth); });
   if (wasOpen && (report.applied || report.error)) {
-    return say(report, appliedMessage(report), [this] { apply(); });
+    return say(report, appliedMessage(report), [this] { applyAgain(); });
   }
   if (wasOpen) return;
   if (!pane_.authorized()) return say(unlockDeniedMessage(), {}, [this] { pressLock(); });
   line(MessageSubject::outcome).clear();
   change_.takeOver();  // an open lock shows more than a closed one
+}
+
+bool WindowChanges::serverFileIsDamaged() const {
+  return std::ranges::any_of(change_.findings(), [](const FileFinding& finding) {
+    return finding.damaged && finding.group == Group::server;
+  });
 }
 
 bool WindowChanges::unlocked() {

@@ -37,6 +37,9 @@ class WindowChanges : public QObject {
   // How many changes are pending.
   std::size_t pendingCount() { return change_.pending().size(); }
 
+  // Whether the server's settings file cannot be read; then nothing of it should be taken up.
+  bool serverFileIsDamaged() const;
+
   // Says what came of something: the setting it is about, if any, and what "Retry" does about it.
   void say(const WindowMessage& message, const std::string& outlet, std::function<void()> retry);
 
@@ -52,6 +55,8 @@ class WindowChanges : public QObject {
   void say(const ChangeReport& report, const WindowMessage& message, std::function<void()> retry);
   void pressLock();
   void showPending();
+  void showAddresses();
+  void applyAgain();
   void showFindings();
   void lookAtFiles();
   void chooseValues();
@@ -65,6 +70,7 @@ class WindowChanges : public QObject {
   const Busy& busy_;
   DialogDecisions decisions_;
   QTimer settled_;  // a save is several events
+  QTimer slow_;     // a save that takes so long that a person should know
   std::function<void()> retry_;
   std::string outlet_;     // of the setting that the outcome is about
   std::string dismissed_;  // the sentence about files that a person has closed

@@ -83,7 +83,7 @@ void WindowServer::lookAtForce() {
 
 void WindowServer::showForce(const ServerInForce& inForce) {
   pid_ = server_.pane.m_serverPid;
-  const WindowMessage message = inForceMessage(inForce);
+  const WindowMessage message = changes_.serverFileIsDamaged() ? WindowMessage() : inForceMessage(inForce);
   if (std::exchange(said_, message.sentence) != message.sentence)
     window_.messages().line(MessageSubject::inForce).showMessage(message);
   if (!message.isEmpty()) again_.start(kLookAgain);

@@ -30,7 +30,7 @@ std::string faultOf(const Line& words) {
 
 // A value that the option takes.
 std::string valueFor(const Option& option) {
-  return option.takes == OptionValue::answer ? "limits=yes" : "x";
+  return option.takes == OptionValue::answer ? "limits=yes" : option.takes == OptionValue::number ? "5" : "x";
 }
 
 std::string helpOf(const Command& command) {
@@ -71,6 +71,18 @@ TEST(CommandLineTest, EveryOptionMayPrecedeOrFollowTheCommand) {
   }
   EXPECT_TRUE(parsed({"-h"}).help);
   EXPECT_TRUE(parsed({"--dry-run", "set", "a=b"}).dryRun);
+}
+
+TEST(CommandLineTest, ATimeToWaitIsAWholeNumberOfSeconds) {
+  EXPECT_EQ(parsed({"set", "a=b"}).limits.lock, std::chrono::seconds(10));
+  EXPECT_EQ(parsed({"--wait-lock", "0", "set", "a=b"}).limits.lock, std::chrono::seconds(0));
+  EXPECT_EQ(parsed({"set", "a=b", "--wait-tools=45"}).limits.tools, std::chrono::seconds(45));
+  for (const char* wrong : {"-1", "3601", "1.5", "soon"}) {
+    EXPECT_EQ(
+        faultOf({"--wait-lock", wrong, "set", "a=b"}),
+        std::string("a time to wait is a whole number of seconds from 0 to 3600, not \"") + wrong + "\".");
+  }
+  EXPECT_EQ(faultOf({"get", "a", "--wait-lock=5"}), "get takes no --wait-lock.");
 }
 
 TEST(CommandLineTest, EachAnswerNamesItsQuestion) {
@@ -180,6 +192,32 @@ TEST(HelpTest, ShowsEveryCommandAndOption) {
     EXPECT_NE(text.find("\n  " + std::string(option.name)), std::string::npos) << option.name;
     EXPECT_NE(text.find("  " + std::string(option.help) + "\n"), std::string::npos) << option.name;
   }
+}
+
+TEST(HelpTest, ShowsEveryQuestionAndExitStatus) {
+  std::ostringstream help;
+  writeHelp(help);
+  for (const QuestionRow& question : questionTable()) {
+    EXPECT_NE(help.str().find("\n  " + formOf(question) + " "), std::string::npos) << question.name;
+  }
+  for (const ExitStatusRow& row : exitStatuses()) {
+    const std::string line = "\n  " + std::to_string(row.status) + " ";
+    EXPECT_NE(help.str().find(line), std::string::npos) << row.status;
+    EXPECT_NE(help.str().find("  " + std::string(row.meaning) + "\n"), std::string::npos) << row.meaning;
+  }
+}
+
+// A failure without an exit status of its own would end as another one.
+TEST(ExitStatusTest, EveryFailureHasAStatusAndAWord) {
+  std::set<int> statuses;
+  std::set<std::string_view> words;
+  for (const ExitStatusRow& row : exitStatuses()) {
+    EXPECT_EQ(exitStatusOf(row.code), row.status);
+    statuses.insert(row.status);
+    words.insert(codeWord(row.code));
+  }
+  EXPECT_EQ(statuses, (std::set<int>{0, 64, 65, 66, 69, 70, 73, 74, 75, 77, 78, 130}));
+  EXPECT_EQ(words.size(), exitStatuses().size());
 }
 
 TEST(HelpTest, OfACommandShowsItsArgumentsAndTheOptionsThatItTakes) {

@@ -39,19 +39,24 @@ Entries shownSettings(const SandboxRun& box) {
   std::set<std::string> shown;
   const auto all = box.json({"show"});
   for (const auto& page : all["pages"]) {
-    for (const auto& setting : page["settings"]) shown.insert(setting["name"].get<std::string>());
+    for (const auto& setting : page["settings"]) {
+      EXPECT_EQ(setting["default"], true) << "in a fresh sandbox: " << setting["name"];
+      shown.insert(setting["name"].get<std::string>());
+    }
   }
   Entries entries;
   const InterfaceDescription description = shippedInterface();
   for (const SettingDescription& setting : settingsOf(description)) {
     if (shown.count(setting.name) == 0) continue;
     const std::string label = setting.isChoice() ? "" : setting.first().label + ": ";
-    entries.emplace_back(setting.name, label + acceptedValues(setting) + ".");
+    const std::string text = box.run({"get", setting.name}).out;
+    entries.emplace_back(
+        setting.name, label + acceptedValues(setting) + "; default " + text.substr(0, text.size() - 1) + ".");
   }
   return entries;
 }
 
-TEST(DocumentsTest, TheManualPageHasEverySettingWithItsLabelAndValues) {
+TEST(DocumentsTest, TheManualPageHasEverySettingWithItsLabelValuesAndDefault) {
   const SandboxRun box;
   EXPECT_EQ(manualSettings(), shownSettings(box));
   EXPECT_GT(manualSettings().size(), 30U);
@@ -65,7 +70,9 @@ TEST(DocumentsTest, TheManualPageHasEveryCommandAndOption) {
     std::string macro, kind, word;
     words >> macro >> kind;
     if (macro != ".It") continue;
-    while (kind == "Cm" && words >> word) {
+    // A question has an equals sign, and is no command.
+    const bool isCommand = kind == "Cm" && line.find('=') == std::string::npos;
+    while (isCommand && words >> word) {
       if (word != ",") commandEntries.insert(word);
     }
     if (kind == "Fl" && words >> word) optionEntries.insert("-" + word);
@@ -83,7 +90,7 @@ TEST(DocumentsTest, TheManualPageHasEveryExitStatus) {
   for (auto line = section; line != lines.end() && *line != ".El"; ++line) {
     if (line->starts_with(".It ")) entries.push_back(line->substr(4));
   }
-  std::set<int> known;
+  std::set<int> known{kExitNotRunning};
   for (const ExitStatusRow& row : exitStatuses()) known.insert(row.status);
   std::vector<std::string> expected;
   for (const int status : known) expected.push_back(std::to_string(status));

@@ -2,6 +2,8 @@
 // words and of the pages does not matter.
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 #include "tests/frontends/command/sandbox_run.h"
 
 namespace norvik::command {
@@ -22,6 +24,14 @@ class WishesTest : public testing::Test {
     EXPECT_EQ(outcome["changed"], false) << outcome;
     EXPECT_EQ(outcome["changes"], nlohmann::json::array()) << outcome;
     EXPECT_EQ(box.files(), before);
+  }
+  Words settingNames() const {
+    Words names;
+    const auto shown = box.json({"show"});
+    for (const auto& page : shown["pages"]) {
+      for (const auto& setting : page["settings"]) names.push_back(setting["name"].get<std::string>());
+    }
+    return names;
   }
   std::string get(const std::string& name) const { return box.run({"get", name}).out; }
 
@@ -53,17 +63,14 @@ TEST_F(WishesTest, TheStandardPortSwitchesItsBoxOff) {
 }
 
 TEST_F(WishesTest, WhatGetPrintsSetTakes) {
-  for (const char* action : {"connect.act=off", "connect.act=on"}) {
-    ASSERT_EQ(box.run({"set", action}).status, 0);
-    Words assignments;
-    const auto shown = box.json({"show"});
-    for (const auto& page : shown["pages"]) {
-      for (const auto& setting : page["settings"]) {
-        const auto name = setting["name"].get<std::string>();
-        const std::string text = get(name);
-        assignments.push_back(name + "=" + text.substr(0, text.size() - 1));
-      }
-    }
+  for (const char* change : {"connect.act=off", "connect.act=on", "connect.multiuser=on", "nvk.enabled=off",
+                             "user.image.defaults=off", "image.depth=8", "connect.multiuser=off"}) {
+    ASSERT_EQ(box.run({"--answer", "limits=no", "set", change}).status, 0) << change;
+    Words query = settingNames(), assignments;
+    query.insert(query.begin(), "get");
+    std::istringstream lines(box.run(query).out);
+    std::string text;
+    for (std::size_t i = 1; std::getline(lines, text); ++i) assignments.push_back(query.at(i) + "=" + text);
     EXPECT_GT(assignments.size(), 30U);
     expectNoChange(assignments);
   }
@@ -102,6 +109,55 @@ TEST_F(WishesTest, OwnImageSettingsAreSetAndThenTheServersFollowed) {
   const Result result = box.run({"set", "user.image.defaults=on", "user.image.depth=8"});
   EXPECT_EQ(result.status, 78) << result.out << result.err;
   EXPECT_EQ(get("user.image.defaults"), "off\n");
+}
+
+TEST_F(WishesTest, UnsetGivesTheDefaults) {
+  const std::string nvk = std::to_string(freePort()), rdp = std::to_string(freePort());
+  ASSERT_EQ(box.run({"--answer", "limits=no", "--answer", "graphics=yes", "--no-reboot", "set",
+                     "nvk.port=" + nvk, "rdp.port=" + rdp, "nvk.clipboard=off", "image.quality=low",
+                     "image.buffer=5", "notify.show=1-day", "connect.multiuser=on", "system.wake=off",
+                     "system.compositing.disable=on", "user.image.defaults=off", "user.image.depth=4",
+                     "user.mouse.swap=on", "notify.news=off"})
+                .status,
+            65);
+  ASSERT_EQ(box.run({"--answer", "limits=no", "--answer", "graphics=yes", "--no-reboot", "set",
+                     "nvk.port=" + nvk, "rdp.port=" + rdp, "nvk.clipboard=off", "image.quality=low",
+                     "image.buffer=5", "notify.show=15-minutes", "connect.multiuser=on", "system.wake=off",
+                     "system.compositing.disable=on", "user.image.defaults=off", "user.image.depth=4",
+                     "user.mouse.swap=on", "notify.news=off"})
+                .status,
+            0);
+  EXPECT_EQ(box.run({"unset", "nvk.port", "notify.news"}).status, 0);
+  EXPECT_EQ(box.run({"get", "nvk.port", "nvk.port.custom", "notify.news", "rdp.port"}).out,
+            "4073\noff\non\n" + rdp + "\n");
+  EXPECT_EQ(box.run({"set", "rdp.port=default", "user.mouse.swap=Default"}).status, 0);
+  EXPECT_EQ(box.run({"get", "rdp.port", "rdp.port.custom", "user.mouse.swap"}).out, "3389\noff\noff\n");
+
+  Words all = settingNames();
+  all.insert(all.begin(), {"unset", "--no-reboot"});
+  const Result result = box.run(all);
+  EXPECT_EQ(result.status, 0) << result.err;
+  for (const auto& page : box.json({"show"})["pages"]) {
+    for (const auto& setting : page["settings"]) EXPECT_EQ(setting["default"], true) << setting;
+  }
+  const Result again = box.run(all);
+  EXPECT_EQ(again.status, 0);
+  EXPECT_EQ(again.out, "There was nothing to save.\n");
+}
+
+TEST_F(WishesTest, UnsetTakesNamesAlone) {
+  EXPECT_EQ(box.run({"unset", "nvk.port=5"}).err,
+            "norvikctl: unset takes names alone, not \"nvk.port=5\".\n");
+  EXPECT_EQ(box.run({"unset", "nvk.prot"}).status, 64);
+  EXPECT_EQ(box.run({"unset", "user.image.depth"}).status, 0);
+}
+
+// The user's image controls show the server's values while the user follows them.
+TEST_F(WishesTest, WhatDependsOnASwitchIsRefusedWithTheReason) {
+  ASSERT_EQ(box.run({"set", "image.depth=8"}).status, 0);
+  const Result result = box.run({"unset", "user.image.depth"});
+  EXPECT_EQ(result.status, 78);
+  EXPECT_NE(result.err.find("it needs user.image.defaults=off"), std::string::npos) << result.err;
 }
 
 }  // namespace

@@ -132,6 +132,20 @@ TEST_F(Changes, TheNoteOfARefusedPortStandsOut) {
   EXPECT_EQ(note().kind(), MessageKind::warning) << "a port in use does not keep anybody from applying";
 }
 
+TEST_F(Changes, AnAddressWithAPortThatCannotBeIsNotOfferedForCopying) {
+  openEverything();
+  const auto canCopy = [this](const char* port) {
+    typePort(QString::fromUtf8(port));
+    return panel.widget("ib_admin_label_nvkAddress_copy")->isVisible();
+  };
+  EXPECT_TRUE(canCopy("4500"));
+  const QPoint below = panel.widget("ib_admin_edbox_nvkPort")->mapTo(&panel.window, QPoint());
+  EXPECT_FALSE(canCopy("70000"));
+  EXPECT_EQ(panel.widget("ib_admin_edbox_nvkPort")->mapTo(&panel.window, QPoint()), below)
+      << "the page does not jump";
+  EXPECT_TRUE(canCopy("4501"));
+}
+
 // ---- Saved, and saves that fail
 
 TEST_F(Changes, AnApplyThatWorkedIsSaidUntilTheNextEdit) {
@@ -177,6 +191,14 @@ TEST_F(Changes, AToolThatFailsIsSaidWithItsWords) {
   });
   press(MessageSubject::outcome, MessageAction::showDetails);
   EXPECT_TRUE(details.contains(QStringLiteral("the daemon does not answer"))) << details.toStdString();
+  desktop.computer.tools.setUsual("/usr/sbin/nvkservice", "apply");
+  const auto before =
+      std::ranges::count_if(desktop.launches, [](const auto& l) { return l.find("apply") != l.npos; });
+  press(MessageSubject::outcome, MessageAction::retry);
+  const auto after =
+      std::ranges::count_if(desktop.launches, [](const auto& l) { return l.find("apply") != l.npos; });
+  EXPECT_EQ(after, before + 1) << "the files are saved, so only the server has to take them up";
+  EXPECT_EQ(outcome().message().kind, MessageKind::done) << said().toStdString();
 }
 
 TEST_F(Changes, SomebodyElsesLockIsSaidAndTheEditStays) {
@@ -379,6 +401,7 @@ TEST_F(Changes, ADamagedFileIsNotWrittenOverUntilAPersonSaysSo) {
   openEverything();
   desktop.computer.fileSystem.put(kServerFile, "<plist><dict>");
   noticeFiles();
+  EXPECT_FALSE(counter().isVisible()) << "nobody has edited anything";
   panel.choosePage("admin", "Norvik clients");
   panel.click("ib_admin_chkbox_nvkSound");
   {

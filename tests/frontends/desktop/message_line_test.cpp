@@ -125,6 +125,16 @@ TEST_F(Messages, AreReachedByTabFromTheSidebarAndClosedByAKey) {
   EXPECT_EQ(QApplication::focusWidget(), panel.widget("ib_user_chkbox_mseSwap"));
 }
 
+TEST_F(Messages, StayOutOfTheWayBackFromTheLockToTheSidebar) {
+  outcome().showMessage(message(MessageKind::failure, {MessageAction::retry}));
+  panel.settle();
+  panel.widget("ib_button_Auth")->setFocus();
+  panel.press(Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), panel.widget("ib_button_Help"));
+  panel.press(Qt::Key_Tab);
+  EXPECT_EQ(QApplication::focusWidget(), panel.widget("ib_oview_confBar"));
+}
+
 TEST_F(Messages, OfSuccessGoAtTheNextEditAndOthersStay) {
   panel.choosePage("user", "Mouse");
   for (const MessageKind kind : kKinds) {

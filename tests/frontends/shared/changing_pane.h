@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -19,17 +20,25 @@ namespace norvik {
 struct PlannedDecisions : ChangeDecisions {
   std::optional<Side> side;  // for every collision; none cancels
   DamagedAnswer damaged = DamagedAnswer::cancel;
+  std::map<std::string, DamagedAnswer> damagedAt = {};  // for single files, before the one for all
+  std::function<void()> whileAsking;                    // what happens meanwhile
   std::vector<Collision> collisions = {};
   std::vector<FileFinding> files = {};
+  int questions = 0;
 
   std::optional<std::vector<Side>> resolve(const std::vector<Collision>& asked) override {
+    ++questions;
     collisions = asked;
+    if (whileAsking) whileAsking();
     if (!side) return std::nullopt;
     return std::vector<Side>(asked.size(), *side);
   }
   DamagedAnswer decideDamaged(const FileFinding& file) override {
+    ++questions;
     files.push_back(file);
-    return damaged;
+    if (whileAsking) whileAsking();
+    const auto known = damagedAt.find(file.file);
+    return known != damagedAt.end() ? known->second : damaged;
   }
 };
 
@@ -38,6 +47,9 @@ class ChangingPane : public testing::Test {
   static constexpr const char* kAgent = "/Users/user/Library/Preferences/com.veltrane.nvkagent.plist";
   static constexpr const char* kMenu = "/Users/user/Library/Preferences/com.veltrane.nvkmenua.plist";
   static constexpr const char* kServer = "/etc/norvik/svr.cfg";
+  static constexpr const char* kLaunchd = "/etc/launchd.conf";
+  static constexpr const char* kSaver = "/Library/Preferences/com.apple.screensaver.plist";
+  static constexpr const char* kWindows = "/Library/Preferences/com.apple.windowserver.plist";
 
   ChangingPane() : interface(shippedInterface()) {
     computer.effects.setSink([this](EffectKind kind, const std::string& line) {
@@ -47,7 +59,9 @@ class ChangingPane : public testing::Test {
     });
     computer.authorization.setInteractiveGranted(true);
   }
-  ~ChangingPane() override {
+  ~ChangingPane() override { close(); }
+
+  void close() {
     change.reset();
     if (pane != nullptr) pane->destroy();
     pane.reset();
@@ -84,6 +98,17 @@ class ChangingPane : public testing::Test {
     pane->onStateTimer();
   }
   ChangeReport apply() { return change->apply(person); }
+  // The pane is left, with this answer to its question.
+  ChangeReport leave(int answer) {
+    computer.alerts.addAnswer(answer);
+    return change->around([this] { pane->didUnselect(); });
+  }
+  // The system takes the rights away, as after a time; nobody is asked.
+  void loseRights() {
+    computer.authorization.setSilentGranted(false);
+    computer.application.becomeActive();
+    ASSERT_FALSE(pane->authorized());
+  }
 
   // Another program writes the server's file: its NVK port, and a key of its own.
   void put(const std::string& path, const PropertyList::Dictionary& dictionary) {
@@ -94,6 +119,14 @@ class ChangingPane : public testing::Test {
   }
   std::optional<PropertyList> listAt(const std::string& path) {
     return computer.propertyLists.dictionaryWithContentsOfFile(path);
+  }
+  std::string bytesAt(const std::string& path) {
+    const auto file = computer.fileSystem.find(path);
+    return file != nullptr ? file->bytes : "missing";
+  }
+  int64_t storedNumber(const std::string& path, const std::string& key) {
+    const auto list = listAt(path);
+    return list && list->find(key) != nullptr ? integerValue(list->find(key)) : -1;
   }
   int64_t storedNvkPort() {
     const auto list = listAt(kServer);

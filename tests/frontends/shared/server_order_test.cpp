@@ -104,7 +104,7 @@ TEST_F(ServerOrderTest, WithoutRightsNothingIsRun) {
   pane.deauthorize();
   const OrderReport report = order(ServerOrder::start);
   EXPECT_EQ(report.change.error.code, FailureCode::notAllowed);
-  EXPECT_EQ(report.change.error.sentence, "this needs administrator rights, which were not granted.");
+  EXPECT_EQ(report.change.error.sentence, "This needs administrator rights, which were not granted.");
   EXPECT_FALSE(computer.service.daemonRuns());
 }
 
@@ -113,7 +113,7 @@ TEST_F(ServerOrderTest, AServerThatIsNotInstalled) {
   const OrderReport report = order(ServerOrder::start);
   EXPECT_EQ(report.change.error.code, FailureCode::server);
   EXPECT_EQ(report.change.error.sentence,
-            "the server is not installed: there is no program /usr/sbin/nvkservice.");
+            "The server is not installed: there is no program /usr/sbin/nvkservice.");
   EXPECT_EQ(report.change.error.advice, "Install the Norvik server on this computer.");
   EXPECT_TRUE(report.change.commands.empty());
 }
@@ -124,8 +124,8 @@ TEST_F(ServerOrderTest, AToolThatFailsIsQuoted) {
   EXPECT_EQ(report.change.error.code, FailureCode::server);
   EXPECT_EQ(
       report.change.error.sentence,
-      "the server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: nvkservice: no "
-      "licence");
+      "The server did not start. /usr/sbin/nvkservice start -f -w failed with exit status 3: nvkservice: no "
+      "licence.");
 }
 
 TEST_F(ServerOrderTest, AToolThatFailsAlthoughTheServerDoesAsOrderedIsAWarning) {
@@ -135,14 +135,14 @@ TEST_F(ServerOrderTest, AToolThatFailsAlthoughTheServerDoesAsOrderedIsAWarning) 
   const OrderReport report = order(ServerOrder::stop);
   EXPECT_TRUE(report.ok());
   EXPECT_EQ(report.change.warnings,
-            std::vector<std::string>{"/usr/sbin/nvkservice stop -w failed with exit status 1: half stopped"});
+            std::vector<std::string>{"/usr/sbin/nvkservice stop -w failed with exit status 1: half stopped."});
 }
 
 TEST_F(ServerOrderTest, AToolThatTheSystemRefuses) {
   computer.authorization.refuse(PROC_NVKSVC, "start");
   const OrderReport report = order(ServerOrder::start);
   EXPECT_EQ(report.change.error.code, FailureCode::notAllowed);
-  EXPECT_EQ(report.change.error.sentence, "/usr/sbin/nvkservice start -f -w could not be run.");
+  EXPECT_EQ(report.change.error.sentence, "The system refused to run the command /usr/sbin/nvkservice start -f -w.");
 }
 
 TEST_F(ServerOrderTest, AToolThatDoesNotEnd) {
@@ -155,14 +155,14 @@ TEST_F(ServerOrderTest, AServerThatDoesNotComeUpOrGoDown) {
   computer.service.setStartDelay(std::nullopt);
   const OrderReport started = order(ServerOrder::start);
   EXPECT_EQ(started.change.error.code, FailureCode::server);
-  EXPECT_EQ(started.change.error.sentence, "the server did not start. It was given 25 seconds.");
+  EXPECT_EQ(started.change.error.sentence, "The server did not start. It was given 25 seconds.");
   EXPECT_NE(started.change.error.advice, "");
   runServer();
   computer.service.setStopDelay(std::nullopt);
   EXPECT_EQ(order(ServerOrder::stop).change.error.sentence,
-            "the server did not stop. It was given 25 seconds.");
+            "The server did not stop. It was given 25 seconds.");
   EXPECT_EQ(order(ServerOrder::restart).change.error.sentence,
-            "the server did not stop, so it was not started again. It was given 25 seconds.");
+            "The server did not stop, so it was not started again. It was given 25 seconds.");
 }
 
 TEST_F(ServerOrderTest, APortThatSomebodyElseHas) {
@@ -173,7 +173,7 @@ TEST_F(ServerOrderTest, APortThatSomebodyElseHas) {
     EXPECT_EQ(report.change.error.code, FailureCode::server);
     EXPECT_EQ(
         report.change.error.sentence,
-        "the server runs, but Norvik clients cannot connect to port 4500, which is taken by nginx, process 812.");
+        "The server runs, but Norvik clients cannot connect to port 4500, which is taken by nginx, process 812.");
     EXPECT_EQ(report.change.error.setting, "nvk.port");
     EXPECT_EQ(report.change.error.outlet, "ib_admin_edbox_nvkPort");
     EXPECT_NE(report.change.error.advice, "");
@@ -188,7 +188,7 @@ TEST_F(ServerOrderTest, AServerThatDoesNotListenAlthoughItWasJustStarted) {
   });
   EXPECT_EQ(
       order(ServerOrder::start).change.error.sentence,
-      "the server runs, but Norvik clients cannot connect to port 4500, where the server does not listen.");
+      "The server runs, but Norvik clients cannot connect to port 4500, where the server does not listen.");
 }
 
 TEST_F(ServerOrderTest, WhatWasStoredSinceAServerStartedIsOnlyAWarning) {
@@ -256,7 +256,7 @@ TEST_F(TakeUpTest, AToolThatFailsOrIsNotThere) {
   EXPECT_NE(failed.change.error.sentence.find("cannot be signalled"), std::string::npos);
   computer.fileSystem.remove(PROC_NVKSVC);
   EXPECT_EQ(takeUpNow().change.error.sentence,
-            "the server is not installed: there is no program /usr/sbin/nvkservice.");
+            "The server is not installed: there is no program /usr/sbin/nvkservice.");
 }
 
 TEST_F(TakeUpTest, SomebodyElseWhoChangesSettingsIsWaitedFor) {

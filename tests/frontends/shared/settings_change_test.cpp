@@ -188,7 +188,7 @@ TEST_F(SettingsChangeTest, TheCopyOfADamagedFileIsRestoredAndTheEditStays) {
   change->takeOver();
   ASSERT_EQ(change->findings().size(), 1u);
   EXPECT_NE(change->findings()[0].copyTime, "");
-  EXPECT_EQ(pane->m_admin_nvkPort, 4073) << "the pane falls back to its defaults";
+  EXPECT_EQ(pane->m_admin_nvkPort, 4500) << "nothing is loaded from a file that cannot be read";
   typeNvkPort("5000");
   person.damaged = DamagedAnswer::restore;
   const ChangeReport report = apply();

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/change/setting_groups.h"
+
 namespace norvik {
 
 namespace {
@@ -27,14 +29,6 @@ bool showsValue(const PaneSetting& setting) {
 }
 
 }  // namespace
-
-std::vector<const Setting*> storedRows() {
-  std::vector<const Setting*> rows;
-  for (const SettingsTable table : {userSettings(), serverSettings(), notificationSettings()}) {
-    for (const Setting& row : table) rows.push_back(&row);
-  }
-  return rows;
-}
 
 bool isPending(const NVKServerPrefs& pane, const Setting& row) {
   return pane.differsFromStored(pane.*row.controls[0]);
@@ -80,6 +74,15 @@ const Setting* rowOfSetting(const NVKServerPrefs& pane, const PaneSetting& setti
     if (edits(pane, *row, setting.controls().front())) return row;
   }
   return nullptr;
+}
+
+bool isFollowing(const NVKServerPrefs& pane, const Setting& row) {
+  return row.followed && pane.new_user_imgDefs() == 1;
+}
+
+bool isLeftByLoads(const NVKServerPrefs& pane, const Setting& row) {
+  return row.shown == Shown::elsewhere && !row.followed &&
+         (pane.*row.controls[0]).kind() == ControlKind::slider;
 }
 
 }  // namespace norvik

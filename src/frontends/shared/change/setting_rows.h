@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -12,9 +11,6 @@
 #include "src/server/mac/stores/settings.h"
 
 namespace norvik {
-
-// Every row that a file or a tool keeps, in the order of the groups.
-std::vector<const Setting*> storedRows();
 
 // Whether the pane would save the row's pending value because it differs. Nothing of the administrator's
 // while locked, and no image value of a user who follows the server's.
@@ -27,6 +23,8 @@ struct ControlState {
   double value;
   int64_t index;
   std::string text;
+
+  bool operator==(const ControlState&) const = default;
 };
 std::vector<ControlState> controlStates(NVKServerPrefs& pane, const Setting& row);
 void restoreControls(const std::vector<ControlState>& states);
@@ -39,5 +37,11 @@ const PaneSetting* settingOfRow(const std::vector<PaneSetting>& settings, const 
                                 const Setting& row);
 // The row that a setting belongs to; null for none.
 const Setting* rowOfSetting(const NVKServerPrefs& pane, const PaneSetting& setting);
+
+// Whether a user who follows the server's image settings sees those in the row's control; the row then has no
+// pending value of its own.
+bool isFollowing(const NVKServerPrefs& pane, const Setting& row);
+// Whether a load leaves the row's control where it is, so that the field tells more than the control.
+bool isLeftByLoads(const NVKServerPrefs& pane, const Setting& row);
 
 }  // namespace norvik

@@ -1,142 +1,68 @@
-// Looking, checking, others' changes, and what is pending. Applying is in settings_change_apply.cpp.
+// Looking, checking, others' changes, what is pending, and taking it back. Applying is in
+// settings_change_apply.cpp.
 #include "src/frontends/shared/change/settings_change.h"
 
 #include <algorithm>
 
 #include "src/frontends/shared/change/settings_change_state.h"
 #include "src/frontends/shared/checks/value_check.h"
-#include "src/server/mac/stores/settings_paths.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/stores/line_file.h"
+#include "src/server/mac/text/utf8.h"
 
 namespace norvik {
 
 namespace {
 
-// The name by which the open files limit, which is no setting of the description, is called.
-constexpr const char* kLimitName = "open files limit";
-constexpr const char* kDiffersFromStart = "the file holds another value";
+constexpr const char* kCannotBeShown = "the file holds a value that the control cannot show";
 
-std::string labelOf(const SettingDescription& description, const InterfaceDescription& interface) {
-  const ControlDescription& first = description.first();
-  const ControlDescription* box = description.isChoice() ? interface.find(first.requiresOutlet) : nullptr;
-  return box != nullptr ? box->label : first.label;
+// A front end may leave these out.
+ChangeOptions complete(ChangeOptions options, LaunchedTools& tools) {
+  if (!options.portInUse) options.portInUse = [](int64_t) { return false; };
+  if (!options.waitForTools) {
+    options.waitForTools = [&tools](std::chrono::milliseconds limit) { return tools.wait(limit); };
+  }
+  return options;
 }
 
-bool sameLimit(const NVKServerLimit& one, const NVKServerLimit& other) {
-  return one.soft == other.soft && one.hard == other.hard;
+// The save writes such a line anew, so nothing of it is cut.
+bool isReplaced(const std::string& line, const NVKServerLimit& limit) {
+  const auto pieces = piecesOf(line);
+  return limit.soft > 0 && !pieces.empty() && (pieces[0] == "limit" || pieces[0] == "#limit");
 }
 
-std::string limitText(const NVKServerLimit& limit) {
-  if (limit.soft <= 0) return "default";
-  return std::to_string(limit.soft) + " and " + std::to_string(limit.hard);
+// What the save keeps of a line: as many bytes as it has UTF-16 units.
+std::string_view keptOf(const std::string& line) {
+  return std::string_view(line).substr(0, utf16Length(line));
 }
 
-// A user who follows the server's image settings has none pending of their own.
-bool isFollowing(const NVKServerPrefs& pane, const Setting& row) {
-  return row.followed && pane.new_user_imgDefs() == 1;
+// The save of a limit cuts lines that are not plain ASCII. One that it cuts within a character would make
+// the whole file unreadable for the next load.
+void addLimitFindings(NVKServerPrefs& pane, std::vector<ValueFinding>& findings) {
+  const StringsArray lines = pane.loadStringsArray(kLaunchdConfigFile).value_or(StringsArray());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    const std::string_view kept = keptOf(lines[i]);
+    if (kept.size() == lines[i].size() || isReplaced(lines[i], pane.m_admin_maxFiles.launchd)) continue;
+    const bool blocks = !isUtf8(kept);
+    findings.push_back(
+        {.setting = kOpenFilesLimitName,
+         .outlet = std::string(pane.ib_admin_button_maxFAdjust.name()),
+         .sentence =
+             "Saving the open files limit cuts line " + std::to_string(i + 1) + " of " + kLaunchdConfigFile +
+             " short, as it is not plain ASCII" +
+             (blocks ? "; the file could not be read any more. Write that line in plain ASCII first." : "."),
+         .blocks = blocks,
+         .code = FailureCode::notSettable});
+  }
 }
 
 }  // namespace
 
-void SettingsChange::State::rememberStored(NVKServerPrefs& shown) {
-  const auto shownSettings = paneSettings(interface, shown);
-  stored.clear();
-  for (const PaneSetting& setting : shownSettings) {
-    StoredValue value{setting.text(), setting.typedValue()};
-    const Setting* row = rowOfSetting(shown, setting);
-    // A load leaves one slider where it is, so the field tells more than the control.
-    const bool isSlider = setting.description().first().kind == ControlKind::slider;
-    if (row != nullptr && isSlider && !isFollowing(shown, *row)) {
-      value = {setting.textOf(row->baseline(shown)), row->baseline(shown)};
-    }
-    stored.insert_or_assign(setting.name(), std::move(value));
-  }
-  for (const ControlDescription* field : shownFields) {
-    const std::string& text = shown.outlet(field->outlet)->stringValue();
-    stored.insert_or_assign(field->label, StoredValue{text, text});
-  }
-}
-
-bool SettingsChange::State::isEdited(const Setting& row) const {
-  if (isFollowing(pane, row) || !row.differs(pane)) return false;
-  const auto known = unedited.find(&row);
-  return known == unedited.end() || known->second != row.pendingValue(pane);
-}
-
-Edits SettingsChange::State::edits(const std::set<const Setting*>& excluded, bool withLimit) const {
-  Edits result;
-  for (const Setting* row : storedRows()) {
-    if (isEdited(*row) && !excluded.contains(row)) result.rows.emplace(row, controlStates(pane, *row));
-  }
-  if (withLimit && pane.maxFilesChanged()) result.limit = pane.m_admin_maxFiles.launchd;
-  return result;
-}
-
-Expected SettingsChange::State::expected() const {
-  Expected result;
-  for (const Setting* row : storedRows()) {
-    if (isPending(pane, *row)) result.rows.emplace(row, row->pendingValue(pane));
-  }
-  if (pane.authorized() && pane.maxFilesChanged()) result.limit = pane.m_admin_maxFiles.launchd;
-  return result;
-}
-
-void SettingsChange::State::reload(const Edits& kept, const std::set<const Setting*>& takenBack) {
-  pane.loadMaxFiles();
-  pane.loadAdminConfig();
-  pane.loadUserConfig();
-  pane.loadNotificationSettings();
-  for (const Setting* row : takenBack) {
-    Control& control = pane.*row->controls[0];
-    if (control.kind() != ControlKind::slider || isFollowing(pane, *row)) continue;
-    control.setIntegerValue(row->baseline(pane));
-  }
-  rememberStored(pane);
-  unedited.clear();
-  for (const Setting* row : storedRows()) {
-    if (row->differs(pane)) unedited.emplace(row, row->pendingValue(pane));
-  }
-  for (const auto& [row, states] : kept.rows) restoreControls(states);
-  if (kept.limit && pane.authorized()) {
-    pane.m_admin_maxFiles.launchd = *kept.limit;
-    pane.m_admin_maxFiles.action = kLimitRevert;
-    pane.displayMaxFiles();
-  }
-  // The user's image controls show the server's pending values while they follow them.
-  if (pane.new_user_imgDefs() == 1) pane.buttonClicked(pane.ib_user_chkbox_imgDefs);
-  pane.updateGui(false, false);
-}
-
-SettingChange SettingsChange::State::changeOf(const PaneSetting& setting) const {
-  const SettingDescription& description = setting.description();
-  SettingChange change{.name = setting.name(),
-                       .label = labelOf(description, interface),
-                       .page = description.page.title,
-                       .outlet = description.first().outlet,
-                       .from = setting.text(),
-                       .to = setting.text(),
-                       .oldValue = setting.typedValue(),
-                       .newValue = setting.typedValue(),
-                       .because = ""};
-  if (const auto known = stored.find(setting.name()); known != stored.end()) {
-    change.from = known->second.text;
-    change.oldValue = known->second.value;
-  }
-  return change;
-}
-
-bool SettingsChange::State::takeLock() {
-  if (lock == nullptr) lock = services.locks.lock(options.lockLimit);
-  return lock != nullptr;
-}
-
-void SettingsChange::State::giveLock() {
-  if (!lockIsCallers) lock.reset();
-}
-
 SettingsChange::SettingsChange(NVKServerPrefs& pane, RecordingPlatform& recording, Platform& computer,
                                const InterfaceDescription& interface, ComputerServices services,
                                ChangeOptions options)
-    : state_(new State{pane, recording, computer, interface, services, std::move(options)}) {
+    : state_(new State{pane, recording, computer, interface, services,
+                       complete(std::move(options), services.tools)}) {
   for (const ControlDescription* control : interface.controls()) {
     if (control->displayOnly) state_->shownFields.push_back(control);
   }
@@ -151,67 +77,41 @@ void SettingsChange::look() {
 }
 
 void SettingsChange::loaded() {
-  State& state = *state_;
-  state.settings = paneSettings(state.interface, state.pane);
-  state.rememberStored(state.pane);
-  state.unedited.clear();
-  for (const Setting* row : storedRows()) {
-    if (row->differs(state.pane)) state.unedited.emplace(row, row->pendingValue(state.pane));
-  }
+  state_->settings = paneSettings(state_->interface, state_->pane);
+  state_->rememberStored(state_->pane);
+  state_->rememberRows();
 }
 
 ForeignChanges SettingsChange::foreignChanges() {
   State& state = *state_;
   ForeignChanges foreign;
-  const FileStates now = inspectFiles(state.computer, state.services.files);
-  foreign.filesChanged = !std::ranges::equal(
-      now, state.files, [](const FileState& one, const FileState& other) { return one.holdsSameAs(other); });
+  FileStates now = inspectFiles(state.computer, state.services.files);
+  foreign.filesChanged = !holdSame(now, state.files);
   if (!foreign.filesChanged) return foreign;
-  ShadowPane shadow = state.shadow();
-  NVKServerPrefs& theirs = shadow.pane();
-  const auto theirSettings = paneSettings(state.interface, theirs);
-  for (const Setting* row : storedRows()) {
-    const int64_t value = row->baseline(theirs);
-    const PaneSetting* setting = settingOfRow(state.settings, state.pane, *row);
-    if (value == row->baseline(state.pane) || setting == nullptr) continue;
-    const PaneSetting* their = settingOfRow(theirSettings, theirs, *row);
-    SettingChange change = state.changeOf(*setting);
-    const bool edited = state.isEdited(*row);
-    if (edited && value == row->pendingValue(state.pane)) continue;
-    if (edited) {
-      foreign.collisions.push_back(
-          {change.name, change.label, change.page, change.from, their->text(), setting->text()});
-      continue;
-    }
-    change.to = their->text();
-    change.newValue = their->typedValue();
-    foreign.takenOver.push_back(std::move(change));
+  {
+    // What is readable is asked of the files of now.
+    std::swap(now, state.files);
+    ShadowPane shadow = state.shadow();
+    state.addForeignRows(shadow.pane(), foreign);
+    state.addForeignLimit(shadow.pane(), foreign);
+    std::swap(now, state.files);
   }
-  const NVKServerLimit& limit = theirs.m_admin_maxFiles.launchd;
-  const NVKServerLimits& ours = state.pane.m_admin_maxFiles;
-  if (!sameLimit(limit, ours.backup) && state.pane.maxFilesChanged() && !sameLimit(limit, ours.launchd)) {
-    foreign.collisions.push_back({kLimitName, "Open Files Limit", "", limitText(ours.backup),
-                                  limitText(limit), limitText(ours.launchd)});
-  }
+  state.refresh();
   return foreign;
 }
 
 void SettingsChange::takeOver(const std::vector<std::string>& theirs) {
-  State& state = *state_;
-  std::set<const Setting*> excluded;
-  for (const PaneSetting& setting : state.settings) {
-    if (std::ranges::count(theirs, setting.name()) == 0) continue;
-    if (const Setting* row = rowOfSetting(state.pane, setting)) excluded.insert(row);
-  }
-  const bool withLimit = std::ranges::count(theirs, kLimitName) == 0;
-  const Edits kept = state.edits(excluded, withLimit);
+  const Rows dropped = state_->rowsNamed(theirs);
+  const bool withLimit = std::ranges::count(theirs, kOpenFilesLimitName) == 0;
+  const Edits kept = state_->edits(dropped, withLimit);
+  const FileStates before = state_->files;
   look();
-  state.reload(kept, excluded);
+  state_->reload(kept, dropped, before);
 }
 
 std::vector<ValueFinding> SettingsChange::check() {
   State& state = *state_;
-  const NVKServerPrefs& pane = state.pane;
+  NVKServerPrefs& pane = state.pane;
   std::vector<ValueFinding> findings;
   if (!pane.authorized()) return findings;
   for (const Control* field : portFields(pane)) {
@@ -225,6 +125,7 @@ std::vector<ValueFinding> SettingsChange::check() {
     if (!finding) continue;
     findings.push_back({setting->name(), std::string(field->name()), finding->sentence, finding->blocks});
   }
+  if (pane.maxFilesChanged()) addLimitFindings(pane, findings);
   std::ranges::stable_sort(findings, {}, [](const ValueFinding& finding) { return !finding.blocks; });
   return findings;
 }
@@ -232,36 +133,38 @@ std::vector<ValueFinding> SettingsChange::check() {
 std::vector<SettingChange> SettingsChange::pending() {
   State& state = *state_;
   std::vector<SettingChange> changes;
-  std::set<const Setting*> shown;
+  Rows shown;
   for (const PaneSetting& setting : state.settings) {
     const Setting* row = rowOfSetting(state.pane, setting);
     if (row == nullptr || !isPending(state.pane, *row)) continue;
     SettingChange change = state.changeOf(setting);
     const bool isLast = settingOfRow(state.settings, state.pane, *row) == &setting;
     if (change.from == change.to && !(isLast && !shown.contains(row))) continue;
-    if (!state.isEdited(*row)) change.because = kDiffersFromStart;
+    if (!state.isEdited(*row)) change.because = kCannotBeShown;
     shown.insert(row);
     changes.push_back(std::move(change));
   }
-  if (!state.pane.authorized() || !state.pane.maxFilesChanged()) return changes;
+  if (!wouldSave(state.pane, Group::limit)) return changes;
   for (const ControlDescription* field : state.shownFields) {
-    const std::string& text = state.pane.outlet(field->outlet)->stringValue();
-    changes.push_back({field->label, field->label, "", field->outlet, state.stored[field->label].text, text,
-                       state.stored[field->label].value, text, ""});
+    const bool isSoft = field->outlet == state.pane.ib_admin_edbox_maxFSoft.name();
+    const NVKServerLimit stored = wholeLimit(state.pane.m_admin_maxFiles.backup);
+    const std::string from = limitPart(isSoft ? stored.soft : stored.hard);
+    const std::string& to = state.pane.outlet(field->outlet)->stringValue();
+    changes.push_back({field->label, field->label, pageOf(state.interface, field->outlet), field->outlet,
+                       from, to, from, to, ""});
   }
   return changes;
 }
 
 void SettingsChange::takeBack(const std::string& setting) {
-  const bool isLimit = std::ranges::any_of(
-      state_->shownFields, [&](const ControlDescription* field) { return field->label == setting; });
-  takeOver({isLimit ? kLimitName : setting});
+  const bool isLimit = setting == kOpenFilesLimitName ||
+                       std::ranges::count(state_->shownFields, setting,
+                                          [](const ControlDescription* field) { return field->label; }) > 0;
+  state_->takeBack(state_->rowsNamed({setting}), isLimit);
 }
 
 void SettingsChange::takeBackAll() {
-  std::vector<std::string> all = {kLimitName};
-  for (const PaneSetting& setting : state_->settings) all.push_back(setting.name());
-  takeOver(all);
+  state_->takeBack(Rows(storedRows().begin(), storedRows().end()), true);
 }
 
 bool SettingsChange::holdLock() {
@@ -272,23 +175,6 @@ bool SettingsChange::holdLock() {
 void SettingsChange::releaseLock() {
   state_->lockIsCallers = false;
   state_->lock.reset();
-}
-
-bool SettingsChange::State::wouldSave(const StoredFile& file) const {
-  switch (file.group) {
-    case Group::user:
-      return pane.userConfigChanged();
-    case Group::limit:
-      return pane.authorized() && pane.maxFilesChanged();
-    case Group::notifications:
-      return pane.notificationSettingsChanged();
-    case Group::server:
-      break;
-  }
-  if (!file.byTool) return pane.adminConfigChanged();
-  const bool isScreenSaver = std::string_view(file.path) == kScreenSaverFile;
-  const Control& box = isScreenSaver ? pane.ib_admin_chkbox_scrSaver : pane.ib_admin_chkbox_noQuartz;
-  return pane.differsFromStored(box);
 }
 
 }  // namespace norvik

@@ -6,8 +6,7 @@
 //   check          can the pending values be
 //   preview        what would be saved, run and told
 //   apply          takes the lock, takes over what others changed meanwhile, asks about what collides and
-//   about
-//                  damaged files, lets the pane apply, waits for its tools, reads back
+//                  about damaged files, lets the pane apply, waits for its tools, reads back
 #pragma once
 
 #include <chrono>
@@ -32,28 +31,34 @@ struct ValueFinding {
   std::string outlet;   // the field
   std::string sentence;
   bool blocks = true;
+  FailureCode code = FailureCode::wrongValue;  // of an Apply that it blocks
 };
 
 // A setting that this front end and somebody else have both changed.
 struct Collision {
   std::string name, label, page;
   std::string loaded, theirs, yours;
+
+  bool operator==(const Collision&) const = default;
 };
 enum class Side { mine, theirs };
 
 enum class DamagedAnswer {
   cancel,   // nothing is saved
-  restore,  // begin with the copy; only where there is one
-  replace,  // begin with the defaults; the damaged bytes are kept beside
+  restore,  // begin with the copy; only where there is one that is good
+  replace,  // begin with what was loaded last, or with the defaults; the damaged bytes are kept beside
 };
 
 // What only a person can decide. Called while the lock is held, so an answer should not take for ever.
 class ChangeDecisions {
  public:
   virtual ~ChangeDecisions() = default;
-  // Which value each colliding setting gets, in the order given; nothing to cancel.
+  // Which value each colliding setting gets, in the order given; nothing to cancel. Asked again where others
+  // change more of them meanwhile.
   virtual std::optional<std::vector<Side>> resolve(const std::vector<Collision>& collisions) = 0;
-  // What to do about a damaged file that the change would write over.
+  // What to do about a damaged file that the change would write over. All files are asked about before
+  // anything is done about one. A file whose bytes cannot be kept is not replaced, whatever the answer,
+  // unless its medium is broken.
   virtual DamagedAnswer decideDamaged(const FileFinding& file) = 0;
 };
 
@@ -67,8 +72,9 @@ struct ForeignChanges {
 };
 
 struct ChangeOptions {
-  PortInUse portInUse;
-  // Blocks until the tools have ended, at most until the limit; a window paints meanwhile.
+  PortInUse portInUse;  // without one, every port counts as free
+  // Without one, the computer's own. Blocks until the tools have ended, at most until the limit; a window
+  // paints meanwhile.
   std::function<bool(std::chrono::milliseconds limit)> waitForTools;
   std::chrono::milliseconds lockLimit{10'000};
   std::chrono::milliseconds toolLimit{30'000};
@@ -94,28 +100,34 @@ class SettingsChange {
 
   // ---- Against others
 
-  // Compares the files of now with those that were looked at. Reads files; not for every tick.
+  // Compares the files of now with those that were looked at. Reads files; not for every tick. A file that is
+  // damaged now has changed, and no setting with it.
   ForeignChanges foreignChanges();
-  // Loads the files of now; edits of the person stay, except those of `theirs` (settings by name).
+  // Loads the files of now; edits of the person stay, except those of `theirs` (settings by name, or
+  // kOpenFilesLimitName). Nothing is loaded from a file that is damaged: the pane keeps what it knew. Whoever
+  // calls it has asked about the collisions, as they are none afterwards.
   void takeOver(const std::vector<std::string>& theirs = {});
 
   // ---- Check, preview
 
-  // Every pending value that cannot be, on all pages, in their order; warnings after them.
+  // Every pending value that cannot be, on all pages, in their order; warnings after them, such as lines of
+  // a file that the save would cut.
   std::vector<ValueFinding> check();
   // The settings whose pending values differ from the stored ones, open files limit included.
   std::vector<SettingChange> pending();
   Preview preview();
-  // Takes back one pending change, or all of them.
+  // Takes back one pending change by its name, or all of them. Reads no file. What the pane has switched
+  // along with a setting is a change of its own.
   void takeBack(const std::string& setting);
   void takeBackAll();
 
   // ---- Apply
 
-  // Everything around Apply, and Apply itself.
+  // Everything around Apply, and Apply itself. Waits for the tools of earlier changes first. Where it fails,
+  // the edits are pending again, except those that were saved. An exception of `person` passes through.
   ChangeReport apply(ChangeDecisions& person);
-  // Holds the lock, for a front end that reads and edits under it before it applies; null as in ChangeLocks.
-  // While it is held, apply does not take it again.
+  // Holds the lock, for a front end that reads and edits under it before it applies; false where somebody
+  // else held it for too long. While it is held, apply does not take it again.
   bool holdLock();
   void releaseLock();
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <optional>
 
+#include "src/adapters/property_lists/codec.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/stores/settings.h"
 #include "src/server/mac/stores/settings_paths.h"
@@ -18,19 +19,14 @@ namespace {
 constexpr std::array<StoredFile, kStoredFileCount> kFiles = {{
     {kAgentFile,         "your settings file",                Group::user,          false, false, nullptr},
     {kServerConfigFile,  "the server's settings file",        Group::server,        false, false, kServerConfigTempName},
-    {kScreenSaverFile,   "the screen saver's settings file",  Group::server,        false, true,  nullptr},
-    {kWindowServerFile,  "the window server's settings file", Group::server,        false, true,  nullptr},
+    {kScreenSaverFile,   "the screen saver's settings file",  Group::server,        false, true,  nullptr, &NVKServerPrefs::ib_admin_chkbox_scrSaver},
+    {kWindowServerFile,  "the window server's settings file", Group::server,        false, true,  nullptr, &NVKServerPrefs::ib_admin_chkbox_noQuartz},
     {kLaunchdConfigFile, "the launch daemon's settings file", Group::limit,         true,  false, kLaunchdConfigTempName},
     {kMenuAgentFile,     "your notification settings file",   Group::notifications, false, false, nullptr},
 }};
 // clang-format on
 
-std::string capitalised(std::string text) {
-  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') {
-    text.front() = static_cast<char>(text.front() - 'a' + 'A');
-  }
-  return text;
-}
+constexpr const char* kNoDictionary = "it is no property list with a dictionary at its root";
 
 struct KindWords {
   FileKind kind;
@@ -51,9 +47,9 @@ std::string damageIn(const StoredFile& file, const std::string& path, const File
     return known.words + (content.reason.empty() ? "" : " (" + content.reason + ")");
   }
   if (content.kind == FileKind::missing || content.bytes.empty()) return "";
-  if (file.isLines) return isUtf8(content.bytes) ? "" : "it holds bytes that are no UTF-8 text";
-  if (computer.propertyLists.dictionaryWithContentsOfFile(path)) return "";
-  return "it is no property list with a dictionary at its root";
+  if (!file.isLines && computer.propertyLists.dictionaryWithContentsOfFile(path)) return "";
+  const std::string damage = damageOf(file, content.bytes);
+  return damage.empty() && !file.isLines ? kNoDictionary : damage;
 }
 
 FileFinding damagedFile(const FileState& state, SettingsFiles& files) {
@@ -154,16 +150,52 @@ void addValueFindings(const FileState& state, SettingsTable table, Platform& com
 }
 
 SettingsTable tableOf(const StoredFile& file) {
-  if (file.isLines || file.byTool) return {};
-  return file.group == Group::user     ? userSettings()
-         : file.group == Group::server ? serverSettings()
-                                       : notificationSettings();
+  return file.byTool ? SettingsTable() : groupOf(file.group).settings();
+}
+
+bool isIn(SettingsTable table, const Setting& row) {
+  return std::ranges::any_of(table, [&](const Setting& known) { return &known == &row; });
 }
 
 }  // namespace
 
-std::array<StoredFile, kStoredFileCount> storedFiles() {
+std::string capitalised(std::string text) {
+  if (!text.empty() && text.front() >= 'a' && text.front() <= 'z') {
+    text.front() = static_cast<char>(text.front() - 'a' + 'A');
+  }
+  return text;
+}
+
+const std::array<StoredFile, kStoredFileCount>& storedFiles() {
   return kFiles;
+}
+
+const StoredFile& fileOfRow(const Setting& row) {
+  const auto byTool = [&](const StoredFile& file) { return file.byTool && file.box == row.controls[0]; };
+  if (const auto* file = std::ranges::find_if(kFiles, byTool); file != kFiles.end()) return *file;
+  return *std::ranges::find_if(kFiles, [&](const StoredFile& file) { return isIn(tableOf(file), row); });
+}
+
+bool wouldSave(const NVKServerPrefs& pane, const StoredFile& file) {
+  return file.byTool ? pane.differsFromStored(pane.*file.box) : wouldSave(pane, file.group);
+}
+
+std::string writtenPath(const NVKServerPrefs& pane, const StoredFile& file, const std::string& path) {
+  return file.temporaryName != nullptr ? pane.getTempFilePath(file.temporaryName) : path;
+}
+
+bool holdSame(const FileStates& one, const FileStates& other) {
+  return std::ranges::equal(one, other,
+                            [](const FileState& a, const FileState& b) { return a.holdsSameAs(b); });
+}
+
+std::string damageOf(const StoredFile& file, std::string_view bytes) {
+  if (bytes.empty()) return "";
+  if (file.isLines) return isUtf8(bytes) ? "" : "it holds bytes that are no UTF-8 text";
+  PropertyListDamage damage;
+  const auto list = decodePropertyList(bytes, damage);
+  if (!list) return damage.sentence();
+  return list->as<PropertyList::Dictionary>() != nullptr ? "" : kNoDictionary;
 }
 
 bool FileState::holdsSameAs(const FileState& other) const {

@@ -8,14 +8,12 @@
 #include <vector>
 
 #include "src/adapters/services/settings_files.h"
+#include "src/frontends/shared/change/setting_groups.h"
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik {
-
-// The groups of settings that Apply saves, each with a test of its own whether it would.
-enum class Group { user, server, limit, notifications };
 
 struct StoredFile {
   const char* path;           // with a tilde for the home folder
@@ -24,10 +22,22 @@ struct StoredFile {
   bool isLines;               // lines of text; else a property list
   bool byTool;                // a tool edits it by itself; the pane only reads it
   const char* temporaryName;  // where it is installed from a temporary file: its name; else null
+  // Of a tool's file: the box whose setting it keeps; else null.
+  Control NVKServerPrefs::*box = nullptr;
 };
 
+// A label at the beginning of a sentence.
+std::string capitalised(std::string text);
+
 inline constexpr std::size_t kStoredFileCount = 6;
-std::array<StoredFile, kStoredFileCount> storedFiles();
+const std::array<StoredFile, kStoredFileCount>& storedFiles();
+
+// The file that keeps the row's value. Its path is one of storedFiles().
+const StoredFile& fileOfRow(const Setting& row);
+// Whether Apply would write the file, by itself or by a tool.
+bool wouldSave(const NVKServerPrefs& pane, const StoredFile& file);
+// Where a save writes the file's bytes first: the file itself, or a temporary one.
+std::string writtenPath(const NVKServerPrefs& pane, const StoredFile& file, const std::string& path);
 
 // A settings file that is there and that the pane cannot read, or a stored value that cannot be.
 struct FileFinding {
@@ -51,6 +61,11 @@ struct FileState {
   bool holdsSameAs(const FileState& other) const;
 };
 using FileStates = std::vector<FileState>;
+
+bool holdSame(const FileStates& one, const FileStates& other);
+
+// Why bytes cannot be the content of such a file; empty where they can, and for none.
+std::string damageOf(const StoredFile& file, std::string_view bytes);
 
 // Reads all of them. Blocks as the file system does.
 FileStates inspectFiles(Platform& computer, SettingsFiles& files);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <string_view>
 
 #include "src/server/mac/control/tool_commands.h"
@@ -14,17 +15,20 @@ namespace {
 struct ToolKind {
   const char* tool;
   FailureCode code;
-  const char* what;  // could not be done where the tool failed
+  const char* what;    // could not be done where the tool failed
+  const char* advice;  // what to do next
 };
+// clang-format off
 constexpr ToolKind kToolKinds[] = {
-    {PROC_NVKSVC, FailureCode::server, "the server did not take up the settings"},
-    {PROC_SYSMV, FailureCode::notWritten, "the file could not be put in its place"},
-    {PROC_CHMOD, FailureCode::notWritten, "the file's permissions could not be set"},
-    {PROC_CHOWN, FailureCode::notWritten, "the file's owner could not be set"},
-    {PROC_DEFAULTS, FailureCode::notWritten, "a setting of the system could not be changed"},
-    {kRebootTool, FailureCode::server, "the computer was not restarted"},
+    {PROC_NVKSVC,   FailureCode::server,     "The server did not take up the settings",  "Check that the server is installed and runs, then try again."},
+    {PROC_SYSMV,    FailureCode::notWritten, "The file could not be put in its place",   "Check the disk and the folder, then apply again."},
+    {PROC_CHMOD,    FailureCode::notWritten, "The file's permissions could not be set",  "Set them by hand, or change a setting and apply again."},
+    {PROC_CHOWN,    FailureCode::notWritten, "The file's owner could not be set",        "Set it by hand, or change a setting and apply again."},
+    {PROC_DEFAULTS, FailureCode::notWritten, "A setting of the system was not changed",  "Apply again."},
+    {kRebootTool,   FailureCode::server,     "The computer was not restarted",           "Restart it yourself."},
 };
-constexpr ToolKind kOtherTool{"", FailureCode::server, "a tool failed"};
+// clang-format on
+constexpr ToolKind kOtherTool{"", FailureCode::server, "A command failed", "Try again."};
 
 const ToolKind& kindOf(std::string_view tool) {
   const auto* found =
@@ -42,7 +46,7 @@ std::string howItEnded(const ToolOutcome& outcome) {
 
 ChangeError failed(const CommandOutcome& command) {
   const ToolKind& kind = kindOf(command.launch.tool);
-  return {kind.code, std::string(kind.what) + ": " + failureInWords(command), "", "", ""};
+  return {kind.code, std::string(kind.what) + ": " + failureInWords(command), "", "", kind.advice};
 }
 
 }  // namespace
@@ -58,7 +62,9 @@ std::string commandLine(const Launch& launch) {
 
 std::string failureInWords(const CommandOutcome& command) {
   const std::string& words = command.outcome.words;
-  return commandLine(command.launch) + howItEnded(command.outcome) + (words.empty() ? "." : ": " + words);
+  std::string sentence = commandLine(command.launch) + howItEnded(command.outcome);
+  if (!words.empty()) sentence += ": " + words;
+  return sentence.back() == '.' ? sentence : sentence + ".";
 }
 
 std::vector<CommandOutcome> outcomesOf(const Effects& effects, const std::vector<ToolOutcome>& tools) {
@@ -67,10 +73,13 @@ std::vector<CommandOutcome> outcomesOf(const Effects& effects, const std::vector
   for (const Launch& launch : effects.launches) {
     CommandOutcome command{launch, {launch.tool, launch.arguments, ToolOutcome::End::exited, 0, ""}};
     if (!launch.refused) {
-      tool = std::find_if(tool, tools.end(), [&](const ToolOutcome& known) {
+      const auto found = std::find_if(tool, tools.end(), [&](const ToolOutcome& known) {
         return known.tool == launch.tool && known.arguments == launch.arguments;
       });
-      if (tool != tools.end()) command.outcome = *tool++;
+      if (found != tools.end()) {
+        command.outcome = *found;
+        tool = std::next(found);
+      }
     }
     if (!launch.reports) commands.push_back(std::move(command));
   }
@@ -85,11 +94,14 @@ ChangeError errorOf(const std::vector<CommandOutcome>& commands) {
   if (const auto* slow =
           first([](const CommandOutcome& c) { return !c.launch.refused && !c.outcome.ended(); })) {
     return {FailureCode::tryAgain,
-            commandLine(slow->launch) + " has not ended in time; what comes after it waits for it.", "", "",
-            "Look again in a moment whether the change was made."};
+            "The command " + commandLine(slow->launch) +
+                " has not ended in time; what comes after it waits for it.",
+            "", "", "Look again in a moment whether the change was made."};
   }
   if (const auto* refused = first([](const CommandOutcome& c) { return c.launch.refused; })) {
-    return {FailureCode::notAllowed, commandLine(refused->launch) + " could not be run.", "", "", ""};
+    return {FailureCode::notAllowed,
+            "The system refused to run the command " + commandLine(refused->launch) + ".", "", "",
+            "Close and open the lock, then try again."};
   }
   if (const auto* bad = first([](const CommandOutcome& c) { return !c.outcome.succeeded(); }))
     return failed(*bad);

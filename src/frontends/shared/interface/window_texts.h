@@ -57,11 +57,14 @@ inline constexpr std::string_view kPageColumn = "Page";
 inline constexpr std::string_view kOldColumn = "Now";
 inline constexpr std::string_view kNewColumn = "After Apply";
 inline constexpr std::string_view kReasonColumn = "Why";
+inline constexpr std::string_view kConsequencesHeading = "What follows";
 inline constexpr std::string_view kFilesHeading = "Files that are written";
 inline constexpr std::string_view kCommandsHeading = "Commands that run as the super-user";
 inline constexpr std::string_view kToldHeading = "Who is told";
 inline constexpr std::string_view kEndsConnections = "Connections to this computer end.";
 inline constexpr std::string_view kNeedsRestart = "The computer has to be restarted.";
+
+inline constexpr std::string_view kSaving = "Saving the settings.";
 
 // ---- Settings that somebody else has changed too
 

@@ -21,35 +21,20 @@ bool runs(int32_t pid) {
   return pid != -1;
 }
 
-std::string noteBefore(ServerOrder order, int32_t pid) {
-  if (order == ServerOrder::start && runs(pid)) return "The server is already running.";
-  if (order == ServerOrder::stop && !runs(pid)) return "The server is not running.";
-  if (order == ServerOrder::restart && !runs(pid)) return "The server is not running, so it is only started.";
-  return "";
-}
-
 bool isStart(const Launch& launch) {
   return launch.tool == PROC_NVKSVC && !launch.arguments.empty() &&
          launch.arguments.front() == kStartServer.arguments[0];
 }
 
-ChangeError notInstalled(SettingsFiles& files) {
-  const FileKind kind = files.inspect(PROC_NVKSVC).kind;
-  if (kind != FileKind::missing && kind != FileKind::directory) return {};
-  return {FailureCode::server,
-          std::string("the server is not installed: there is no program ") + PROC_NVKSVC + ".", "", "",
-          "Install the Norvik server on this computer."};
-}
-
 // What the server did not do that was ordered; empty where it did.
 std::string notDone(ServerOrder order, const OrderReport& report) {
-  if (order == ServerOrder::stop) return runs(report.after) ? "the server did not stop." : "";
-  if (!runs(report.after)) return "the server did not start.";
+  if (order == ServerOrder::stop) return runs(report.after) ? "The server did not stop." : "";
+  if (!runs(report.after)) return "The server did not start.";
   // The pane starts the server again only where it has stopped.
   const auto& launches = report.change.effects.launches;
   const bool wasPressed = report.change.applied && order == ServerOrder::restart;
   const bool isStillTheOld = wasPressed && std::ranges::none_of(launches, isStart);
-  return isStillTheOld ? "the server did not stop, so it was not started again." : "";
+  return isStillTheOld ? "The server did not stop, so it was not started again." : "";
 }
 
 // A tool that has not ended or was refused is its own reason; one that failed is the server's.
@@ -128,6 +113,22 @@ std::optional<OrderQuestion> questionBefore(ServerOrder order) {
   return std::nullopt;
 }
 
+ChangeError installationError(SettingsFiles& files) {
+  const FileKind kind = files.inspect(PROC_NVKSVC).kind;
+  if (kind != FileKind::missing && kind != FileKind::directory) return {};
+  return {FailureCode::server,
+          std::string("The server is not installed: there is no program ") + PROC_NVKSVC + ".", "", "",
+          "Install the Norvik server on this computer."};
+}
+
+std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane) {
+  const bool isRunning = runs(pane.m_serverPid);
+  if (order == ServerOrder::start && isRunning) return "The server is already running.";
+  if (order == ServerOrder::stop && !isRunning) return "The server is not running.";
+  if (order == ServerOrder::restart && !isRunning) return "The server is not running, so it is only started.";
+  return "";
+}
+
 bool isFulfilled(ServerOrder order, const NVKServerPrefs& pane) {
   if (order == ServerOrder::restart) return false;
   return runs(pane.m_serverPid) == (order == ServerOrder::start);
@@ -138,13 +139,13 @@ OrderReport carryOut(ServerOrder order, OrderedServer& server) {
   pane.onStateTimer();  // the start button does one thing or the other by what is so now
   OrderReport report;
   report.before = pane.m_serverPid;
-  report.note = noteBefore(order, report.before);
+  report.note = noteBefore(order, pane);
   const bool fulfilled = isFulfilled(order, pane);
   if (!fulfilled && !pane.authorized()) {
     report.change.error = {FailureCode::notAllowed,
-                           "this needs administrator rights, which were not granted.", "", "", ""};
+                           "This needs administrator rights, which were not granted.", "", "", ""};
   } else if (!fulfilled) {
-    report.change.error = notInstalled(server.services.files);
+    report.change.error = installationError(server.services.files);
   }
   if (!fulfilled && report.ok()) press(order, server, report);
   look(server, report);
@@ -161,7 +162,7 @@ OrderReport takeUp(SettingsChange& change, OrderedServer& server) {
     look(server, report);
     return report;
   }
-  report.change.error = notInstalled(server.services.files);
+  report.change.error = installationError(server.services.files);
   if (report.ok()) report.change = change.takeUp();
   server.pane.onStateTimer();
   look(server, report);
@@ -180,7 +181,7 @@ ChangeError connectionError(const ServerInForce& inForce) {
     return service.stored.isOn && service.differs();
   });
   if (found == inForce.services.end()) return {};
-  std::string sentence = "the server runs, but " + found->title + " cannot connect to port " +
+  std::string sentence = "The server runs, but " + found->title + " cannot connect to port " +
                          std::to_string(found->stored.port);
   if (found->takenBy) {
     return {FailureCode::server, sentence + ", which is taken by " + holderInWords(*found->takenBy) + ".",

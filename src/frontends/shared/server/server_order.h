@@ -45,13 +45,19 @@ struct OrderedServer {
 
 struct OrderReport {
   ChangeReport change;  // the error with what to do about it, warnings, commands
-  std::string note;     // where less was done than was ordered: "The server is already running."
+  std::string note;     // where less was done than was ordered, as noteBefore has it
   int32_t before = -1;  // the server's process, -1 for none
   int32_t after = -1;
   ServerInForce inForce;  // after
 
   bool ok() const { return change.ok(); }
 };
+
+// Why no order can be carried out on a computer without the server's tool; none where it is there.
+ChangeError installationError(SettingsFiles& files);
+
+// What a person should know beforehand: "The server is already running."; empty where all is as expected.
+std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane);
 
 // Whether there is nothing to do, so that no rights are needed.
 bool isFulfilled(ServerOrder order, const NVKServerPrefs& pane);
