@@ -134,7 +134,10 @@ bool FileInPlace::keepOld(std::size_t newSize) {
 // A full disk, a quota and a limit of the process show here, before a byte is written.
 bool FileInPlace::reserve(std::size_t size) {
   rlimit limit{};
-  if (::getrlimit(RLIMIT_FSIZE, &limit) == 0 && size > limit.rlim_cur) return false;
+  if (::getrlimit(RLIMIT_FSIZE, &limit) == 0 && size > limit.rlim_cur) {
+    errno = EFBIG;  // as a write would say
+    return false;
+  }
   if (size == 0) return true;
   const auto reserved = uninterrupted(
       [&] { return ::fallocate(file_.number(), FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)); });

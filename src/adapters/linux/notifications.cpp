@@ -3,6 +3,7 @@
 
 #include <systemd/sd-bus.h>
 
+#include <cerrno>
 #include <chrono>
 #include <memory>
 
@@ -62,7 +63,10 @@ bool LinuxNotificationCenter::post(const char* name, const char* object, unsigne
     if (progress < 0) return false;
     if (progress > 0) continue;
     const auto left = std::chrono::duration_cast<std::chrono::microseconds>(end - steady_clock::now());
-    if (left.count() <= 0 || sd_bus_wait(bus.get(), static_cast<uint64_t>(left.count())) < 0) return false;
+    if (left.count() <= 0) return false;
+    // A signal that the program only notes ends the wait, and nothing else.
+    const int waited = sd_bus_wait(bus.get(), static_cast<uint64_t>(left.count()));
+    if (waited < 0 && waited != -EINTR) return false;
   }
   return true;
 }

@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <new>
 
 #include "src/adapters/linux/descriptors.h"
@@ -37,7 +38,10 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
   try {
     const std::optional<std::string> text = encodeReadableXmlPropertyList(dictionary);
-    if (!text) return false;
+    if (!text) {
+      errno = EFBIG;
+      return false;
+    }
     if (isTemporary(path)) return writeTemporary(root_.onDisk(path), *text);
     makeFoldersInHome(path);
     return writeInPlace(root_.onDisk(path), *text);

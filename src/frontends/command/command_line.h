@@ -21,10 +21,11 @@ struct CommandLine {
   bool help = false;
   bool version = false;
   GivenAnswers answers;
+  WaitLimits limits;
 };
 
 // What an option's value is, for the completion.
-enum class OptionValue { none, folder, answer };
+enum class OptionValue { none, folder, answer, number };
 
 struct Option {
   std::string_view name;   // "--root"
@@ -32,7 +33,7 @@ struct Option {
   std::string_view value;  // what help calls its value; empty where it takes none
   std::string_view help;
   OptionValue takes;
-  bool Command::*allowance;  // what a command needs to take it; null where all take it
+  SettingsUse least;  // a command with less does not take it
   std::string (*apply)(CommandLine& line,
                        std::string_view value);  // returns what is wrong; empty for nothing
 };

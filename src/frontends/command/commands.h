@@ -43,6 +43,11 @@ ExitStatus restartServer(const Context& context, const CommandLine& line);
 // Has the running server take up what is stored, and says what is in force then.
 ExitStatus takeUpStored(const Context& context, const CommandLine& line);
 
+// Says what is wrong with the stored settings, or with a file as server settings; nothing is changed.
+ExitStatus validate(const Context& context, const CommandLine& line);
+// Puts the kept copy of a damaged file back, or of each that is damaged, and tells whom it concerns.
+ExitStatus restoreFiles(const Context& context, const CommandLine& line);
+
 // Shows the open files limit, or changes it in one of two steps.
 ExitStatus openFilesLimit(const Context& context, const CommandLine& line);
 inline constexpr std::string_view kAdjustStep = "adjust";

@@ -85,9 +85,19 @@ std::string pairProposal(std::string_view name, const std::string& names, const 
 std::string optionCases() {
   std::string cases;
   for (const Option& option : options()) {
-    if (option.takes == OptionValue::none) continue;
-    cases += option.takes == OptionValue::folder ? proposal(option.name, "-d")
-                                                 : pairProposal(option.name, "questions", "answers");
+    switch (option.takes) {
+      case OptionValue::none:
+        continue;
+      case OptionValue::folder:
+        cases += proposal(option.name, "-d");
+        break;
+      case OptionValue::answer:
+        cases += pairProposal(option.name, "questions", "answers");
+        break;
+      case OptionValue::number:
+        cases += "    " + std::string(option.name) + ") COMPREPLY=()";
+        break;
+    }
     cases += "; return ;;\n";
   }
   return cases;
@@ -103,6 +113,8 @@ std::string argumentCase(const Command& command) {
       return proposal(command.name, "-W \"$_norvikctl_settings\"") + " ;;\n";
     case ArgumentKind::choice:
       return proposal(command.name, "-W \"" + joined(command.argument.choices, " ") + "\"") + " ;;\n";
+    case ArgumentKind::file:
+      return proposal(command.name, "-f") + " ;;\n";
     case ArgumentKind::assignment:
       return pairProposal(command.name, "settings", "values") + " ;;\n";
   }
@@ -137,7 +149,7 @@ constexpr const char* kFunctionBegin = R"bash(
 _norvikctl() {
   local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} option command= word before=
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-    case $before in --answer | --root) before=$word; continue ;; esac
+    case " $_norvikctl_taking " in *" $before "*) before=$word; continue ;; esac
     before=$word
     case " $_norvikctl_commands " in *" $word "*) command=$word; break ;; esac
   done
@@ -160,6 +172,15 @@ constexpr const char* kFunctionEnd = R"bash(  esac
 complete -F _norvikctl norvikctl
 )bash";
 
+// The options whose value is the next word.
+std::string takingOptions() {
+  std::vector<std::string_view> names;
+  for (const Option& option : options()) {
+    if (option.takes != OptionValue::none) names.push_back(option.name);
+  }
+  return joined(names, " ");
+}
+
 std::string variable(const std::string& name, const std::string& words) {
   return "_norvikctl_" + name + "=\"" + words + "\"\n";
 }
@@ -171,8 +192,8 @@ ExitStatus printCompletion(const Context& context, const CommandLine& /*line*/) 
   std::ostringstream script;
   script << "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
          << variable("commands", joinedNames(commands())) << variable("options", joinedNames(options()))
-         << variable("pages", pages(settings)) << variable("settings", joinedNames(settings))
-         << variable("questions", joinedNames(questionTable()))
+         << variable("taking", takingOptions()) << variable("pages", pages(settings))
+         << variable("settings", joinedNames(settings)) << variable("questions", joinedNames(questionTable()))
          << "\n# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n"
          << valueCases(settings) << "  esac\n}\n"
          << "\n# The answers that a question takes.\n_norvikctl_answers() {\n  case $1 in\n"

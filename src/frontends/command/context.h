@@ -5,6 +5,7 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
+#include <optional>
 #include <string_view>
 
 #include "src/adapters/services/computer_services.h"
@@ -34,6 +35,12 @@ struct Services {
   std::function<bool()> wasStopped;
 };
 
+// How long a change waits for others before it gives up with a failure that says so.
+struct WaitLimits {
+  std::chrono::milliseconds lock{10'000};   // for somebody else's change
+  std::chrono::milliseconds tools{30'000};  // for the tools that it has launched
+};
+
 struct Context {
   Platform& computer;  // its alert panels and its drawing are replaced by each command's own
   const InterfaceDescription& interface;
@@ -44,9 +51,11 @@ struct Context {
   bool json = false;
   Answers answers;
   std::string_view command;  // the name of the one that runs
+  WaitLimits limits = {};
+  std::optional<StoredFaults> faults = {};  // nothing for a command that does not look at the files
 
   // For `finish`, with which every command ends.
-  Output output() const { return {out, err, json, command}; }
+  Output output() const { return {out, err, json, command, faults ? &*faults : nullptr}; }
   // Writes a diagnostic after the program's name, control characters escaped.
   void complain(std::string_view sentence) const;
 };

@@ -60,7 +60,7 @@ Json commandsJson(const std::vector<CommandOutcome>& commands) {
   for (const CommandOutcome& command : commands) {
     Json words{command.launch.tool};
     for (const std::string& argument : command.launch.arguments) words.push_back(argument);
-    const bool ended = !command.outcome.tool.empty() && command.outcome.ended();
+    const bool ended = !command.launch.refused && !command.outcome.tool.empty() && command.outcome.ended();
     list.push_back({{"command", std::move(words)},
                     {"outcome", outcomeWord(command)},
                     {"status", ended ? Json(command.outcome.status) : Json(nullptr)},
@@ -69,15 +69,25 @@ Json commandsJson(const std::vector<CommandOutcome>& commands) {
   return list;
 }
 
-Json resultJson(std::string_view command, const ChangeReport& report, const Json& fields) {
+Json warningsJson(const Output& output, const ChangeReport& report) {
+  Json list = Json::array();
+  if (output.faults != nullptr) {
+    for (const StoredFault& fault : *output.faults) list.push_back(fault.finding.sentence);
+  }
+  for (const std::string& warning : report.warnings) list.push_back(warning);
+  return list;
+}
+
+Json resultJson(const Output& output, const ChangeReport& report, const Json& fields) {
   Json result{{"schema", kSchemaVersion},
-              {"command", textOrNull(command)},
+              {"command", textOrNull(output.command)},
               {"ok", report.ok()},
               {"changed", report.changed()},
               {"changes", changesJson(report.changes)},
               {"error", errorJson(report.error)},
-              {"warnings", report.warnings},
+              {"warnings", warningsJson(output, report)},
               {"commands", commandsJson(report.commands)}};
+  if (output.faults != nullptr) result["damaged"] = damagedJson(*output.faults);
   for (const auto& [name, value] : fields.items()) result[name] = value;
   return result;
 }
@@ -87,9 +97,8 @@ Json resultJson(std::string_view command, const ChangeReport& report, const Json
 ExitStatus finish(const Output& output, const ChangeReport& report, const Json& fields) {
   if (output.json) {
     // A host name may be anything, and bytes that are no text must not end the program.
-    output.out
-        << resultJson(output.command, report, fields).dump(2, ' ', false, Json::error_handler_t::replace)
-        << '\n';
+    output.out << resultJson(output, report, fields).dump(2, ' ', false, Json::error_handler_t::replace)
+               << '\n';
   }
   for (const std::string& warning : report.warnings) writeDiagnostic(output.err, "warning: " + warning);
   if (report.error) writeDiagnostic(output.err, report.error.sentence);
@@ -111,13 +120,15 @@ Json jsonOf(const SettingValue& value) {
   return std::visit([](const auto& held) { return Json(held); }, value);
 }
 
-std::string commandLine(const Launch& launch) {
-  std::string line = launch.tool;
-  for (const std::string& word : launch.arguments) {
-    const bool bare = !word.empty() && word.find(' ') == std::string::npos;
-    line += bare ? " " + word : " \"" + word + "\"";
+Json damagedJson(const StoredFaults& faults) {
+  Json list = Json::array();
+  for (const StoredFault& fault : faults) {
+    if (!fault.finding.damaged) continue;
+    list.push_back({{"file", fault.finding.file},
+                    {"reason", fault.reason},
+                    {"copy", textOrNull(fault.finding.copyTime)}});
   }
-  return line;
+  return list;
 }
 
 }  // namespace norvik::command

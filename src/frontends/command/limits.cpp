@@ -1,7 +1,7 @@
 // norvikctl limits: the open files limit, shown, and changed through its one button.
 #include <ostream>
 
-#include "src/frontends/command/change_transaction.h"
+#include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"

@@ -1,7 +1,5 @@
 // norvikctl: everything that the settings panel does, for a person or a script without a screen. Reads the
 // command line, puts the computer together, and calls the command.
-#include <signal.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -16,32 +14,17 @@
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/signals.h"
 #include "src/frontends/command/standard_streams.h"
+#include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
 namespace norvik::command {
 namespace {
 
-// What the signal handler may touch, and nothing else.
-LinuxRunLoop* watchedLoop = nullptr;
-volatile sig_atomic_t interrupted = 0;
-
-void interrupt(int /*signal*/) {
-  interrupted = 1;
-  if (watchedLoop != nullptr) watchedLoop->stop();
-}
-
-void stopOnSignals(LinuxRunLoop& loop) {
-  watchedLoop = &loop;
-  struct sigaction action {};
-  action.sa_handler = interrupt;
-  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
-}
-
 void repeatUntilInterrupted(LinuxRunLoop& loop, std::chrono::milliseconds time,
                             const std::function<bool()>& pass) {
   stopOnSignals(loop);
-  while (interrupted == 0 && pass()) loop.runFor(time);
+  while (!wasInterrupted() && pass()) loop.runFor(time);
 }
 
 // The computer with all platform interfaces, some of them the terminal's.
@@ -69,8 +52,8 @@ struct Installation {
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
     const Answers answers{line.answers, false, personAtTerminal()};
-    return {platform,        interface, services(), std::cout,         std::cerr,
-            watchedOutput(), line.json, answers,    line.command->name};
+    return {platform,        interface, services(), std::cout,          std::cerr,
+            watchedOutput(), line.json, answers,    line.command->name, line.limits};
   }
 };
 
@@ -109,8 +92,12 @@ ExitStatus runOnComputer(const CommandLine& line) {
                   failure(FailureCode::software, "the interface description is damaged: " + damage));
   }
   Installation installation(optionsFor(line));
-  const Context context = installation.context(*interface, line);
-  if (!line.help) return explained(line.command->run(context, line), installation.computer);
+  Context context = installation.context(*interface, line);
+  if (!line.help) {
+    if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
+    if (context.faults) writeWarnings(std::cerr, *context.faults);
+    return explained(line.command->run(context, line), installation.computer);
+  }
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;
 }

@@ -47,9 +47,14 @@ int Questions::NSRunAlertPanel(const char* title, const char* message, const cha
   for (const char* button : {defaultButton, alternateButton, otherButton}) {
     if (button != nullptr) question.buttons.emplace_back(button);
   }
+  const auto number = ask(std::move(question));
+  return number ? kResults[*number] : NSAlertOtherReturn;
+}
+
+std::optional<std::size_t> Questions::ask(Question question) {
   question.answer = answer(question);
-  asked_.push_back(question);
-  return question.answer ? kResults[*question.answer] : NSAlertOtherReturn;
+  asked_.push_back(std::move(question));
+  return asked_.back().answer;
 }
 
 const Question* Questions::unanswered() const {

@@ -43,6 +43,10 @@ class Questions : public AlertPanels {
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override;
 
+  // Asks a question of norvikctl's own in the same way; returns the number of its answer, nothing where
+  // nobody answers.
+  std::optional<std::size_t> ask(Question question);
+
   const std::vector<Question>& asked() const { return asked_; }
   // The first that nobody could answer; null where there is none.
   const Question* unanswered() const;

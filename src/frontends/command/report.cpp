@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "src/frontends/command/table.h"
+#include "src/frontends/shared/change/tool_results.h"
 
 namespace norvik::command {
 
@@ -24,91 +25,110 @@ void writeChanges(std::ostream& out, const std::vector<SettingChange>& changes) 
   writeTable(out, rows);
 }
 
-// A line for each word of the list, with the heading in front of the first.
-void appendList(std::vector<TableRow>& rows, const std::string& heading,
-                const std::vector<std::string>& list) {
-  for (const std::string& word : list) rows.push_back({&word == &list.front() ? heading : "", word});
+// What became of a command, for a person; empty where it did what it should.
+std::string remark(const CommandOutcome& command) {
+  if (command.launch.refused) return "  (refused)";
+  if (!command.outcome.ended()) return "  (has not ended)";
+  return command.outcome.succeeded() ? "" : "  (failed)";
 }
 
-std::vector<std::string> commandLines(const std::vector<CommandOutcome>& commands) {
+template <typename Commands, typename Line>
+std::vector<std::string> linesOf(const Commands& commands, Line line) {
   std::vector<std::string> lines;
-  lines.reserve(commands.size());
-  for (const CommandOutcome& command : commands) {
-    lines.push_back(commandLine(command.launch) + (command.launch.refused ? "  (refused)" : ""));
-  }
+  for (const auto& command : commands) lines.push_back(line(command));
   return lines;
 }
 
-std::vector<std::string> told(const Effects& effects) {
-  std::vector<std::string> lines;
-  for (const int32_t pid : effects.signalled) lines.push_back("the agent, process " + std::to_string(pid));
-  for (const std::string& name : effects.posted) lines.push_back("the menu agent, with " + name);
-  return lines;
+std::vector<std::string> answers(const Outcome& outcome) {
+  return linesOf(outcome.questions, answered);
 }
 
-void writeText(const Context& context, const Outcome& outcome, bool dryRun) {
-  const ChangeReport& report = outcome.report;
-  std::ostream& out = context.out;
-  if (dryRun) out << "A dry run: nothing is changed.\n\n";
-  writeChanges(out, report.changes);
+void writeNotes(std::ostream& out, const Outcome& outcome) {
   for (const std::string& note : outcome.notes) out << note << '\n';
-  if (!report.applied && !outcome.wouldApply) {
-    out << (dryRun ? "There would be nothing to save.\n" : "There was nothing to save.\n");
+}
+
+void writePreview(std::ostream& out, const Outcome& outcome) {
+  out << "A dry run: nothing is changed.\n\n";
+  writeChanges(out, outcome.report.changes);
+  writeNotes(out, outcome);
+  if (!outcome.preview) {
+    out << "There would be nothing to save.\n";
     return;
   }
-  std::vector<std::string> questions;
-  for (const Question& question : outcome.questions) questions.push_back(answered(question));
+  const Preview& preview = *outcome.preview;
   std::vector<TableRow> rows;
-  appendList(rows, dryRun ? "Would ask" : "Asked", questions);
-  appendList(rows, dryRun ? "Would save" : "Saved", report.saved);
-  appendList(rows, dryRun ? "Would run" : "Ran", commandLines(report.commands));
-  appendList(rows, dryRun ? "Would notify" : "Notified", told(report.effects));
-  if (!dryRun && !outcome.pending.empty()) appendList(rows, "Still pending", outcome.pending);
+  appendList(rows, "Would ask", answers(outcome));
+  appendList(rows, "Would save", preview.groups);
+  appendList(rows, "Would write", preview.files);
+  appendList(rows, "Would run", linesOf(preview.commands, norvik::commandLine));
+  appendList(rows, "Would tell", preview.told);
+  out << '\n';
+  writeTable(out, rows);
+  if (preview.endsConnections) out << "\nConnections to the service that changes would end.\n";
+  if (preview.needsRestart) out << "\nThe computer would have to restart before all of it is in effect.\n";
+}
+
+void writeResult(std::ostream& out, const Outcome& outcome) {
+  const ChangeReport& report = outcome.report;
+  writeChanges(out, report.changes);
+  writeNotes(out, outcome);
+  if (!report.applied) {
+    out << "There was nothing to save.\n";
+    return;
+  }
+  std::vector<TableRow> rows;
+  appendList(rows, "Asked", answers(outcome));
+  appendList(rows, "Saved", report.saved);
+  appendList(rows, "Not saved", report.notSaved);
+  appendList(rows, "Taken over", report.takenOver);
+  appendList(rows, "Ran", linesOf(report.commands, [](const CommandOutcome& command) {
+               return commandLine(command.launch) + remark(command);
+             }));
+  appendList(rows, "Told", report.told);
+  appendList(rows, "Not told", report.notTold);
   out << '\n';
   writeTable(out, rows);
 }
 
-Json wordsOf(const std::vector<CommandOutcome>& commands) {
-  Json list = Json::array();
-  for (const CommandOutcome& command : commands) {
-    Json words{command.launch.tool};
-    for (const std::string& argument : command.launch.arguments) words.push_back(argument);
-    list.push_back(std::move(words));
+Json previewJson(const Preview& preview) {
+  Json commands = Json::array();
+  for (const Launch& launch : preview.commands) {
+    Json words{launch.tool};
+    for (const std::string& argument : launch.arguments) words.push_back(argument);
+    commands.push_back(std::move(words));
   }
-  return list;
+  return {{"groups", preview.groups},
+          {"files", preview.files},
+          {"commands", std::move(commands)},
+          {"told", preview.told},
+          {"endsConnections", preview.endsConnections},
+          {"needsRestart", preview.needsRestart}};
 }
 
-Json previewJson(const ChangeReport& report) {
-  return {{"groups", report.saved}, {"commands", wordsOf(report.commands)}, {"told", told(report.effects)}};
-}
-
-// Of a dry run, everything that did not happen is in its preview.
 Json fieldsOf(const Outcome& outcome, bool dryRun) {
   const ChangeReport& report = outcome.report;
-  const std::vector<std::string> none;
   return {{"dryRun", dryRun},
-          {"preview", dryRun && !report.error ? previewJson(report) : Json(nullptr)},
+          {"preview", outcome.preview ? previewJson(*outcome.preview) : Json(nullptr)},
           {"notes", outcome.notes},
           {"questions", questionsJson(outcome.questions)},
-          {"saved", dryRun ? none : report.saved},
+          {"saved", report.saved},
           {"notSaved", report.notSaved},
-          {"told", dryRun ? none : told(report.effects)},
-          {"pending", dryRun ? none : outcome.pending},
-          {"log", dryRun ? none : report.effects.logged}};
+          {"told", report.told},
+          {"notTold", report.notTold},
+          {"takenOver", report.takenOver},
+          {"pending", outcome.pending},
+          {"log", report.effects.logged}};
 }
 
 }  // namespace
 
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
-  ChangeReport done = outcome.report;
-  if (!context.json && (!done.error || done.applied)) writeText(context, outcome, dryRun);
-  const Json fields = fieldsOf(outcome, dryRun);
-  // What a preview records and logs comes from withholding the effects.
-  if (!done.applied) done.commands.clear();
-  if (done.applied) {
-    for (const std::string& line : done.effects.logged) context.complain(line);
-  }
-  return finish(context.output(), done, fields);
+  const ChangeReport& report = outcome.report;
+  const bool isShown = !context.json && (!report.error || report.applied);
+  if (isShown && dryRun) writePreview(context.out, outcome);
+  if (isShown && !dryRun) writeResult(context.out, outcome);
+  for (const std::string& line : report.effects.logged) context.complain(line);
+  return finish(context.output(), report, fieldsOf(outcome, dryRun));
 }
 
 }  // namespace norvik::command

@@ -1,7 +1,7 @@
 // The outcome of a change, as text or as JSON.
 #pragma once
 
-#include "src/frontends/command/change_transaction.h"
+#include "src/frontends/command/change.h"
 
 namespace norvik::command {
 

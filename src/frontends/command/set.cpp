@@ -1,7 +1,7 @@
 // norvikctl set and unset: what a person wishes settings to be, applied together.
 #include <algorithm>
 
-#include "src/frontends/command/change_transaction.h"
+#include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/edits.h"
 

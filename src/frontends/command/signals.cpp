@@ -9,20 +9,32 @@ namespace norvik::command {
 
 namespace {
 
+// What the signal handler may touch, and nothing else.
+LinuxRunLoop* watchedLoop = nullptr;
 volatile sig_atomic_t noted = 0;
 volatile sig_atomic_t stopped = 0;
 
 void noteSignal(int signal) {
   if (signal != SIGPIPE) noted = 1;
   if (signal == SIGINT || signal == SIGTERM) stopped = 1;
+  if (watchedLoop != nullptr) watchedLoop->stop();
+}
+
+void note(std::initializer_list<int> signals) {
+  struct sigaction action {};
+  action.sa_handler = noteSignal;
+  for (const int signal : signals) sigaction(signal, &action, nullptr);
 }
 
 }  // namespace
 
 void deferSignals() {
-  struct sigaction action {};
-  action.sa_handler = noteSignal;
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGPIPE}) sigaction(signal, &action, nullptr);
+  note({SIGINT, SIGTERM, SIGHUP, SIGPIPE});
+}
+
+void stopOnSignals(LinuxRunLoop& loop) {
+  watchedLoop = &loop;
+  note({SIGINT, SIGTERM});
 }
 
 bool wasInterrupted() {

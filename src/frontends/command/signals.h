@@ -1,5 +1,8 @@
-// Signals that end a program, while a change is made that must not be cut in two.
+// Signals that end a program: noted while a change is made that must not be cut in two, and the end of what
+// goes on until somebody interrupts it.
 #pragma once
+
+#include "src/adapters/linux/run_loop.h"
 
 namespace norvik::command {
 
@@ -8,7 +11,11 @@ namespace norvik::command {
 // to be written. Tools that the program launches have the usual behaviour.
 void deferSignals();
 
-// Whether one of the first three has arrived since.
+// From now on a person who interrupts or ends the program stops the run loop, which has to live as long as
+// the program.
+void stopOnSignals(LinuxRunLoop& loop);
+
+// Whether one of the first three has arrived since; after stopOnSignals, one of the first two.
 bool wasInterrupted();
 // Whether one of the first two has.
 bool wasStopped();

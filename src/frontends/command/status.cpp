@@ -6,7 +6,6 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/change_transaction.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/table.h"

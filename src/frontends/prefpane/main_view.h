@@ -30,6 +30,8 @@ class MainView : public ControlObserver {
   // An NSView.
   void* view() const { return view_.get(); }
   MessageArea& messages() { return *messages_; }
+  // The NSView of a control; null for one that has none.
+  void* viewOf(const std::string& outlet) const;
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
@@ -63,6 +65,7 @@ class MainView : public ControlObserver {
   double makeFrame();
   void placeButtons(double width);
   void makeChangesButton();
+  void placePages();
   void followEdits(Binding& binding);
   void edited(const Binding& binding);
   void showPage();
@@ -77,6 +80,8 @@ class MainView : public ControlObserver {
   Handle changes_;
   Handle changesTarget_;
   double buttonsLeft_ = 0;  // where the buttons below begin
+  double below_ = 0;        // the height of the line below
+  double pageHeight_ = 0;   // of the highest page
   std::unique_ptr<MessageArea> messages_;
   std::vector<std::unique_ptr<PageView>> pages_;
   std::vector<std::unique_ptr<Binding>> frame_;

@@ -13,7 +13,6 @@ namespace norvik::prefpane {
 namespace {
 
 constexpr CGFloat kMargin = 12;
-constexpr CGFloat kAbove = 6;        // the messages, and between them and the pages
 constexpr CGFloat kHintWidth = 200;  // of the lock; two lines of it are as high as the lock
 constexpr int kHintLines = 2;
 constexpr int kTicksBetweenRefreshes = 8;  // two seconds
@@ -30,29 +29,41 @@ MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
       sidebar_(pane),
       view_([[[NSView alloc] initWithFrame:NSZeroRect] autorelease]) {
   makePages(portInUse);
-  const CGFloat below = makeFrame();
-  NSSize page = NSZeroSize;
+  below_ = makeFrame() + kMargin;
+  CGFloat pageWidth = 0;
   for (const auto& one : pages_) {
     const NSSize needed = [static_cast<NSView*>(one->view()) frame].size;
-    page = NSMakeSize(std::max(page.width, needed.width), std::max(page.height, needed.height));
+    pageWidth = std::max(pageWidth, needed.width);
+    pageHeight_ = std::max(pageHeight_, needed.height);
   }
   NSView* sidebar = static_cast<NSView*>(sidebar_.view());
   const CGFloat list = NSWidth([sidebar frame]);
-  const CGFloat width = list + page.width + 3 * kMargin;
+  const CGFloat width = list + pageWidth + 3 * kMargin;
+  [sidebar setFrameOrigin:NSMakePoint(kMargin, 0)];
+  [asView(tabs_) setFrame:NSMakeRect(2 * kMargin + list, 0, pageWidth, pageHeight_)];
   messages_ = std::make_unique<MessageArea>(width - 2 * kMargin);
-  const CGFloat top = below + kMargin + page.height;
-  [sidebar setFrame:NSMakeRect(kMargin, below + kMargin, list, page.height)];
-  [asView(tabs_) setFrame:NSMakeRect(2 * kMargin + list, below + kMargin, page.width, page.height)];
+  messages_->shownChanged = [this] { placePages(); };
   NSView* messages = static_cast<NSView*>(messages_->view());
-  [messages setFrameOrigin:NSMakePoint(kMargin, top + kAbove)];
-  const CGFloat height = top + messages_->height() + 2 * kAbove;
+  [messages setFrameOrigin:NSMakePoint(kMargin, below_ + pageHeight_ + kMargin / 2)];
+  const CGFloat height = below_ + pageHeight_ + kMargin + messages_->height();
   [asView(view_) setFrameSize:NSMakeSize(width, height)];
   for (NSView* part : {sidebar, asView(tabs_), messages}) [asView(view_) addSubview:part];
+  placePages();
   placeButtons(width);
   makeChangesButton();
   pane_.mainView().setFrame({0, 0, width, height});
   pane_.ib_tview_confView.setObserver(this);
   showPage();
+}
+
+// While there is no message, the sidebar and the pages have its space: a host's window does not grow with the
+// pane that it shows.
+void MainView::placePages() {
+  NSView* sidebar = static_cast<NSView*>(sidebar_.view());
+  const CGFloat free = messages_->isShown() ? 0 : messages_->height();
+  [sidebar setFrame:NSMakeRect(kMargin, below_, NSWidth([sidebar frame]), pageHeight_ + free)];
+  [asView(tabs_) setFrameOrigin:NSMakePoint(NSMinX([asView(tabs_) frame]), below_ + free)];
+  [asView(view_) setNeedsDisplay:YES];
 }
 
 MainView::~MainView() {
@@ -165,10 +176,18 @@ std::optional<std::size_t> MainView::pageOf(const std::string& outlet) const {
   return std::nullopt;
 }
 
+void* MainView::viewOf(const std::string& outlet) const {
+  for (const auto& binding : frame_) {
+    if (binding->control().name() == outlet) return binding->view();
+  }
+  const auto page = pageOf(outlet);
+  return page ? pages_[*page]->find(outlet)->view() : nullptr;
+}
+
 bool MainView::showSetting(const std::string& outlet) {
   const auto page = pageOf(outlet);
   if (!page || !sidebar_.choosePage(*page)) return false;
-  NSView* control = static_cast<NSView*>(pages_[*page]->find(outlet)->view());
+  NSView* control = static_cast<NSView*>(viewOf(outlet));
   [[control window] makeFirstResponder:control];
   return true;
 }
@@ -186,7 +205,10 @@ void MainView::display(const Control& control) {
   };
   draw(frame_);
   for (const auto& page : pages_) draw(page->bindings());
-  if (&control == &pane_.ib_admin_label_svrState && serverTextChanged) serverTextChanged();
+  if (&control == &pane_.ib_admin_label_svrState && serverTextChanged) {
+    serverTextChanged();
+    [asView(view_) displayIfNeeded];
+  }
   [[asView(view_) window] flushWindow];
 }
 

@@ -2,6 +2,7 @@
 #include "src/frontends/prefpane/message_area.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace norvik::prefpane {
 
@@ -28,7 +29,9 @@ MessageArea::MessageArea(double width) : line_(width), passing_([this] { edited(
 void MessageArea::show(MessageSubject subject, const WindowMessage& message) {
   std::erase(order_, subject);
   messages_[subject] = message;
-  if (!message.isEmpty()) order_.insert(order_.begin(), subject);
+  // What is in force comes after everything that has just happened.
+  const bool isLast = subject == MessageSubject::inForce;
+  if (!message.isEmpty()) order_.insert(isLast ? order_.end() : order_.begin(), subject);
   present();
 }
 
@@ -39,11 +42,18 @@ const WindowMessage& MessageArea::message(MessageSubject subject) const {
 }
 
 void MessageArea::showProgress(const std::string& sentence, int done, int total) {
+  passing_.stop();
+  setShown(true);
   line_.showProgress(sentence, done, total);
+}
+
+void MessageArea::setShown(bool shown) {
+  if (std::exchange(isShown_, shown) != shown && shownChanged) shownChanged();
 }
 
 void MessageArea::present() {
   passing_.stop();
+  setShown(!order_.empty());
   if (order_.empty()) return line_.hide();
   const WindowMessage& shown = messages_[order_.front()];
   line_.showMessage(shown, order_.size());

@@ -30,6 +30,8 @@ class MessageArea {
   // An empty message takes the subject's away.
   void show(MessageSubject subject, const WindowMessage& message);
   void clear(MessageSubject subject) { show(subject, {}); }
+  // Whether there is anything to see.
+  bool isShown() const { return isShown_; }
   // Empty where the subject has none.
   const WindowMessage& message(MessageSubject subject) const;
   // Before everything else, until the outcome takes its place.
@@ -40,14 +42,18 @@ class MessageArea {
   // Called when a person presses a button of the subject's message, or has closed it.
   std::function<void(MessageSubject subject, MessageAction action)> acted;
   std::function<void(MessageSubject subject)> closed;
+  // Called when there is something to see for the first time, or nothing any more.
+  std::function<void()> shownChanged;
 
  private:
   void present();
+  void setShown(bool shown);
 
   MessageLine line_;
   std::map<MessageSubject, WindowMessage> messages_;
   std::vector<MessageSubject> order_;  // the one that is shown first
   Delay passing_;
+  bool isShown_ = false;
 };
 
 }  // namespace norvik::prefpane

@@ -26,7 +26,7 @@ class MessageLine {
   // Shows the message, the first of so many. A sentence that does not fit is cut; it can then be read whole
   // in the details, which are offered for it.
   void showMessage(const WindowMessage& message, std::size_t waiting);
-  // A bar that is `done` of `total` long. Drawn at once.
+  // A bar that is `done` of `total` long.
   void showProgress(const std::string& sentence, int done, int total);
   void hide();
 

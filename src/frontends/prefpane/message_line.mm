@@ -192,8 +192,6 @@ void MessageLine::showProgress(const std::string& sentence, int done, int total)
   [bar setMaxValue:total];
   [bar setDoubleValue:done];
   [bar setHidden:NO];
-  [asView(view_) display];
-  [[asView(view_) window] flushWindow];
 }
 
 }  // namespace norvik::prefpane

@@ -11,6 +11,7 @@ namespace {
 constexpr CGFloat kMargin = 14;
 constexpr CGFloat kButtonHeight = 26;
 constexpr CGFloat kGap = 8;
+constexpr CGFloat kReturnMark = 24;  // that the toolkit draws on a button which Return presses
 
 NSPanel* asPanel(const Handle& handle) {
   return static_cast<NSPanel*>(handle.get());
@@ -63,12 +64,16 @@ NSButton* ModalPanel::addCommand(std::string_view title, const std::function<voi
 
 NSButton* ModalPanel::addAnswer(std::string_view title, int result) {
   NSButton* button = add(title, [=, this] { close(result); });
+  if (!hasDefault_) {
+    [button setKeyEquivalent:@"\r"];
+    [button setFrameSize:NSMakeSize(NSWidth([button frame]) + kReturnMark, kButtonHeight)];
+  } else if (result == kEscaped) {
+    [button setKeyEquivalent:@"\033"];
+  }
+  hasDefault_ = true;
   right_ -= NSWidth([button frame]);
   [button setFrameOrigin:NSMakePoint(right_, kMargin)];
   right_ -= kGap;
-  if (!hasDefault_) [button setKeyEquivalent:@"\r"];
-  hasDefault_ = true;
-  if (result == kEscaped && ![[button keyEquivalent] length]) [button setKeyEquivalent:@"\033"];
   return button;
 }
 

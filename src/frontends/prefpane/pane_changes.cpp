@@ -147,10 +147,10 @@ void PaneChanges::lookAtFiles() {
   if (!foreign.any()) return;
   if (foreign.collisions.empty()) change_.takeOver();
   showFindings();
+  if (changed) changed();
   const bool damaged = std::ranges::any_of(change_.findings(), &FileFinding::damaged);
   view_.messages().show(MessageSubject::others, damaged ? WindowMessage() : foreignMessage(foreign));
   view_.refresh();
-  if (changed) changed();
 }
 
 // Asked now; otherwise at Apply.
@@ -165,6 +165,7 @@ void PaneChanges::chooseValues() {
   change_.takeOver(theirs);
   view_.messages().clear(MessageSubject::others);
   showFindings();
+  if (changed) changed();
   view_.refresh();
 }
 
@@ -187,6 +188,7 @@ void PaneChanges::restoreCopy() {
 void PaneChanges::leave(const std::function<void()>& call) {
   const ChangeReport report = change_.around(call);
   if (report.applied || report.error) say(report, appliedMessage(report), [this] { apply(); });
+  view_.refresh();
 }
 
 }  // namespace norvik::prefpane

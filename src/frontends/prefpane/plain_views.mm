@@ -118,6 +118,7 @@ NSScrollView* makeTextBox(NSString* words, NSRect frame) {
   NSScrollView* box = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
   [box setBorderType:NSBezelBorder];
   [box setHasVerticalScroller:YES];
+  [box setAutohidesScrollers:YES];
   NSTextView* view =
       [[[NSTextView alloc] initWithFrame:NSMakeRect(0, 0, [box contentSize].width, 0)] autorelease];
   [view setMinSize:[box contentSize]];

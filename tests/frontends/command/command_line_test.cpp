@@ -30,7 +30,7 @@ std::string faultOf(const Line& words) {
 
 // A value that the option takes.
 std::string valueFor(const Option& option) {
-  return option.takes == OptionValue::answer ? "limits=yes" : "x";
+  return option.takes == OptionValue::answer ? "limits=yes" : option.takes == OptionValue::number ? "5" : "x";
 }
 
 std::string helpOf(const Command& command) {
@@ -71,6 +71,18 @@ TEST(CommandLineTest, EveryOptionMayPrecedeOrFollowTheCommand) {
   }
   EXPECT_TRUE(parsed({"-h"}).help);
   EXPECT_TRUE(parsed({"--dry-run", "set", "a=b"}).dryRun);
+}
+
+TEST(CommandLineTest, ATimeToWaitIsAWholeNumberOfSeconds) {
+  EXPECT_EQ(parsed({"set", "a=b"}).limits.lock, std::chrono::seconds(10));
+  EXPECT_EQ(parsed({"--wait-lock", "0", "set", "a=b"}).limits.lock, std::chrono::seconds(0));
+  EXPECT_EQ(parsed({"set", "a=b", "--wait-tools=45"}).limits.tools, std::chrono::seconds(45));
+  for (const char* wrong : {"-1", "3601", "1.5", "soon"}) {
+    EXPECT_EQ(
+        faultOf({"--wait-lock", wrong, "set", "a=b"}),
+        std::string("a time to wait is a whole number of seconds from 0 to 3600, not \"") + wrong + "\".");
+  }
+  EXPECT_EQ(faultOf({"get", "a", "--wait-lock=5"}), "get takes no --wait-lock.");
 }
 
 TEST(CommandLineTest, EachAnswerNamesItsQuestion) {

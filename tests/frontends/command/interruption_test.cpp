@@ -38,8 +38,8 @@ TEST_P(InterruptionTest, AChangeIsFinished) {
   EXPECT_EQ(set.status(), 0);
   EXPECT_EQ(
       contentOf(box.beside("set.err")),
-      "norvikctl: warning: interrupted while the change was being made; it was finished all the same.\n");
-  EXPECT_NE(contentOf(box.beside("set")).find("Saved     server settings\n          notification settings\n"),
+      "norvikctl: warning: Interrupted while the change was being made; it was finished all the same.\n");
+  EXPECT_NE(contentOf(box.beside("set")).find("Saved  server settings\n       notification settings\n"),
             std::string::npos);
   EXPECT_EQ(box.run({"get", "nvk.sound", "notify.news"}).out, "off\noff\n");
   EXPECT_TRUE(box.log("service.log", "apply"));

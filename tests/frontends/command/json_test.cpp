@@ -44,7 +44,8 @@ TEST_F(JsonTest, EveryCommandThatSucceeds) {
        {Words{"status"}, Words{"show"}, Words{"get", "nvk.port", "connect.action"}, Words{"limits"},
         Words{"set", "nvk.port=" + port, "rdp.port=" + other}, Words{"unset", "user.mouse.swap"},
         Words{"start"}, Words{"is-running"}, Words{"apply"}, Words{"restart"}, Words{"stop"},
-        Words{"displays"}, Words{"access"}, Words{"completion", "bash"}}) {
+        Words{"displays"}, Words{"access"}, Words{"completion", "bash"}, Words{"validate"},
+        Words{"restore"}}) {
     const Json object = run(words, 0);
     EXPECT_EQ(object["command"], words[0]);
     EXPECT_EQ(object["schema"], 1);
@@ -118,6 +119,25 @@ TEST_F(JsonTest, OfADryRunWhatWouldHappenIsInThePreview) {
   EXPECT_EQ(object["saved"], Json::array());
   EXPECT_EQ(object["preview"]["groups"], Json({"server settings"}));
   EXPECT_EQ(object["preview"]["commands"].size(), 4U);
+  EXPECT_EQ(object["preview"]["files"], Json({kServerFile}));
+  EXPECT_EQ(object["preview"]["told"], Json({"the server"}));
+  EXPECT_EQ(object["preview"]["endsConnections"], false);
+  EXPECT_EQ(object["preview"]["needsRestart"], false);
+}
+
+TEST_F(JsonTest, APreviewSaysWhetherConnectionsEndAndTheComputerHasToRestart) {
+  const std::string port = std::to_string(freePort()), other = std::to_string(freePort());
+  ASSERT_EQ(box.run({"set", "nvk.port=" + port, "rdp.enabled=off"}).status, 0);
+  ASSERT_EQ(box.run({"start"}).status, 0);
+  const Words moves{"set", "nvk.port=" + other, "--dry-run"};
+  EXPECT_EQ(run(moves, 0)["preview"]["endsConnections"], true);
+  EXPECT_NE(box.run(moves).out.find("\nConnections to the service that changes would end.\n"),
+            std::string::npos);
+  const Words restarts{"set", "system.compositing.disable=on", "--reboot", "--dry-run"};
+  const Json preview = run(restarts, 0)["preview"];
+  EXPECT_EQ(preview["needsRestart"], true);
+  EXPECT_EQ(preview["commands"].back()[0], "/sbin/reboot") << preview;
+  EXPECT_NE(box.run(restarts).out.find("\nThe computer would have to restart"), std::string::npos);
 }
 
 TEST_F(JsonTest, AWarning) {
@@ -134,7 +154,10 @@ TEST_F(JsonTest, WhatTheComputerDoesNotDo) {
   EXPECT_EQ(lost["notSaved"], Json({"nvk.sound"}));
   EXPECT_EQ(lost["saved"], Json::array());
   fs::remove(box.folder() / "bin/mv");
-  EXPECT_EQ(run({"set", "nvk.sound=off"}, 73)["log"].size(), 1U);
+  const Json refused = run({"set", "nvk.sound=off"}, 77);
+  EXPECT_EQ(refused["log"].size(), 1U);
+  EXPECT_EQ(refused["commands"][0]["outcome"], "refused");
+  EXPECT_EQ(refused["commands"][0]["status"], nullptr);
   fs::remove(box.folder() / "usr/sbin/nvkservice");
   EXPECT_EQ(code({"start"}, 69), "server");
   EXPECT_EQ(code({"displays"}, 69), "server");

@@ -116,9 +116,10 @@ TEST_F(QuestionsTest, ADryRunShowsTheQuestionsAndWhatFollowsFromTheDefaultAnswer
   const auto before = box.files();
   const Result result = box.run({"set", kCompositing, "--dry-run"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_NE(result.out.find("Would ask   graphics=yes (Disabling Quartz Extreme acceleration: Yes, Proceed)\n"
-                            "            restart=later (Reboot is required: No, I'll Reboot Later)\n"),
-            std::string::npos)
+  EXPECT_NE(
+      result.out.find("Would ask    graphics=yes (Disabling Quartz Extreme acceleration: Yes, Proceed)\n"
+                      "             restart=later (Reboot is required: No, I'll Reboot Later)\n"),
+      std::string::npos)
       << result.out;
   EXPECT_EQ(box.files(), before);
 }

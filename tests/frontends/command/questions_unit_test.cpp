@@ -10,6 +10,7 @@
 #include <set>
 #include <sstream>
 
+#include "src/frontends/command/decisions.h"
 #include "tests/support/files.h"
 
 namespace norvik::command {
@@ -144,6 +145,47 @@ TEST(QuestionTableTest, QuestionsAreFoundByNameAndTitle) {
   }
   EXPECT_EQ(findQuestion("default"), nullptr);
   EXPECT_EQ(formOf(*findQuestion("restart")), "restart=later|now");
+}
+
+FileFinding damagedFile(const std::string& path) {
+  FileFinding finding;
+  finding.file = path;
+  finding.damaged = true;
+  return finding;
+}
+
+// The line names its values, so they are saved; that somebody else had others is said.
+TEST(DecisionsTest, TheLineWinsAndItIsSaid) {
+  std::ostringstream out;
+  Questions questions({}, out);
+  std::vector<std::string> warnings;
+  Decisions decisions(questions, warnings);
+  const auto sides = decisions.resolve({{"nvk.port", "Port", "Norvik clients", "4073", "5000", "6000"}});
+  EXPECT_EQ(sides, std::vector<Side>{Side::mine});
+  EXPECT_EQ(warnings,
+            std::vector<std::string>{"Somebody else has just changed nvk.port from 4073 to 5000; it was "
+                                     "made 6000 all the same."});
+  EXPECT_TRUE(questions.asked().empty());
+}
+
+TEST(DecisionsTest, EachDamagedFileIsAskedAboutOnce) {
+  std::ostringstream out;
+  std::istringstream typed("3\n2\n");
+  Questions questions({{}, false, &typed}, out);
+  std::vector<std::string> warnings;
+  Decisions decisions(questions, warnings);
+  const FileFinding one = damagedFile("/one"), two = damagedFile("/two");
+  EXPECT_EQ(decisions.decideDamaged(one), DamagedAnswer::replace);
+  EXPECT_EQ(decisions.decideDamaged(two), DamagedAnswer::restore);
+  EXPECT_EQ(decisions.decideDamaged(one), DamagedAnswer::replace);
+  EXPECT_EQ(questions.asked().size(), 2U);
+}
+
+TEST(DecisionsTest, NobodyToAskCancels) {
+  std::ostringstream out;
+  Questions questions({}, out);
+  std::vector<std::string> warnings;
+  EXPECT_EQ(Decisions(questions, warnings).decideDamaged(damagedFile("/one")), DamagedAnswer::cancel);
 }
 
 }  // namespace

@@ -139,7 +139,8 @@ TEST_F(ServerTest, AServiceToolThatCannotBeRun) {
   const Result result = box.run({"start"});
   EXPECT_EQ(result.status, 77);
   EXPECT_NE(result.err.find("Norvik[E]: Could not start the server."), std::string::npos) << result.err;
-  EXPECT_NE(result.err.find("The system refused to run the command /usr/sbin/nvkservice start -f -w."), std::string::npos);
+  EXPECT_NE(result.err.find("The system refused to run the command /usr/sbin/nvkservice start -f -w."),
+            std::string::npos);
   EXPECT_EQ(box.run({"displays"}).status, 77);
   EXPECT_NE(box.run({"access"}).err.find("Norvik[E]: Could not launch access-manager."), std::string::npos);
 }

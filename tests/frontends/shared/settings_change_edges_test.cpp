@@ -486,6 +486,19 @@ TEST_F(SettingsChangeEdgesTest, ACopyOfTheAdministratorsFileIsNotPutBackWhileLoc
   EXPECT_EQ(bytesAt(kServer), "damaged");
 }
 
+TEST_F(SettingsChangeEdgesTest, RestoringAFileThatIsGoodAgainDoesNothingAndHidesNoChange) {
+  put(kServer, portFile(4500));
+  open();
+  computer.fileSystem.put(kServer, "damaged");
+  change->takeOver();
+  put(kServer, portFile(4600));
+  const ChangeReport report = change->restore(change->findings().at(0));
+  EXPECT_EQ(report.error.code, FailureCode::notSettable);
+  EXPECT_FALSE(report.applied);
+  EXPECT_EQ(storedNvkPort(), 4600);
+  EXPECT_EQ(namesOf(change->foreignChanges().takenOver), Names{"nvk.port 4500 4600"});
+}
+
 TEST_F(SettingsChangeEdgesTest, ACopyThatCannotBeWrittenIsSaidAndTheFileStays) {
   put(kAgent, {{"SwapMouseButtons", false}});
   open();
@@ -500,6 +513,22 @@ TEST_F(SettingsChangeEdgesTest, ACopyThatCannotBeWrittenIsSaidAndTheFileStays) {
   EXPECT_EQ(bytesAt(kAgent), "damaged");
   EXPECT_EQ(change->findings().size(), 1u);
   EXPECT_FALSE(computer.locks.isHeld());
+}
+
+TEST_F(SettingsChangeEdgesTest, ACopyThatIsWrittenHalfwayLosesNothingThatThePaneKnows) {
+  put(kAgent, {{"SwapMouseButtons", false}, {"Foreign", "kept"}});
+  open();
+  switchBox(pane->ib_user_chkbox_mseSwap, true);
+  ASSERT_TRUE(apply().ok());
+  computer.fileSystem.put(kAgent, "damaged");
+  change->takeOver();
+  computer.fileFaults.set(FileOperation::write, kAgent, true);
+  EXPECT_EQ(change->restore(change->findings().at(0)).error.code, FailureCode::notWritten);
+  EXPECT_EQ(bytesAt(kAgent), "");
+  computer.fileFaults.set(FileOperation::write, kAgent, false);
+  switchBox(pane->ib_user_chkbox_mseSwap, false);
+  EXPECT_TRUE(apply().ok());
+  EXPECT_NE(listAt(kAgent)->find("Foreign"), nullptr);
 }
 
 TEST_F(SettingsChangeEdgesTest, AFileThatCannotBeSetAsideIsNotReplaced) {
@@ -544,6 +573,14 @@ TEST_F(SettingsChangeEdgesTest, AFileOnABrokenMediumIsReplacedAndItIsSaid) {
   EXPECT_NE(report.warnings[0].find("could not be kept"), std::string::npos) << report.warnings[0];
 }
 
+TEST_F(SettingsChangeEdgesTest, ASaveThatCannotBeReadBackIsNotKnownToHaveSucceeded) {
+  open();
+  computer.fileFaults.set(FileOperation::read, kAgent, true);
+  switchBox(pane->ib_user_chkbox_mseSwap, true);
+  EXPECT_EQ(apply().error.code, FailureCode::notWritten);
+  EXPECT_EQ(pendingNames(), Names{"user.mouse.swap off on"});
+}
+
 TEST_F(SettingsChangeEdgesTest, AFolderInPlaceOfAFileIsNotReplaced) {
   computer.fileSystem.addDirectory(kServer);
   open();
@@ -567,6 +604,17 @@ TEST_F(SettingsChangeEdgesTest, ADamagedFileOfTheSystemIsNotWrittenOverByItsTool
   EXPECT_FALSE(wasLaunched("defaults"));
   EXPECT_EQ(bytesAt(kSaver), "damaged");
   EXPECT_EQ(pendingNames(), Names{"system.screensaver.disable off on"}) << "the other one is saved";
+}
+
+TEST_F(SettingsChangeEdgesTest, AFileOfTheSystemIsTakenOverThoughTheServersCannotBeRead) {
+  put(kServer, portFile(4500));
+  open();
+  computer.fileSystem.put(kServer, "damaged");
+  put(kSaver, {{"loginWindowIdleTime", int64_t{0}}});
+  change->takeOver();
+  EXPECT_EQ(pane->m_admin_scrSaver, 0);
+  EXPECT_EQ(pane->m_admin_nvkPort, 4500);
+  EXPECT_EQ(pendingNames(), Names{});
 }
 
 TEST_F(SettingsChangeEdgesTest, AFileThatAppearsIsTakenOver) {
@@ -621,6 +669,19 @@ TEST_F(SettingsChangeEdgesTest, ASecondApplyWaitsForTheToolsOfTheFirst) {
   EXPECT_EQ(bytesAt(temporary), "missing");
 }
 
+TEST_F(SettingsChangeEdgesTest, WhatALateToolLeavesBehindGoesWithTheNextApply) {
+  open();
+  typeNvkPort("5000");
+  computer.tools.setFailure("/bin/mv", std::nullopt, 1, "late");
+  computer.tools.setDuration("/bin/mv", std::nullopt, 40s);
+  EXPECT_EQ(apply().error.code, FailureCode::tryAgain);
+  change->takeBackAll();
+  const std::string temporary = pane->getTempFilePath("server.conf");
+  EXPECT_NE(bytesAt(temporary), "missing") << "the tool may still move it";
+  EXPECT_TRUE(apply().ok());
+  EXPECT_EQ(bytesAt(temporary), "missing");
+}
+
 TEST_F(SettingsChangeEdgesTest, NothingIsLaunchedBehindAToolThatDoesNotEnd) {
   open();
   typeNvkPort("5000");
@@ -651,6 +712,9 @@ TEST_F(SettingsChangeEdgesTest, ALockedPaneAppliesTheUsersChangesAlone) {
   EXPECT_EQ(lines, Names{std::string("write ") + kAgent});
   EXPECT_TRUE(pane->authorize(true, false));
   EXPECT_EQ(pendingNames(), Names{"nvk.sound on off"}) << "the edit outlives the lock";
+  putServer({{"ImageColorDepth", int64_t{8}}});
+  change->takeOver();
+  EXPECT_EQ(pendingNames(), Names{"nvk.sound on off"}) << "and is still an edit";
 }
 
 TEST_F(SettingsChangeEdgesTest, LeavingWithoutTheChangeLockWritesNothingAtAll) {

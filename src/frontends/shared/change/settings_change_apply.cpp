@@ -63,6 +63,7 @@ bool SettingsChange::Applying::checked() {
 bool SettingsChange::Applying::locked() {
   if (!state_.options.waitForTools(state_.options.toolLimit))
     return fail(tryAgain("A command of an earlier change has not ended yet."));
+  removeTemporary();
   return state_.takeLock() || fail(tryAgain("Another program is changing the settings."));
 }
 
@@ -149,7 +150,11 @@ void SettingsChange::Applying::waitForTools() {
   report_.commands.insert(report_.commands.end(), commands.begin(), commands.end());
   report_.error = errorOf(commands);
   if (!report_.error && !report_.effects.unwritten.empty()) report_.error = unwritten();
-  if (!ended) return;
+  if (ended) removeTemporary();
+}
+
+// What a tool that failed has not moved. One that runs still needs its file.
+void SettingsChange::Applying::removeTemporary() {
   for (const StoredFile& file : storedFiles()) {
     if (file.temporaryName == nullptr) continue;
     state_.services.files.remove(state_.pane.getTempFilePath(file.temporaryName));
@@ -180,8 +185,8 @@ void SettingsChange::Applying::readBack() {
   state_.awaited = report_.error.code == FailureCode::tryAgain ? expected_ : Expected();
   if (isSaved) {
     keepCopies();
-    state_.rememberRows();
-    if (isStale) state_.reload({}, {}, before);
+    state_.rememberSaved();
+    if (isStale) state_.reload(state_.edits({}, true), {}, before);
     return state_.refresh();
   }
   state_.reload(before_, {}, before);
@@ -196,7 +201,8 @@ void SettingsChange::Applying::addTorn(const FileStates& before) {
     const FileState& file = state_.files[i];
     const bool failed = std::ranges::count(report_.effects.unwritten, file.path, &UnwrittenFile::path) > 0;
     const bool succeeded = std::ranges::count(report_.effects.written, file.path) > 0;
-    if (failed && !file.holdsSameAs(before[i])) state_.torn[file.path] = file.content;
+    const bool tried = failed && !refused_.contains(file.path);
+    if (tried && !file.holdsSameAs(before[i])) state_.torn[file.path] = file.content;
     if (succeeded) state_.torn.erase(file.path);
   }
 }

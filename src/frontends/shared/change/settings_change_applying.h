@@ -78,6 +78,7 @@ class SettingsChange::Applying {
   void addTorn(const FileStates& before);
   // Whether somebody else wrote between the pane's save and now; says what.
   bool wroteLater(NVKServerPrefs& found);
+  void removeTemporary();
   ChangeError unwritten() const;
   std::string sentenceOf(const FileState& file) const;
   bool fail(ChangeError error) {
@@ -90,8 +91,9 @@ class SettingsChange::Applying {
   ChangeReport& report_;
   Expected expected_;
   Edits before_;
-  Edits held_;             // edits that must not be saved, for as long as the pane applies
-  ChangeError heldError_;  // and why
+  Edits held_;                     // edits that must not be saved, for as long as the pane applies
+  ChangeError heldError_;          // and why
+  std::set<std::string> refused_;  // files that the pane is kept from writing
   std::vector<std::string> groups_;
   std::map<std::string, FileContent> settled_;  // damaged files that may be written over, as they were
   std::vector<StoredFile> restored_;

@@ -93,6 +93,7 @@ void SettingsChange::Applying::refuse(bool hasLock) {
   for (const FileState& file : state_.files) {
     if (!hasLock || !file.damage.empty()) refused.insert(writtenPath(state_.pane, file.file, file.path));
   }
+  refused_ = refused;
   state_.recording.refuse(std::move(refused));
 }
 
@@ -106,20 +107,33 @@ void SettingsChange::Applying::putBack() {
 // The pane has loaded the user's and the server's files by itself.
 void SettingsChange::State::adoptDiscarded(const FileStates& found, const Edits& edits) {
   for (std::size_t i = 0; i < files.size(); ++i) {
-    if (isDiscarded(files[i].file)) files[i] = found[i];
+    if (!isDiscarded(files[i].file)) continue;
+    files[i] = found[i];
+    torn.erase(files[i].path);  // the pane has loaded what is left of it
   }
   const auto isLoaded = [&](const Setting& row) {
     const auto edit = edits.rows.find(&row);
-    const bool remains = edit != edits.rows.end() && edit->second.controls == controlStates(pane, row);
+    const bool remains =
+        edit != edits.rows.end() && row.differs(pane) && edit->second.controls == controlStates(pane, row);
     return !remains && isDiscarded(fileOfRow(row));
   };
   for (const Setting* row : storedRows()) {
     if (isLoaded(*row)) rememberRow(*row);
+    loaded[row].field = row->baseline(pane);
   }
   for (const PaneSetting& setting : settings) {
     const Setting* row = rowOfSetting(pane, setting);
     if (row != nullptr && isLoaded(*row)) stored.insert_or_assign(setting.name(), storedIn(pane, setting));
   }
+}
+
+bool SettingsChange::State::hasDiscarded(const Edits& edits) const {
+  if (edits.limit && !pane.maxFilesChanged()) return true;
+  const bool isNew = std::ranges::any_of(
+      loaded, [&](const auto& entry) { return entry.second.field != entry.first->baseline(pane); });
+  return isNew || std::ranges::any_of(edits.rows, [&](const auto& entry) {
+           return entry.second.controls != controlStates(pane, *entry.first);
+         });
 }
 
 ChangeReport SettingsChange::around(const std::function<void()>& call) {
@@ -128,12 +142,12 @@ ChangeReport SettingsChange::around(const std::function<void()>& call) {
   std::optional<int> answer;
   FileStates found;
   Edits edits;
-  // The first panel is the pane's own question: its default answer applies, its alternate one discards.
+  // The first panel is the pane's own question: its default answer applies. What another one means depends on
+  // the question.
   state_->recording.answered = [&](int given) {
     if (answer) return;
     answer = given;
-    if (given == NSAlertDefaultReturn) applying.prepareUnasked();
-    if (given != NSAlertAlternateReturn) return;
+    if (given == NSAlertDefaultReturn) return applying.prepareUnasked();
     found = inspectFiles(state_->computer, state_->services.files);
     edits = state_->edits({}, true);
   };
@@ -142,7 +156,7 @@ ChangeReport SettingsChange::around(const std::function<void()>& call) {
   if (report.applied) {
     applying.readBack();
     applying.putBack();
-  } else if (answer == NSAlertAlternateReturn) {
+  } else if (answer && state_->hasDiscarded(edits)) {
     state_->adoptDiscarded(found, edits);
     findings_ =
         findingsOf(state_->files, state_->computer, state_->services.files, state_->interface, state_->pane);

@@ -129,8 +129,10 @@ bool SettingsChange::Applying::install(const FileState& file, const KeptCopy& co
     pane.runCmd(PROC_CHOWN, kChownServerConfig.arguments[0], file.path.c_str());
   }
   waitForTools();
-  if (report_.error) return false;
   const FileContent now = state_.services.files.inspect(file.path);
+  const bool isOther = now.kind != file.content.kind || now.bytes != file.content.bytes;
+  if (!report_.effects.unwritten.empty() && isOther) state_.torn[file.path] = now;
+  if (report_.error) return false;
   if (now.kind != FileKind::regular || now.bytes.empty() || !damageOf(file.file, now.bytes).empty()) {
     return fail({FailureCode::notWritten, "The copy of " + file.path + " could not be put back.", "", "",
                  "Try again."});
@@ -140,23 +142,22 @@ bool SettingsChange::Applying::install(const FileState& file, const KeptCopy& co
   return true;
 }
 
+// Looks at the file anew, and not at the others: what they hold now is not loaded yet.
 void SettingsChange::Applying::restore(const FileFinding& finding) {
-  const std::string path = finding.file;  // the finding may be one that looking renews
-  change_.look();
-  const auto found = std::ranges::find(state_.files, path, &FileState::path);
-  if (found == state_.files.end()) {
-    fail({FailureCode::damaged, "There is no copy of " + path + ". Nothing was changed.", "", "", ""});
+  const FileStates now = inspectFiles(state_.computer, state_.services.files);
+  const auto file = std::ranges::find(now, finding.file, &FileState::path);
+  if (file == now.end() || file->damage.empty()) {
+    fail({FailureCode::notSettable, finding.file + " is not damaged. Nothing was changed.", "", "", ""});
     return;
   }
-  const FileState file = *found;
-  if (file.file.temporaryName != nullptr && !state_.pane.authorized()) {
+  if (file->file.temporaryName != nullptr && !state_.pane.authorized()) {
     fail(needsRights());
     return;
   }
-  if (!mayMend(file, DamagedAnswer::restore) || !locked()) return;
+  if (!mayMend(*file, DamagedAnswer::restore) || !locked()) return;
   report_.applied = true;
-  if (!mend(file, DamagedAnswer::restore)) return;
-  if (!restored_.empty()) report_.saved.emplace_back(file.file.label);
+  if (!mend(*file, DamagedAnswer::restore)) return;
+  if (!restored_.empty()) report_.saved.emplace_back(file->file.label);
   tellRestored();
 }
 

@@ -90,6 +90,12 @@ void SettingsChange::State::rememberRows() {
   for (const Setting* row : storedRows()) rememberRow(*row);
 }
 
+void SettingsChange::State::rememberSaved() {
+  for (const Setting* row : storedRows()) {
+    if (!isEdited(*row)) rememberRow(*row);
+  }
+}
+
 bool SettingsChange::State::isEdited(const Setting& row) const {
   if (isFollowing(pane, row) || !row.differs(pane)) return false;
   const auto known = loaded.find(&row);
@@ -130,20 +136,21 @@ void SettingsChange::State::load(const FileStates& before) {
   const FileState* limit = stateAt(files, kLaunchdConfigFile);
   const FileState* earlier = stateAt(before, kLaunchdConfigFile);
   if (isReadable(*limit) && (earlier == nullptr || !limit->holdsSameAs(*earlier))) pane.loadMaxFiles();
-  if (isReadable(*stateAt(files, kServerConfigFile))) loadServer();
+  loadServer();
   if (isReadable(*stateAt(files, kAgentFile))) pane.loadUserConfig();
   if (isReadable(*stateAt(files, kMenuAgentFile))) pane.loadNotificationSettings();
 }
 
-// What the system's own files can no longer tell stays as it was known.
+// Loads three files at once. What those tell that cannot be read stays as it was known.
 void SettingsChange::State::loadServer() {
   const auto fields = fieldsOf(pane);
+  const auto whole = pane.m_admin_Config;
   pane.loadAdminConfig();
+  if (!isReadable(*stateAt(files, kServerConfigFile))) pane.m_admin_Config = whole;
   for (const Setting& row : serverSettings()) {
-    const FileState& file = fileOf(row);
-    if (!file.file.byTool || isReadable(file)) continue;
+    if (isReadable(fileOf(row))) continue;
     row.setBaseline(pane, fields.at(&row));
-    row.show(pane);
+    if (const auto known = loaded.find(&row); known != loaded.end()) restoreControls(known->second.controls);
   }
 }
 
@@ -154,7 +161,11 @@ void SettingsChange::State::reload(const Edits& kept, const Rows& dropped, const
     const auto known = earlier.find(&row);
     return known == earlier.end() || known->second.field != row.baseline(pane);
   };
-  for (const auto& [row, known] : earlier) restoreControls(known.controls);
+  for (const auto& [row, known] : earlier) {
+    restoreControls(known.controls);
+    // A save that nobody can read back is not known to have succeeded.
+    if (!isReadable(fileOf(*row))) row->setBaseline(pane, known.field);
+  }
   load(before);
   for (const Setting* row : storedRows()) {
     if (!isLeftByLoads(pane, *row) || !(isNew(*row) || dropped.contains(row))) continue;

@@ -85,6 +85,8 @@ struct SettingsChange::State {
   StoredValue storedIn(NVKServerPrefs& shown, const PaneSetting& setting) const;
   void rememberRow(const Setting& row);
   void rememberRows();
+  // After a save: not the rows that it left out, as those of the administrator while the pane is locked.
+  void rememberSaved();
 
   bool isEdited(const Setting& row) const;
   Edits edits(const Rows& excluded, bool withLimit) const;
@@ -98,6 +100,8 @@ struct SettingsChange::State {
   void putBack(const Edits& kept);
   // Takes edits back without a look at the files.
   void takeBack(const Rows& rows, bool withLimit);
+  // Whether the pane has loaded files by itself: an edit is gone, or a field is another.
+  bool hasDiscarded(const Edits& edits) const;
   // The pane has loaded the user's and the server's files by itself, as they were found. `edits` are those of
   // before.
   void adoptDiscarded(const FileStates& found, const Edits& edits);
