@@ -56,7 +56,7 @@ constexpr sd_bus_vtable kMethods[] = {
 int main(int argc, char** argv) {
   password = argc > 1 ? argv[1] : "";
   sd_bus* bus = nullptr;
-  sd_bus_error error = SD_BUS_ERROR_NULL;
+  sd_bus_error error{};
   if (sd_bus_open_system(&bus) < 0) return 1;
   sd_bus_add_object_vtable(bus, nullptr, kPath, kInterface, kMethods, nullptr);
   if (sd_bus_call_method(bus, "org.freedesktop.PolicyKit1", "/org/freedesktop/PolicyKit1/Authority",

@@ -9,8 +9,8 @@ namespace norvik {
 
 class TextAgent {
  public:
-  // Starts the agent for this process and returns when polkit knows it. Who works at a terminal is asked there,
-  // also where the desktop could ask. Null where there is no terminal or no such program.
+  // Starts the agent for this process and returns when polkit knows it. Who works at a terminal is asked
+  // there, also where the desktop could ask. Null where there is no terminal or no such program.
   static std::unique_ptr<TextAgent> start();
   // Ends the agent.
   ~TextAgent();

@@ -58,9 +58,11 @@ inline constexpr ToolCommand kReadKernelValue {PROC_SYSCTL, {"-n", kVariable}};
 
 // Every row above, for whoever has to know all of them.
 inline constexpr const ToolCommand* kToolCommands[] = {
-    &kStopServer,        &kStartServer,        &kManageDisplays,    &kManageAccess,      &kApplyConfig,
-    &kReboot,            &kSetTileSize,        &kSetLoginIdleTime,  &kMoveServerConfig,  &kChmodServerConfig,
-    &kChownServerConfig, &kMoveLaunchdConfig,  &kChmodLaunchdConfig, &kChownLaunchdConfig, &kReadKernelValue,
+    &kStopServer,         &kStartServer,        &kManageDisplays,
+    &kManageAccess,       &kApplyConfig,        &kReboot,
+    &kSetTileSize,        &kSetLoginIdleTime,   &kMoveServerConfig,
+    &kChmodServerConfig,  &kChownServerConfig,  &kMoveLaunchdConfig,
+    &kChmodLaunchdConfig, &kChownLaunchdConfig, &kReadKernelValue,
 };
 
 inline constexpr const char* kKernelMaxFiles = "kern.maxfiles";
