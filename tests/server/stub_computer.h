@@ -107,7 +107,7 @@ struct StubFiles : Files, PropertyListFiles, PosixProcesses {
     return count;
   }
   std::size_t fwrite(const void*, std::size_t size, FileRef) override { return size; }
-  void fclose(FileRef) override {}
+  int fclose(FileRef) override { return 0; }
   int mkdir(const char*, uint32_t) override { return -1; }
 
   std::optional<PropertyList> dictionaryWithContentsOfFile(const std::string&) override {

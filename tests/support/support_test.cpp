@@ -5,6 +5,7 @@
 #include <csignal>
 #include <fstream>
 
+#include "tests/support/failing_calls.h"
 #include "tests/support/files.h"
 #include "tests/support/program.h"
 #include "tests/support/tcp_port.h"
@@ -146,6 +147,46 @@ TEST(TcpPortTest, TakesConnectionsWhileTheListenerLives) {
   }
   EXPECT_FALSE(connects(port));
   EXPECT_EQ(greetingOn(port), "");
+}
+
+TEST(FailingCallsTest, FailAtTheChosenOperationOnTheChosenFile) {
+  const TemporaryFolder folder;
+  const std::string twice = "echo one >> a; echo one >> b; echo two >> a; echo two >> b; echo three >> b";
+  Fault fault{
+      .calls = "write", .effect = "ENOSPC", .number = "2", .path = "*/b", .log = folder.path() / "log"};
+  EXPECT_NE(shell(twice, {environmentOf(fault), folder.path()}).errors, "");
+  EXPECT_EQ(contentOf(folder.path() / "a"), "one\ntwo\n");
+  EXPECT_EQ(contentOf(folder.path() / "b"), "one\nthree\n");
+  const std::string line = "write " + (folder.path() / "b").native() + "\n";
+  EXPECT_EQ(contentOf(folder.path() / "log"), line + line + line);
+  fault.number = "2+";
+  shell("rm b;" + twice, {environmentOf(fault), folder.path()});
+  EXPECT_EQ(contentOf(folder.path() / "b"), "one\n");
+}
+
+TEST(FailingCallsTest, ReachTheProgramsThatAProgramStarts) {
+  const TemporaryFolder folder;
+  writeFile(folder.path() / "a", "text");
+  Fault fault{.calls = "rename", .effect = "EIO", .program = "mv"};
+  EXPECT_NE(shell("mv a b", {environmentOf(fault), folder.path()}).status, 0);
+  EXPECT_FALSE(fs::exists(folder.path() / "b"));
+  fault.program = "cp";
+  EXPECT_EQ(shell("mv a b", {environmentOf(fault), folder.path()}).status, 0);
+  EXPECT_EQ(contentOf(folder.path() / "b"), "text");
+}
+
+TEST(FailingCallsTest, EndAProgramBeforeTheOperation) {
+  const TemporaryFolder folder;
+  const Fault fault{.calls = "write", .effect = "SHORT,KILL", .number = "1", .path = "*/b"};
+  EXPECT_EQ(shell("echo 123 > b; echo 4 > b; echo 5 > c", {environmentOf(fault), folder.path()}).status, -1);
+  EXPECT_EQ(contentOf(folder.path() / "b"), "12");  // the shell goes on after a short write
+  EXPECT_FALSE(fs::exists(folder.path() / "c"));
+}
+
+TEST(FailingCallsTest, RefuseAnEffectThatIsNone) {
+  const TemporaryFolder folder;
+  const Fault fault{.calls = "write", .effect = "ENOTHING", .path = "*/b"};
+  EXPECT_EQ(shell("echo 1 > b", {environmentOf(fault), folder.path()}).status, 125);
 }
 
 }  // namespace

@@ -1,35 +1,15 @@
 // The references, and the one grant that they share.
 #include "src/adapters/linux/authorization.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <array>
-
 #include "src/adapters/linux/files.h"
 
 namespace norvik {
 
-namespace {
-
-struct Pipe {
-  Descriptor reading;
-  Descriptor writing;
-};
-
-Pipe makePipe() {
-  std::array<int, 2> ends{-1, -1};
-  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return {};
-  return {.reading = Descriptor(ends[0]), .writing = Descriptor(ends[1])};
-}
-
-std::vector<std::string> words(const char* const* arguments) {
+std::vector<std::string> argumentWords(const char* const* arguments) {
   std::vector<std::string> result;
   while (arguments != nullptr && *arguments != nullptr) result.emplace_back(*arguments++);
   return result;
 }
-
-}  // namespace
 
 LinuxAuthorization::LinuxAuthorization(ToolLauncher& tools, InteractivePolicy policy)
     : tools_(tools), policy_(std::move(policy)) {}
@@ -87,7 +67,7 @@ OSStatus LinuxAuthorization::AuthorizationExecuteWithPrivileges(AuthorizationRef
   if (found->second.rights.empty()) return errAuthorizationDenied;
   Pipe pipe = communicationsPipe != nullptr ? makePipe() : Pipe{};
   if (communicationsPipe != nullptr && !pipe.reading) return errAuthorizationToolExecuteFailure;
-  if (!tools_.start(path, words(arguments), pipe.writing)) return errAuthorizationToolExecuteFailure;
+  if (!tools_.start(path, argumentWords(arguments), pipe.writing)) return errAuthorizationToolExecuteFailure;
   if (communicationsPipe != nullptr) *communicationsPipe = readingStream(std::move(pipe.reading));
   return errAuthorizationSuccess;
 }

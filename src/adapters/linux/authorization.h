@@ -1,16 +1,20 @@
 // Authorization for a sandbox: a policy decides who may act as the administrator, and tools run as real
-// processes with the rights of the front end. Asking the system's own service will go here.
+// processes with the rights of the front end.
 #pragma once
 
 #include <functional>
 #include <map>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "src/adapters/linux/tool_launcher.h"
 #include "src/server/mac/platform/authorization.h"
 
 namespace norvik {
+
+// The strings of a null-terminated vector, which may be null itself.
+std::vector<std::string> argumentWords(const char* const* arguments);
 
 class LinuxAuthorization : public AuthorizationService {
  public:

@@ -18,17 +18,14 @@ namespace {
 
 constexpr mode_t kNewFileMode = 0666;  // less the umask
 
-sigset_t brokenPipe() {
-  sigset_t set;
-  sigemptyset(&set);
-  sigaddset(&set, SIGPIPE);
-  return set;
-}
+constexpr int kWriteSignals[] = {SIGPIPE, SIGXFSZ};
 
 // O_NONBLOCK keeps the opening of a pipe or a device from waiting for the other end. Afterwards reads and
-// writes wait as usual, so that a short count means an error and not bad timing.
+// writes wait as usual, so that a short count means an error and not bad timing. A file that somebody has a
+// lease on, as while it is written in place, is no pipe, and is waited for.
 Descriptor openAtOnce(const std::string& path, int flags) {
   Descriptor file(::open(path.c_str(), flags | O_NONBLOCK | O_CLOEXEC, kNewFileMode));
+  if (!file && errno == EWOULDBLOCK) file = Descriptor(::open(path.c_str(), flags | O_CLOEXEC, kNewFileMode));
   if (!file) return file;
   const int status = ::fcntl(file.number(), F_GETFL);
   ::fcntl(file.number(), F_SETFL, status & ~O_NONBLOCK);
@@ -54,6 +51,12 @@ void Descriptor::reset() {
   number_ = -1;
 }
 
+Pipe makePipe() {
+  std::array<int, 2> ends{-1, -1};
+  if (::pipe2(ends.data(), O_CLOEXEC) != 0) return {};
+  return {.reading = Descriptor(ends[0]), .writing = Descriptor(ends[1])};
+}
+
 Descriptor openForReading(const std::string& path) {
   Descriptor file = openAtOnce(path, O_RDONLY);
   // The system opens a directory for reading, and only the first read fails, which is too late.
@@ -66,9 +69,10 @@ Descriptor openForWriting(const std::string& path) {
   return openAtOnce(path, O_WRONLY | O_CREAT | O_TRUNC);
 }
 
-namespace {
+Descriptor openToChange(const std::string& path, WhereMissing missing) {
+  return openAtOnce(path, O_RDWR | (missing == WhereMissing::create ? O_CREAT : 0));
+}
 
-// Nothing where reading fails or goes beyond the limit. Throws std::bad_alloc.
 std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expected, std::size_t limit) {
   std::string bytes;
   bytes.reserve(expected);
@@ -79,11 +83,11 @@ std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expecte
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) return std::nullopt;
     bytes.append(block.data(), static_cast<std::size_t>(count));
-    if (bytes.size() > limit) return std::nullopt;  // grew since it was measured
+    if (bytes.size() <= limit) continue;
+    errno = EFBIG;  // it grew since it was measured
+    return std::nullopt;
   }
 }
-
-}  // namespace
 
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit) {
   const Descriptor file = openForReading(path);
@@ -99,7 +103,7 @@ std::optional<std::string> readRegularFile(const std::string& path, std::size_t 
 }
 
 bool writeAll(const Descriptor& file, std::string_view bytes) {
-  const BrokenPipeGuard guard;
+  const WriteSignalGuard guard;
   while (!bytes.empty()) {
     const ssize_t count = ::write(file.number(), bytes.data(), bytes.size());
     if (count < 0 && errno == EINTR) continue;
@@ -109,22 +113,31 @@ bool writeAll(const Descriptor& file, std::string_view bytes) {
   return true;
 }
 
-BrokenPipeGuard::BrokenPipeGuard() {
-  sigset_t pending;
-  sigpending(&pending);
-  wasPending_ = sigismember(&pending, SIGPIPE) == 1;
-  const sigset_t set = brokenPipe();
-  sigset_t before;
-  pthread_sigmask(SIG_BLOCK, &set, &before);
-  wasBlocked_ = sigismember(&before, SIGPIPE) == 1;
+bool syncFile(int descriptor) {
+  int result = ::fsync(descriptor);
+  while (result != 0 && errno == EINTR) result = ::fsync(descriptor);
+  return result == 0 || errno == EINVAL;
 }
 
-BrokenPipeGuard::~BrokenPipeGuard() {
+WriteSignalGuard::WriteSignalGuard() {
+  sigset_t pending;
+  sigset_t blocked;
+  sigpending(&pending);
+  sigemptyset(&raisedHere_);
+  sigemptyset(&blocked);
+  for (const int signal : kWriteSignals) {
+    sigaddset(&blocked, signal);
+    if (sigismember(&pending, signal) == 0) sigaddset(&raisedHere_, signal);
+  }
+  pthread_sigmask(SIG_BLOCK, &blocked, &before_);
+}
+
+WriteSignalGuard::~WriteSignalGuard() {
   const int error = errno;
-  const sigset_t set = brokenPipe();
   const timespec atOnce{};
-  if (!wasPending_) sigtimedwait(&set, nullptr, &atOnce);  // removes what our own write raised
-  if (!wasBlocked_) pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+  while (sigtimedwait(&raisedHere_, nullptr, &atOnce) > 0) {
+  }
+  pthread_sigmask(SIG_SETMASK, &before_, nullptr);
   errno = error;
 }
 

@@ -2,6 +2,7 @@
 // the adapter that use files and pipes.
 #pragma once
 
+#include <csignal>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -30,30 +31,48 @@ class Descriptor {
   int number_ = -1;
 };
 
+struct Pipe {
+  Descriptor reading;
+  Descriptor writing;
+};
+// Both ends are none where there cannot be a pipe.
+Pipe makePipe();
+
 // Opens a file for reading. None for a directory, and for anything that cannot be opened at once.
 Descriptor openForReading(const std::string& path);
 // Opens a file for writing and empties it, keeping its owner and mode; creates it if it is missing. None as
 // above.
 Descriptor openForWriting(const std::string& path);
+// Opens a file for reading and writing as it is. None as above; where it is missing, it is created or there
+// is none, and errno is ENOENT.
+enum class WhereMissing { fail, create };
+Descriptor openToChange(const std::string& path, WhereMissing missing);
 
 // The bytes of a regular file of at most `limit` bytes; nothing for any other, and if memory does not
 // suffice.
 std::optional<std::string> readRegularFile(const std::string& path, std::size_t limit);
+// The rest of an open file of about `expected` bytes. Nothing, with errno set, where reading fails and where
+// it is longer than `limit` (EFBIG). Throws std::bad_alloc.
+std::optional<std::string> readToEnd(const Descriptor& file, std::size_t expected, std::size_t limit);
 // Writes all bytes; false on the first failure. A pipe without a reader is a failure, never a signal.
 bool writeAll(const Descriptor& file, std::string_view bytes);
+// Blocks until the disk holds all that was written to the file. True also for a pipe or a device, which have
+// no disk; false where the disk failed.
+bool syncFile(int descriptor);
 
-// While it lives, writing on this thread to a pipe without a reader fails with EPIPE, instead of raising the
-// signal that would end the program.
-class BrokenPipeGuard {
+// While it lives, writing on this thread to a pipe without a reader fails with EPIPE, and writing beyond the
+// size that the process may give to files fails with EFBIG, instead of raising the signals that would end the
+// program.
+class WriteSignalGuard {
  public:
-  BrokenPipeGuard();
-  ~BrokenPipeGuard();
-  BrokenPipeGuard(const BrokenPipeGuard&) = delete;
-  BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
+  WriteSignalGuard();
+  ~WriteSignalGuard();
+  WriteSignalGuard(const WriteSignalGuard&) = delete;
+  WriteSignalGuard& operator=(const WriteSignalGuard&) = delete;
 
  private:
-  bool wasPending_ = false;
-  bool wasBlocked_ = false;
+  sigset_t raisedHere_;  // the signals that can only come from writing here
+  sigset_t before_;      // what the thread had blocked
 };
 
 }  // namespace norvik

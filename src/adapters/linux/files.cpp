@@ -1,9 +1,12 @@
 // Streams over descriptors, which were opened without waiting.
 #include "src/adapters/linux/files.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
+
+#include "src/adapters/linux/temporary_files.h"
 
 namespace norvik {
 
@@ -29,7 +32,7 @@ FileRef readingStream(Descriptor descriptor) {
 FileRef LinuxFiles::fopen(const char* path, FileMode mode) {
   const std::string place = root_.onDisk(path);
   if (mode == FileMode::readBinary) return readingStream(openForReading(place));
-  const FileRef file = streamOver(openForWriting(place), "wb");
+  const FileRef file = streamOver(isTemporary(path) ? createTemporary(place) : openForWriting(place), "wb");
   // Without a buffer, a full disk shows at the write that fails, and not at a close whose result is lost.
   if (file != nullptr) std::setvbuf(stream(file), nullptr, _IONBF, 0);
   return file;
@@ -56,12 +59,18 @@ std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
 }
 
 std::size_t LinuxFiles::fwrite(const void* bytes, std::size_t size, FileRef file) {
-  const BrokenPipeGuard guard;
+  const WriteSignalGuard guard;
   return std::fwrite(bytes, 1, size, stream(file));
 }
 
-void LinuxFiles::fclose(FileRef file) {
-  std::fclose(stream(file));
+// The files that the pane writes with streams are temporary ones, which it then has moved over others: a file
+// that was moved before the disk has its bytes would be empty after a power cut.
+int LinuxFiles::fclose(FileRef file) {
+  const WriteSignalGuard guard;
+  const int number = ::fileno(stream(file));
+  const bool reads = (::fcntl(number, F_GETFL) & O_ACCMODE) == O_RDONLY;
+  const bool synced = reads || syncFile(number);
+  return std::fclose(stream(file)) == 0 && synced ? 0 : -1;
 }
 
 int LinuxFiles::mkdir(const char* path, uint32_t mode) {

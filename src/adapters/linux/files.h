@@ -19,7 +19,8 @@ class LinuxFiles : public Files {
   int64_t ftell(FileRef file) override;
   std::size_t fread(void* bytes, std::size_t size, FileRef file) override;
   std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override;
-  void fclose(FileRef file) override;
+  // What was written to a file is on the disk afterwards; blocks until it is.
+  int fclose(FileRef file) override;
   int mkdir(const char* path, uint32_t mode) override;
 
  private:

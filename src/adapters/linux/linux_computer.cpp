@@ -9,9 +9,6 @@ namespace norvik {
 
 namespace {
 
-// How long, by the computer's clock, the next tool waits for one that does not end.
-constexpr std::chrono::duration<double> kLongestToolWait{10};
-
 std::chrono::milliseconds atSpeed(std::chrono::duration<double> time, double speed) {
   return std::chrono::ceil<std::chrono::milliseconds>(time / speed);
 }
@@ -37,7 +34,12 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
     : LinuxComputer(options, absoluteRoot(options.root)) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
-    : tools_(root, atSpeed(kLongestToolWait, options.speed)),
+    : tools_(root, atSpeed(kLongestReportDelay, options.speed)),
+      systemRights_(options.systemRights
+                        ? std::make_unique<SystemRights>(tools_, options.textAgent, options.whileAsking)
+                        : nullptr),
+      locks_(root, tools_),
+      settingsFiles_(root, withoutSlash(options.stateFolder)),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),
@@ -48,6 +50,20 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
       log(options.syslogIdent, options.logObserver),
       assertions(log) {}
 
+AuthorizationService& LinuxComputer::authorizationService() {
+  if (systemRights_) return systemRights_->authorization();
+  return authorization;
+}
+
+LaunchedTools& LinuxComputer::launchedTools() {
+  if (systemRights_) return systemRights_->lines();
+  return tools_;
+}
+
+AuthorizationRefusal LinuxComputer::lastRefusal() const {
+  return systemRights_ ? systemRights_->authorization().lastRefusal() : AuthorizationRefusal::none;
+}
+
 Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
   return {.application = own.application,
           .alerts = own.alerts,
@@ -55,7 +71,7 @@ Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
           .notifications = own.notifications,
           .drawing = own.drawing,
           .runLoop = own.runLoop,
-          .authorization = authorization,
+          .authorization = authorizationService(),
           .files = files,
           .propertyLists = propertyLists,
           .processManager = processManager,
@@ -65,6 +81,14 @@ Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
           .bundles = own.bundles != nullptr ? *own.bundles : bundles,
           .log = log,
           .assertions = assertions};
+}
+
+ComputerServices LinuxComputer::services() {
+  return {.locks = locks_,
+          .tools = launchedTools(),
+          .files = settingsFiles_,
+          .ports = ports_,
+          .delivery = notifications};
 }
 
 }  // namespace norvik

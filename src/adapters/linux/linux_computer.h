@@ -6,21 +6,28 @@
 #include <sys/types.h>
 
 #include <chrono>
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "src/adapters/linux/authorization.h"
 #include "src/adapters/linux/bundles.h"
+#include "src/adapters/linux/change_locks.h"
 #include "src/adapters/linux/files.h"
 #include "src/adapters/linux/host.h"
+#include "src/adapters/linux/listening_ports.h"
 #include "src/adapters/linux/notifications.h"
 #include "src/adapters/linux/posix_processes.h"
 #include "src/adapters/linux/process_manager.h"
 #include "src/adapters/linux/property_list_files.h"
 #include "src/adapters/linux/run_loop.h"
+#include "src/adapters/linux/settings_files.h"
 #include "src/adapters/linux/system_log.h"
+#include "src/adapters/linux/system_rights.h"
 #include "src/adapters/linux/system_version.h"
 #include "src/adapters/linux/tool_launcher.h"
+#include "src/adapters/services/computer_services.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik {
@@ -32,21 +39,25 @@ struct LinuxComputerOptions {
   std::string busAddress;  // of the bus for notifications; empty for none
   double speed = 1;        // how much faster than real time waits pass; 0.001 to 1000000
   std::vector<std::string> bundleFolders;
-  std::string syslogIdent;  // before each line of the log; empty for the program's name
-  uid_t user;               // whose processes the process manager lists
+  std::string stateFolder;    // for copies of the settings files, made as needed; empty keeps none
+  std::string syslogIdent;    // before each line of the log; empty for the program's name
+  uid_t user;                 // whose processes the process manager lists
+  bool systemRights = false;  // whether the system decides who is an administrator; else the policy does
   LinuxAuthorization::InteractivePolicy authorization;  // called when a person may be asked; none refuses
-  LinuxSystemLog::Observer logObserver;                 // shown each line of the log; may be none
+  bool textAgent = false;                // whether the system may ask for passwords at the terminal
+  std::function<void()> whileAsking;     // called again and again while the system asks; may be none
+  LinuxSystemLog::Observer logObserver;  // shown each line of the log; may be none
 
   LinuxComputerOptions();  // for the user who runs the program
 };
 
-// This system for the user who runs the program: home folder and bus come from the environment. Nobody is an
-// administrator until the front end sets a policy.
+// This system for the user who runs the program: home folder, state folder and bus come from the environment.
+// The system decides who is an administrator.
 LinuxComputerOptions systemOptions();
 
 // The sandbox in the folder `directory`, with the settings in its folder .norvik: `bus` (an address), `clock`
 // (a speed) and `authorization` ("granted" or "refused", read at each request). Without a valid file: no bus,
-// real time, refused.
+// real time, refused. Copies of the settings files go to its folder .norvik/state.
 LinuxComputerOptions sandboxOptions(const std::string& directory);
 
 // Whether `directory` is a folder with a sandbox in it. Every front end refuses any other root.
@@ -72,16 +83,28 @@ class LinuxComputer {
 
   // Blocks until every tool that was started has ended, so that a front end can show the result. False when
   // the limit passed first; the tools continue either way, even when the program ends.
-  bool waitForTools(std::chrono::milliseconds limit) { return tools_.waitForAll(limit); }
+  bool waitForTools(std::chrono::milliseconds limit) { return launchedTools().wait(limit); }
 
   // The whole platform, ready to be installed: the front end's own interfaces, and the computer's for the
   // rest.
   Platform platformFor(const FrontEndInterfaces& own);
+  // And what a front end asks of the computer beyond it. The delivery is that of the computer's own
+  // notifications.
+  ComputerServices services();
+  // Why the last request for rights was not granted; a policy does not say.
+  AuthorizationRefusal lastRefusal() const;
 
  private:
   LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root);
 
+  LaunchedTools& launchedTools();
+  AuthorizationService& authorizationService();
+
   ToolLauncher tools_;
+  std::unique_ptr<SystemRights> systemRights_;  // none where the policy decides
+  LinuxChangeLocks locks_;
+  LinuxSettingsFiles settingsFiles_;
+  LinuxListeningPorts ports_;
 
  public:
   // The platform interfaces; each lives as long as the computer.
@@ -89,7 +112,7 @@ class LinuxComputer {
   LinuxPropertyListFiles propertyLists;
   LinuxProcessManager processManager;
   LinuxPosixProcesses posix;
-  LinuxAuthorization authorization;
+  LinuxAuthorization authorization;  // by the policy
   LinuxNotificationCenter notifications;
   LinuxRunLoop runLoop;
   LinuxHost host;

@@ -3,6 +3,7 @@
 
 #include <systemd/sd-bus.h>
 
+#include <cerrno>
 #include <chrono>
 #include <memory>
 
@@ -49,17 +50,25 @@ bool isDelivered(sd_bus* bus) {
 }  // namespace
 
 void LinuxNotificationCenter::postNotificationName(const char* name, const char* object, unsigned options) {
-  if (busAddress_.empty()) return;
+  lastWasDelivered_ = post(name, object, options);
+}
+
+bool LinuxNotificationCenter::post(const char* name, const char* object, unsigned options) const {
+  if (busAddress_.empty()) return false;
   const Bus bus = connect(busAddress_);
-  if (!bus || !send(bus.get(), name, object, options)) return;
+  if (!bus || !send(bus.get(), name, object, options)) return false;
   const auto end = steady_clock::now() + kLongestPost;
   while (!isDelivered(bus.get())) {
     const int progress = sd_bus_process(bus.get(), nullptr);
-    if (progress < 0) return;
+    if (progress < 0) return false;
     if (progress > 0) continue;
     const auto left = std::chrono::duration_cast<std::chrono::microseconds>(end - steady_clock::now());
-    if (left.count() <= 0 || sd_bus_wait(bus.get(), static_cast<uint64_t>(left.count())) < 0) return;
+    if (left.count() <= 0) return false;
+    // A signal that the program only notes ends the wait, and nothing else.
+    const int waited = sd_bus_wait(bus.get(), static_cast<uint64_t>(left.count()));
+    if (waited < 0 && waited != -EINTR) return false;
   }
+  return true;
 }
 
 }  // namespace norvik

@@ -31,6 +31,11 @@ std::string homeFolder() {
   return entry != nullptr ? entry->pw_dir : home;
 }
 
+std::string stateFolder(const std::string& home) {
+  const std::string base = environment("XDG_STATE_HOME");
+  return (base.starts_with('/') ? base : home + "/.local/state") + "/norvik";  // a relative one is invalid
+}
+
 // The text of one of the sandbox's own files without white space around it; empty if the file is missing.
 std::string setting(const std::string& directory, const char* name) {
   const std::string text = readRegularFile(directory + "/.norvik/" + name, kLongestSetting).value_or("");
@@ -51,6 +56,8 @@ LinuxComputerOptions systemOptions() {
   options.home = homeFolder();
   options.busAddress = environment("DBUS_SESSION_BUS_ADDRESS");
   options.bundleFolders = {"/Applications", "/Library/PreferencePanes", options.home + "/Applications"};
+  options.stateFolder = stateFolder(options.home);
+  options.systemRights = true;
   return options;
 }
 
@@ -61,6 +68,7 @@ LinuxComputerOptions sandboxOptions(const std::string& directory) {
   options.busAddress = setting(directory, "bus");
   options.speed = speed(setting(directory, "clock"));
   options.bundleFolders = {"/Applications"};
+  options.stateFolder = "/.norvik/state";
   options.authorization = [directory] { return setting(directory, "authorization") == "granted"; };
   return options;
 }

@@ -2,28 +2,20 @@
 // anew.
 #include "src/adapters/linux/process_manager.h"
 
-#include <dirent.h>
-#include <limits.h>
 #include <stdlib.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <charconv>
 #include <memory>
-#include <vector>
 
 #include "src/adapters/linux/bundle_folder.h"
 #include "src/adapters/linux/descriptors.h"
+#include "src/adapters/linux/process_folder.h"
 
 namespace norvik {
 
 namespace {
 
 constexpr std::size_t kStatusLimit = 65536;
-
-std::string processFile(uint32_t pid, std::string_view name) {
-  return "/proc/" + std::to_string(pid) + "/" + std::string(name);
-}
 
 // /proc names executables by their real paths, so the root is compared as one.
 RootFolder real(const RootFolder& root) {
@@ -46,23 +38,7 @@ std::optional<uid_t> userOf(uint32_t pid) {
 // Empty for a process that is gone, a zombie, or one that we may not inspect. A program that was replaced
 // while it runs has " (deleted)" after its name, which does not matter: only its folders count.
 std::string executableOf(uint32_t pid) {
-  std::string path(PATH_MAX, '\0');
-  const ssize_t length = ::readlink(processFile(pid, "exe").c_str(), path.data(), path.size());
-  path.resize(length > 0 ? static_cast<std::size_t>(length) : 0);
-  return path;
-}
-
-std::vector<uint32_t> processesAbove(uint32_t lowest) {
-  std::vector<uint32_t> found;
-  const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir("/proc"), &::closedir);
-  while (const dirent* entry = folder ? ::readdir(folder.get()) : nullptr) {
-    const std::string_view name = entry->d_name;
-    uint32_t pid = 0;
-    const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), pid);
-    if (error == std::errc() && end == name.data() + name.size() && pid > lowest) found.push_back(pid);
-  }
-  std::sort(found.begin(), found.end());
-  return found;
+  return linkTarget(processFile(pid, "exe"));
 }
 
 std::string codeText(OSType code) {
@@ -87,8 +63,8 @@ std::string LinuxProcessManager::bundleOf(const ProcessSerialNumber& process) co
 }
 
 OSErr LinuxProcessManager::GetNextProcess(ProcessSerialNumber& process) {
-  for (const uint32_t pid : processesAbove(process.lowLongOfPSN)) {
-    if (bundleOf(pid).empty()) continue;
+  for (const uint32_t pid : processesIn(kProcessFolder)) {
+    if (pid <= process.lowLongOfPSN || bundleOf(pid).empty()) continue;
     process = {.highLongOfPSN = 0, .lowLongOfPSN = pid};
     return noErr;
   }

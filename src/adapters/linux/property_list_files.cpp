@@ -3,9 +3,12 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
 #include <new>
 
 #include "src/adapters/linux/descriptors.h"
+#include "src/adapters/linux/in_place.h"
+#include "src/adapters/linux/temporary_files.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {
@@ -34,10 +37,14 @@ std::optional<PropertyList> LinuxPropertyListFiles::dictionaryWithContentsOfFile
 
 bool LinuxPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
   try {
-    const std::string text = encodeXmlPropertyList(dictionary);  // before the file is emptied
+    const std::optional<std::string> text = encodeReadableXmlPropertyList(dictionary);
+    if (!text) {
+      errno = EFBIG;
+      return false;
+    }
+    if (isTemporary(path)) return writeTemporary(root_.onDisk(path), *text);
     makeFoldersInHome(path);
-    const Descriptor file = openForWriting(root_.onDisk(path));
-    return file && writeAll(file, text);
+    return writeInPlace(root_.onDisk(path), *text);
   } catch (const std::bad_alloc&) {
     return false;
   }

@@ -49,13 +49,15 @@ bool isBare(char c) {
 
 class AsciiReader {
  public:
-  explicit AsciiReader(std::string_view text) : rest_(text) {}
+  AsciiReader(std::string_view text, PropertyListDamage& report) : rest_(text), note_(text, report) {}
 
   Result document();
 
  private:
   bool take(char c);
   bool passSpace();
+  std::nullopt_t missing(std::string_view wanted);
+  bool charge(std::size_t bytes);
   Result value(int depth);
   Result entries(bool braced, int depth);
   Result array(int depth);
@@ -66,7 +68,21 @@ class AsciiReader {
   std::optional<char32_t> digits(int base, std::size_t most);
 
   std::string_view rest_;
+  DamageNote note_;
+  Allowance allowance_;
 };
+
+// Notes that something else than what is wanted comes here.
+std::nullopt_t AsciiReader::missing(std::string_view wanted) {
+  const std::string found = rest_.empty() ? "the file ends" : shown(rest_.substr(0, 1)) + " is";
+  return note_.set(rest_, found + " where " + std::string(wanted) + " should be");
+}
+
+bool AsciiReader::charge(std::size_t bytes) {
+  const bool allowed = allowance_.take(bytes);
+  if (!allowed) note_.set(rest_, kTooMuch);
+  return allowed;
+}
 
 bool AsciiReader::take(char c) {
   if (!rest_.starts_with(c)) return false;
@@ -81,7 +97,10 @@ bool AsciiReader::passSpace() {
     const bool line = rest_.starts_with("//");
     if (!line && !rest_.starts_with("/*")) return true;
     const std::size_t end = line ? rest_.find_first_of("\r\n") : rest_.find("*/", 2);
-    if (!line && end == std::string_view::npos) return false;
+    if (!line && end == std::string_view::npos) {
+      note_.set(rest_, "the comment has no end");
+      return false;
+    }
     rest_.remove_prefix(line ? std::min(end, rest_.size()) : end + 2);
   }
 }
@@ -90,77 +109,94 @@ Result AsciiReader::document() {
   const std::string_view whole = rest_;
   Result root = value(1);
   if (root && passSpace() && rest_.empty()) return root;
+  if (!root) return std::nullopt;
   // A string followed by more may be the first key of a file of keys and values without braces.
-  if (!root || !root->as<std::string>()) return std::nullopt;
+  if (!root->as<std::string>()) return missing("the end of the file");
   rest_ = whole;
+  note_.clear();
+  allowance_ = Allowance();
   return entries(false, 1);
 }
 
 Result AsciiReader::value(int depth) {
-  if (!passSpace() || rest_.empty()) return std::nullopt;
-  if (take('{')) return entries(true, depth);
-  if (take('(')) return array(depth);
-  if (take('<')) return data();
+  if (!passSpace()) return std::nullopt;
+  if (rest_.empty()) return missing("a value");
+  if (rest_.starts_with('{')) return entries(true, depth);
+  if (rest_.starts_with('(')) return array(depth);
+  if (rest_.starts_with('<')) return data();
   auto string = text();
-  if (!string) return std::nullopt;
+  if (!string) return missing("a value");
   return PropertyList(std::move(*string));
 }
 
 // Keys and values up to the closing brace, or to the end of the file if there is none.
 Result AsciiReader::entries(bool braced, int depth) {
   PropertyList::Dictionary entries;
-  if (!isDepthAllowed(depth)) return std::nullopt;
+  const std::string_view begin = rest_;
+  if (braced) take('{');
+  if (!isDepthAllowed(depth)) return note_.set(begin, kTooDeep);
+  if (!charge(0)) return std::nullopt;
   while (true) {
     if (!passSpace()) return std::nullopt;
     if (braced ? take('}') : rest_.empty()) return PropertyList(std::move(entries));
+    if (rest_.empty()) return note_.set(rest_, "the file ends inside \"{\"" + begunIn(note_.lineOf(begin)));
     auto key = text();
-    if (!key || !passSpace()) return std::nullopt;
+    if (!key || !passSpace()) return missing("a key");
     // A key alone is its own value.
     Result entry = PropertyList(*key);
     if (take('=')) entry = value(depth + 1);
-    if (!entry || !passSpace() || !take(';')) return std::nullopt;
+    if (!entry || !passSpace() || !take(';')) return missing("\";\"");
     entries.insert_or_assign(std::move(*key), std::move(*entry));
   }
 }
 
 Result AsciiReader::array(int depth) {
   PropertyList::Array items;
-  if (!isDepthAllowed(depth)) return std::nullopt;
+  const std::string_view begin = rest_;
+  take('(');
+  if (!isDepthAllowed(depth)) return note_.set(begin, kTooDeep);
+  if (!charge(0)) return std::nullopt;
   while (true) {
     if (!passSpace()) return std::nullopt;
     if (take(')')) return PropertyList(std::move(items));
+    if (rest_.empty()) return note_.set(rest_, "the file ends inside \"(\"" + begunIn(note_.lineOf(begin)));
     Result item = value(depth + 1);
     if (!item || !passSpace()) return std::nullopt;
     items.push_back(std::move(*item));
-    if (!take(',') && !rest_.starts_with(')')) return std::nullopt;
+    if (!rest_.empty() && !take(',') && !rest_.starts_with(')')) return missing("\",\" or \")\"");
   }
 }
 
 Result AsciiReader::data() {
   PropertyList::Data data;
+  const std::string_view begin = rest_;
+  take('<');
   int high = -1;
   while (!rest_.empty()) {
     const char c = rest_.front();
-    rest_.remove_prefix(1);
-    if (c == '>') {
-      if (high >= 0) return std::nullopt;
+    if (c == '>' && high < 0) {
+      take(c);
+      if (!charge(data.bytes.size())) return std::nullopt;
       return PropertyList(std::move(data));
     }
-    if (kSpace.find(c) != std::string_view::npos) continue;
+    const bool space = kSpace.find(c) != std::string_view::npos;
     const int digit = digitOf(c);
-    if (digit > 15) return std::nullopt;
+    if (!space && digit > 15) return missing("a hexadecimal digit");
+    take(c);
+    if (space) continue;
     if (high >= 0) data.bytes += static_cast<char>(static_cast<unsigned char>(high * 16 + digit));
     high = high >= 0 ? -1 : digit;
   }
-  return std::nullopt;
+  return note_.set(rest_, "the file ends inside \"<\"" + begunIn(note_.lineOf(begin)));
 }
 
+// Text in quotation marks or without; nothing, and nothing noted, where there is none.
 std::optional<std::string> AsciiReader::text() {
-  if (take('"')) return quoted('"');
-  if (take('\'')) return quoted('\'');
+  for (const char quote : {'"', '\''})
+    if (rest_.starts_with(quote)) return quoted(quote);
   std::size_t length = 0;
   while (length < rest_.size() && isBare(rest_[length])) ++length;
-  if (length == 0) return std::nullopt;
+  if (length == 0 || !charge(length)) return std::nullopt;
   std::string bare(rest_.substr(0, length));
   rest_.remove_prefix(length);
   return bare;
@@ -168,16 +204,22 @@ std::optional<std::string> AsciiReader::text() {
 
 std::optional<std::string> AsciiReader::quoted(char quote) {
   std::string string;
+  const std::string_view begin = rest_;
+  take(quote);
   while (!rest_.empty()) {
-    if (take(quote)) return string;
+    const std::string_view here = rest_;
+    if (take(quote)) {
+      if (!charge(string.size())) return std::nullopt;
+      return string;
+    }
     if (take('\\')) {
-      if (!escape(string)) return std::nullopt;
+      if (!escape(string)) return note_.set(here, shown(here.substr(0, 6)) + " is no character");
       continue;
     }
     string += rest_.front();
     rest_.remove_prefix(1);
   }
-  return std::nullopt;
+  return note_.set(rest_, "the file ends inside the text in quotation marks" + begunIn(note_.lineOf(begin)));
 }
 
 bool AsciiReader::escape(std::string& to) {
@@ -225,8 +267,8 @@ std::optional<char32_t> AsciiReader::digits(int base, std::size_t most) {
 
 }  // namespace
 
-std::optional<PropertyList> readAscii(std::string_view text) {
-  return AsciiReader(text).document();
+std::optional<PropertyList> readAscii(std::string_view text, PropertyListDamage& report) {
+  return AsciiReader(text, report).document();
 }
 
 }  // namespace norvik

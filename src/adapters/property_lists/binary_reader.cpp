@@ -22,6 +22,9 @@ using Result = std::optional<PropertyList>;
 constexpr std::size_t kHeaderBytes = 8;
 constexpr std::size_t kTrailerBytes = 32;
 
+constexpr std::string_view kBeyondObjects = "an object reaches beyond the end of the objects";
+constexpr std::string_view kBadObject = "an object has an unknown type, or a size that its type cannot have";
+
 // A big-endian number of at most 8 bytes.
 uint64_t numberOf(std::string_view bytes) {
   uint64_t number = 0;
@@ -46,7 +49,7 @@ enum Marker : unsigned {
 
 class BinaryReader {
  public:
-  explicit BinaryReader(std::string_view bytes) : bytes_(bytes) {}
+  BinaryReader(std::string_view bytes, PropertyListDamage& report) : bytes_(bytes), report_(report) {}
 
   Result document();
 
@@ -54,6 +57,7 @@ class BinaryReader {
   std::optional<std::string_view> take(uint64_t count);
   std::optional<uint64_t> takeCount(unsigned low);
   bool goTo(uint64_t object);
+  std::nullopt_t damaged(std::string_view what);
   bool charge(uint64_t bytes);
   Result object(uint64_t index, int depth);
   Result scalar(unsigned high, unsigned low);
@@ -63,41 +67,55 @@ class BinaryReader {
   Result dictionary(uint64_t count, int depth);
 
   std::string_view bytes_;
+  PropertyListDamage& report_;
   std::string_view objects_;  // the part that objects may be in
   std::size_t at_ = 0;
   std::size_t offsetBytes_ = 0, referenceBytes_ = 0;
   uint64_t objectCount_ = 0;
   std::size_t tableAt_ = 0;
-  uint64_t charged_ = 0;
+  Allowance allowance_;
 };
 
+// Notes what is wrong, unless something was noted already. There are no lines.
+std::nullopt_t BinaryReader::damaged(std::string_view what) {
+  if (report_.what.empty()) report_.what = what;
+  return std::nullopt;
+}
+
 std::optional<std::string_view> BinaryReader::take(uint64_t count) {
-  if (count > objects_.size() - at_) return std::nullopt;
+  if (count > objects_.size() - at_) return damaged(kBeyondObjects);
   auto taken = objects_.substr(at_, static_cast<std::size_t>(count));
   at_ += taken.size();
   return taken;
 }
 
 bool BinaryReader::goTo(uint64_t object) {
-  if (object >= objectCount_) return false;
+  if (object >= objectCount_) {
+    damaged("a list refers to an object that is not there");
+    return false;
+  }
   const uint64_t offset =
       numberOf(bytes_.substr(tableAt_ + static_cast<std::size_t>(object) * offsetBytes_, offsetBytes_));
-  if (offset < kHeaderBytes || offset >= objects_.size()) return false;
+  if (offset < kHeaderBytes || offset >= objects_.size()) {
+    damaged("the offset table points outside of the objects");
+    return false;
+  }
   at_ = static_cast<std::size_t>(offset);
   return true;
 }
 
-// Objects may be shared, so a small file can mean an endless list. The approximate size of the list as XML is
-// counted, and must not exceed the largest size of a file.
+// Objects may be shared, so a small file can mean an endless list.
 bool BinaryReader::charge(uint64_t bytes) {
-  constexpr uint64_t kElement = 16;
-  charged_ += bytes + kElement;
-  return charged_ <= kMaxPropertyListBytes;
+  const bool allowed = allowance_.take(bytes);
+  if (!allowed) damaged(kTooMuch);
+  return allowed;
 }
 
 Result BinaryReader::document() {
+  if (bytes_.size() < kHeaderBytes + kTrailerBytes) return damaged("it is shorter than any binary list");
   // Every version 0x has the same layout.
-  if (bytes_.size() < kHeaderBytes + kTrailerBytes || bytes_[kBinaryMagic.size()] != '0') return std::nullopt;
+  if (bytes_[kBinaryMagic.size()] != '0')
+    return damaged("it is of a version of the format that is not known here");
   const std::string_view trailer = bytes_.substr(bytes_.size() - kTrailerBytes);
   offsetBytes_ = numberOf(trailer.substr(6, 1));
   referenceBytes_ = numberOf(trailer.substr(7, 1));
@@ -106,20 +124,30 @@ Result BinaryReader::document() {
   const uint64_t table = numberOf(trailer.substr(24, 8));
   const uint64_t end = bytes_.size() - kTrailerBytes;
   const auto isWidth = [](std::size_t width) { return width >= 1 && width <= 8; };
-  if (!isWidth(offsetBytes_) || !isWidth(referenceBytes_)) return std::nullopt;
-  if (table < kHeaderBytes || table > end || objectCount_ > (end - table) / offsetBytes_) return std::nullopt;
+  if (!isWidth(offsetBytes_) || !isWidth(referenceBytes_))
+    return damaged("its last 32 bytes describe no list; the end may be missing");
+  if (table < kHeaderBytes || table > end || objectCount_ > (end - table) / offsetBytes_)
+    return damaged("the offset table is outside of the file");
   tableAt_ = static_cast<std::size_t>(table);
   objects_ = bytes_.substr(0, tableAt_);
   return object(root, 1);
 }
 
 Result BinaryReader::object(uint64_t index, int depth) {
-  if (!goTo(index) || !charge(0)) return std::nullopt;
+  if (!goTo(index)) return std::nullopt;
   const auto marker = static_cast<unsigned>(numberOf(*take(1)));
   unsigned high = marker >> 4, low = marker & 0xF;
-  if (high != kArray && high != kDictionary) return scalar(high, low);
+  if (high == kSimple || (high >= kInteger && high <= kDate) || high == kUid) {
+    if (!charge(0)) return std::nullopt;
+    Result value = scalar(high, low);
+    return value ? std::move(value) : damaged(kBadObject);
+  }
   const auto count = takeCount(low);
-  if (!count || !isDepthAllowed(depth)) return std::nullopt;
+  if (!count) return damaged(kBadObject);
+  if (high >= kData && high <= kUtf8Text) return text(high, *count);
+  if (high != kArray && high != kDictionary) return damaged(kBadObject);
+  if (!isDepthAllowed(depth)) return damaged(kTooDeep);
+  if (!charge(0)) return std::nullopt;
   return high == kArray ? array(*count, depth) : dictionary(*count, depth);
 }
 
@@ -146,15 +174,11 @@ Result BinaryReader::scalar(unsigned high, unsigned low) {
     if (high == kReal) return PropertyList(value);
     return isDate(value) ? Result(PropertyList(PropertyList::Date{value})) : std::nullopt;
   }
-  if (high == kUid) {
-    const auto number = low < 8 ? take(low + 1) : std::nullopt;
-    if (!number) return std::nullopt;
-    PropertyList::Dictionary uid;
-    uid.emplace(kUidKey, integerOf(numberOf(*number), false));
-    return PropertyList(std::move(uid));
-  }
-  const auto count = high >= kData && high <= kUtf8Text ? takeCount(low) : std::nullopt;
-  return count ? text(high, *count) : std::nullopt;
+  const auto number = low < 8 ? take(low + 1) : std::nullopt;
+  if (!number) return std::nullopt;
+  PropertyList::Dictionary uid;
+  uid.emplace(kUidKey, integerOf(numberOf(*number), false));
+  return PropertyList(std::move(uid));
 }
 
 // Integers of 1, 2 and 4 bytes are unsigned, of 8 signed; 16 are for what is above the signed range.
@@ -171,23 +195,25 @@ Result BinaryReader::integer(std::string_view number) {
 
 Result BinaryReader::text(unsigned high, uint64_t count) {
   // The count is of 16-bit units for one kind of text, of bytes for the others.
-  if (count > objects_.size()) return std::nullopt;
+  if (count > objects_.size()) return damaged(kBeyondObjects);
   const auto content = take(high == kUtf16Text ? count * 2 : count);
   if (!content || !charge(content->size())) return std::nullopt;
   if (high == kData) return PropertyList(PropertyList::Data{std::string(*content)});
-  if (high == kUtf16Text) {
-    auto text = fromUtf16(*content, true);
-    return text ? Result(PropertyList(std::move(*text))) : std::nullopt;
-  }
+  std::string text;
+  bool isText = true;
+  if (high == kUtf16Text)
+    isText = fromUtf16(*content, true, text);
+  else
+    text = *content;
   for (const char c : *content)
-    if (high == kAsciiText && static_cast<unsigned char>(c) > 127) return std::nullopt;
-  if (!isUtf8(*content)) return std::nullopt;
-  return PropertyList(std::string(*content));
+    isText = isText && (high != kAsciiText || static_cast<unsigned char>(c) < 128);
+  if (!isText || !isUtf8(text)) return damaged("a text is not well formed");
+  return PropertyList(std::move(text));
 }
 
 Result BinaryReader::array(uint64_t count, int depth) {
   const auto references = count <= objects_.size() ? take(count * referenceBytes_) : std::nullopt;
-  if (!references) return std::nullopt;
+  if (!references) return damaged(kBeyondObjects);
   PropertyList::Array items;
   for (std::size_t i = 0; i < count; ++i) {
     Result item = object(numberOf(references->substr(i * referenceBytes_, referenceBytes_)), depth + 1);
@@ -199,14 +225,14 @@ Result BinaryReader::array(uint64_t count, int depth) {
 
 Result BinaryReader::dictionary(uint64_t count, int depth) {
   const auto references = count <= objects_.size() ? take(2 * count * referenceBytes_) : std::nullopt;
-  if (!references) return std::nullopt;
+  if (!references) return damaged(kBeyondObjects);
   PropertyList::Dictionary entries;
   for (std::size_t i = 0; i < count; ++i) {
     const auto reference = [&](std::size_t n) {
       return numberOf(references->substr(n * referenceBytes_, referenceBytes_));
     };
     Result key = object(reference(i), depth + 1);
-    if (!key || !key->as<std::string>()) return std::nullopt;
+    if (!key || !key->as<std::string>()) return damaged("a key is no text");
     Result entry = object(reference(static_cast<std::size_t>(count) + i), depth + 1);
     if (!entry) return std::nullopt;
     entries.insert_or_assign(std::move(*key->as<std::string>()), std::move(*entry));
@@ -216,8 +242,8 @@ Result BinaryReader::dictionary(uint64_t count, int depth) {
 
 }  // namespace
 
-std::optional<PropertyList> readBinary(std::string_view bytes) {
-  return BinaryReader(bytes).document();
+std::optional<PropertyList> readBinary(std::string_view bytes, PropertyListDamage& report) {
+  return BinaryReader(bytes, report).document();
 }
 
 }  // namespace norvik

@@ -13,14 +13,33 @@ namespace norvik {
 // Files with more bytes, or nested more deeply, are not accepted as property lists.
 inline constexpr std::size_t kMaxPropertyListBytes = std::size_t{64} << 20;
 inline constexpr int kMaxPropertyListDepth = 512;
+// Nor are files that stand for more values, keys among them, or for more bytes of text and data than a file
+// may have: a few bytes in a file can mean far more in memory, and a binary file can refer to one value many
+// times. So reading a file never needs more memory than eight times kMaxPropertyListBytes.
+inline constexpr std::size_t kMaxPropertyListValues = 250'000;
+
+// What is wrong with bytes that are no property list, for a person who may mend the file.
+struct PropertyListDamage {
+  int line = 0;      // where it shows, from 1; 0 where no line can be named, as in the binary format
+  std::string what;  // no whole sentence: "\"&\" is not followed by the name of a character"
+
+  // "line 3: WHAT", or "WHAT" alone.
+  std::string sentence() const;
+};
 
 // Reads XML, binary or old-style ASCII, recognised by the first bytes. Nothing for bytes that are damaged,
-// truncated, too many or nested too deeply. The root may be of any type.
+// truncated, too many, nested too deeply or standing for too much. The root may be of any type. Throws
+// std::bad_alloc.
 std::optional<PropertyList> decodePropertyList(std::string_view bytes);
+// The same, and says why where it returns nothing.
+std::optional<PropertyList> decodePropertyList(std::string_view bytes, PropertyListDamage& damage);
 
 // Writes XML property-list format, version 1.0, UTF-8. Everything that decodePropertyList reads is preserved,
 // except the fraction of a second of a date, which the format cannot hold.
 std::string encodeXmlPropertyList(const PropertyList& list);
+// The same for a file: nothing where decodePropertyList would not read it again, because it is too large or
+// too deep, has too many values or a date that is none.
+std::optional<std::string> encodeReadableXmlPropertyList(const PropertyList& list);
 
 // Writes the binary format ("bplist00").
 std::string encodeBinaryPropertyList(const PropertyList& list);

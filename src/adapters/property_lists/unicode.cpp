@@ -1,6 +1,8 @@
 // The encodings, strict where they are read: text that is not well formed is damage, not a guess.
 #include "src/adapters/property_lists/unicode.h"
 
+#include <algorithm>
+
 #include "src/server/mac/text/utf8.h"
 
 namespace norvik {
@@ -18,26 +20,24 @@ unsigned char byteOf(char c) {
 
 }  // namespace
 
-std::optional<std::string> fromUtf16(std::string_view bytes, bool bigEndian) {
-  if (bytes.size() % 2 != 0) return std::nullopt;
+bool fromUtf16(std::string_view bytes, bool bigEndian, std::string& text) {
   const auto unitAt = [&](std::size_t i) -> char32_t {
     const unsigned char a = byteOf(bytes[i]), b = byteOf(bytes[i + 1]);
     return static_cast<char32_t>(bigEndian ? a << 8 | b : b << 8 | a);
   };
-  std::string text;
-  text.reserve(bytes.size());
-  for (std::size_t i = 0; i < bytes.size(); i += 2) {
+  text.reserve(text.size() + bytes.size());
+  for (std::size_t i = 0; i + 1 < bytes.size(); i += 2) {
     char32_t c = unitAt(i);
     if (c >= kHighSurrogate && c < kLowSurrogate && i + 3 < bytes.size()) {
       const char32_t low = unitAt(i + 2);
-      if (low < kLowSurrogate || low >= kSurrogateEnd) return std::nullopt;
+      if (low < kLowSurrogate || low >= kSurrogateEnd) return false;
       c = kFirstSupplementary + ((c - kHighSurrogate) << 10) + (low - kLowSurrogate);
       i += 2;
     }
-    if (!isScalar(c)) return std::nullopt;
+    if (!isScalar(c)) return false;
     appendCharacter(text, c);
   }
-  return text;
+  return bytes.size() % 2 == 0;
 }
 
 std::vector<char16_t> toUtf16(std::string_view text) {
@@ -58,6 +58,8 @@ std::vector<char16_t> toUtf16(std::string_view text) {
 
 std::string fromLatin1(std::string_view bytes) {
   std::string text;
+  const auto twoBytes = std::ranges::count_if(bytes, [](char c) { return byteOf(c) > 0x7F; });
+  text.reserve(bytes.size() + static_cast<std::size_t>(twoBytes));
   for (const char c : bytes) appendCharacter(text, byteOf(c));
   return text;
 }

@@ -10,8 +10,9 @@
 
 namespace norvik {
 
-// UTF-16 code units, in two bytes each, to UTF-8. Nothing for a half unit or a half surrogate pair.
-std::optional<std::string> fromUtf16(std::string_view bytes, bool bigEndian);
+// UTF-16 code units, in two bytes each, to UTF-8, which is appended to `text`. False for a half unit or a
+// half surrogate pair; `text` then ends before it.
+bool fromUtf16(std::string_view bytes, bool bigEndian, std::string& text);
 
 // UTF-8 to UTF-16 code units; what is no UTF-8 becomes kReplacementCharacter.
 std::vector<char16_t> toUtf16(std::string_view text);

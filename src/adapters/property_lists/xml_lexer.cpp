@@ -4,6 +4,7 @@
 #include <charconv>
 #include <utility>
 
+#include "src/adapters/property_lists/formats.h"
 #include "src/server/mac/text/utf8.h"
 
 namespace norvik {
@@ -35,34 +36,40 @@ bool XmlLexer::passTo(std::string_view end) {
   return true;
 }
 
+XmlLexer::Token XmlLexer::damage(std::string_view at, std::string what) {
+  return {Kind::damage, {}, std::move(what), at};
+}
+
 XmlLexer::Token XmlLexer::next() {
   while (!rest_.empty()) {
-    bool passed = true;
+    const std::string_view at = rest_;
     if (take("<!--")) {
-      passed = passTo("-->");
+      if (!passTo("-->")) return damage(at, "the comment has no end");
     } else if (take("<?")) {
-      passed = passTo("?>");
+      if (!passTo("?>")) return damage(at, "\"<?\" is not followed by \"?>\"");
     } else if (take("<!DOCTYPE")) {
-      passed = passDocumentType();
+      if (!passDocumentType()) return damage(at, "the document type has no end");
     } else if (rest_.front() != '<' || rest_.starts_with("<![CDATA[")) {
       return text();
     } else {
       return element();
     }
-    if (!passed) return {Kind::damage, {}, {}};
   }
-  return {Kind::endOfText, {}, {}};
+  return {Kind::endOfText, {}, {}, rest_};
 }
 
 XmlLexer::Token XmlLexer::element() {
+  const std::string_view at = rest_;
   rest_.remove_prefix(1);
   Kind kind = take("/") ? Kind::end : Kind::start;
   const std::string_view name = rest_.substr(0, rest_.find_first_of(kNameEnd));
   rest_.remove_prefix(name.size());
-  if (name.empty() || !passAttributes()) return {Kind::damage, {}, {}};
-  if (kind == Kind::start && take("/")) kind = Kind::empty;
-  if (!take(">")) return {Kind::damage, {}, {}};
-  return {kind, name, {}};
+  if (name.empty()) return damage(at, "\"<\" is not followed by the name of an element");
+  const bool passed = passAttributes();
+  if (passed && kind == Kind::start && take("/")) kind = Kind::empty;
+  if (!passed || !take(">"))
+    return damage(at, "the element " + shown(name) + " is not well formed, or has no \">\"");
+  return {kind, name, {}, at};
 }
 
 bool XmlLexer::passAttributes() {
@@ -105,18 +112,19 @@ bool XmlLexer::passDocumentType() {
 }
 
 XmlLexer::Token XmlLexer::text() {
-  Token token{Kind::text, {}, {}};
+  Token token{Kind::text, {}, {}, rest_};
   while (!rest_.empty()) {
+    const std::string_view at = rest_;
     if (take("<![CDATA[")) {
       const std::size_t end = rest_.find("]]>");
-      if (end == std::string_view::npos) return {Kind::damage, {}, {}};
+      if (end == std::string_view::npos) return damage(at, "\"<![CDATA[\" is not followed by \"]]>\"");
       token.text += rest_.substr(0, end);
       rest_.remove_prefix(end + 3);
       continue;
     }
     if (rest_.front() == '<') break;
     if (take("&")) {
-      if (!reference(token.text)) return {Kind::damage, {}, {}};
+      if (!reference(token.text)) return damage(at, "\"&\" is not followed by the name of a character");
       continue;
     }
     const std::size_t plain = std::min(rest_.find_first_of("<&"), rest_.size());

@@ -17,7 +17,8 @@ class XmlLexer {
   struct Token {
     Kind kind;
     std::string_view name;  // of an element
-    std::string text;       // of a stretch of text, its references resolved
+    std::string text;       // of a stretch of text, its references resolved; of damage, what is wrong
+    std::string_view at;    // the text from where the token, or the damage, begins
   };
 
   // The text is UTF-8 with line feeds as line ends, and must outlive the lexer.
@@ -27,6 +28,7 @@ class XmlLexer {
   Token next();
 
  private:
+  static Token damage(std::string_view at, std::string what);
   Token element();
   Token text();
   bool reference(std::string& to);

@@ -58,28 +58,59 @@ constexpr Leaf kLeaves[] = {
 
 class XmlReader {
  public:
-  explicit XmlReader(std::string_view text) : lexer_(text) {}
+  XmlReader(std::string_view text, PropertyListDamage& report) : lexer_(text), note_(text, report) {}
 
   Result document();
 
  private:
   Token nextElement();
+  std::nullopt_t missing(const Token& found, std::string_view wanted);
+  std::nullopt_t unended(const Token& found, const Token& start);
+  bool charge(const Token& start, std::size_t bytes);
   std::optional<std::string> textIn(const Token& start);
   Result value(const Token& start, int depth);
+  Result leaf(const Leaf& kind, const Token& start);
   Result array(const Token& start, int depth);
   Result dictionary(const Token& start, int depth);
 
   XmlLexer lexer_;
+  DamageNote note_;
+  Allowance allowance_;
 };
 
 // The next token that is not white space between elements; other text there is damage.
 Token XmlReader::nextElement() {
   Token token = lexer_.next();
   while (token.kind == Kind::text) {
-    if (!isBlank(token.text)) return {Kind::damage, {}, {}};
+    const std::string_view text = withoutLeading(token.text, kBlanks);
+    if (!text.empty())
+      return {
+          Kind::damage, {}, shown(text) + " is outside of every value", withoutLeading(token.at, kBlanks)};
     token = lexer_.next();
   }
   return token;
+}
+
+// Notes that something else than what is wanted was found.
+std::nullopt_t XmlReader::missing(const Token& found, std::string_view wanted) {
+  if (found.kind == Kind::damage) return note_.set(found.at, found.text);
+  std::string what = "the file ends";
+  if (found.kind != Kind::endOfText)
+    what = std::string(found.kind == Kind::end ? "</" : "<") + std::string(found.name) + "> is";
+  return note_.set(found.at, what + " where " + std::string(wanted) + " should be");
+}
+
+// Notes that something else than the end of the element was found.
+std::nullopt_t XmlReader::unended(const Token& found, const Token& start) {
+  const std::string name(start.name);
+  if (found.kind != Kind::endOfText) return missing(found, "</" + name + ">");
+  return note_.set(found.at, "the file ends inside <" + name + ">" + begunIn(note_.lineOf(start.at)));
+}
+
+bool XmlReader::charge(const Token& start, std::size_t bytes) {
+  const bool allowed = allowance_.take(bytes);
+  if (!allowed) note_.set(start.at, kTooMuch);
+  return allowed;
 }
 
 Result XmlReader::document() {
@@ -90,41 +121,56 @@ Result XmlReader::document() {
   if (!root) return std::nullopt;
   if (wrapped) {
     const Token end = nextElement();
-    if (end.kind != Kind::end || end.name != "plist") return std::nullopt;
+    if (end.kind != Kind::end || end.name != "plist") return missing(end, "</plist>");
   }
-  if (nextElement().kind != Kind::endOfText) return std::nullopt;
+  const Token end = nextElement();
+  if (end.kind != Kind::endOfText) return missing(end, "the end of the file");
   return root;
 }
 
 // The whole text of an element that holds nothing but text.
 std::optional<std::string> XmlReader::textIn(const Token& start) {
   std::string text;
-  if (start.kind == Kind::empty) return text;
-  for (Token token = lexer_.next();; token = lexer_.next()) {
-    if (token.kind == Kind::end && token.name == start.name) return text;
-    if (token.kind != Kind::text) return std::nullopt;
-    text += token.text;
+  while (start.kind != Kind::empty) {
+    Token token = lexer_.next();
+    if (token.kind == Kind::end && token.name == start.name) break;
+    if (token.kind != Kind::text) return unended(token, start);
+    if (text.empty())
+      text = std::move(token.text);  // nearly always the only one, and it may be large
+    else
+      text += token.text;
   }
+  if (!charge(start, text.size())) return std::nullopt;
+  return text;
 }
 
 Result XmlReader::value(const Token& start, int depth) {
-  if (start.kind != Kind::start && start.kind != Kind::empty) return std::nullopt;
-  if (start.name == "dict") return dictionary(start, depth);
-  if (start.name == "array") return array(start, depth);
-  for (const Leaf& leaf : kLeaves) {
-    if (leaf.element != start.name) continue;
-    auto text = textIn(start);
-    return text ? leaf.valueOf(*text) : std::nullopt;
+  if (start.kind != Kind::start && start.kind != Kind::empty) return missing(start, "a value");
+  const bool isDictionary = start.name == "dict";
+  if (isDictionary || start.name == "array") {
+    if (!isDepthAllowed(depth)) return note_.set(start.at, kTooDeep);
+    if (!charge(start, 0)) return std::nullopt;
+    return isDictionary ? dictionary(start, depth) : array(start, depth);
   }
-  return std::nullopt;
+  for (const Leaf& kind : kLeaves)
+    if (kind.element == start.name) return leaf(kind, start);
+  return missing(start, "a value");
+}
+
+Result XmlReader::leaf(const Leaf& kind, const Token& start) {
+  auto text = textIn(start);
+  if (!text) return std::nullopt;
+  Result value = kind.valueOf(*text);
+  if (!value) note_.set(start.at, "<" + std::string(start.name) + "> cannot hold " + shown(*text));
+  return value;
 }
 
 Result XmlReader::array(const Token& start, int depth) {
   PropertyList::Array items;
-  if (!isDepthAllowed(depth)) return std::nullopt;
   if (start.kind == Kind::empty) return PropertyList(std::move(items));
   for (Token token = nextElement();; token = nextElement()) {
     if (token.kind == Kind::end && token.name == start.name) return PropertyList(std::move(items));
+    if (token.kind == Kind::endOfText) return unended(token, start);
     Result item = value(token, depth + 1);
     if (!item) return std::nullopt;
     items.push_back(std::move(*item));
@@ -133,29 +179,32 @@ Result XmlReader::array(const Token& start, int depth) {
 
 Result XmlReader::dictionary(const Token& start, int depth) {
   PropertyList::Dictionary entries;
-  if (!isDepthAllowed(depth)) return std::nullopt;
   if (start.kind == Kind::empty) return PropertyList(std::move(entries));
   for (Token token = nextElement();; token = nextElement()) {
     if (token.kind == Kind::end && token.name == start.name) return PropertyList(std::move(entries));
-    if ((token.kind != Kind::start && token.kind != Kind::empty) || token.name != "key") return std::nullopt;
+    if (token.kind == Kind::endOfText) return unended(token, start);
+    if ((token.kind != Kind::start && token.kind != Kind::empty) || token.name != "key")
+      return missing(token, "<key> or </dict>");
     auto key = textIn(token);
     if (!key) return std::nullopt;
-    Result entry = value(nextElement(), depth + 1);
+    const Token first = nextElement();
+    if (first.kind == Kind::end) return missing(first, "the value of the key " + shown(*key));
+    Result entry = value(first, depth + 1);
     if (!entry) return std::nullopt;
     entries.insert_or_assign(std::move(*key), std::move(*entry));
   }
 }
 
 // Converts line ends to line feeds, as XML demands.
-std::string withLineFeeds(std::string_view text) {
-  std::string result;
-  result.reserve(text.size());
-  for (std::size_t i = 0; i < text.size(); ++i) {
+void convertLineEnds(std::string& text) {
+  std::size_t length = text.find('\r');
+  if (length == std::string::npos) return;
+  for (std::size_t i = length; i < text.size(); ++i) {
     const bool carriageReturn = text[i] == '\r';
     if (carriageReturn && i + 1 < text.size() && text[i + 1] == '\n') continue;
-    result += carriageReturn ? '\n' : text[i];
+    text[length++] = carriageReturn ? '\n' : text[i];
   }
-  return result;
+  text.resize(length);
 }
 
 }  // namespace
@@ -182,9 +231,9 @@ std::string_view declaredEncoding(std::string_view text) {
   return declaration.substr(open + 1, declaration.find(declaration[open], open + 1) - open - 1);
 }
 
-std::optional<PropertyList> readXml(std::string_view text) {
-  const std::string normalised = withLineFeeds(text);
-  return XmlReader(normalised).document();
+std::optional<PropertyList> readXml(std::string text, PropertyListDamage& report) {
+  convertLineEnds(text);
+  return XmlReader(text, report).document();
 }
 
 }  // namespace norvik

@@ -1,6 +1,6 @@
 // Values to the XML format. A writer of our own, because the packaged library's loses the sign of a zero and
 // writes a carriage return so that readers must take it for a line feed.
-#include "src/adapters/property_lists/codec.h"
+#include "src/adapters/property_lists/formats.h"
 #include "src/adapters/property_lists/scalars.h"
 #include "src/server/mac/text/utf8.h"
 
@@ -8,9 +8,10 @@ namespace norvik {
 
 namespace {
 
-// A character that XML would drop or change becomes a reference.
-void appendText(std::string& xml, std::string_view text) {
-  while (!text.empty()) {
+// A character that XML would drop or change becomes a reference. Stops where the XML is longer than the
+// limit.
+void appendText(std::string& xml, std::string_view text, std::size_t limit) {
+  while (!text.empty() && xml.size() <= limit) {
     const char32_t c = takeCharacter(text).value_or(kReplacementCharacter);
     const bool control = (c < 0x20 && c != '\n' && c != '\t') || c == 0x7F;
     if (c == '&')
@@ -26,16 +27,25 @@ void appendText(std::string& xml, std::string_view text) {
   }
 }
 
+// Whether what is written can be read again matters only for a file.
+enum class Limits { none, ofFiles };
+
 class XmlWriter {
  public:
-  std::string finish(const PropertyList& root) {
+  explicit XmlWriter(Limits limits)
+      : limited_(limits == Limits::ofFiles), limit_(limited_ ? kMaxPropertyListBytes : std::string::npos) {}
+
+  // Nothing beyond the limits.
+  std::optional<std::string> finish(const PropertyList& root) {
     xml_ =
         "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
         "<!DOCTYPE plist PUBLIC \"-//Apple//DTD PLIST 1.0//EN\" "
         "\"http://www.apple.com/DTDs/PropertyList-1.0.dtd\">\n"
         "<plist version=\"1.0\">\n";
     write(root);
-    return xml_ + "</plist>\n";
+    xml_ += "</plist>\n";
+    if (refused_ || xml_.size() > limit_) return std::nullopt;
+    return std::move(xml_);
   }
 
   void operator()(const PropertyList::Dictionary& entries) {
@@ -64,7 +74,10 @@ class XmlWriter {
   void operator()(int64_t value) { element("integer", std::to_string(value)); }
   void operator()(uint64_t value) { element("integer", std::to_string(value)); }
   void operator()(double value) { element("real", formatReal(value)); }
-  void operator()(const PropertyList::Date& date) { element("date", formatDate(date.seconds)); }
+  void operator()(const PropertyList::Date& date) {
+    if (limited_ && !isDate(date.seconds)) refused_ = true;
+    if (!refused_) element("date", formatDate(date.seconds));
+  }
 
   void operator()(const PropertyList::Data& data) {
     constexpr std::size_t kLineBytes = 57;  // 76 characters, the usual width
@@ -75,7 +88,11 @@ class XmlWriter {
   }
 
  private:
-  void write(const PropertyList& list) { std::visit(*this, list.value()); }
+  void write(const PropertyList& list) {
+    const bool tooDeep = limited_ && indent_ > static_cast<std::size_t>(kMaxPropertyListDepth);
+    refused_ = refused_ || tooDeep || xml_.size() > limit_;
+    if (!refused_) std::visit(*this, list.value());
+  }
 
   void line(std::string_view text) {
     xml_.append(indent_, '\t');
@@ -86,10 +103,13 @@ class XmlWriter {
   void element(std::string_view name, std::string_view text) {
     xml_.append(indent_, '\t');
     xml_.append("<").append(name).append(">");
-    appendText(xml_, text);
+    appendText(xml_, text, limit_);
     xml_.append("</").append(name).append(">\n");
   }
 
+  bool limited_;
+  std::size_t limit_;  // of bytes
+  bool refused_ = false;
   std::string xml_;
   std::size_t indent_ = 0;
 };
@@ -97,7 +117,11 @@ class XmlWriter {
 }  // namespace
 
 std::string encodeXmlPropertyList(const PropertyList& list) {
-  return XmlWriter().finish(list);
+  return *XmlWriter(Limits::none).finish(list);
+}
+
+std::optional<std::string> encodeXmlWithinLimits(const PropertyList& list) {
+  return XmlWriter(Limits::ofFiles).finish(list);
 }
 
 }  // namespace norvik

@@ -18,9 +18,10 @@ class ChangeLocks {
  public:
   virtual ~ChangeLocks() = default;
 
-  // Waits for the lock, at most until the limit; null if somebody else held it all that time. A computer on
-  // which there is nothing to lock, because it has no folder of server settings and none for others, gives a
-  // lock at once. Not recursive. Blocks; on the main thread.
+  // Waits for the lock, at most until the limit; null if somebody else held it all that time, be it a tool
+  // that this program launched under an earlier lock. 0 asks once. A computer on which there is nothing that
+  // can be locked gives a lock at once. Not recursive: who holds it already waits in vain. Blocks; on the
+  // main thread.
   virtual std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) = 0;
 };
 

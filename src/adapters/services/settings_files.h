@@ -26,7 +26,7 @@ struct FileContent {
 
 struct KeptCopy {
   std::string bytes;
-  std::string place;  // where it is kept
+  std::string place;  // where it is kept, a path of the computer's
   std::string time;   // when it was kept, RFC 3339, UTC
 };
 
@@ -34,10 +34,13 @@ class SettingsFiles {
  public:
   virtual ~SettingsFiles() = default;
 
+  // What is at the path, links followed, and its bytes. Opens no pipe and no device, so that it never waits
+  // for another process.
   virtual FileContent inspect(const std::string& path) = 0;
 
-  // Keeps the bytes as the copy of the file at `path`, in place of an earlier copy, readable by the user
-  // alone. False if they could not be kept; the earlier copy is then still there.
+  // Keeps the bytes as the copy of the file at `path`, which may be missing, in place of an earlier copy,
+  // readable by the user alone; each user has copies of their own. False if they could not be kept; the
+  // earlier copy is then still there.
   virtual bool keepCopy(const std::string& path, std::string_view bytes) = 0;
   // The copy of the file at `path`; nothing if there is none or it cannot be read.
   virtual std::optional<KeptCopy> copyOf(const std::string& path) = 0;

@@ -1,4 +1,4 @@
-// A lock is a mark that it is held, and the time until which somebody else has it.
+// The lock is an object that its holders share.
 #include "src/adapters/simulated/change_locks.h"
 
 #include <algorithm>
@@ -9,14 +9,12 @@ namespace {
 
 using std::chrono::microseconds;
 
-// Takes the mark away at its end.
-class Held : public HeldLock {
+class SimulatedHeldLock : public HeldLock {
  public:
-  explicit Held(std::shared_ptr<bool> mark) : mark_(std::move(mark)) { *mark_ = true; }
-  ~Held() override { *mark_ = false; }
+  explicit SimulatedHeldLock(std::shared_ptr<void> share) : share_(std::move(share)) {}
 
  private:
-  std::shared_ptr<bool> mark_;
+  std::shared_ptr<void> share_;
 };
 
 }  // namespace
@@ -26,19 +24,21 @@ void SimulatedChangeLocks::holdElsewhere(std::optional<std::chrono::milliseconds
   if (time) elsewhereUntil_ = clock_.microseconds() + microseconds(*time).count();
 }
 
-std::optional<int64_t> SimulatedChangeLocks::freeAt() const {
-  if (*held_ || !elsewhereUntil_) return std::nullopt;
-  return std::max(*elsewhereUntil_, clock_.microseconds());
+bool SimulatedChangeLocks::isFree() const {
+  return !isHeld() && elsewhereUntil_ && *elsewhereUntil_ <= clock_.microseconds();
 }
 
 std::unique_ptr<HeldLock> SimulatedChangeLocks::lock(std::chrono::milliseconds limit) {
+  constexpr int64_t kPause = 10'000;
   const int64_t end = clock_.microseconds() + microseconds(limit).count();
-  const std::optional<int64_t> free = freeAt();
-  clock_.sleepUntil(std::min(end, free.value_or(end)));
-  // Whoever was told that the clock moved may have taken or given the lock.
-  const std::optional<int64_t> freeNow = freeAt();
-  if (!freeNow || *freeNow > clock_.microseconds()) return nullptr;
-  return std::make_unique<Held>(held_);
+  while (!isFree()) {
+    if (clock_.microseconds() >= end) return nullptr;
+    clock_.sleepUntil(std::min(end, clock_.microseconds() + kPause));
+  }
+  const auto share = std::make_shared<int>();
+  held_ = share;
+  tools_.keepWhileRunning(share);
+  return std::make_unique<SimulatedHeldLock>(share);
 }
 
 }  // namespace norvik

@@ -8,29 +8,30 @@
 
 #include "src/adapters/services/change_locks.h"
 #include "src/adapters/simulated/clock.h"
+#include "src/adapters/simulated/tools.h"
 
 namespace norvik {
 
 class SimulatedChangeLocks : public ChangeLocks {
  public:
-  // `clock` is borrowed.
-  explicit SimulatedChangeLocks(SimulatedClock& clock) : clock_(clock) {}
+  // Borrows both. Tools that are launched while the lock is held hold it until they have ended.
+  SimulatedChangeLocks(SimulatedClock& clock, Tools& tools) : clock_(clock), tools_(tools) {}
 
   // Somebody else holds the lock from now on, for this long by the clock; without a time for ever. 0 ends it.
   void holdElsewhere(std::optional<std::chrono::milliseconds> time);
-  // Whether the program itself holds it.
-  bool isHeld() const { return *held_; }
+  // Whether this program, or a tool of its, holds it.
+  bool isHeld() const { return !held_.expired(); }
 
   // Waiting moves the clock.
   std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) override;
 
  private:
-  // The time on the clock from which the lock is free; nothing where it will never be.
-  std::optional<int64_t> freeAt() const;
+  bool isFree() const;
 
   SimulatedClock& clock_;
-  std::shared_ptr<bool> held_ = std::make_shared<bool>(false);  // shared with the lock that was given
-  std::optional<int64_t> elsewhereUntil_ = 0;                   // in microseconds of the clock; none for ever
+  Tools& tools_;
+  std::weak_ptr<void> held_;                   // exists while somebody of this program holds the lock
+  std::optional<int64_t> elsewhereUntil_ = 0;  // in microseconds of the clock; none for ever
 };
 
 }  // namespace norvik

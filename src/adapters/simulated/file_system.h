@@ -63,7 +63,7 @@ class FileSystem {
 };
 
 // The single steps of file work that a test can make fail.
-enum class FileOperation { openRead, openWrite, seek, tell, read, write, makeDirectory };
+enum class FileOperation { openRead, openWrite, seek, tell, read, write, close, makeDirectory };
 
 // Which steps fail on which paths.
 class FileFaults {

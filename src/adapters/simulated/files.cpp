@@ -79,8 +79,10 @@ std::size_t SimulatedFiles::fwrite(const void* bytes, std::size_t size, FileRef 
   return size;
 }
 
-void SimulatedFiles::fclose(FileRef file) {
+int SimulatedFiles::fclose(FileRef file) {
+  const bool fails = faults_.has(FileOperation::close, streamOf(file).path);
   std::erase_if(streams_, [&](const auto& stream) { return stream.get() == &streamOf(file); });
+  return fails ? -1 : 0;
 }
 
 int SimulatedFiles::mkdir(const char* path, uint32_t mode) {

@@ -23,7 +23,7 @@ class SimulatedFiles : public Files {
   int64_t ftell(FileRef file) override;
   std::size_t fread(void* bytes, std::size_t size, FileRef file) override;
   std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override;
-  void fclose(FileRef file) override;
+  int fclose(FileRef file) override;
   int mkdir(const char* path, uint32_t mode) override;
 
   // The reading end of a pipe whose writer, started with `commandLine`, wrote `output` and closed it. To be

@@ -22,12 +22,13 @@ std::optional<PropertyList> SimulatedPropertyListFiles::dictionaryWithContentsOf
 }
 
 bool SimulatedPropertyListFiles::writeToFile(const PropertyList& dictionary, const std::string& path) {
-  if (faults_.has(FileOperation::openWrite, path) || !fileSystem_.userMayWrite(path)) return false;
+  auto text = encodeReadableXmlPropertyList(dictionary);
+  if (!text || faults_.has(FileOperation::openWrite, path) || !fileSystem_.userMayWrite(path)) return false;
   const auto file = fileSystem_.create(path, FileSystem::kUser);
   if (file == nullptr) return false;
   effects_.report(EffectKind::write, "write " + quoted(path));
   if (faults_.has(FileOperation::write, path)) return false;
-  file->bytes = encodeXmlPropertyList(dictionary);
+  file->bytes = std::move(*text);
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 
+#include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/platform/property_list.h"
 #include "src/server/mac/text/trim.h"
 
@@ -19,6 +20,7 @@ constexpr uint32_t kSecond = 1'000'000;
 
 ServerService::ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock)
     : fileSystem_(fileSystem), processes_(processes) {
+  fileSystem_.put(PROC_NVKSVC, "the tool");
   clock.addSleepListener([this](uint32_t microseconds) { slept(microseconds); });
 }
 
@@ -33,9 +35,9 @@ std::optional<int32_t> ServerService::pidInFile() const {
   return isNumber ? static_cast<int32_t>(leadingInteger(text)) : 0;
 }
 
-bool ServerService::daemonRuns() const {
+std::optional<int32_t> ServerService::runningPid() const {
   const auto pid = pidInFile();
-  return pid && processes_.exists(*pid);
+  return pid && processes_.exists(*pid) ? pid : std::nullopt;
 }
 
 void ServerService::setDaemon(std::optional<int32_t> pid) {
@@ -47,6 +49,7 @@ void ServerService::setDaemon(std::optional<int32_t> pid) {
 void ServerService::take(Change change) {
   if (change == Change::up) {
     if (daemonRuns()) return;
+    ++settingsReads_;
     // The daemon runs even if there is no folder for its pid file.
     if (const auto file = fileSystem_.create(kPidFile, FileSystem::kRoot)) {
       file->bytes = std::to_string(startedPid_) + '\n';
@@ -61,6 +64,7 @@ void ServerService::take(Change change) {
 void ServerService::run(const std::vector<std::string>& arguments) {
   if (arguments.empty()) return;
   if (arguments[0] == "start" && !daemonRuns()) schedule(Change::up, startDelay_);
+  if (arguments[0] == "apply" && daemonRuns()) ++settingsReads_;
   if (arguments[0] == "stop") schedule(Change::down, stopDelay_);
 }
 

@@ -14,12 +14,17 @@ namespace norvik {
 
 class ServerService {
  public:
+  // Installs the tool.
   ServerService(FileSystem& fileSystem, ProcessTable& processes, SimulatedClock& clock);
 
   // The daemon runs as that process with its pid file, or does not run and has none.
   void setDaemon(std::optional<int32_t> pid);
   // Whether the pid file names a process that exists.
-  bool daemonRuns() const;
+  bool daemonRuns() const { return runningPid().has_value(); }
+  // That process; nothing where there is none.
+  std::optional<int32_t> runningPid() const;
+  // How often the daemon has read its settings: when it came up, and for each "apply" while it runs.
+  int settingsReads() const { return settingsReads_; }
 
   // How many sleeps of a second after the launch of "start" ("stop") the daemon is up (down), immediately for
   // 0; none for never. Applies to later launches.
@@ -49,6 +54,7 @@ class ServerService {
   std::optional<int64_t> startDelay_ = 1;
   std::optional<int64_t> stopDelay_ = 1;
   int32_t startedPid_ = 4321;
+  int settingsReads_ = 0;
   std::vector<Pending> pending_;
 };
 

@@ -9,7 +9,6 @@
 #pragma once
 
 #include "src/adapters/services/computer_services.h"
-#include "src/adapters/services/unseen_ports.h"
 #include "src/adapters/simulated/application.h"
 #include "src/adapters/simulated/authorization.h"
 #include "src/adapters/simulated/bundles.h"
@@ -19,6 +18,7 @@
 #include "src/adapters/simulated/file_system.h"
 #include "src/adapters/simulated/files.h"
 #include "src/adapters/simulated/host.h"
+#include "src/adapters/simulated/listening_ports.h"
 #include "src/adapters/simulated/outgoing.h"
 #include "src/adapters/simulated/processes.h"
 #include "src/adapters/simulated/property_list_files.h"
@@ -69,7 +69,7 @@ class SimulatedComputer {
 
   SimulatedChangeLocks locks;
   SimulatedSettingsFiles settingsFiles;
-  UnseenPorts ports;
+  SimulatedListeningPorts ports;
 
  private:
   Platform platform_;

@@ -140,6 +140,7 @@ std::shared_ptr<Tools::Launched> Tools::add(const std::string& tool, const Argum
   launched->outcome.arguments = arguments;
   launched->outcome.end = queue_.empty() ? ToolOutcome::End::running : ToolOutcome::End::waiting;
   launched->behaviour = behaviourOf(tool, arguments);
+  launched->shared = shared_.lock();
   launched->launchedAt = launched->beganAt = clock_.microseconds();
   reported_.push_back(launched);
   return launched;
@@ -177,6 +178,7 @@ void Tools::proceed() {
 
 std::string Tools::end(Launched& launched) {
   ToolOutcome& outcome = launched.outcome;
+  launched.shared.reset();
   if (const auto& ending = launched.behaviour.ending) {
     outcome.end = ending->end;
     outcome.status = ending->status;

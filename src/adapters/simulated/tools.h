@@ -43,6 +43,9 @@ class Tools : public LaunchedTools {
   void setDuration(const std::string& tool, const std::optional<std::string>& firstArgument,
                    std::optional<std::chrono::milliseconds> duration);
 
+  // Tools that are launched while the object exists share it until they have ended.
+  void keepWhileRunning(std::weak_ptr<void> shared) { shared_ = std::move(shared); }
+
   // Launches the tool as root, to begin when those before it have ended. A tool that this computer does not
   // have does nothing.
   void launch(const std::string& tool, const Arguments& arguments);
@@ -78,6 +81,7 @@ class Tools : public LaunchedTools {
   struct Launched {
     ToolOutcome outcome;
     Behaviour behaviour;
+    std::shared_ptr<void> shared;
     int64_t launchedAt = 0;  // on the clock
     int64_t beganAt = 0;     // the same, of the first in the queue
   };
@@ -106,6 +110,7 @@ class Tools : public LaunchedTools {
   std::map<std::string, std::string, std::less<>> kernel_;
   std::map<std::pair<std::string, Arguments>, std::string> outputs_;
   std::map<Which, Behaviour> behaviours_;
+  std::weak_ptr<void> shared_;
   std::deque<std::shared_ptr<Launched>> queue_;      // those that have not ended; only the first has begun
   std::vector<std::shared_ptr<Launched>> reported_;  // since the last `forget`
 };

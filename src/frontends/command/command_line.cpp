@@ -9,30 +9,99 @@
 #include <utility>
 
 #include "src/frontends/command/nearest.h"
-#include "src/frontends/command/questions.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/server/mac/text/join.h"
 
 namespace norvik::command {
 
 namespace {
 
+template <typename Rows>
+std::vector<std::string> namesOf(const Rows& rows) {
+  std::vector<std::string> names;
+  for (const auto& row : rows) names.emplace_back(row.name);
+  return names;
+}
+
+std::string inQuotes(std::string_view word) {
+  return "\"" + std::string(word) + "\"";
+}
+
+// Empty where there is no choice to make, or the word is one of the choices.
+std::string wrongChoice(std::string_view taker, std::span<const std::string_view> choices,
+                        std::string_view word) {
+  if (choices.empty() || std::ranges::count(choices, word) > 0) return "";
+  const std::vector<std::string> known(choices.begin(), choices.end());
+  return std::string(taker) + " takes " + listInWords(known, "or") + ", not " + inQuotes(word) + "." +
+         suggestion(word, known);
+}
+
+// One word never answers two questions: every answer names its question.
+std::string answerQuestion(CommandLine& line, std::string_view word) {
+  const std::size_t equals = word.find('=');
+  const std::string_view name = word.substr(0, equals);
+  const QuestionRow* question = findQuestion(name);
+  if (question == nullptr || equals == std::string_view::npos) {
+    return "--answer takes a question's name and its answer, not " + inQuotes(word) + "." +
+           suggestion(name, namesOf(questionTable())) + " The questions are " +
+           joined(questionTable(), ", ", formOf) + ".";
+  }
+  const std::string_view answer = word.substr(equals + 1);
+  std::string fault = wrongChoice(name, question->answers, answer);
+  if (!fault.empty()) return fault;
+  const auto number =
+      static_cast<std::size_t>(std::ranges::find(question->answers, answer) - question->answers.begin());
+  const auto [given, isNew] = line.answers.try_emplace(question->name, number);
+  return isNew || given->second == number ? "" : std::string(name) + " is answered in two ways.";
+}
+
+constexpr int64_t kMostSeconds = 3600;
+
+// How long to wait for something.
+template <std::chrono::milliseconds WaitLimits::*limit>
+std::string setSeconds(CommandLine& line, std::string_view value) {
+  const auto seconds = wholeNumber(value);
+  if (!seconds || *seconds < 0 || *seconds > kMostSeconds) {
+    return "a time to wait is a whole number of seconds from 0 to " + std::to_string(kMostSeconds) +
+           ", not " + inQuotes(value) + ".";
+  }
+  line.limits.*limit = std::chrono::seconds(*seconds);
+  return "";
+}
+
+// An option that only sets a flag.
+template <bool CommandLine::*flag>
+std::string setFlag(CommandLine& line, std::string_view /*value*/) {
+  line.*flag = true;
+  return "";
+}
+
 // clang-format off
 constexpr Option kOptions[] = {
-    {"--root", "", "DIR", "Work on the sandbox in this folder instead of this computer", {}, nullptr,
-     [](CommandLine& line, std::string_view value) { line.root = value; }},
-    {"--json", "", "", "Print JSON", {}, nullptr,
-     [](CommandLine& line, std::string_view) { line.json = true; }},
-    {"--answer", "", "BUTTON", "Answer every question with this button: default, alternate or other", kAnswerWords,
-     nullptr, [](CommandLine& line, std::string_view value) { line.answer = answerOf(value); }},
-    {"--dry-run", "", "", "Only show what set would change, save and run", {}, &Command::takesDryRun,
-     [](CommandLine& line, std::string_view) { line.dryRun = true; }},
-    {"--help", "-h", "", "Print help, for a command or for all", {}, nullptr,
-     [](CommandLine& line, std::string_view) { line.help = true; }},
-    {"--version", "", "", "Print the version", {}, nullptr,
-     [](CommandLine& line, std::string_view) { line.version = true; }},
+    {"--root", "", "DIR", "Work on the sandbox in this folder instead of this computer", OptionValue::folder, SettingsUse::none,
+     [](CommandLine& line, std::string_view value) { line.root = value; return std::string(); }},
+    {"--json", "", "", "Print JSON", OptionValue::none, SettingsUse::none, setFlag<&CommandLine::json>},
+    {"--answer", "", "QUESTION=ANSWER", "Answer this question, should it come up; may be repeated",
+     OptionValue::answer, SettingsUse::none, answerQuestion},
+    {"--reboot", "", "", "Restart the computer now where a change needs it: restart=now", OptionValue::none, SettingsUse::none,
+     [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=now"); }},
+    {"--no-reboot", "", "", "Leave the restart of the computer for later: restart=later", OptionValue::none, SettingsUse::none,
+     [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=later"); }},
+    {"--dry-run", "", "", "Only show what set or unset would change, save and run", OptionValue::none,
+     SettingsUse::previews, setFlag<&CommandLine::dryRun>},
+    {"--wait-lock", "", "SECONDS", "Wait so long for somebody else's change to end; 10 seconds unless given",
+     OptionValue::number, SettingsUse::changes, setSeconds<&WaitLimits::lock>},
+    {"--wait-tools", "", "SECONDS", "Wait so long for the programs that save; 30 seconds unless given",
+     OptionValue::number, SettingsUse::changes, setSeconds<&WaitLimits::tools>},
+    {"--help", "-h", "", "Print help, for a command or for all", OptionValue::none, SettingsUse::none,
+     setFlag<&CommandLine::help>},
+    {"--version", "", "", "Print the version", OptionValue::none, SettingsUse::none, setFlag<&CommandLine::version>},
 };
 // clang-format on
 static_assert(std::ranges::none_of(kOptions, [](const Option& option) { return option.apply == nullptr; }));
+static_assert(std::ranges::all_of(kOptions, [](const Option& option) {
+  return option.value.empty() == (option.takes == OptionValue::none);
+}));
 
 // What getopt returns for the first option; above every character, as a character means an option of one
 // letter.
@@ -65,28 +134,9 @@ const Option* optionOf(int code) {
   return found != std::end(kOptions) ? found : nullptr;
 }
 
-template <typename Rows>
-std::vector<std::string> namesOf(const Rows& rows) {
-  std::vector<std::string> names;
-  for (const auto& row : rows) names.emplace_back(row.name);
-  return names;
-}
-
-std::string inQuotes(std::string_view word) {
-  return "\"" + std::string(word) + "\"";
-}
-
-// Empty where there is no choice to make, or the word is one of the choices.
-std::string wrongChoice(std::string_view taker, std::span<const std::string_view> choices,
-                        std::string_view word) {
-  if (choices.empty() || std::ranges::count(choices, word) > 0) return "";
-  const std::vector<std::string> known(choices.begin(), choices.end());
-  return std::string(taker) + " takes " + listInWords(known, "or") + ", not " + inQuotes(word) + "." +
-         suggestion(word, known);
-}
-
-// Reads the words of one line. Each operation returns the fault that it found, which is empty where there is
-// none. getopt's state is the process's, so one parser works at a time.
+// Reads the words of one line to its end, also behind a mistake, as an option such as --json may follow it.
+// Each operation returns the fault that it found, which is empty where there is none; the first one counts.
+// getopt's state is the process's, so one parser works at a time.
 class Parser {
  public:
   explicit Parser(std::vector<std::string> words) : words_(std::move(words)) {}
@@ -102,15 +152,16 @@ class Parser {
     const std::string shorts = shortOptions();
     optind = 0;
     opterr = 0;
+    std::string first;
+    const auto note = [&first](const std::string& fault) {
+      if (first.empty()) first = fault;
+    };
     int code = 0;
     while ((code = getopt_long(count, argv, shorts.c_str(), longs.data(), nullptr)) != -1) {
-      std::string fault = code == kWord ? readWord(optarg) : readOption(code, argv[optind - 1]);
-      if (!fault.empty()) return fault;
+      note(code == kWord ? readWord(optarg) : readOption(code, argv[optind - 1]));
     }
-    for (; optind < count; ++optind) {  // behind "--"
-      if (std::string fault = readWord(argv[optind]); !fault.empty()) return fault;
-    }
-    if (line_.help || line_.version) return "";
+    for (; optind < count; ++optind) note(readWord(argv[optind]));  // behind "--"
+    if (!first.empty() || line_.help || line_.version) return first;
     if (line_.command == nullptr) return "a command is missing.";
     return checkArguments();
   }
@@ -131,11 +182,8 @@ class Parser {
     if (code == '?') return name + " takes no value.";
     const std::string_view value = optarg != nullptr ? optarg : "";
     if (!option->value.empty() && value.empty()) return name + " needs a value.";
-    std::string fault = wrongChoice(name, option->choices, value);
-    if (!fault.empty()) return fault;
-    option->apply(line_, value);
     options_.push_back(option);
-    return "";
+    return option->apply(line_, value);
   }
 
   std::string readWord(const std::string& word) {
@@ -143,8 +191,10 @@ class Parser {
       line_.arguments.push_back(word);
       return "";
     }
+    if (isUnknown_) return "";  // the words behind an unknown command are its arguments
     line_.command = findCommand(word);
-    if (line_.command != nullptr) return "";
+    isUnknown_ = line_.command == nullptr;
+    if (!isUnknown_) return "";
     return "unknown command " + inQuotes(word) + "." + suggestion(word, namesOf(commands()));
   }
 
@@ -166,6 +216,7 @@ class Parser {
 
   std::vector<std::string> words_;  // a copy, as getopt takes no const words
   std::vector<const Option*> options_;
+  bool isUnknown_ = false;  // the command
   CommandLine line_;
 };
 
@@ -176,13 +227,12 @@ std::span<const Option> options() {
 }
 
 bool takes(const Command& command, const Option& option) {
-  return option.allowance == nullptr || command.*option.allowance;
+  return command.use >= option.least;
 }
 
-std::optional<CommandLine> parseCommandLine(const std::vector<std::string>& words, std::string& fault) {
+CommandLine parseCommandLine(const std::vector<std::string>& words, std::string& fault) {
   Parser parser(words);
   fault = parser.parse();
-  if (!fault.empty()) return std::nullopt;
   return parser.line();
 }
 

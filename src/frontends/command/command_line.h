@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "src/frontends/command/command_table.h"
+#include "src/frontends/command/questions.h"
 
 namespace norvik::command {
 
@@ -19,25 +20,31 @@ struct CommandLine {
   bool dryRun = false;
   bool help = false;
   bool version = false;
-  std::optional<int> answer;  // 1, 0 or -1
+  GivenAnswers answers;
+  WaitLimits limits;
 };
+
+// What an option's value is, for the completion.
+enum class OptionValue { none, folder, answer, number };
 
 struct Option {
   std::string_view name;   // "--root"
   std::string_view alias;  // "-h"; empty where it has none
   std::string_view value;  // what help calls its value; empty where it takes none
   std::string_view help;
-  std::span<const std::string_view> choices;  // the values it takes; none where it takes any
-  bool Command::*allowance;                   // what a command needs to take it; null where all take it
-  void (*apply)(CommandLine& line, std::string_view value);
+  OptionValue takes;
+  SettingsUse least;  // a command with less does not take it
+  std::string (*apply)(CommandLine& line,
+                       std::string_view value);  // returns what is wrong; empty for nothing
 };
 
 // The options, which may precede or follow the command. In the order of the help.
 std::span<const Option> options();
 bool takes(const Command& command, const Option& option);
 
-// What the words behind the program's name say. Nothing where they are wrong, and in `fault` a sentence about
-// the first mistake. Where help or the version is asked for, the command and its arguments may be missing.
-std::optional<CommandLine> parseCommandLine(const std::vector<std::string>& words, std::string& fault);
+// What the words behind the program's name say. Where they are wrong, `fault` is a sentence about the first
+// mistake, and else it is empty; the line then says what could be read, above all in which form a person
+// wants to be told. Where help or the version is asked for, the command and its arguments may be missing.
+CommandLine parseCommandLine(const std::vector<std::string>& words, std::string& fault);
 
 }  // namespace norvik::command

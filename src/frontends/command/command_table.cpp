@@ -20,34 +20,48 @@ constexpr ArgumentDescription kAssignments{
     ArgumentKind::assignment, "NAME=VALUE", "A setting and its new value; may be repeated", 1, kAnyNumber, {}};
 constexpr ArgumentDescription kStep{
     ArgumentKind::choice, "STEP", "adjust or reset", 0, 1, kLimitSteps};
+constexpr ArgumentDescription kFile{
+    ArgumentKind::file, "FILE", "A property list; without one, the settings files of this computer", 0, 1, {}};
+constexpr ArgumentDescription kStoredFile{
+    ArgumentKind::file, "FILE", "A settings file of this computer; without one, all that are damaged", 0, 1, {}};
 constexpr ArgumentDescription kShell{
     ArgumentKind::choice, "SHELL", "bash", 1, 1, kShells};
 
 constexpr Command kCommands[] = {
     {"status", "Show whether the server runs, how to connect to it, the lock, and what is not saved",
-     kNone, false, showStatus},
+     kNone, SettingsUse::reads, showStatus},
     {"show", "Show the settings of one page or of all pages, or one setting in full",
-     kPage, false, showSettings},
+     kPage, SettingsUse::reads, showSettings},
     {"get", "Print the values of settings, one per line",
-     kNames, false, getSettings},
+     kNames, SettingsUse::reads, getSettings},
     {"set", "Change settings, save them and put them into effect",
-     kAssignments, true, setSettings},
+     kAssignments, SettingsUse::previews, setSettings},
+    {"unset", "Give settings their default values, save them and put them into effect",
+     kNames, SettingsUse::previews, unsetSettings},
+    {"is-running", "Tell whether the server runs, by the exit status: 0 where it does, 3 where it does not",
+     kNone, SettingsUse::none, isServerRunning},
+    {"apply", "Make the running server take up the settings that are stored",
+     kNone, SettingsUse::changes, takeUpStored},
     {"start", "Start the server",
-     kNone, false, startServer},
+     kNone, SettingsUse::reads, startServer},
     {"stop", "Stop the server, which ends every connection",
-     kNone, false, stopServer},
+     kNone, SettingsUse::none, stopServer},
     {"restart", "Stop the server if it is running, and start it",
-     kNone, false, restartServer},
+     kNone, SettingsUse::reads, restartServer},
+    {"validate", "Check the stored settings, or a file as server settings",
+     kFile, SettingsUse::none, validate},
+    {"restore", "Put the kept copies of damaged settings files back",
+     kStoredFile, SettingsUse::changes, restoreFiles},
     {"limits", "Show the open files limit, adjust it to the current values, or reset it",
-     kStep, false, openFilesLimit},
+     kStep, SettingsUse::changes, openFilesLimit},
     {"displays", "Open the tool that manages displays",
-     kNone, false, openDisplayManager},
+     kNone, SettingsUse::none, openDisplayManager},
     {"access", "Open the tool that manages who may connect",
-     kNone, false, openAccessManager},
+     kNone, SettingsUse::none, openAccessManager},
     {"watch", "Print a line for each change of state, address or lock, until interrupted",
-     kNone, false, watch},
+     kNone, SettingsUse::reads, watch},
     {"completion", "Print a completion script for a shell",
-     kShell, false, printCompletion},
+     kShell, SettingsUse::none, printCompletion},
 };
 // clang-format on
 

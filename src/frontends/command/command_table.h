@@ -11,7 +11,7 @@
 
 namespace norvik::command {
 
-enum class ArgumentKind { none, pageOrSetting, setting, assignment, choice };
+enum class ArgumentKind { none, pageOrSetting, setting, assignment, choice, file };
 
 struct ArgumentDescription {
   ArgumentKind kind = ArgumentKind::none;
@@ -24,11 +24,19 @@ struct ArgumentDescription {
 
 inline constexpr std::size_t kAnyNumber = std::numeric_limits<std::size_t>::max();
 
+// What a command does with what is stored; each does what those before it do.
+enum class SettingsUse {
+  none,
+  reads,     // warns first of what is wrong with the files
+  changes,   // waits for somebody else's change
+  previews,  // can show what it would do
+};
+
 struct Command {
   std::string_view name;
   std::string_view help;
   ArgumentDescription argument;
-  bool takesDryRun = false;
+  SettingsUse use = SettingsUse::none;
   Handler run = nullptr;
 };
 

@@ -1,5 +1,6 @@
-// Every command of norvikctl. They write to the context's streams and return the exit status; they throw
-// nothing. Their arguments were checked against their rows of the command table.
+// Every command of norvikctl. They write to the context's streams and end with `finish`, which gives the exit
+// status. They throw nothing but what too little memory throws. Their arguments were checked against their
+// rows of the command table.
 #pragma once
 
 #include <string>
@@ -27,11 +28,25 @@ ExitStatus getSettings(const Context& context, const CommandLine& line);
 // Sets NAME=VALUE... and applies.
 ExitStatus setSettings(const Context& context, const CommandLine& line);
 
+// Gives the named settings their default values and applies.
+ExitStatus unsetSettings(const Context& context, const CommandLine& line);
+
+// Whether the server runs: the exit status says it.
+ExitStatus isServerRunning(const Context& context, const CommandLine& line);
+
 // The server; each blocks until it is done, ten to fifty seconds of the computer's time. A server that is
 // already in the wanted state is left alone. Restarting a stopped server starts it.
 ExitStatus startServer(const Context& context, const CommandLine& line);
 ExitStatus stopServer(const Context& context, const CommandLine& line);
 ExitStatus restartServer(const Context& context, const CommandLine& line);
+
+// Has the running server take up what is stored, and says what is in force then.
+ExitStatus takeUpStored(const Context& context, const CommandLine& line);
+
+// Says what is wrong with the stored settings, or with a file as server settings; nothing is changed.
+ExitStatus validate(const Context& context, const CommandLine& line);
+// Puts the kept copy of a damaged file back, or of each that is damaged, and tells whom it concerns.
+ExitStatus restoreFiles(const Context& context, const CommandLine& line);
 
 // Shows the open files limit, or changes it in one of two steps.
 ExitStatus openFilesLimit(const Context& context, const CommandLine& line);

@@ -1,6 +1,7 @@
 // The script holds the words themselves, so that it need not run the program at every key.
 #include <algorithm>
 #include <ostream>
+#include <sstream>
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/session.h"
@@ -29,23 +30,25 @@ Words valuesOf(const SettingDescription& setting) {
   Words words;
   switch (setting.first().kind) {
     case ControlKind::checkBox:
-      return {"on", "off"};
+      words = {"on", "off"};
+      break;
     case ControlKind::popUp:
       for (const std::string& item : setting.first().items) words.push_back(oneWord(item));
-      return words;
+      break;
     case ControlKind::radioButton:
       for (const ControlDescription* button : setting.controls) words.push_back(button->choice);
-      return words;
+      break;
     default:
-      return words;  // a number is for the person to choose
+      break;  // a number is for the person to choose
   }
+  words.emplace_back("default");
+  return words;
 }
 
 std::string valueCases(const std::vector<SettingDescription>& settings) {
   std::string cases;
   for (const SettingDescription& setting : settings) {
-    const Words values = valuesOf(setting);
-    if (!values.empty()) cases += "    " + setting.name + ") echo \"" + joined(values, " ") + "\" ;;\n";
+    cases += "    " + setting.name + ") echo \"" + joined(valuesOf(setting), " ") + "\" ;;\n";
   }
   return cases;
 }
@@ -59,17 +62,43 @@ std::string pages(const std::vector<SettingDescription>& settings) {
   return joined(words, " ");
 }
 
+// The answers that each question takes.
+std::string answerCases() {
+  std::string cases;
+  for (const QuestionRow& question : questionTable()) {
+    cases += "    " + std::string(question.name) + ") echo \"" + joined(question.answers, " ") + "\" ;;\n";
+  }
+  return cases;
+}
+
 // A row of a "case" that proposes what compgen finds by these arguments.
 std::string proposal(std::string_view name, const std::string& arguments) {
   return "    " + std::string(name) + ") COMPREPLY=($(compgen " + arguments + " -- \"$current\"))";
 }
 
+// A row that proposes the names of a variable and, behind an equals sign, what the function says for a name.
+std::string pairProposal(std::string_view name, const std::string& names, const std::string& function) {
+  return "    " + std::string(name) + ") _norvikctl_pair \"$_norvikctl_" + names + "\" _norvikctl_" +
+         function;
+}
+
 std::string optionCases() {
   std::string cases;
   for (const Option& option : options()) {
-    if (option.value.empty()) continue;
-    const std::string values = option.choices.empty() ? "-d" : "-W \"" + joined(option.choices, " ") + "\"";
-    cases += proposal(option.name, values) + "; return ;;\n";
+    switch (option.takes) {
+      case OptionValue::none:
+        continue;
+      case OptionValue::folder:
+        cases += proposal(option.name, "-d");
+        break;
+      case OptionValue::answer:
+        cases += pairProposal(option.name, "questions", "answers");
+        break;
+      case OptionValue::number:
+        cases += "    " + std::string(option.name) + ") COMPREPLY=()";
+        break;
+    }
+    cases += "; return ;;\n";
   }
   return cases;
 }
@@ -84,8 +113,10 @@ std::string argumentCase(const Command& command) {
       return proposal(command.name, "-W \"$_norvikctl_settings\"") + " ;;\n";
     case ArgumentKind::choice:
       return proposal(command.name, "-W \"" + joined(command.argument.choices, " ") + "\"") + " ;;\n";
+    case ArgumentKind::file:
+      return proposal(command.name, "-f") + " ;;\n";
     case ArgumentKind::assignment:
-      return "    " + std::string(command.name) + ") _norvikctl_assignment \"$current\" \"$previous\" ;;\n";
+      return pairProposal(command.name, "settings", "values") + " ;;\n";
   }
   return "";
 }
@@ -97,29 +128,37 @@ std::string argumentCases() {
 }
 
 // The shell splits a word at the equals sign, so the value may be a word of its own after that sign.
-constexpr const char* kAssignmentFunction = R"bash(
-_norvikctl_assignment() {
-  local current=$1 previous=$2 name=
+constexpr const char* kPairFunction = R"bash(
+_norvikctl_pair() {
+  local names=$1 values=$2 current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} name=
   if [[ $current == "=" ]]; then name=$previous; current=
   elif [[ $previous == "=" ]]; then name=${COMP_WORDS[COMP_CWORD-2]}
   fi
   if [[ -n $name ]]; then
-    COMPREPLY=($(compgen -W "$(_norvikctl_values "$name")" -- "$current"))
+    COMPREPLY=($(compgen -W "$($values "$name")" -- "$current"))
   else
-    COMPREPLY=($(compgen -S = -W "$_norvikctl_settings" -- "$current"))
+    COMPREPLY=($(compgen -S = -W "$names" -- "$current"))
     compopt -o nospace 2>/dev/null
   fi
 }
 )bash";
 
+// An option's value is no command, even where it is called like one. An option whose value has an equals sign
+// is three words before the end of its value.
 constexpr const char* kFunctionBegin = R"bash(
 _norvikctl() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} command= word
+  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} option command= word before=
   for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
+    case " $_norvikctl_taking " in *" $before "*) before=$word; continue ;; esac
+    before=$word
     case " $_norvikctl_commands " in *" $word "*) command=$word; break ;; esac
   done
   COMPREPLY=()
-  case $previous in
+  option=$previous
+  if [[ $current == "=" ]]; then option=${COMP_WORDS[COMP_CWORD-2]}
+  elif [[ $previous == "=" ]]; then option=${COMP_WORDS[COMP_CWORD-3]}
+  fi
+  case $option in
 )bash";
 constexpr const char* kFunctionMiddle = R"bash(  esac
   if [[ $current == -* ]]; then
@@ -133,6 +172,15 @@ constexpr const char* kFunctionEnd = R"bash(  esac
 complete -F _norvikctl norvikctl
 )bash";
 
+// The options whose value is the next word.
+std::string takingOptions() {
+  std::vector<std::string_view> names;
+  for (const Option& option : options()) {
+    if (option.takes != OptionValue::none) names.push_back(option.name);
+  }
+  return joined(names, " ");
+}
+
 std::string variable(const std::string& name, const std::string& words) {
   return "_norvikctl_" + name + "=\"" + words + "\"\n";
 }
@@ -141,14 +189,19 @@ std::string variable(const std::string& name, const std::string& words) {
 
 ExitStatus printCompletion(const Context& context, const CommandLine& /*line*/) {
   const auto settings = shownSettings(context);
-  context.out << "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
-              << variable("commands", joinedNames(commands())) << variable("options", joinedNames(options()))
-              << variable("pages", pages(settings)) << variable("settings", joinedNames(settings))
-              << "\n# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n"
-              << valueCases(settings) << "  esac\n}\n"
-              << kAssignmentFunction << kFunctionBegin << optionCases() << kFunctionMiddle << argumentCases()
-              << kFunctionEnd;
-  return kExitOk;
+  std::ostringstream script;
+  script << "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
+         << variable("commands", joinedNames(commands())) << variable("options", joinedNames(options()))
+         << variable("taking", takingOptions()) << variable("pages", pages(settings))
+         << variable("settings", joinedNames(settings)) << variable("questions", joinedNames(questionTable()))
+         << "\n# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n"
+         << valueCases(settings) << "  esac\n}\n"
+         << "\n# The answers that a question takes.\n_norvikctl_answers() {\n  case $1 in\n"
+         << answerCases() << "  esac\n}\n"
+         << kPairFunction << kFunctionBegin << optionCases() << kFunctionMiddle << argumentCases()
+         << kFunctionEnd;
+  if (!context.json) context.out << script.str();
+  return finish(context.output(), ChangeReport(), {{"script", script.str()}});
 }
 
 }  // namespace norvik::command

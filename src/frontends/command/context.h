@@ -5,11 +5,11 @@
 #include <chrono>
 #include <functional>
 #include <iosfwd>
-#include <nlohmann/json_fwd.hpp>
-#include <string>
+#include <optional>
 #include <string_view>
 
-#include "src/frontends/command/exit_status.h"
+#include "src/adapters/services/computer_services.h"
+#include "src/frontends/command/ending.h"
 #include "src/frontends/command/questions.h"
 #include "src/frontends/shared/change/pane_setting.h"
 #include "src/frontends/shared/checks/port_check.h"
@@ -26,6 +26,19 @@ struct Services {
   // interrupted or `pass` returns false.
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
+  ComputerServices computer;
+  // Begins a change that is not to be cut in two: an interruption is only noted from now on.
+  std::function<void()> deferInterruptions;
+  // Whether there was one since.
+  std::function<bool()> wasInterrupted;
+  // The same, but not where it was only the terminal that went away.
+  std::function<bool()> wasStopped;
+};
+
+// How long a change waits for others before it gives up with a failure that says so.
+struct WaitLimits {
+  std::chrono::milliseconds lock{10'000};   // for somebody else's change
+  std::chrono::milliseconds tools{30'000};  // for the tools that it has launched
 };
 
 struct Context {
@@ -37,22 +50,14 @@ struct Context {
   std::ostream* progress;  // shows that time passes; null where nobody watches
   bool json = false;
   Answers answers;
+  std::string_view command;  // the name of the one that runs
+  WaitLimits limits = {};
+  std::optional<StoredFaults> faults = {};  // nothing for a command that does not look at the files
 
-  // Writes a result as JSON, over several lines.
-  void print(const nlohmann::ordered_json& result) const;
+  // For `finish`, with which every command ends.
+  Output output() const { return {out, err, json, command, faults ? &*faults : nullptr}; }
   // Writes a diagnostic after the program's name, control characters escaped.
   void complain(std::string_view sentence) const;
-};
-
-// A setting's value in JSON, with its type.
-nlohmann::ordered_json jsonOf(const SettingValue& value);
-
-// A reason to stop, for the person and for the shell; none where the status is kExitOk.
-struct Error {
-  ExitStatus status = kExitOk;
-  std::string sentence;
-
-  explicit operator bool() const { return status != kExitOk; }
 };
 
 }  // namespace norvik::command

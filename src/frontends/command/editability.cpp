@@ -82,6 +82,16 @@ std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, cons
   return switches;
 }
 
+bool switchingDisables(Session& session, Control& box, const Control& control) {
+  bool disables = false;
+  {
+    const SwitchedBox switched(box);
+    disables = !enables(session, control);
+  }
+  session.pane().enableGui(true, false);
+  return disables;
+}
+
 std::string switchesInWords(const std::vector<NeededSwitch>& switches) {
   std::vector<std::string> words;
   words.reserve(switches.size());

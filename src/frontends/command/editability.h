@@ -20,6 +20,10 @@ struct NeededSwitch {
 // switches do, as while the pane is locked. Leaves the controls as they were.
 std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, const Control& control);
 
+// Whether switching the box would disable the control, which is enabled now. Leaves the controls as they
+// were.
+bool switchingDisables(Session& session, Control& box, const Control& control);
+
 // "nvk.enabled=on and nvk.port.custom=on".
 std::string switchesInWords(const std::vector<NeededSwitch>& switches);
 

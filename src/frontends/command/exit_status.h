@@ -1,17 +1,38 @@
 // What norvikctl returns to the shell. The numbers are those of sysexits.h.
 #pragma once
 
+#include <span>
+#include <string_view>
+
+#include "src/frontends/shared/change/failure.h"
+
 namespace norvik::command {
 
 enum ExitStatus : int {
   kExitOk = 0,
-  kExitUsage = 64,         // a wrong command, an unknown name, a question that nobody can answer
-  kExitData = 65,          // a value of another kind or out of its range
-  kExitUnavailable = 69,   // the server did not start or stop
-  kExitSoftware = 70,      // a fault of the program's own
-  kExitCannotCreate = 73,  // a file was not written
-  kExitIo = 74,            // the output could not be written
-  kExitNoPermission = 77,  // not authorized, or a tool could not be run
+  kExitNotRunning = 3,  // no failure: the answer of is-running
+  kExitUsage = 64,
+  kExitData = 65,
+  kExitDamaged = 66,
+  kExitUnavailable = 69,
+  kExitSoftware = 70,
+  kExitCannotCreate = 73,
+  kExitIo = 74,
+  kExitTryAgain = 75,
+  kExitNoPermission = 77,
+  kExitNotSettable = 78,
+  kExitInterrupted = 130,  // as shells have it for SIGINT
 };
+
+struct ExitStatusRow {
+  FailureCode code;
+  ExitStatus status;
+  std::string_view meaning;  // for a person, as a heading: "a value is wrong"
+};
+
+// A row for each failure, in the order of the codes. Two failures may share a status.
+std::span<const ExitStatusRow> exitStatuses();
+
+ExitStatus exitStatusOf(FailureCode code);
 
 }  // namespace norvik::command

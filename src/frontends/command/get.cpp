@@ -1,5 +1,4 @@
 // norvikctl get: only the values, for scripts.
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
@@ -18,18 +17,15 @@ ExitStatus getSettings(const Context& context, const CommandLine& line) {
   for (const std::string& name : line.arguments) {
     const PaneSetting* setting = session.find(name);
     if (setting == nullptr) {
-      context.complain("unknown setting \"" + name + "\"." + suggestion(name, session.settingNames()));
-      return kExitUsage;
+      const std::string near = suggestion(name, session.settingNames());
+      return finish(context.output(),
+                    failure(FailureCode::usage, "unknown setting \"" + name + "\"." + near, name));
     }
     values[name] = jsonOf(setting->typedValue());
     lines += setting->text() + '\n';
   }
-  if (context.json) {
-    context.print(values);
-  } else {
-    context.out << lines;
-  }
-  return kExitOk;
+  if (!context.json) context.out << lines;
+  return finish(context.output(), ChangeReport(), {{"values", values}});
 }
 
 }  // namespace norvik::command

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
+#include "src/frontends/command/question_table.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
 
@@ -38,6 +39,25 @@ void writeOptions(std::ostream& out, const Command* command) {
   writeTable(out, rows, kIndent);
 }
 
+// Every question that --answer can answer; the first answer is the default.
+void writeQuestions(std::ostream& out) {
+  std::vector<TableRow> rows;
+  for (const QuestionRow& question : questionTable()) {
+    rows.push_back({formOf(question), std::string(question.meaning)});
+  }
+  out << "\nQuestions for --answer, the default answer first:\n";
+  writeTable(out, rows, kIndent);
+}
+
+void writeExitStatuses(std::ostream& out) {
+  std::vector<TableRow> rows;
+  for (const ExitStatusRow& row : exitStatuses()) {
+    rows.push_back({std::to_string(row.status), std::string(row.meaning)});
+  }
+  out << "\nExit status:\n";
+  writeTable(out, rows, kIndent);
+}
+
 // Every setting with its help text, in the order of the pages.
 void writeSettings(std::ostream& out, const std::vector<SettingDescription>& settings) {
   out << "\nSettings:\n";
@@ -62,6 +82,8 @@ void writeHelp(std::ostream& out) {
          "Commands:\n";
   writeTable(out, rows, kIndent);
   writeOptions(out, nullptr);
+  writeQuestions(out);
+  writeExitStatuses(out);
   out << "\n\"norvikctl COMMAND --help\" says more about a command; norvikctl(1) describes all of them.\n";
 }
 

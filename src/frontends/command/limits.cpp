@@ -1,8 +1,7 @@
 // norvikctl limits: the open files limit, shown, and changed through its one button.
-#include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/change_transaction.h"
+#include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
@@ -50,8 +49,7 @@ ExitStatus show(const Context& context) {
     const Json json{{"now", jsonOf(limits.system)},
                     {"nextStart", jsonOf(limits.launchd)},
                     {"action", actionWord(limits.action)}};
-    context.print(json);
-    return kExitOk;
+    return finish(context.output(), ChangeReport(), json);
   }
   const auto label = [&](const Control& field) { return context.interface.find(field.name())->label; };
   const Control& soft = pane.ib_admin_edbox_maxFSoft;
@@ -60,15 +58,17 @@ ExitStatus show(const Context& context) {
                            {label(soft), currentText(limits.system.soft), soft.stringValue()},
                            {label(hard), currentText(limits.system.hard), hard.stringValue()}});
   context.out << '\n' << hintFor(limits.action) << '\n';
-  return kExitOk;
+  return finish(context.output(), ChangeReport());
 }
 
 // The button does one of the two steps; it is pressed only where that is the wanted one.
-Error pressButton(Session& session, int32_t wanted, std::vector<std::string>& notes) {
+ChangeError pressButton(Session& session, int32_t wanted, std::vector<std::string>& notes) {
   NVKServerPrefs& pane = session.pane();
   const NVKServerLimits& limits = pane.m_admin_maxFiles;
   Control& button = pane.ib_admin_button_maxFAdjust;
-  if (!button.isEnabled()) return {kExitUnavailable, "the current limits of the system are not known."};
+  if (!button.isEnabled()) {
+    return failure(FailureCode::notSettable, "the current limits of the system are not known.");
+  }
   if (limits.action == wanted) {
     session.click(button);
     if (!pane.maxFilesChanged()) notes.emplace_back("The limits stay as they are.");
@@ -77,10 +77,10 @@ Error pressButton(Session& session, int32_t wanted, std::vector<std::string>& no
   } else if (limits.launchd.soft <= 0) {
     notes.emplace_back("The next start already uses the default limits.");
   } else {
-    return {
-        kExitUsage,
+    return failure(
+        FailureCode::notSettable,
         "the limits for the next start are below the current ones and can only be adjusted; once they are "
-        "adjusted, they can be reset."};
+        "adjusted, they can be reset.");
   }
   return {};
 }

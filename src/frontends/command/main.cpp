@@ -1,7 +1,5 @@
 // norvikctl: everything that the settings panel does, for a person or a script without a screen. Reads the
 // command line, puts the computer together, and calls the command.
-#include <signal.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <iostream>
@@ -10,36 +8,23 @@
 #include "src/frontends/command/application.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/diagnostic.h"
+#include "src/frontends/command/guarded.h"
 #include "src/frontends/command/help.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
+#include "src/frontends/command/signals.h"
 #include "src/frontends/command/standard_streams.h"
+#include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
 namespace norvik::command {
 namespace {
 
-// What the signal handler may touch, and nothing else.
-LinuxRunLoop* watchedLoop = nullptr;
-volatile sig_atomic_t interrupted = 0;
-
-void interrupt(int /*signal*/) {
-  interrupted = 1;
-  if (watchedLoop != nullptr) watchedLoop->stop();
-}
-
-void stopOnSignals(LinuxRunLoop& loop) {
-  watchedLoop = &loop;
-  struct sigaction action {};
-  action.sa_handler = interrupt;
-  for (const int signal : {SIGINT, SIGTERM}) sigaction(signal, &action, nullptr);
-}
-
 void repeatUntilInterrupted(LinuxRunLoop& loop, std::chrono::milliseconds time,
                             const std::function<bool()>& pass) {
   stopOnSignals(loop);
-  while (interrupted == 0 && pass()) loop.runFor(time);
+  while (!wasInterrupted() && pass()) loop.runFor(time);
 }
 
 // The computer with all platform interfaces, some of them the terminal's.
@@ -49,7 +34,7 @@ struct Installation {
   LinuxComputer computer;
   TerminalApplication application;
   TerminalWorkspace workspace{std::cout};
-  Questions noQuestions{{}, std::cerr};
+  Questions noQuestions{Answers(), std::cerr};
   Progress noProgress{nullptr};
   Platform platform = computer.platformFor({application, noQuestions, workspace, computer.notifications,
                                             noProgress, computer.runLoop, computer.posix});
@@ -59,17 +44,21 @@ struct Installation {
             [this](std::chrono::milliseconds time, const std::function<bool()>& pass) {
               repeatUntilInterrupted(computer.runLoop, time, pass);
             },
-            portInUse};
+            portInUse,
+            computer.services(),
+            deferSignals,
+            wasInterrupted,
+            wasStopped};
   }
   Context context(const InterfaceDescription& interface, const CommandLine& line) {
-    const Answers answers{line.answer, line.answer ? nullptr : personAtTerminal()};
-    return {platform, interface, services(), std::cout, std::cerr, watchedOutput(), line.json, answers};
+    const Answers answers{line.answers, false, personAtTerminal()};
+    return {platform,        interface, services(), std::cout,          std::cerr,
+            watchedOutput(), line.json, answers,    line.command->name, line.limits};
   }
 };
 
-ExitStatus fail(ExitStatus status, const std::string& sentence) {
-  writeDiagnostic(std::cerr, sentence);
-  return status;
+Output outputOf(const CommandLine& line) {
+  return {std::cout, std::cerr, line.json, line.command != nullptr ? line.command->name : ""};
 }
 
 // Why no sandbox can be worked on in this folder; empty where one can.
@@ -82,53 +71,84 @@ std::string wrongRoot(const std::string& folder) {
 LinuxComputerOptions optionsFor(const CommandLine& line) {
   LinuxComputerOptions options = line.root ? sandboxOptions(*line.root) : systemOptions();
   options.syslogIdent = "norvikctl";
+  options.textAgent = true;
   return options;
+}
+
+// Says why rights were not granted, where the system says so.
+ExitStatus explained(ExitStatus status, const LinuxComputer& computer) {
+  const std::string why = sentenceOf(computer.lastRefusal());
+  if (status == kExitNoPermission && !why.empty()) writeDiagnostic(std::cerr, why);
+  return status;
 }
 
 ExitStatus runOnComputer(const CommandLine& line) {
   const std::string wrong = line.root ? wrongRoot(*line.root) : "";
-  if (!wrong.empty()) return fail(kExitUsage, wrong);
+  if (!wrong.empty()) return finish(outputOf(line), failure(FailureCode::usage, wrong));
   std::string damage;
   const auto interface = shippedInterface(damage);
-  if (!interface) return fail(kExitSoftware, "the interface description is damaged: " + damage);
+  if (!interface) {
+    return finish(outputOf(line),
+                  failure(FailureCode::software, "the interface description is damaged: " + damage));
+  }
   Installation installation(optionsFor(line));
-  const Context context = installation.context(*interface, line);
-  if (!line.help) return line.command->run(context, line);
+  Context context = installation.context(*interface, line);
+  if (!line.help) {
+    if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
+    if (context.faults) writeWarnings(std::cerr, *context.faults);
+    return explained(line.command->run(context, line), installation.computer);
+  }
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;
 }
 
-ExitStatus run(const std::vector<std::string>& words) {
-  std::string fault;
-  const auto line = parseCommandLine(words, fault);
-  if (!line) {
-    fail(kExitUsage, fault);
-    std::cerr << "Try \"norvikctl --help\".\n";
-    return kExitUsage;
-  }
-  if (line->version) {
-    std::cout << "norvikctl " NORVIK_VERSION "\n";
-  } else if (line->help && line->command == nullptr) {
+ExitStatus showVersion(const CommandLine& line) {
+  if (!line.json) std::cout << "norvikctl " NORVIK_VERSION "\n";
+  return finish(outputOf(line), ChangeReport(), {{"version", NORVIK_VERSION}});
+}
+
+ExitStatus run(const CommandLine& line) {
+  if (line.version) return showVersion(line);
+  if (!line.help || (line.command != nullptr && listsSettings(*line.command))) return runOnComputer(line);
+  if (line.command == nullptr) {
     writeHelp(std::cout);
-  } else if (line->help && !listsSettings(*line->command)) {
-    writeHelp(std::cout, *line->command, {});
   } else {
-    return runOnComputer(*line);
+    writeHelp(std::cout, *line.command, {});
   }
   return kExitOk;
+}
+
+ExitStatus refuse(const CommandLine& line, const std::string& fault) {
+  ChangeError error = failure(FailureCode::usage, fault);
+  error.advice = "Try \"norvikctl --help\".";
+  return finish(outputOf(line), error);
+}
+
+ExitStatus run(const std::vector<std::string>& words) {
+  std::string fault;
+  const CommandLine line = parseCommandLine(words, fault);
+  return guarded(outputOf(line), [&] { return fault.empty() ? run(line) : refuse(line, fault); });
+}
+
+// Before the line is read, for which there may be too little memory.
+Output outputBefore(char** begin, char** end) {
+  const auto isJson = [](const char* word) { return std::string_view(word) == "--json"; };
+  return {std::cout, std::cerr, std::any_of(begin, end, isJson), ""};
 }
 
 // A command that failed keeps its own status.
 ExitStatus checkOutput(ExitStatus status) {
   if (flushOutput() || status != kExitOk) return status;
-  return fail(kExitIo, "the output could not be written.");
+  writeDiagnostic(std::cerr, "the output could not be written.");
+  return kExitIo;
 }
 
 }  // namespace
 }  // namespace norvik::command
 
 int main(int argc, char** argv) {
-  namespace command = norvik::command;
-  command::fillClosedStreams();
-  return command::checkOutput(command::run({argv + std::min(argc, 1), argv + argc}));
+  using namespace norvik::command;
+  fillClosedStreams();
+  char** const words = argv + std::min(argc, 1);
+  return checkOutput(guarded(outputBefore(words, argv + argc), [&] { return run({words, argv + argc}); }));
 }

@@ -1,8 +1,9 @@
-// Asks with the buttons' titles, numbered, until the answer is one of the numbers.
+// Asks with the buttons' titles, numbered, until the answer is one of the numbers or words.
 #include "src/frontends/command/questions.h"
 
 #include <algorithm>
 #include <istream>
+#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "src/frontends/shared/checks/value_check.h"
@@ -12,11 +13,13 @@ namespace norvik::command {
 
 namespace {
 
-// The answers in the order of the buttons.
+// What a panel returns, in the order of its buttons.
 constexpr int kResults[] = {NSAlertDefaultReturn, NSAlertAlternateReturn, NSAlertOtherReturn};
 
-std::size_t buttonIndex(int answer) {
-  return static_cast<std::size_t>(NSAlertDefaultReturn - answer);
+// The word of an answer; empty for a question without a row.
+std::string wordOf(const Question& question, std::size_t answer) {
+  const bool isKnown = question.row != nullptr && answer < question.row->answers.size();
+  return isKnown ? std::string(question.row->answers[answer]) : "";
 }
 
 void write(std::ostream& out, const Question& question) {
@@ -27,29 +30,31 @@ void write(std::ostream& out, const Question& question) {
   }
 }
 
+// The button that a person means by its number, by the answer's word, or by nothing, the first.
+std::optional<std::size_t> chosen(const Question& question, const std::string& typed) {
+  for (std::size_t i = 0; i < question.buttons.size(); ++i) {
+    const bool isWord = !typed.empty() && typed == wordOf(question, i);
+    if (isWord || typed == std::to_string(i + 1) || (typed.empty() && i == 0)) return i;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
-
-std::string_view answerWord(int answer) {
-  return kAnswerWords[buttonIndex(answer)];
-}
-
-int answerOf(std::string_view word) {
-  return kResults[std::ranges::find(kAnswerWords, word) - std::begin(kAnswerWords)];
-}
-
-const std::string& buttonOf(const Question& question, int answer) {
-  return question.buttons.at(buttonIndex(answer));
-}
 
 int Questions::NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                                const char* alternateButton, const char* otherButton) {
-  Question question{title, message, {}, std::nullopt};
+  Question question{questionTitled(title), title, message, {}, std::nullopt};
   for (const char* button : {defaultButton, alternateButton, otherButton}) {
     if (button != nullptr) question.buttons.emplace_back(button);
   }
+  const auto number = ask(std::move(question));
+  return number ? kResults[*number] : NSAlertOtherReturn;
+}
+
+std::optional<std::size_t> Questions::ask(Question question) {
   question.answer = answer(question);
-  asked_.push_back(question);
-  return question.answer.value_or(NSAlertOtherReturn);
+  asked_.push_back(std::move(question));
+  return asked_.back().answer;
 }
 
 const Question* Questions::unanswered() const {
@@ -59,15 +64,14 @@ const Question* Questions::unanswered() const {
   return nullptr;
 }
 
-std::optional<int> Questions::answer(const Question& question) {
-  if (answers_.fixed) {
-    const bool isThere = buttonIndex(*answers_.fixed) < question.buttons.size();
-    return isThere ? answers_.fixed : std::nullopt;
-  }
+std::optional<std::size_t> Questions::answer(const Question& question) {
+  const auto given = question.row != nullptr ? answers_.given.find(question.row->name) : answers_.given.end();
+  if (given != answers_.given.end() && given->second < question.buttons.size()) return given->second;
+  if (answers_.byDefault) return 0;
   return answers_.person != nullptr ? askPerson(question) : std::nullopt;
 }
 
-std::optional<int> Questions::askPerson(const Question& question) {
+std::optional<std::size_t> Questions::askPerson(const Question& question) {
   write(out_, question);
   std::string line;
   while (true) {
@@ -76,12 +80,40 @@ std::optional<int> Questions::askPerson(const Question& question) {
       out_ << '\n';
       return std::nullopt;
     }
-    const auto number = line.empty() ? 1 : wholeNumber(line).value_or(0);
-    if (number >= 1 && number <= static_cast<int64_t>(question.buttons.size())) {
-      return kResults[number - 1];
-    }
+    if (const auto choice = chosen(question, line)) return choice;
     out_ << "Please type a number from 1 to " << question.buttons.size() << ".\n";
   }
+}
+
+std::string answered(const Question& question) {
+  const std::string name = question.row != nullptr ? std::string(question.row->name) + "=" : "";
+  const std::string button = question.answer ? question.buttons[*question.answer] : "not answered";
+  const std::string word = question.answer ? wordOf(question, *question.answer) : "?";
+  return name + word + " (" + question.title + ": " + button + ")";
+}
+
+std::string waysToAnswer(const Question& question) {
+  std::vector<std::string> ways;
+  for (std::size_t i = 0; i < question.buttons.size() && question.row != nullptr; ++i) {
+    ways.push_back("--answer " + std::string(question.row->name) + "=" + wordOf(question, i) + " for \"" +
+                   question.buttons[i] + "\"");
+  }
+  return listInWords(ways, "or");
+}
+
+nlohmann::ordered_json questionsJson(const std::vector<Question>& questions) {
+  using Json = nlohmann::ordered_json;
+  Json list = Json::array();
+  for (const Question& question : questions) {
+    Json words = Json::array();
+    for (std::size_t i = 0; i < question.buttons.size(); ++i) words.push_back(wordOf(question, i));
+    list.push_back({{"name", question.row != nullptr ? Json(question.row->name) : Json(nullptr)},
+                    {"title", question.title},
+                    {"answers", std::move(words)},
+                    {"buttons", question.buttons},
+                    {"answer", question.answer ? Json(wordOf(question, *question.answer)) : Json(nullptr)}});
+  }
+  return list;
 }
 
 }  // namespace norvik::command

@@ -4,7 +4,7 @@
 #include <ostream>
 
 #include "src/frontends/command/table.h"
-#include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/change/tool_results.h"
 
 namespace norvik::command {
 
@@ -16,128 +16,119 @@ std::string inParentheses(const std::string& text) {
   return text.empty() ? "" : "(" + text + ")";
 }
 
-void writeChanges(std::ostream& out, const std::vector<Change>& changes) {
+void writeChanges(std::ostream& out, const std::vector<SettingChange>& changes) {
   std::vector<TableRow> rows;
-  for (const Change& change : changes) {
+  for (const SettingChange& change : changes) {
     const std::string step = change.from == change.to ? change.to : change.from + " -> " + change.to;
     rows.push_back({change.name, step, inParentheses(change.because)});
   }
   writeTable(out, rows);
 }
 
-std::string answered(const Question& question) {
-  return question.title + ": " + (question.answer ? buttonOf(question, *question.answer) : "not answered");
+// What became of a command, for a person; empty where it did what it should.
+std::string remark(const CommandOutcome& command) {
+  if (command.launch.refused) return "  (refused)";
+  if (!command.outcome.ended()) return "  (has not ended)";
+  return command.outcome.succeeded() ? "" : "  (failed)";
 }
 
-// A line for each word of the list, with the heading in front of the first.
-void appendList(std::vector<TableRow>& rows, const std::string& heading,
-                const std::vector<std::string>& list) {
-  for (const std::string& word : list) rows.push_back({&word == &list.front() ? heading : "", word});
-}
-
-std::vector<std::string> commandLines(const Effects& effects) {
+template <typename Commands, typename Line>
+std::vector<std::string> linesOf(const Commands& commands, Line line) {
   std::vector<std::string> lines;
-  for (const Launch& launch : effects.launches) {
-    if (!launch.reports) lines.push_back(commandLine(launch) + (launch.refused ? "  (refused)" : ""));
-  }
+  for (const auto& command : commands) lines.push_back(line(command));
   return lines;
 }
 
-std::vector<std::string> notified(const Effects& effects) {
-  std::vector<std::string> lines;
-  for (const int32_t pid : effects.signalled) lines.push_back("the agent, process " + std::to_string(pid));
-  for (const std::string& name : effects.posted) lines.push_back("the menu agent, with " + name);
-  return lines;
+std::vector<std::string> answers(const Outcome& outcome) {
+  return linesOf(outcome.questions, answered);
 }
 
-void writeText(const Context& context, const Outcome& outcome, bool dryRun) {
-  std::ostream& out = context.out;
-  if (dryRun) out << "A dry run: nothing is changed.\n\n";
-  writeChanges(out, outcome.changes);
+void writeNotes(std::ostream& out, const Outcome& outcome) {
   for (const std::string& note : outcome.notes) out << note << '\n';
-  if (!outcome.applied) {
-    out << (dryRun ? "There would be nothing to save.\n" : "There was nothing to save.\n");
+}
+
+void writePreview(std::ostream& out, const Outcome& outcome) {
+  out << "A dry run: nothing is changed.\n\n";
+  writeChanges(out, outcome.report.changes);
+  writeNotes(out, outcome);
+  if (!outcome.preview) {
+    out << "There would be nothing to save.\n";
     return;
   }
-  std::vector<std::string> questions;
-  for (const Question& question : outcome.questions) questions.push_back(answered(question));
+  const Preview& preview = *outcome.preview;
   std::vector<TableRow> rows;
-  appendList(rows, dryRun ? "Would ask" : "Asked", questions);
-  if (!outcome.error) appendList(rows, dryRun ? "Would save" : "Saved", outcome.saved);
-  appendList(rows, dryRun ? "Would run" : "Ran", commandLines(outcome.effects));
-  appendList(rows, dryRun ? "Would notify" : "Notified", notified(outcome.effects));
-  if (!dryRun && !outcome.pending.empty()) appendList(rows, "Still pending", outcome.pending);
+  appendList(rows, "Would ask", answers(outcome));
+  appendList(rows, "Would save", preview.groups);
+  appendList(rows, "Would write", preview.files);
+  appendList(rows, "Would run", linesOf(preview.commands, norvik::commandLine));
+  appendList(rows, "Would tell", preview.told);
+  out << '\n';
+  writeTable(out, rows);
+  if (preview.endsConnections) out << "\nConnections to the service that changes would end.\n";
+  if (preview.needsRestart) out << "\nThe computer would have to restart before all of it is in effect.\n";
+}
+
+void writeResult(std::ostream& out, const Outcome& outcome) {
+  const ChangeReport& report = outcome.report;
+  writeChanges(out, report.changes);
+  writeNotes(out, outcome);
+  if (!report.applied) {
+    out << "There was nothing to save.\n";
+    return;
+  }
+  std::vector<TableRow> rows;
+  appendList(rows, "Asked", answers(outcome));
+  appendList(rows, "Saved", report.saved);
+  appendList(rows, "Not saved", report.notSaved);
+  appendList(rows, "Taken over", report.takenOver);
+  appendList(rows, "Ran", linesOf(report.commands, [](const CommandOutcome& command) {
+               return commandLine(command.launch) + remark(command);
+             }));
+  appendList(rows, "Told", report.told);
+  appendList(rows, "Not told", report.notTold);
   out << '\n';
   writeTable(out, rows);
 }
 
-Json questionsJson(const std::vector<Question>& questions) {
-  Json list = Json::array();
-  for (const Question& question : questions) {
-    list.push_back(
-        {{"title", question.title},
-         {"buttons", question.buttons},
-         {"answer", question.answer ? Json(buttonOf(question, *question.answer)) : Json(nullptr)}});
+Json previewJson(const Preview& preview) {
+  Json commands = Json::array();
+  for (const Launch& launch : preview.commands) {
+    Json words{launch.tool};
+    for (const std::string& argument : launch.arguments) words.push_back(argument);
+    commands.push_back(std::move(words));
   }
-  return list;
+  return {{"groups", preview.groups},
+          {"files", preview.files},
+          {"commands", std::move(commands)},
+          {"told", preview.told},
+          {"endsConnections", preview.endsConnections},
+          {"needsRestart", preview.needsRestart}};
 }
 
-Json outcomeJson(const Outcome& outcome, bool dryRun) {
-  Json changes = Json::array();
-  for (const Change& change : outcome.changes) {
-    Json entry{{"name", change.name}, {"from", change.oldValue}, {"to", change.newValue}};
-    if (!change.because.empty()) entry["because"] = change.because;
-    changes.push_back(std::move(entry));
-  }
+Json fieldsOf(const Outcome& outcome, bool dryRun) {
+  const ChangeReport& report = outcome.report;
   return {{"dryRun", dryRun},
-          {"changes", std::move(changes)},
+          {"preview", outcome.preview ? previewJson(*outcome.preview) : Json(nullptr)},
           {"notes", outcome.notes},
           {"questions", questionsJson(outcome.questions)},
-          {"saved", outcome.error ? std::vector<std::string>() : outcome.saved},
-          {"commands", commandsJson(outcome.effects)},
-          {"signalled", outcome.effects.signalled},
-          {"notifications", outcome.effects.posted},
-          {"pending", outcome.pending}};
+          {"saved", report.saved},
+          {"notSaved", report.notSaved},
+          {"told", report.told},
+          {"notTold", report.notTold},
+          {"takenOver", report.takenOver},
+          {"pending", outcome.pending},
+          {"log", report.effects.logged}};
 }
 
 }  // namespace
 
-std::string commandLine(const Launch& launch) {
-  std::string line = launch.tool;
-  for (const std::string& word : launch.arguments) {
-    const bool bare = !word.empty() && word.find(' ') == std::string::npos;
-    line += bare ? " " + word : " \"" + word + "\"";
-  }
-  return line;
-}
-
-nlohmann::ordered_json commandsJson(const Effects& effects) {
-  Json list = Json::array();
-  for (const Launch& launch : effects.launches) {
-    if (launch.reports || launch.refused) continue;
-    std::vector<std::string> words{launch.tool};
-    words.insert(words.end(), launch.arguments.begin(), launch.arguments.end());
-    list.push_back(words);
-  }
-  return list;
-}
-
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
-  // A change that was stopped before Apply has nothing to show but the reason.
-  if (!outcome.error || outcome.applied) {
-    if (context.json) {
-      context.print(outcomeJson(outcome, dryRun));
-    } else {
-      writeText(context, outcome, dryRun);
-    }
-  }
-  // What a preview logs comes from withholding the effects.
-  if (!outcome.previewed) {
-    for (const std::string& line : outcome.effects.logged) context.complain(line);
-  }
-  for (const std::string& warning : outcome.warnings) context.complain("warning: " + warning);
-  if (outcome.error) context.complain(outcome.error.sentence);
-  return outcome.error.status;
+  const ChangeReport& report = outcome.report;
+  const bool isShown = !context.json && (!report.error || report.applied);
+  if (isShown && dryRun) writePreview(context.out, outcome);
+  if (isShown && !dryRun) writeResult(context.out, outcome);
+  for (const std::string& line : report.effects.logged) context.complain(line);
+  return finish(context.output(), report, fieldsOf(outcome, dryRun));
 }
 
 }  // namespace norvik::command

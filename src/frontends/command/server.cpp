@@ -1,94 +1,128 @@
-// norvikctl start, stop and restart: the two buttons of the server page, pressed only where they do what was
-// ordered.
+// norvikctl start, stop, restart and apply: orders to the server, and what came of them.
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <thread>
 
 #include "src/frontends/command/command_line.h"
+#include "src/frontends/command/interruptible_drawing.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
 #include "src/frontends/command/table.h"
+#include "src/frontends/shared/server/server_order.h"
 
 namespace norvik::command {
 
 namespace {
 
-constexpr std::chrono::seconds kServerToolLimit{30};
+using std::chrono::milliseconds;
 
-enum class ServerOrder { start, stop, restart };
+constexpr milliseconds kWaitStep{50};
 
-bool runs(int32_t pid) {
-  return pid != -1;
+ChangeError noRights() {
+  return failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted.");
 }
 
-bool isFulfilled(ServerOrder order, int32_t pid) {
-  return order == ServerOrder::start ? runs(pid) : order == ServerOrder::stop && !runs(pid);
-}
-
-// What the person should know beforehand; null where all is as expected.
-const char* noteBefore(ServerOrder order, int32_t pid) {
-  if (order == ServerOrder::start && runs(pid)) return "The server is already running.";
-  if (order == ServerOrder::stop && !runs(pid)) return "The server is not running.";
-  if (order == ServerOrder::restart && !runs(pid)) return "The server is not running, so it is only started.";
-  return nullptr;
-}
-
-Error resultOf(ServerOrder order, int32_t before, int32_t after) {
-  if (order == ServerOrder::stop) {
-    return runs(after) ? Error{kExitUnavailable, "the server did not stop."} : Error();
+// In steps, so that an interruption is noticed.
+bool waitForTools(const Context& context, milliseconds limit) {
+  for (; limit > milliseconds(0); limit -= kWaitStep) {
+    if (context.services.waitForTools(kWaitStep)) return true;
+    if (context.services.wasStopped()) throw Interruption();
   }
-  if (!runs(after)) return {kExitUnavailable, "the server did not start."};
-  if (order == ServerOrder::restart && after == before) {
-    return {kExitUnavailable, "the server did not stop, so it was not started again."};
-  }
-  return {};
+  return false;
 }
 
-void writeState(const Context& context, NVKServerPrefs& pane) {
-  if (context.json) {
-    context.print(statusJson(pane));
-    return;
+OrderedServer orderedServer(const Context& context, Session& session) {
+  return {session.pane(),
+          session.recording(),
+          context.interface,
+          context.services.computer,
+          [&context](milliseconds limit) { return waitForTools(context, limit); },
+          [&context](milliseconds time) {
+            std::this_thread::sleep_for(time);
+            if (context.services.wasStopped()) throw Interruption();
+          }};
+}
+
+bool isLaunched(const Effects& effects, const ToolCommand& command) {
+  return std::ranges::any_of(effects.launches, [&](const Launch& launch) {
+    return launch.tool == command.tool && !launch.arguments.empty() && !launch.refused &&
+           launch.arguments.front() == command.arguments[0];
+  });
+}
+
+// In what state an interrupted order leaves the server. What was launched goes on without this program.
+ChangeError interruption(const Effects& effects, bool restarts) {
+  const bool runs = nvkd_pid() != -1;
+  ChangeError error = failure(FailureCode::interrupted, "interrupted; ");
+  if (isLaunched(effects, kStartServer)) {
+    error.sentence += runs ? "the server runs." : "the server is still being started.";
+    error.advice = runs ? "" : "See with \"norvikctl status\" whether it comes up.";
+  } else if (isLaunched(effects, kStopServer)) {
+    error.sentence += runs ? "the server is still being stopped" : "the server is stopped";
+    error.sentence += restarts ? ", and is not started again." : ".";
+    error.advice = restarts ? "Start it with \"norvikctl start\"." : "";
+  } else if (isLaunched(effects, kApplyConfig)) {
+    error.sentence += "the server is still being told to take up what is stored.";
+    error.advice = "See with \"norvikctl status\" what is in force.";
+  } else {
+    error.sentence += "nothing was ordered.";
   }
+  return error;
+}
+
+void writeState(const Context& context, NVKServerPrefs& pane, const OrderReport& report) {
   std::vector<TableRow> rows;
-  for (const StatusLine& line : statusLines(context, pane)) {
+  for (const StatusLine& line : statusLines(context, pane, report.inForce)) {
     if (line.key != "lock") rows.push_back({line.label, line.text});
   }
   writeTable(context.out, rows);
 }
 
-void complainOfLog(const Context& context, const Effects& effects) {
-  for (const std::string& line : effects.logged) context.complain(line);
-}
-
-// Restart is enabled only while the server runs; for a stopped one Start does the same.
-Error pressButton(const Context& context, Session& session, Progress& progress, ServerOrder order) {
+ExitStatus finishOrder(const Context& context, Session& session, const OrderReport& report) {
   NVKServerPrefs& pane = session.pane();
-  const int32_t before = pane.m_serverPid;
-  const bool restarts = order == ServerOrder::restart && runs(before);
-  session.click(restarts ? pane.ib_admin_button_svrRestart : pane.ib_admin_button_svrStart);
-  progress.finishLine();
-  context.services.waitForTools(kServerToolLimit);
-  pane.onStateTimer();
-  return resultOf(order, before, pane.m_serverPid);
+  if (!context.json) writeState(context, pane, report);
+  for (const std::string& line : session.effects().logged) context.complain(line);
+  nlohmann::ordered_json fields = statusJson(pane, report.inForce);
+  fields["notes"] = report.note.empty() ? std::vector<std::string>() : std::vector{report.note};
+  return finish(context.output(), report.change, fields);
 }
 
-ExitStatus orderServer(const Context& context, ServerOrder order) {
+void writeNote(const Context& context, const std::string& note) {
+  if (!context.json && !note.empty()) context.out << note << std::endl;
+}
+
+using NeedsRights = std::function<bool(const NVKServerPrefs& pane)>;
+using Order = std::function<OrderReport(Session& session, OrderedServer& server)>;
+
+// Opens the lock where the order needs rights, and carries it out to its end, whoever goes away meanwhile.
+ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, const Order& order,
+                    bool restarts = false) {
   Questions questions(context.answers, context.err);
   Progress progress(context.json ? nullptr : context.progress);
-  Session session(context, questions, progress, RecordingMode::real);
-  const int32_t pid = session.pane().m_serverPid;
-  const bool fulfilled = isFulfilled(order, pid);
-  if (!fulfilled && !session.unlock()) {
-    context.complain("this needs administrator rights, which were not granted.");
-    return kExitNoPermission;
+  InterruptibleDrawing drawing(progress, context.services.wasStopped);
+  Session session(context, questions, drawing, RecordingMode::real);
+  if (needsRights(session.pane()) && !session.unlock()) return finish(context.output(), noRights());
+  context.services.deferInterruptions();
+  try {
+    OrderedServer server = orderedServer(context, session);
+    const OrderReport report = order(session, server);
+    progress.finishLine();
+    return finishOrder(context, session, report);
+  } catch (const Interruption&) {
+    progress.finishLine();
+    return finish(context.output(), interruption(session.effects(), restarts));
   }
-  const char* note = noteBefore(order, pid);
-  if (note != nullptr && !context.json) context.out << note << std::endl;
-  const Error error = fulfilled ? Error() : pressButton(context, session, progress, order);
-  writeState(context, session.pane());
-  complainOfLog(context, session.effects());
-  if (error) context.complain(error.sentence);
-  return error.status;
+}
+
+ExitStatus orderServer(const Context& context, ServerOrder which) {
+  return runOrder(
+      context, [which](const NVKServerPrefs& pane) { return !isFulfilled(which, pane); },
+      [&context, which](Session& session, OrderedServer& server) {
+        writeNote(context, noteBefore(which, session.pane()));
+        return carryOut(which, server);
+      },
+      which == ServerOrder::restart);
 }
 
 }  // namespace
@@ -103,6 +137,20 @@ ExitStatus stopServer(const Context& context, const CommandLine& /*line*/) {
 
 ExitStatus restartServer(const Context& context, const CommandLine& /*line*/) {
   return orderServer(context, ServerOrder::restart);
+}
+
+ExitStatus takeUpStored(const Context& context, const CommandLine& /*line*/) {
+  return runOrder(
+      context, [](const NVKServerPrefs& pane) { return pane.m_serverPid != -1; },
+      [&context](Session& session, OrderedServer& server) {
+        SettingsChange change(
+            session.pane(), session.recording(), context.computer, context.interface,
+            context.services.computer,
+            {context.services.portInUse, server.waitForTools, context.limits.lock, context.limits.tools});
+        OrderReport report = takeUp(change, server);
+        writeNote(context, report.note);
+        return report;
+      });
 }
 
 }  // namespace norvik::command

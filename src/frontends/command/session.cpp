@@ -7,11 +7,16 @@
 
 namespace norvik::command {
 
-Session::Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode)
-    : recording_(context.computer, alerts, drawing, mode), pane_(context.interface) {
+Session::Session(Platform& computer, const InterfaceDescription& interface, AlertPanels& alerts,
+                 Drawing& drawing, RecordingMode mode, Opening opening)
+    : interface_(interface), recording_(computer, alerts, drawing, mode), pane_(interface) {
+  if (opening == Opening::now) open();
+}
+
+void Session::open() {
   pane_.awakeFromNib();
   pane_.onStateTimer();
-  settings_ = paneSettings(context.interface, pane_);
+  settings_ = paneSettings(interface_, pane_);
 }
 
 Session::~Session() {
@@ -46,6 +51,15 @@ bool Session::unlock() {
 void Session::click(Control& control) {
   pane_.buttonClicked(control);
   pane_.onStateTimer();
+}
+
+std::vector<std::string> pendingSettings(Session& session) {
+  const auto isPending = [&](const Control* control) { return session.pane().differsFromStored(*control); };
+  std::vector<std::string> names;
+  for (const PaneSetting& setting : session.settings()) {
+    if (std::ranges::any_of(setting.controls(), isPending)) names.push_back(setting.name());
+  }
+  return names;
 }
 
 std::vector<SettingDescription> shownSettings(const Context& context) {

@@ -12,18 +12,32 @@
 
 namespace norvik::command {
 
+enum class Opening {
+  now,
+  later,  // by `open`, which another session may precede
+};
+
 class Session {
  public:
-  // Creates the pane over the context's computer and awakes it. Borrows everything.
-  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode);
+  // Creates the pane over the computer, and awakes it where it is opened now. Borrows everything.
+  Session(Platform& computer, const InterfaceDescription& interface, AlertPanels& alerts, Drawing& drawing,
+          RecordingMode mode, Opening opening = Opening::now);
+  // The same over the context's computer.
+  Session(const Context& context, AlertPanels& alerts, Drawing& drawing, RecordingMode mode,
+          Opening opening = Opening::now)
+      : Session(context.computer, context.interface, alerts, drawing, mode, opening) {}
   // Closes the lock and destroys the pane.
   ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
+  // Awakes the pane, which loads the files.
+  void open();
+
   NVKServerPrefs& pane() { return pane_; }
   std::vector<PaneSetting>& settings() { return settings_; }
   const Effects& effects() const { return recording_.effects(); }
+  RecordingPlatform& recording() { return recording_; }
 
   // The setting of that name, or the one that a control belongs to; null where there is none.
   PaneSetting* find(std::string_view name);
@@ -37,10 +51,14 @@ class Session {
   void click(Control& control);
 
  private:
+  const InterfaceDescription& interface_;
   RecordingPlatform recording_;
   NVKServerPrefs pane_;
   std::vector<PaneSetting> settings_;
 };
+
+// The settings whose pending values differ from the stored ones.
+std::vector<std::string> pendingSettings(Session& session);
 
 // The settings that a pane on the context's computer shows, for help and completion. Opens a session of its
 // own and changes nothing.

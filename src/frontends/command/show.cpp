@@ -1,6 +1,5 @@
 // norvikctl show: the pages as tables, or one setting in full with its help text.
 #include <algorithm>
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
@@ -168,8 +167,9 @@ void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
 ExitStatus unknownPage(const Context& context, Session& session, const std::string& typed) {
   std::vector<std::string> known = session.settingNames();
   for (const Page& page : pagesOf(session, "")) known.push_back(page.front()->description().page.title);
-  context.complain("unknown page or setting \"" + typed + "\"." + suggestion(typed, known));
-  return kExitUsage;
+  return finish(context.output(),
+                failure(FailureCode::usage,
+                        "unknown page or setting \"" + typed + "\"." + suggestion(typed, known), typed));
 }
 
 }  // namespace
@@ -182,15 +182,13 @@ ExitStatus showSettings(const Context& context, const CommandLine& line) {
   PaneSetting* one = session.find(page);
   const auto pages = one != nullptr ? std::vector<Page>{{one}} : pagesOf(session, page);
   if (pages.empty()) return unknownPage(context, session, page);
-  if (context.json) {
-    context.print(pagesJson(session, pages));
-  } else if (one != nullptr) {
+  if (!context.json && one != nullptr) {
     writeSetting(context.out, session, *one);
-  } else {
+  } else if (!context.json) {
     writePages(context.out, session, pages);
     writeLockHint(context.out, session.pane(), pages);
   }
-  return kExitOk;
+  return finish(context.output(), ChangeReport(), context.json ? pagesJson(session, pages) : Json());
 }
 
 }  // namespace norvik::command

@@ -1,19 +1,22 @@
-// norvikctl status: the server and the pane at this moment. Labels come from the interface description, texts
-// from the pane.
+// norvikctl status and is-running: the server and the pane at this moment. Labels come from the interface
+// description, texts from the pane.
 #include "src/frontends/command/status.h"
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "src/frontends/command/change_transaction.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/interface/address_text.h"
+#include "src/frontends/shared/server/client_services.h"
 
 namespace norvik::command {
 
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 // The pane's sentences have line breaks in them.
 std::string onOneLine(const std::string& text) {
@@ -28,80 +31,136 @@ std::string onOneLine(const std::string& text) {
   return line;
 }
 
-struct Address {
-  const char* key;
-  const char* outlet;
-};
-constexpr Address kAddresses[] = {{"nvk", "ib_admin_label_nvkAddress"}, {"rdp", "ib_admin_label_rdpAddress"}};
-
-std::string pageOf(const InterfaceDescription& interface, std::string_view outlet) {
-  for (const TabDescription& tab : interface.tabs) {
-    for (const SectionDescription& section : tab.sections) {
-      for (const RowDescription& row : section.rows) {
-        for (const ControlDescription& control : row.controls) {
-          if (control.outlet == outlet) return pageName(tab).title;
-        }
-      }
-    }
-  }
-  return "";
-}
-
 std::string labelOf(const InterfaceDescription& interface, std::string_view outlet) {
   const ControlDescription* control = interface.find(outlet);
   return control != nullptr ? control->label : std::string(outlet);
 }
 
+constexpr const char* kTakeUpHint = "\"norvikctl apply\" makes the server take up what is stored.";
+
+// Somebody else's port cannot be taken up.
+bool canBeTakenUp(const ServiceInForce& service) {
+  return service.differs() && !service.takenBy;
+}
+
+// Why clients cannot connect as the pane's sentence says; empty where they can, as far as is known.
+std::string contradiction(const ServiceInForce& service) {
+  if (!service.differs()) return "";
+  const std::string taken = takenSentence(service);
+  return inForceSentence(service) + (taken.empty() ? "" : " ") + taken;
+}
+
+std::string serviceText(NVKServerPrefs& pane, const ClientService& service, const ServiceInForce& inForce) {
+  const std::string text = contradiction(inForce);
+  return text.empty() ? onOneLine((pane.*service.address).stringValue()) : text;
+}
+
+Json orNull(const auto& optional) {
+  return optional ? Json(*optional) : Json(nullptr);
+}
+
+Json portJson(const ServicePort& service) {
+  return {{"on", service.isOn}, {"port", service.port}};
+}
+
+Json holderJson(const std::optional<PortHolder>& holder) {
+  if (!holder) return nullptr;
+  return {{"pid", orNull(holder->pid)},
+          {"program", holder->program.empty() ? Json(nullptr) : Json(holder->program)}};
+}
+
+// The words for scripts, in the order of the values.
+constexpr const char* kSeen[] = {"not-known", "stopped", "listens", "elsewhere",
+                                 "silent",    "accepts", "refuses"};
+
+Json inForceJson(const ServiceInForce& service) {
+  return {{"typed", portJson(service.typed)},
+          {"stored", portJson(service.stored)},
+          {"seen", kSeen[static_cast<std::size_t>(service.inForce)]},
+          {"ports", service.ports},
+          {"differs", service.differs()},
+          {"takenBy", holderJson(service.takenBy)}};
+}
+
 }  // namespace
 
-std::vector<StatusLine> statusLines(const Context& context, NVKServerPrefs& pane) {
+std::vector<StatusLine> statusLines(const Context& context, NVKServerPrefs& pane,
+                                    const ServerInForce& inForce) {
   const InterfaceDescription& interface = context.interface;
   const bool running = pane.m_serverPid != -1;
   std::vector<StatusLine> lines;
   lines.push_back({"state", labelOf(interface, "ib_admin_label_svrState"),
                    pane.ib_admin_label_svrState.stringValue() +
                        (running ? ", process " + std::to_string(pane.m_serverPid) : "")});
-  for (const Address& address : kAddresses) {
-    lines.push_back({address.key, pageOf(interface, address.outlet),
-                     onOneLine(pane.outlet(address.outlet)->stringValue())});
+  for (std::size_t i = 0; i < inForce.services.size(); ++i) {
+    const ServiceInForce& service = inForce.services[i];
+    lines.push_back({service.key, service.title, serviceText(pane, kClientServices[i], service)});
   }
   lines.push_back({"lock", labelOf(interface, "ib_button_Auth"), pane.authorized() ? "Open" : "Closed"});
   return lines;
 }
 
-nlohmann::ordered_json statusJson(NVKServerPrefs& pane) {
+Json statusJson(NVKServerPrefs& pane, const ServerInForce& inForce) {
   const bool running = pane.m_serverPid != -1;
-  nlohmann::ordered_json status;
+  Json status;
   status["state"] = pane.ib_admin_label_svrState.stringValue();
   status["running"] = running;
-  status["pid"] = running ? nlohmann::ordered_json(pane.m_serverPid) : nlohmann::ordered_json(nullptr);
-  for (const Address& address : kAddresses) {
-    const std::string& text = pane.outlet(address.outlet)->stringValue();
-    const auto only = addressIn(text);
-    status["addresses"][address.key] = {{"address", only ? nlohmann::ordered_json(*only) : nullptr},
-                                        {"text", onOneLine(text)}};
+  status["pid"] = running ? Json(pane.m_serverPid) : Json(nullptr);
+  for (std::size_t i = 0; i < inForce.services.size(); ++i) {
+    const ServiceInForce& service = inForce.services[i];
+    const auto address = addressIn((pane.*kClientServices[i].address).stringValue());
+    status["addresses"][service.key] = {{"address", service.differs() ? Json(nullptr) : orNull(address)},
+                                        {"text", serviceText(pane, kClientServices[i], service)}};
   }
   status["locked"] = !pane.authorized();
+  for (const ServiceInForce& service : inForce.services)
+    status["inForce"][service.key] = inForceJson(service);
   return status;
+}
+
+std::vector<std::string> notInForce(const Context& context, const NVKServerPrefs& pane) {
+  const ServerInForce inForce = serverInForce(pane, context.interface, context.services.computer.ports);
+  std::vector<std::string> sentences;
+  for (const ServiceInForce& service : inForce.services) {
+    if (service.differs()) sentences.push_back(contradiction(service));
+  }
+  if (std::ranges::any_of(inForce.services, canBeTakenUp)) sentences.emplace_back(kTakeUpHint);
+  return sentences;
 }
 
 ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::looking);
+  const ServerInForce inForce =
+      serverInForce(session.pane(), context.interface, context.services.computer.ports);
   const auto pending = pendingSettings(session);
   if (context.json) {
-    auto status = statusJson(session.pane());
+    auto status = statusJson(session.pane(), inForce);
     status["pending"] = pending;
-    context.print(status);
-    return kExitOk;
+    return finish(context.output(), ChangeReport(), status);
   }
   std::vector<TableRow> rows;
-  for (const StatusLine& line : statusLines(context, session.pane())) rows.push_back({line.label, line.text});
+  for (const StatusLine& line : statusLines(context, session.pane(), inForce)) {
+    rows.push_back({line.label, line.text});
+  }
   if (pending.empty()) rows.push_back({"Pending", "Nothing"});
   for (const std::string& name : pending) rows.push_back({&name == &pending.front() ? "Pending" : "", name});
   writeTable(context.out, rows);
-  return kExitOk;
+  if (std::ranges::any_of(inForce.services, canBeTakenUp)) context.out << '\n' << kTakeUpHint << '\n';
+  return finish(context.output(), ChangeReport());
+}
+
+ExitStatus isServerRunning(const Context& context, const CommandLine& /*line*/) {
+  Questions questions({}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, RecordingMode::looking);
+  const int32_t pid = session.pane().m_serverPid;
+  const bool running = pid != -1;
+  if (!context.json) context.out << (running ? "running" : "not running") << '\n';
+  const ExitStatus ended = finish(context.output(), ChangeReport(),
+                                  {{"running", running}, {"pid", running ? Json(pid) : Json(nullptr)}});
+  return ended != kExitOk || running ? ended : kExitNotRunning;
 }
 
 }  // namespace norvik::command

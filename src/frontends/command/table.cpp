@@ -8,6 +8,11 @@
 
 namespace norvik::command {
 
+void appendList(std::vector<TableRow>& rows, const std::string& heading,
+                const std::vector<std::string>& list) {
+  for (const std::string& word : list) rows.push_back({&word == &list.front() ? heading : "", word});
+}
+
 void writeTable(std::ostream& out, const std::vector<TableRow>& rows, std::size_t indent) {
   std::vector<std::size_t> widths;
   for (const TableRow& row : rows) {

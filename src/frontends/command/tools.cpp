@@ -1,11 +1,11 @@
 // norvikctl displays and access: the two management tools.
-#include <nlohmann/json.hpp>
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
-#include "src/frontends/command/report.h"
 #include "src/frontends/command/session.h"
+#include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/server/server_order.h"
 
 namespace norvik::command {
 
@@ -14,10 +14,14 @@ namespace {
 // A tool with a window stays open for as long as a person wants it; only one that ends at once is waited for.
 constexpr std::chrono::seconds kManagerLimit{1};
 
-// The last launch; null where the pane did not try to launch the tool.
-const Launch* launchOf(const Effects& effects) {
-  if (effects.launches.empty() || effects.launches.back().reports) return nullptr;
-  return &effects.launches.back();
+// A tool that still runs has opened its window.
+ChangeError errorOfManager(const std::vector<CommandOutcome>& commands) {
+  if (commands.empty() || commands.back().launch.refused) {
+    return failure(FailureCode::notAllowed, "the tool could not be opened.");
+  }
+  const CommandOutcome& manager = commands.back();
+  if (!manager.outcome.ended() || manager.outcome.succeeded()) return {};
+  return failure(FailureCode::server, "the tool could not be opened: " + failureInWords(manager));
 }
 
 ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
@@ -25,23 +29,23 @@ ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::real);
   if (!session.unlock()) {
-    context.complain("this needs administrator rights, which were not granted.");
-    return kExitNoPermission;
+    return finish(context.output(), failure(FailureCode::notAllowed,
+                                            "This needs administrator rights, which were not granted."));
   }
+  ChangeReport report;
+  report.error = installationError(context.services.computer.files);
+  if (!report.ok()) return finish(context.output(), report);
+  context.services.computer.tools.forget();
+  session.recording().forget();
   session.click(session.pane().*button);
-  const Launch* launch = launchOf(session.effects());
-  if (launch == nullptr || launch->refused) {
-    for (const std::string& line : session.effects().logged) context.complain(line);
-    context.complain("the tool could not be opened.");
-    return kExitNoPermission;
-  }
   context.services.waitForTools(kManagerLimit);
-  if (context.json) {
-    context.print({{"commands", commandsJson(session.effects())}});
-  } else {
-    context.out << "Opened with " << commandLine(*launch) << '\n';
+  report.commands = outcomesOf(session.effects(), context.services.computer.tools.outcomes());
+  report.error = errorOfManager(report.commands);
+  if (report.ok() && !context.json) {
+    context.out << "Opened with " << norvik::commandLine(report.commands.back().launch) << '\n';
   }
-  return kExitOk;
+  for (const std::string& line : session.effects().logged) context.complain(line);
+  return finish(context.output(), report);
 }
 
 }  // namespace

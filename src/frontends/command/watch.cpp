@@ -1,40 +1,107 @@
-// norvikctl watch: the status line by line, as it changes. The pane's own timer reads the state.
+// norvikctl watch: the status as it changes, by line or by object. The pane's own timer reads the state.
+#include <algorithm>
 #include <chrono>
 #include <ctime>
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "src/adapters/services/kept_copies.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
+#include "src/frontends/shared/server/client_services.h"
 
 namespace norvik::command {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 constexpr std::chrono::milliseconds kPass{250};
 constexpr int kPassesBetweenLoads = 4;
 constexpr std::size_t kLabelWidth = 16;
 
-std::string timeNow(const char* format) {
-  const std::time_t now = std::time(nullptr);
-  std::tm parts{};
-  localtime_r(&now, &parts);
-  char text[40];
-  return {text, std::strftime(text, sizeof text, format, &parts)};
-}
-
-void writeLine(const Context& context, const StatusLine& line) {
-  if (context.json) {
-    const nlohmann::ordered_json json{{"time", timeNow("%FT%T%z")}, {"what", line.key}, {"text", line.text}};
-    context.out << json.dump() << std::endl;
-    return;
+// What is in force, looked at as seldom as it can change. A port whose owner cannot be seen is not connected
+// to again and again, as whoever listens there would notice each time.
+class WatchedPorts {
+ public:
+  const ServerInForce& look(const Context& context, const NVKServerPrefs& pane, bool isTime) {
+    std::vector<int64_t> now{pane.m_serverPid};
+    for (const ClientService& service : kClientServices) {
+      now.push_back(pane.*service.storedState);
+      now.push_back(pane.*service.storedPort);
+    }
+    const bool isSettled = std::ranges::any_of(
+        inForce_.services, [](const ServiceInForce& service) { return service.inForce == InForce::accepts; });
+    if (now != seen_ || (isTime && !isSettled)) {
+      inForce_ = serverInForce(pane, context.interface, context.services.computer.ports);
+    }
+    seen_ = std::move(now);
+    return inForce_;
   }
-  std::string label = line.label;
-  label.resize(std::max(label.size(), kLabelWidth), ' ');
-  context.out << timeNow("%T") << "  " << label << line.text << std::endl;
-}
+
+ private:
+  std::vector<int64_t> seen_;
+  ServerInForce inForce_;
+};
+
+class Watch {
+ public:
+  Watch(const Context& context, NVKServerPrefs& pane) : context_(context), pane_(pane) {}
+
+  // Looks, and writes what has changed; false where nobody reads it any more.
+  bool pass() {
+    const bool isTime = passes_++ % kPassesBetweenLoads == 0;
+    // Nobody edits this pane, so it may load what others have saved meanwhile.
+    if (isTime && passes_ > 1) pane_.discardServerAndUserChanges();
+    const ServerInForce& inForce = ports_.look(context_, pane_, isTime);
+    if (context_.json) {
+      writeObject(inForce);
+    } else {
+      writeLines(inForce);
+    }
+    return context_.out.good();
+  }
+
+ private:
+  void writeObject(const ServerInForce& inForce) {
+    Json now = statusJson(pane_, inForce);
+    if (now == shownObject_) return;
+    Json line{
+        {"schema", kSchemaVersion}, {"command", context_.command}, {"ok", true},
+        {"error", nullptr},         {"warnings", Json::array()},   {"time", rfc3339(std::time(nullptr))}};
+    line.update(now);
+    context_.out << line.dump(-1, ' ', false, Json::error_handler_t::replace) << std::endl;
+    shownObject_ = std::move(now);
+  }
+
+  void writeLines(const ServerInForce& inForce) {
+    auto now = statusLines(context_, pane_, inForce);
+    for (std::size_t i = 0; i < now.size(); ++i) {
+      if (shownLines_.empty() || now[i].text != shownLines_[i].text) writeLine(now[i]);
+    }
+    shownLines_ = std::move(now);
+  }
+
+  void writeLine(const StatusLine& line) {
+    const std::time_t time = std::time(nullptr);
+    std::tm parts{};
+    localtime_r(&time, &parts);
+    char clock[16];
+    const std::size_t length = std::strftime(clock, sizeof clock, "%T", &parts);
+    std::string label = line.label;
+    label.resize(std::max(label.size(), kLabelWidth), ' ');
+    context_.out << std::string_view(clock, length) << "  " << label << line.text << std::endl;
+  }
+
+  const Context& context_;
+  NVKServerPrefs& pane_;
+  WatchedPorts ports_;
+  int passes_ = 0;
+  std::vector<StatusLine> shownLines_;
+  Json shownObject_;
+};
 
 }  // namespace
 
@@ -42,20 +109,8 @@ ExitStatus watch(const Context& context, const CommandLine& /*line*/) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::looking);
-  NVKServerPrefs& pane = session.pane();
-  std::vector<StatusLine> shown;
-  int pass = 0;
-  context.services.repeat(kPass, [&] {
-    // Nobody edits this pane, so it may load what others have saved meanwhile.
-    if (pass > 0 && pass % kPassesBetweenLoads == 0) pane.discardServerAndUserChanges();
-    ++pass;
-    const auto now = statusLines(context, pane);
-    for (std::size_t i = 0; i < now.size(); ++i) {
-      if (shown.empty() || now[i].text != shown[i].text) writeLine(context, now[i]);
-    }
-    shown = now;
-    return context.out.good();
-  });
+  Watch watch(context, session.pane());
+  context.services.repeat(kPass, [&watch] { return watch.pass(); });
   return kExitOk;
 }
 

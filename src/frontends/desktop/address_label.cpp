@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
@@ -35,7 +36,19 @@ void AddressLabel::setText(const QString& text) {
   if (label_->text() == text) return;
   label_->setText(text);
   label_->setAccessibleName(text);
-  copy_->setVisible(!address().isEmpty());
+  showButton();
+}
+
+void AddressLabel::setCopyable(bool copyable) {
+  if (std::exchange(copyable_, copyable) != copyable) showButton();
+}
+
+// The place of the button stays, so that the page does not jump at each key.
+void AddressLabel::showButton() {
+  QSizePolicy policy = copy_->sizePolicy();
+  policy.setRetainSizeWhenHidden(!address().isEmpty());
+  copy_->setSizePolicy(policy);
+  copy_->setVisible(copyable_ && !address().isEmpty());
 }
 
 QString AddressLabel::text() const {

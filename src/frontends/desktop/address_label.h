@@ -16,12 +16,17 @@ class AddressLabel : public QWidget {
 
   // Setting the same text again repaints nothing. The button is hidden while the text has no address.
   void setText(const QString& text);
+  // Whether the address works, so that it may be offered for copying.
+  void setCopyable(bool copyable);
   QString text() const;
   QString address() const;
 
  private:
+  void showButton();
+
   QLabel* label_;
   QPushButton* copy_;
+  bool copyable_ = true;
 };
 
 }  // namespace norvik::desktop

@@ -36,7 +36,11 @@ void Binding::showState() {
 }
 
 void Binding::sendAction() {
-  pane_.buttonClicked(control_);
+  if (command) {
+    command();
+  } else {
+    pane_.buttonClicked(control_);
+  }
   showState();  // an action may have restored the control's value, which notifies no observer
   notifyEdited();
 }

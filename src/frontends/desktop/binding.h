@@ -25,6 +25,9 @@ class Binding : public ControlObserver {
   // The widget that a person uses; owned by its parent widget.
   QWidget* widget() const { return widget_; }
 
+  // What a press does in place of the pane's own action, for the buttons around which the window does more.
+  // None for the pane's action alone.
+  std::function<void()> command;
   // Called after a person's edit reached the model and its action was sent.
   std::function<void()> edited;
   // Called after the widget showed a change of the model, so that what is beside it can follow.

@@ -38,4 +38,12 @@ QColor withContrast(const QColor& background, const QColor& strong, double share
   return strong;
 }
 
+QColor madeLegible(const QColor& color, const QColor& background, const QColor& strong, double contrast) {
+  for (double part = 0; part < 1; part += kStep) {
+    const QColor legible = mixed(color, strong, part);
+    if (contrastRatio(legible, background) >= contrast) return legible;
+  }
+  return strong;
+}
+
 }  // namespace norvik::desktop

@@ -16,4 +16,7 @@ double contrastRatio(const QColor& one, const QColor& other);
 // it; `strong` itself if no mixture reaches the contrast.
 QColor withContrast(const QColor& background, const QColor& strong, double share, double contrast);
 
+// The colour itself, mixed with `strong` as far as the contrast to the background requires.
+QColor madeLegible(const QColor& color, const QColor& background, const QColor& strong, double contrast);
+
 }  // namespace norvik::desktop

@@ -250,6 +250,13 @@ void Page::describe(const Binding& binding, bool differs) {
   binding.widget()->setAccessibleDescription(words);
 }
 
+bool Page::isRefused(const Control& field) const {
+  return std::ranges::any_of(notes_, [&field](const Note& note) {
+    return &note.binding->control() == &field && note.label->kind() == MessageKind::failure &&
+           !note.label->words().isEmpty();
+  });
+}
+
 void Page::refreshMarks() {
   for (const auto& row : rows_) {
     bool differs = false;
@@ -263,9 +270,9 @@ void Page::refreshMarks() {
 
 void Page::refreshNotes() {
   for (const Note& note : notes_) {
-    const QString words = problem_(note.binding->description());
-    if (note.label->words() == words) continue;
-    note.label->setWords(words);
+    const FieldNote found = problem_(note.binding->description());
+    if (note.label->words() == found.words && note.label->kind() == found.kind) continue;
+    note.label->setNote(found.words, found.kind);
     describe(*note.binding, pane_.differsFromStored(note.binding->control()));
   }
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/field_note.h"
 #include "src/server/mac/ui/interface_description.h"
 
 class QGridLayout;
@@ -22,8 +23,8 @@ class StateDot;
 
 class Page : public QWidget {
  public:
-  // What is wrong with the text of a field, in words; empty if it is valid.
-  using Problem = std::function<QString(const ControlDescription& description)>;
+  // What is wrong with the text of a field; no words if it is valid.
+  using Problem = std::function<FieldNote(const ControlDescription& description)>;
 
   Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
        Problem problem);
@@ -38,6 +39,8 @@ class Page : public QWidget {
   // ask the computer which ports are in use.
   void refreshMarks();
   void refreshNotes();
+  // Whether the note under the field says that Apply would refuse it.
+  bool isRefused(const Control& field) const;
 
  private:
   struct Row {

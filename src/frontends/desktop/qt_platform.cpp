@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QDeadlineTimer>
 #include <QDesktopServices>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -26,6 +27,8 @@ namespace norvik::desktop {
 namespace {
 // Before an activation that was held back is tried again.
 constexpr std::chrono::milliseconds kBusyRetry{100};
+// Between two looks whether something is done.
+constexpr std::chrono::milliseconds kPaintingPause{10};
 }  // namespace
 
 Busy::Busy() {
@@ -59,6 +62,34 @@ bool Busy::eventFilter(QObject* /*watched*/, QEvent* event) {
     return true;
   }
   return std::find(std::begin(kInput), std::end(kInput), event->type()) != std::end(kInput);
+}
+
+bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit,
+                       Input input) {
+  if (isDone()) return true;
+  QEventLoop loop;
+  QTimer again;
+  QDeadlineTimer end(limit);
+  bool done = false;
+  QObject::connect(&again, &QTimer::timeout, &loop, [&] {
+    done = isDone();
+    if (done || end.hasExpired()) loop.quit();
+  });
+  again.start(kPaintingPause);
+  busy.enter();
+  loop.exec(input == Input::kept ? QEventLoop::ExcludeUserInputEvents : QEventLoop::AllEvents);
+  busy.leave();
+  return done;
+}
+
+std::unique_ptr<HeldLock> PaintingLocks::lock(std::chrono::milliseconds limit) {
+  std::unique_ptr<HeldLock> held;
+  const auto take = [this, &held] {
+    held = locks_.lock(std::chrono::milliseconds(0));
+    return held != nullptr;
+  };
+  waitWhilePainting(busy_, take, limit, Input::dropped);
+  return held;
 }
 
 std::optional<Rect> QtApplication::mainWindowFrame() {
@@ -99,28 +130,22 @@ struct PanelButton {
   int answer;
 };
 
-// A message box that Escape and the close button close without pressing a button, or else not at all.
+// A message box that Escape and the close button close without pressing a button.
 class PanelBox : public QMessageBox {
  public:
-  PanelBox(const QString& title, QWidget* window, bool canBeClosed)
+  PanelBox(const QString& title, QWidget* window)
       : QMessageBox(QMessageBox::Question, title, title, QMessageBox::NoButton, window,
-                    Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint),
-        canBeClosed_(canBeClosed) {
-    setWindowFlag(Qt::WindowCloseButtonHint, canBeClosed);
-    setWindowFlag(Qt::WindowSystemMenuHint, canBeClosed);
-  }
+                    Qt::Sheet | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowCloseButtonHint |
+                        Qt::WindowSystemMenuHint) {}
 
  private:
   void keyPressEvent(QKeyEvent* event) override {
-    if (!event->matches(QKeySequence::Cancel)) return QMessageBox::keyPressEvent(event);
-    if (canBeClosed_) reject();
+    event->matches(QKeySequence::Cancel) ? reject() : QMessageBox::keyPressEvent(event);
   }
   void closeEvent(QCloseEvent* event) override {
-    event->setAccepted(canBeClosed_);
-    if (canBeClosed_) reject();
+    event->accept();
+    reject();
   }
-
-  bool canBeClosed_;
 };
 
 // Makes the panel so wide that a window manager need not shorten the title in its bar.
@@ -141,7 +166,8 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
   const PanelButton buttons[3] = {{defaultButton, NSAlertDefaultReturn},
                                   {alternateButton, NSAlertAlternateReturn},
                                   {otherButton, NSAlertOtherReturn}};
-  PanelBox panel(text(title), window_, !requiresAnswer || !requiresAnswer());
+  if (const auto answer = answered ? answered() : std::nullopt) return *answer;
+  PanelBox panel(text(title), window_);
   panel.setObjectName(QStringLiteral("alertPanel"));
   panel.setWindowModality(Qt::WindowModal);
   panel.setTextFormat(Qt::PlainText);

@@ -6,9 +6,12 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
+#include "src/adapters/services/change_locks.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik::desktop {
@@ -27,6 +30,28 @@ class Busy : public QObject {
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   int depth_ = 0;
+};
+
+// What becomes of keys and clicks while the window only paints.
+enum class Input {
+  dropped,  // a question may come next, which they must not answer
+  kept,     // for when it is over
+};
+// Waits until something is done, at most until the limit, and lets the window paint meanwhile. Asks now and
+// then. Whether it was done.
+bool waitWhilePainting(Busy& busy, const std::function<bool()>& isDone, std::chrono::milliseconds limit,
+                       Input input);
+
+// The lock of changes, waited for while the window paints.
+class PaintingLocks : public ChangeLocks {
+ public:
+  // Borrows both.
+  PaintingLocks(ChangeLocks& locks, Busy& busy) : locks_(locks), busy_(busy) {}
+  std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) override;
+
+ private:
+  ChangeLocks& locks_;
+  Busy& busy_;
 };
 
 class QtApplication : public HostApplication {
@@ -52,12 +77,13 @@ class QtApplication : public HostApplication {
 class QtAlertPanels : public AlertPanels {
  public:
   void setWindow(QWidget* window) { window_ = window; }
+  // Escape and the close button close the panel, with the answer NSAlertOtherReturn.
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override;
 
-  // Whether the panel must be answered by a button. Otherwise Escape and the close button close it, with the
-  // answer NSAlertOtherReturn. None means no.
-  std::function<bool()> requiresAnswer;
+  // The answer to a question that a person has answered already, in other words; then no panel comes up.
+  // None, and nothing, mean that the panel asks.
+  std::function<std::optional<int>()> answered;
 
  private:
   QPointer<QWidget> window_;

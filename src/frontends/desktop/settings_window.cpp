@@ -16,12 +16,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "src/frontends/desktop/address_label.h"
+#include "src/frontends/desktop/message_area.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/desktop/page_area.h"
 #include "src/frontends/desktop/sidebar.h"
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
+#include "src/frontends/shared/interface/window_messages.h"
 
 namespace norvik::desktop {
 
@@ -44,13 +47,18 @@ SettingsWindow::SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription&
 }
 
 void SettingsWindow::fill() {
-  sidebar_ = new Sidebar(pane_.ib_oview_confBar, *interface_.find(pane_.ib_oview_confBar.name()), this);
+  sidebar_ = new Sidebar(pane_.ib_oview_confBar, pane_.ib_tview_confView,
+                         *interface_.find(pane_.ib_oview_confBar.name()), this);
   stack_ = new QStackedWidget(this);
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
   column->addLayout(row, 1);
+  messages_ = new MessageArea(this);
+  auto* right = new QVBoxLayout;
+  right->addWidget(messages_);
+  right->addWidget(stack_, 1);
   row->addWidget(sidebar_);
-  row->addWidget(stack_, 1);
+  row->addLayout(right, 1);
   stack_->setObjectName(text(pane_.ib_tview_confView.name()));
   stack_->setAccessibleName(text(interface_.find(pane_.ib_tview_confView.name())->label));
   addPages();
@@ -86,14 +94,14 @@ void SettingsWindow::addPages() {
     Page* page = pages_.emplace_back(new Page(pane_, interface_, tab, problem_));
     stack_->addWidget(new PageArea(page, text(pageName(tab).title)));
     page->changed = [this](const Binding& binding) { followTexts(binding); };
-    for (const auto& b : page->bindings()) b->edited = [this] { edited(); };
+    for (const auto& b : page->bindings()) b->edited = [this, &binding = *b] { edited(binding); };
   }
 }
 
 Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* parent) {
   bindings_.push_back(makeBinding(pane_, *pane_.outlet(description.outlet), description, parent));
   Binding& binding = *bindings_.back();
-  binding.edited = [this] { edited(); };
+  binding.edited = [this, &binding] { edited(binding); };
   binding.changed = [this, &binding] { followTexts(binding); };
   return binding;
 }
@@ -107,6 +115,7 @@ QWidget* SettingsWindow::makeFrame() {
   for (const ControlDescription& description : interface_.frame) {
     if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
     QWidget* widget = bind(description, frame).widget();
+    if (description.outlet == pane_.ib_button_Apply.name()) row->addWidget(makeChangesButton(frame));
     row->addWidget(widget, description.kind == ControlKind::label ? 1 : 0);
     if (description.kind == ControlKind::lockButton) lock = qobject_cast<QAbstractButton*>(widget);
     // The lock has no words of its own: it gets the mnemonic of its hint.
@@ -117,9 +126,63 @@ QWidget* SettingsWindow::makeFrame() {
   return frame;
 }
 
+// Hidden while nothing is pending; it keeps its place, so that the buttons beside it do not move.
+QPushButton* SettingsWindow::makeChangesButton(QWidget* frame) {
+  changes_ = new QPushButton(frame);
+  changes_->setObjectName(QStringLiteral("pendingChanges"));
+  changes_->setFlat(true);
+  changes_->setAutoDefault(false);
+  changes_->setToolTip(text(window_texts::kChangesHelp));
+  changes_->setAccessibleDescription(text(window_texts::kChangesHelp));
+  clickAtMnemonic(changes_);
+  changes_->hide();
+  return changes_;
+}
+
+void SettingsWindow::setCommand(const Control& button, std::function<void()> command) {
+  binding(text(button.name()))->command = std::move(command);
+}
+
+void SettingsWindow::showPending(std::size_t all, const std::vector<std::size_t>& byPage) {
+  const QString words = text(countedChanges(all));
+  if (changes_->accessibleName() != words) {
+    changes_->setText(words);
+    changes_->setAccessibleName(words);
+    assignMnemonics();
+  }
+  changes_->setVisible(all > 0);
+  sidebar_->markPages(byPage);
+}
+
+std::optional<std::size_t> SettingsWindow::pageOf(const std::string& outlet) const {
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    const auto isIt = [&outlet](const auto& shown) { return shown->control().name() == outlet; };
+    if (std::ranges::any_of(pages_[i]->bindings(), isIt)) return i;
+  }
+  return std::nullopt;
+}
+
+bool SettingsWindow::isRefused(const Control& field) const {
+  return std::ranges::any_of(pages_, [&field](const Page* page) { return page->isRefused(field); });
+}
+
+AddressLabel& SettingsWindow::addressLabel(const Control& address) const {
+  return *static_cast<AddressLabel*>(binding(text(address.name()))->widget());
+}
+
+bool SettingsWindow::showSetting(const std::string& outlet) {
+  const auto page = pageOf(outlet);
+  if (!page || !sidebar_->chooseTab(*page)) return false;
+  QWidget* widget = binding(text(outlet))->widget();
+  widget->setFocus(Qt::ShortcutFocusReason);
+  revealFocus(widget);
+  return true;
+}
+
 // An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its
 // next tick now, so that Return right after a port was typed need not wait for the clock.
-void SettingsWindow::edited() {
+void SettingsWindow::edited(const Binding& binding) {
+  if (!binding.command) messages_->edited();  // a command has just said what came of it
   pane_.onStateTimer();
   refresh();
 }
@@ -153,6 +216,7 @@ void SettingsWindow::restoreFocus() {
 
 void SettingsWindow::followTexts(const Binding& changed) {
   followServer();
+  if (&changed.control() == &pane_.ib_admin_label_svrState && serverTextChanged) serverTextChanged();
   const ControlKind kind = changed.description().kind;
   if (kind == ControlKind::pushButton || kind == ControlKind::label) assignMnemonics();
 }
@@ -177,6 +241,7 @@ void SettingsWindow::orderTabs() {
       last = widget;
     }
   };
+  append(*messages_);
   for (Page* page : pages_) append(*page);
   append(*frame_);
 }
@@ -213,6 +278,7 @@ void SettingsWindow::refresh() {
   for (Page* page : pages_) page->refreshMarks();
   for (Page* page : pages_) page->refreshNotes();
   ticksToNotes_ = kTicksBetweenNotes;
+  if (refreshed) refreshed();
 }
 
 void SettingsWindow::ticked() {
@@ -273,11 +339,20 @@ void SettingsWindow::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-// Closing leaves the pane: pending changes are asked about, and the answer is carried out, before the window
-// closes.
+void SettingsWindow::closeWithoutAsking() {
+  mayLeave = nullptr;
+  close();
+}
+
+// The front end asks about what is pending first, and there is a way back; only then the pane is left.
 void SettingsWindow::closeEvent(QCloseEvent* event) {
-  event->setAccepted(!leaving_);  // while a person is being asked, the window stays open
-  if (leaving_ || !isFilled()) return;
+  const bool busy = asking_ || leaving_;
+  event->setAccepted(!busy);  // while a person is being asked, the window stays open
+  if (busy || !isFilled()) return;
+  asking_ = true;
+  const bool stays = mayLeave && !mayLeave();
+  asking_ = false;
+  if (stays) return event->ignore();
   leaving_ = true;
   pane_.willUnselect();
   pane_.didUnselect();

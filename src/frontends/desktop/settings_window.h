@@ -1,5 +1,5 @@
-// The window: sidebar, pages, and below them the lock with its hint, Help and Apply. Made from the interface
-// description; shows one pane; knows no setting.
+// The window: sidebar, messages, pages, and below them the lock with its hint, Help, the number of pending
+// changes and Apply. Made from the interface description; shows one pane; knows no setting.
 #pragma once
 
 #include <QPointer>
@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "src/frontends/desktop/binding.h"
@@ -18,6 +20,8 @@ class QStackedWidget;
 
 namespace norvik::desktop {
 
+class AddressLabel;
+class MessageArea;
 class Sidebar;
 
 class SettingsWindow : public QWidget, public ControlObserver {
@@ -45,21 +49,48 @@ class SettingsWindow : public QWidget, public ControlObserver {
   // The binding of that outlet, page or frame; null if there is none.
   Binding* binding(const QString& outlet) const;
 
+  // Above the pages. Null before fill().
+  MessageArea& messages() { return *messages_; }
+  // The number of pending changes, beside Apply. Null before fill().
+  QPushButton& changesButton() { return *changes_; }
+
+  // What a press of a button does in place of the pane's own action.
+  void setCommand(const Control& button, std::function<void()> command);
+  // The page of a control, in the order of the description; nothing for one that is on none.
+  std::optional<std::size_t> pageOf(const std::string& outlet) const;
+  // Opens the page of a control and gives it the keyboard focus. False if a lock keeps the page closed.
+  bool showSetting(const std::string& outlet);
+  // Whether the note under a field says that Apply would refuse it.
+  bool isRefused(const Control& field) const;
+  // The label of an address.
+  AddressLabel& addressLabel(const Control& address) const;
+  // How many changes there are, and how many each page holds, in the order of the description: marks those
+  // that hold some.
+  void showPending(std::size_t all, const std::vector<std::size_t>& byPage);
+
   // What the pages need in the window's font, whatever the size of the screen.
   QSize sizeHint() const override;
 
   // The tab view shows another page.
   void controlChanged(Control& control) override;
 
-  // Whether a person is closing the window and is asked about pending changes. Each answer to that question
-  // does something, and so would closing it.
+  // Whether the pane is being left. Each answer to a question of its own does something then, and so would
+  // closing the question.
   bool isLeaving() const { return leaving_; }
+  // Closes the window without asking anybody; pending changes are lost.
+  void closeWithoutAsking();
 
   // Called once, when the empty window has been painted on the screen.
   std::function<void()> painted;
+  // Asked when a person closes the window, before the pane is left: whether it may go. None means yes.
+  std::function<bool()> mayLeave;
   // Called when a person has closed the window and pending changes have been dealt with, right before the
   // window disappears.
   std::function<void()> closed;
+  // Called after each update from the model: at an edit, and every few seconds.
+  std::function<void()> refreshed;
+  // Called when the text of the server's state has changed, also while a start or stop is under way.
+  std::function<void()> serverTextChanged;
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -71,8 +102,9 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void addPages();
   void addShortcuts();
   QWidget* makeFrame();
+  QPushButton* makeChangesButton(QWidget* frame);
   Binding& bind(const ControlDescription& description, QWidget* parent);
-  void edited();
+  void edited(const Binding& binding);
   void followTexts(const Binding& changed);
   void followServer();
   void restoreFocus();
@@ -88,12 +120,15 @@ class SettingsWindow : public QWidget, public ControlObserver {
   const InterfaceDescription& interface_;
   Page::Problem problem_;
   Sidebar* sidebar_ = nullptr;
+  MessageArea* messages_ = nullptr;
   QStackedWidget* stack_ = nullptr;
+  QPushButton* changes_ = nullptr;
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   QPointer<QWidget> focusBefore_;  // a start or stop under way
   int ticksToNotes_ = 0;
+  bool asking_ = false;
   bool leaving_ = false;
 };
 

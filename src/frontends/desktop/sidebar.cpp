@@ -9,17 +9,20 @@
 #include <algorithm>
 
 #include "src/frontends/desktop/binding.h"
+#include "src/frontends/shared/interface/window_messages.h"
 
 namespace norvik::desktop {
 
 namespace {
 
 constexpr int kHeadingRole = Qt::UserRole;
+constexpr int kChangesRole = Qt::UserRole + 1;  // how many changes the page holds
 
 constexpr double kHeadingLines = 2.2;  // heights, in lines of text
 constexpr double kPageLines = 1.6;
 
-constexpr int kFocusWidth = 2;  // in pixels
+constexpr int kFocusWidth = 2;     // in pixels
+constexpr double kDotLines = 0.4;  // the dot of a page that holds changes
 
 // What each of the interface's cell views means for a row.
 struct RowKind {
@@ -50,7 +53,7 @@ class RowDelegate : public QStyledItemDelegate {
     QStyleOptionViewItem row = option;
     initStyleOption(&row, index);
     const double lines = index.data(kHeadingRole).toBool() ? kHeadingLines : kPageLines;
-    return {row.fontMetrics.horizontalAdvance(row.text) + 2 * indent(row, index),
+    return {row.fontMetrics.horizontalAdvance(row.text) + 2 * indent(row, index) + dotSide(row),
             static_cast<int>(row.fontMetrics.height() * lines)};
   }
 
@@ -70,6 +73,7 @@ class RowDelegate : public QStyledItemDelegate {
                        row.palette, true,
                        row.fontMetrics.elidedText(row.text, Qt::ElideRight, row.rect.width() - in),
                        selected ? QPalette::HighlightedText : QPalette::Text);
+    if (index.data(kChangesRole).toInt() > 0) drawDot(painter, row, selected);
     painter->restore();
     drawFocus(painter, row);
   }
@@ -90,6 +94,20 @@ class RowDelegate : public QStyledItemDelegate {
     return row.fontMetrics.averageCharWidth() * (index.data(kHeadingRole).toBool() ? 1 : 2);
   }
 
+  static int dotSide(const QStyleOptionViewItem& row) {
+    return static_cast<int>(row.fontMetrics.height() * kDotLines);
+  }
+
+  // In the colour of the marks beside changed settings; on the chosen row in that of its words.
+  static void drawDot(QPainter* painter, const QStyleOptionViewItem& row, bool selected) {
+    const int side = dotSide(row);
+    const int right = row.rect.right() - row.fontMetrics.averageCharWidth() / 2;
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(selected ? row.palette.highlightedText() : row.palette.highlight());
+    painter->drawEllipse(QRect(right - side, row.rect.center().y() - side / 2, side, side));
+  }
+
   // A frame in the colour of the chosen row's words; those of the styles are hardly visible on that row.
   static void drawFocus(QPainter* painter, const QStyleOptionViewItem& row) {
     if (!row.state.testFlag(QStyle::State_HasFocus)) return;
@@ -104,8 +122,9 @@ class RowDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-Sidebar::Sidebar(OutlineView& outline, const ControlDescription& description, QWidget* parent)
-    : QListWidget(parent), outline_(outline) {
+Sidebar::Sidebar(OutlineView& outline, const TabView& tabs, const ControlDescription& description,
+                 QWidget* parent)
+    : QListWidget(parent), outline_(outline), tabs_(tabs) {
   setObjectName(text(outline.name()));
   setAccessibleName(text(description.label));
   for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()})
@@ -148,6 +167,46 @@ void Sidebar::choosePage(int step) {
   }
 }
 
+bool Sidebar::chooseTab(std::size_t tab) {
+  const auto& rows = outline_.rows();
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const int row = static_cast<int>(i);
+    if (rows[i].node->page != &tabs_.items()[tab]) continue;
+    if (canBeChosen(row)) chooseRow(row);
+    return outline_.selectedRow() == row;
+  }
+  return false;
+}
+
+void Sidebar::markPages(const std::vector<std::size_t>& changes) {
+  if (changes_ == changes) return;
+  changes_ = changes;
+  const QSignalBlocker quiet(this);
+  showMarks();
+}
+
+std::size_t Sidebar::changesOf(int row) const {
+  const TabViewItem* page = outline_.rows()[static_cast<std::size_t>(row)].node->page;
+  for (std::size_t tab = 0; tab < changes_.size(); ++tab) {
+    if (&tabs_.items()[tab] == page) return changes_[tab];
+  }
+  return 0;
+}
+
+// A screen reader reads the number with the page's name.
+void Sidebar::showMarks() {
+  for (int row = 0; row < count(); ++row) {
+    const std::size_t changes = changesOf(row);
+    const QString counted = text(countedChanges(changes));
+    QListWidgetItem& shown = *item(row);
+    shown.setData(kChangesRole, static_cast<int>(changes));
+    shown.setData(Qt::AccessibleTextRole,
+                  changes > 0 ? shown.text() + QStringLiteral(", ") + counted : QVariant());
+    shown.setToolTip(changes > 0 ? counted : QString());
+  }
+  viewport()->update();
+}
+
 void Sidebar::restoreRow(int row) {
   chooseRow(row);
   if (outline_.selectedRow() != row) rowToReturnTo_ = row;
@@ -173,6 +232,7 @@ void Sidebar::showRows() {
   while (this->count() > count) delete takeItem(this->count() - 1);
   while (this->count() < count) addItem(QString());
   for (int i = 0; i < count; ++i) showRow(*item(i), rows[static_cast<std::size_t>(i)].view);
+  showMarks();
   showSelection();
 }
 

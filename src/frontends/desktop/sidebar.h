@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QListWidget>
+#include <vector>
 
 #include "src/server/mac/ui/interface_description.h"
 #include "src/server/mac/ui/outline_view.h"
@@ -11,8 +12,8 @@ namespace norvik::desktop {
 
 class Sidebar : public QListWidget, public ControlObserver {
  public:
-  // `outline` outlives the sidebar.
-  Sidebar(OutlineView& outline, const ControlDescription& description, QWidget* parent);
+  // `outline` and `tabs` outlive the sidebar.
+  Sidebar(OutlineView& outline, const TabView& tabs, const ControlDescription& description, QWidget* parent);
   ~Sidebar() override;
 
   // The model's rows or selection changed.
@@ -20,6 +21,10 @@ class Sidebar : public QListWidget, public ControlObserver {
 
   // Chooses the next page that can be chosen (`step` 1), or the one before (-1), around the end.
   void choosePage(int step);
+  // Chooses the page of a tab, counted from 0. False if it cannot be chosen.
+  bool chooseTab(std::size_t tab);
+  // Marks the pages that hold pending changes: how many each tab has.
+  void markPages(const std::vector<std::size_t>& changes);
   // The page of the last session: chosen now, or by returnToPage() when the lock is open.
   void restoreRow(int row);
   // The row for restoreRow() in the next session.
@@ -39,9 +44,13 @@ class Sidebar : public QListWidget, public ControlObserver {
   bool canBeChosen(int row) const;
   void showRows();
   void showSelection();
+  void showMarks();
+  std::size_t changesOf(int row) const;
 
   OutlineView& outline_;
-  int rowToReturnTo_ = -1;  // the page that only the lock hides; -1 for none
+  const TabView& tabs_;
+  std::vector<std::size_t> changes_;  // of each tab
+  int rowToReturnTo_ = -1;            // the page that only the lock hides; -1 for none
 };
 
 }  // namespace norvik::desktop

@@ -103,9 +103,11 @@ void SingleInstance::acceptRequest() {
   if (ours && activationRequested) activationRequested();
 }
 
+// Without waiting: whoever holds the name may never accept, and a connection to such a one would wait for
+// ever.
 bool SingleInstance::requestActivation() const {
   const Address address = addressOf(path_);
-  const int first = localSocket(0);
+  const int first = localSocket(SOCK_NONBLOCK);
   const bool reached =
       connect(first, reinterpret_cast<const sockaddr*>(&address.name), address.size) == 0 && isOurs(first);
   if (first != -1) close(first);

@@ -19,4 +19,13 @@ inline void postNotification(NSString* name, NSString* object, NSUInteger option
 #endif
 }
 
+// Whether a person has clicked on the close button of a window.
+inline bool isCloseRequest(NSEvent* event) {
+#ifdef GNUSTEP
+  return [event type] == NSAppKitDefined && [event subtype] == GSAppKitWindowClose;
+#else
+  return false;  // a click like any other
+#endif
+}
+
 }  // namespace norvik::prefpane

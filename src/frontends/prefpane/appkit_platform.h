@@ -5,6 +5,7 @@
 #include <functional>
 
 #include "src/server/mac/platform/application.h"
+#include "src/server/mac/platform/processes.h"
 #include "src/server/mac/platform/run_loop.h"
 
 namespace norvik::prefpane {
@@ -64,6 +65,22 @@ class AppKitRunLoop : public RunLoop {
 
   // Called after each tick.
   std::function<void()> ticked;
+};
+
+// The computer's processes, with waits in which the window is drawn and what a person clicks and types is
+// dropped.
+class AppKitProcesses : public PosixProcesses {
+ public:
+  // Every wait is divided by `speed`, which is above 0.
+  AppKitProcesses(PosixProcesses& computer, double speed) : computer_(computer), speed_(speed) {}
+
+  KillResult kill(int32_t pid, Signal signal) override { return computer_.kill(pid, signal); }
+  int32_t getpid() override { return computer_.getpid(); }
+  void usleep(uint32_t microseconds) override;
+
+ private:
+  PosixProcesses& computer_;
+  double speed_;
 };
 
 }  // namespace norvik::prefpane

@@ -3,37 +3,9 @@
 
 #include <memory>
 
-#import "src/frontends/prefpane/appkit.h"
+#import "src/frontends/prefpane/call.h"
+#include "src/frontends/prefpane/input.h"
 #include "src/frontends/prefpane/text.h"
-
-namespace norvik::prefpane {
-using Function = std::function<void()>;
-}
-
-// Calls a C++ function where the toolkit wants an object and a selector. The field and the parameter are
-// untyped, as not every compiler can make, destroy or describe those of C++.
-@interface NVKCall : NSObject {
-  void* function_;  // a norvik::prefpane::Function, owned
-}
-- (id)initWithCopyOf:(const void*)function;
-- (void)call;
-@end
-
-@implementation NVKCall
-- (id)initWithCopyOf:(const void*)function {
-  if ((self = [super init]) != nil)
-    function_ = new norvik::prefpane::Function(*static_cast<const norvik::prefpane::Function*>(function));
-  return self;
-}
-- (void)dealloc {
-  delete static_cast<norvik::prefpane::Function*>(function_);
-  [super dealloc];
-}
-- (void)call {
-  [[self retain] autorelease];  // the function may release the timer that calls it
-  (*static_cast<norvik::prefpane::Function*>(function_))();
-}
-@end
 
 namespace norvik::prefpane {
 
@@ -135,15 +107,13 @@ void AppKitRunLoop::CFRelease(CFRunLoopTimerRef timer) {
 }
 
 void AppKitRunLoop::runOnceInDefaultMode() {
-  constexpr NSUInteger kInput = NSLeftMouseDownMask | NSLeftMouseUpMask | NSRightMouseDownMask |
-                                NSRightMouseUpMask | NSKeyDownMask | NSKeyUpMask | NSScrollWheelMask |
-                                NSLeftMouseDraggedMask;
-  while ([NSApp nextEventMatchingMask:kInput
-                            untilDate:[NSDate distantPast]
-                               inMode:NSDefaultRunLoopMode
-                              dequeue:YES] != nil) {
-  }
+  dropInput();
   [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantPast]];
+}
+
+void AppKitProcesses::usleep(uint32_t microseconds) {
+  constexpr double kMicroseconds = 1e6;
+  waitDroppingInput(microseconds / kMicroseconds / speed_);
 }
 
 }  // namespace norvik::prefpane

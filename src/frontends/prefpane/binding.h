@@ -27,6 +27,8 @@ class Binding : public ControlObserver {
   // An NSView, at first in the size that its contents need.
   void* view() const { return view_.get(); }
 
+  // What a press of a button does in place of the pane's own action; none for that.
+  std::function<void()> command;
   // Called after a person's edit has reached the model and its action was sent.
   std::function<void()> edited;
   // Called after the view has shown a change of the model.

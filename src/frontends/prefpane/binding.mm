@@ -240,7 +240,11 @@ void Binding::controlChanged(Control& /*control*/) {
 
 void Binding::viewChanged() {
   kind_.take(static_cast<NSView*>(view_.get()), control_);
-  if (kind_.acts) pane_.buttonClicked(control_);
+  if (command) {
+    command();
+  } else if (kind_.acts) {
+    pane_.buttonClicked(control_);
+  }
   showModel();  // an action may have put the control back as it was, which notifies nobody
   if (edited) edited();
 }

@@ -208,9 +208,13 @@ class ToolkitPainter : public ButtonPainter {
   if ([[self cell] isKindOfClass:[NVKButtonCell class]]) [self setNeedsDisplay:YES];
 }
 
+// One rectangle at most: each showing of the pane puts the button into a window again.
 - (void)viewDidMoveToWindow {
   [super viewDidMoveToWindow];
-  [self addTrackingRect:[self visibleRect] owner:self userData:nullptr assumeInside:NO];
+  if (isTracking_) [self removeTrackingRect:tracking_];
+  isTracking_ = [self window] != nil;
+  if (!isTracking_) return;
+  tracking_ = [self addTrackingRect:[self visibleRect] owner:self userData:nullptr assumeInside:NO];
 }
 
 @end

@@ -11,7 +11,10 @@
 - (void)setButtonColor:(NSColor*)color;
 @end
 
-@interface NVKButton : NSButton
+@interface NVKButton : NSButton {
+  NSTrackingRectTag tracking_;
+  BOOL isTracking_;
+}
 - (NSColor*)buttonColor;
 - (void)setButtonColor:(NSColor*)color;
 @end

@@ -1,63 +1,91 @@
-// The pane's main view: the sidebar at the left, the pages at the right, the lock and the buttons below.
-// Mirrors the model and has no rules of its own. A plain C++ header.
+// The pane's main view: messages above, the sidebar at the left, the pages at the right, below them the lock,
+// the number of pending changes and the buttons. Mirrors the model and has no rules of its own. A plain C++
+// header.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "src/frontends/prefpane/binding.h"
 #include "src/frontends/prefpane/handles.h"
+#include "src/frontends/prefpane/message_area.h"
 #include "src/frontends/prefpane/page_view.h"
+#include "src/frontends/prefpane/sidebar.h"
+#include "src/frontends/shared/change/change_report.h"
 #include "src/server/mac/pane/pane.h"
 
 namespace norvik::prefpane {
 
 class MainView : public ControlObserver {
  public:
-  // `outlineSource` is the NSOutlineView's data source and delegate, borrowed. Pane and description outlive
-  // the view.
-  MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, void* outlineSource);
+  // Pane and description outlive the view. Asks `portInUse` for the notes under the ports.
+  MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, PortInUse portInUse);
   ~MainView() override;
   MainView(const MainView&) = delete;
   MainView& operator=(const MainView&) = delete;
 
   // An NSView.
   void* view() const { return view_.get(); }
+  MessageArea& messages() { return *messages_; }
+  // The NSView of a control; null for one that has none.
+  void* viewOf(const std::string& outlet) const;
+
+  // What a press of a button does in place of the pane's own action.
+  void setCommand(const Control& button, std::function<void()> command);
+  // Opens the page of a control and gives it the keyboard. False if a lock keeps the page closed, and for a
+  // control that is on none.
+  bool showSetting(const std::string& outlet);
+  // Says how many changes are pending, and marks the pages that hold some.
+  void showPending(const std::vector<SettingChange>& changes);
 
   // Gives the toolkit's view the frame of the model's main view.
   void fit();
   // Draws a control of the model, or the whole view, at once.
   void display(const Control& control);
   void displayIfNeeded();
-  // To be called after a tick of the pane's timer, and after a person's edit.
+  // Updates everything that the model does not tell by itself.
+  void refresh();
+  // To be called after a tick of the pane's timer.
   void ticked();
-  void edited();
 
-  // The sidebar or the page of the model changed.
+  // Called when a person asks for the list of pending changes; after each refresh; and when the text of the
+  // server's state is to be drawn at once.
+  std::function<void()> showChanges;
+  std::function<void()> refreshed;
+  std::function<void()> serverTextChanged;
+
+  // The model shows another page.
   void controlChanged(Control& control) override;
-  // A person selected a row of the sidebar.
-  void rowChosen();
 
  private:
-  void makeSidebar(void* outlineSource);
-  void makePages();
+  void makePages(const PortInUse& portInUse);
   double makeFrame();
   void placeButtons(double width);
-  void showRows();
+  void makeChangesButton();
+  void placePages();
+  void followEdits(Binding& binding);
+  void edited(const Binding& binding);
   void showPage();
   PageView* shownPage() const;  // null for none
-  void refreshPage();
+  std::optional<std::size_t> pageOf(const std::string& outlet) const;
 
   NVKServerPrefs& pane_;
   const InterfaceDescription& interface_;
+  Sidebar sidebar_;
   Handle view_;
-  Handle outline_;
-  Handle scroll_;
   Handle tabs_;
+  Handle changes_;
+  Handle changesTarget_;
+  double buttonsLeft_ = 0;  // where the buttons below begin
+  double below_ = 0;        // the height of the line below
+  double pageHeight_ = 0;   // of the highest page
+  std::unique_ptr<MessageArea> messages_;
   std::vector<std::unique_ptr<PageView>> pages_;
   std::vector<std::unique_ptr<Binding>> frame_;
-  bool showing_ = false;  // the model, and no person, is changing the sidebar
-  int ticksToNotes_ = 0;
+  int ticksToRefresh_ = 0;
 };
 
 }  // namespace norvik::prefpane

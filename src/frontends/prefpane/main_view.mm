@@ -1,95 +1,82 @@
-// Layout of the main view, and its sidebar and pages kept in step with the model.
+// Layout of the main view, and its pages kept in step with the model.
 #include "src/frontends/prefpane/main_view.h"
 
 #include <algorithm>
 
-#import "src/frontends/prefpane/appkit.h"
+#import "src/frontends/prefpane/call.h"
 #import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/interface/window_messages.h"
 
 namespace norvik::prefpane {
 
 namespace {
 
 constexpr CGFloat kMargin = 12;
-constexpr CGFloat kSidebarWidth = 160;
-constexpr CGFloat kRowHeight = 22;
-constexpr CGFloat kIndent = 10;  // of a page under its heading
-constexpr CGFloat kHintWidth = 300;
-constexpr int kTicksBetweenNotes = 8;  // two seconds
+constexpr CGFloat kHintWidth = 200;  // of the lock; two lines of it are as high as the lock
+constexpr int kHintLines = 2;
+constexpr int kTicksBetweenRefreshes = 8;  // two seconds
 
-NSOutlineView* asOutline(const Handle& handle) {
-  return static_cast<NSOutlineView*>(handle.get());
-}
 NSView* asView(const Handle& handle) {
   return static_cast<NSView*>(handle.get());
 }
 
 }  // namespace
 
-MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, void* outlineSource)
-    : pane_(pane), interface_(interface), view_([[[NSView alloc] initWithFrame:NSZeroRect] autorelease]) {
-  makeSidebar(outlineSource);
-  makePages();
-  const CGFloat below = makeFrame();
-  NSSize page = NSZeroSize;
+MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, PortInUse portInUse)
+    : pane_(pane),
+      interface_(interface),
+      sidebar_(pane),
+      view_([[[NSView alloc] initWithFrame:NSZeroRect] autorelease]) {
+  makePages(portInUse);
+  below_ = makeFrame() + kMargin;
+  CGFloat pageWidth = 0;
   for (const auto& one : pages_) {
     const NSSize needed = [static_cast<NSView*>(one->view()) frame].size;
-    page = NSMakeSize(std::max(page.width, needed.width), std::max(page.height, needed.height));
+    pageWidth = std::max(pageWidth, needed.width);
+    pageHeight_ = std::max(pageHeight_, needed.height);
   }
-  const CGFloat width = kSidebarWidth + page.width + 3 * kMargin;
-  const CGFloat height = below + page.height + 2 * kMargin;
-  const CGFloat high = height - below - 2 * kMargin;
-  [asView(scroll_) setFrame:NSMakeRect(kMargin, below + kMargin, kSidebarWidth, high)];
-  [asView(tabs_) setFrame:NSMakeRect(2 * kMargin + kSidebarWidth, below + kMargin, page.width, high)];
+  NSView* sidebar = static_cast<NSView*>(sidebar_.view());
+  const CGFloat list = NSWidth([sidebar frame]);
+  const CGFloat width = list + pageWidth + 3 * kMargin;
+  [sidebar setFrameOrigin:NSMakePoint(kMargin, 0)];
+  [asView(tabs_) setFrame:NSMakeRect(2 * kMargin + list, 0, pageWidth, pageHeight_)];
+  messages_ = std::make_unique<MessageArea>(width - 2 * kMargin);
+  messages_->shownChanged = [this] { placePages(); };
+  NSView* messages = static_cast<NSView*>(messages_->view());
+  [messages setFrameOrigin:NSMakePoint(kMargin, below_ + pageHeight_ + kMargin / 2)];
+  const CGFloat height = below_ + pageHeight_ + kMargin + messages_->height();
   [asView(view_) setFrameSize:NSMakeSize(width, height)];
-  [asView(view_) addSubview:asView(scroll_)];
-  [asView(view_) addSubview:asView(tabs_)];
+  for (NSView* part : {sidebar, asView(tabs_), messages}) [asView(view_) addSubview:part];
+  placePages();
   placeButtons(width);
+  makeChangesButton();
   pane_.mainView().setFrame({0, 0, width, height});
-  pane_.ib_oview_confBar.setObserver(this);
   pane_.ib_tview_confView.setObserver(this);
-  showRows();
   showPage();
 }
 
+// While there is no message, the sidebar and the pages have its space: a host's window does not grow with the
+// pane that it shows.
+void MainView::placePages() {
+  NSView* sidebar = static_cast<NSView*>(sidebar_.view());
+  const CGFloat free = messages_->isShown() ? 0 : messages_->height();
+  [sidebar setFrame:NSMakeRect(kMargin, below_, NSWidth([sidebar frame]), pageHeight_ + free)];
+  [asView(tabs_) setFrameOrigin:NSMakePoint(NSMinX([asView(tabs_) frame]), below_ + free)];
+  [asView(view_) setNeedsDisplay:YES];
+}
+
 MainView::~MainView() {
-  [asOutline(outline_) setDelegate:nil];  // first, as removing the source changes the selection
-  [asOutline(outline_) setDataSource:nil];
-  pane_.ib_oview_confBar.setObserver(nullptr);
   pane_.ib_tview_confView.setObserver(nullptr);
+  [static_cast<NSButton*>(changes_.get()) setTarget:nil];
 }
 
-void MainView::makeSidebar(void* outlineSource) {
-  NSOutlineView* outline =
-      [[[NSOutlineView alloc] initWithFrame:NSMakeRect(0, 0, kSidebarWidth, 100)] autorelease];
-  NSTableColumn* column = [[[NSTableColumn alloc] initWithIdentifier:@"title"] autorelease];
-  [column setEditable:NO];
-  [column setWidth:kSidebarWidth];
-  [outline addTableColumn:column];
-  [outline setOutlineTableColumn:column];
-  [outline setHeaderView:nil];
-  [outline setCornerView:nil];
-  [outline setDrawsGrid:NO];
-  [outline setRowHeight:kRowHeight];
-  [outline setIndentationPerLevel:kIndent];
-  [outline setAllowsMultipleSelection:NO];
-  [outline setAllowsEmptySelection:YES];
-  [outline setDataSource:static_cast<id>(outlineSource)];
-  [outline setDelegate:static_cast<id>(outlineSource)];
-  NSScrollView* scroll = [[[NSScrollView alloc] initWithFrame:NSZeroRect] autorelease];
-  [scroll setDocumentView:outline];
-  [scroll setBorderType:NSBezelBorder];
-  outline_ = Handle(outline);
-  scroll_ = Handle(scroll);
-}
-
-void MainView::makePages() {
+void MainView::makePages(const PortInUse& portInUse) {
   NSTabView* tabs = [[[NSTabView alloc] initWithFrame:NSZeroRect] autorelease];
   [tabs setTabViewType:NSNoTabsNoBorder];
   for (const TabDescription& tab : interface_.tabs) {
-    pages_.push_back(std::make_unique<PageView>(pane_, interface_, tab));
-    for (const auto& binding : pages_.back()->bindings()) binding->edited = [this] { edited(); };
+    pages_.push_back(std::make_unique<PageView>(pane_, interface_, tab, portInUse));
+    for (const auto& binding : pages_.back()->bindings()) followEdits(*binding);
     NSTabViewItem* item = [[[NSTabViewItem alloc] initWithIdentifier:text(tab.label)] autorelease];
     NVKFlippedView* sheet = [[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease];
     [sheet addSubview:static_cast<NSView*>(pages_.back()->view())];
@@ -106,10 +93,10 @@ double MainView::makeFrame() {
   for (const ControlDescription& description : interface_.frame) {
     if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
     frame_.push_back(std::make_unique<Binding>(pane_, *pane_.outlet(description.outlet), description));
-    frame_.back()->edited = [this] { edited(); };
+    followEdits(*frame_.back());
     NSView* one = static_cast<NSView*>(frame_.back()->view());
     if (description.kind == ControlKind::label) {
-      [one setFrameSize:NSMakeSize(kHintWidth, NSHeight([makeCaption(@"Ag") frame]))];
+      [one setFrameSize:NSMakeSize(kHintWidth, kHintLines * NSHeight([makeCaption(@"Ag") frame]))];
     }
     height = std::max(height, NSHeight([one frame]));
     [one setFrameOrigin:NSMakePoint(left, 0)];
@@ -133,6 +120,76 @@ void MainView::placeButtons(double width) {
     [one setFrameOrigin:NSMakePoint(right - NSWidth([one frame]), NSMinY([one frame]))];
     right = NSMinX([one frame]) - kMargin;
   }
+  buttonsLeft_ = right;
+}
+
+// Before the other buttons; its width follows the number.
+void MainView::makeChangesButton() {
+  const Function press = [this] {
+    if (showChanges) showChanges();
+  };
+  NVKCall* target = [[[NVKCall alloc] initWithCopyOf:&press] autorelease];
+  NSButton* button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
+  [button setBezelStyle:NSRoundedBezelStyle];
+  [button setToolTip:text(window_texts::kChangesHelp)];
+  [button setTarget:target];
+  [button setAction:@selector(call:)];
+  [button setHidden:YES];
+  [asView(view_) addSubview:button];
+  changes_ = Handle(button);
+  changesTarget_ = Handle(target);
+}
+
+void MainView::showPending(const std::vector<SettingChange>& changes) {
+  std::vector<std::size_t> byPage(pages_.size());
+  for (const SettingChange& change : changes) {
+    if (const auto page = pageOf(change.outlet)) ++byPage[*page];
+  }
+  sidebar_.markPages(byPage);
+  NSButton* button = static_cast<NSButton*>(changes_.get());
+  NSString* title = text(countedChanges(changes.size()));
+  if (![[button title] isEqualToString:title]) {
+    [button setTitle:title];
+    [button sizeToFit];
+    const NSRect beside = [static_cast<NSView*>(frame_.back()->view()) frame];
+    const CGFloat y = NSMidY(beside) - NSHeight([button frame]) / 2;
+    [button setFrameOrigin:NSMakePoint(buttonsLeft_ - NSWidth([button frame]), std::floor(y))];
+    [asView(view_) setNeedsDisplay:YES];
+  }
+  if ([button isHidden] != changes.empty()) [button setHidden:changes.empty()];
+}
+
+void MainView::setCommand(const Control& button, std::function<void()> command) {
+  const auto set = [&](const std::vector<std::unique_ptr<Binding>>& bindings) {
+    for (const auto& binding : bindings) {
+      if (&binding->control() == &button) binding->command = command;
+    }
+  };
+  set(frame_);
+  for (const auto& page : pages_) set(page->bindings());
+}
+
+std::optional<std::size_t> MainView::pageOf(const std::string& outlet) const {
+  for (std::size_t i = 0; i < pages_.size(); ++i) {
+    if (pages_[i]->find(outlet) != nullptr) return i;
+  }
+  return std::nullopt;
+}
+
+void* MainView::viewOf(const std::string& outlet) const {
+  for (const auto& binding : frame_) {
+    if (binding->control().name() == outlet) return binding->view();
+  }
+  const auto page = pageOf(outlet);
+  return page ? pages_[*page]->find(outlet)->view() : nullptr;
+}
+
+bool MainView::showSetting(const std::string& outlet) {
+  const auto page = pageOf(outlet);
+  if (!page || !sidebar_.choosePage(*page)) return false;
+  NSView* control = static_cast<NSView*>(viewOf(outlet));
+  [[control window] makeFirstResponder:control];
+  return true;
 }
 
 void MainView::fit() {
@@ -148,6 +205,10 @@ void MainView::display(const Control& control) {
   };
   draw(frame_);
   for (const auto& page : pages_) draw(page->bindings());
+  if (&control == &pane_.ib_admin_label_svrState && serverTextChanged) {
+    serverTextChanged();
+    [asView(view_) displayIfNeeded];
+  }
   [[asView(view_) window] flushWindow];
 }
 
@@ -156,14 +217,19 @@ void MainView::displayIfNeeded() {
   [[asView(view_) window] flushWindow];
 }
 
-// Only the visible page: another one is updated when it is shown.
+// Of the pages only the visible one: another one is updated when it is shown.
+void MainView::refresh() {
+  ticksToRefresh_ = kTicksBetweenRefreshes;
+  if (PageView* page = shownPage()) {
+    page->refreshMarks();
+    page->refreshNotes();
+  }
+  if (refreshed) refreshed();
+}
+
 void MainView::ticked() {
-  PageView* page = shownPage();
-  if (page == nullptr) return;
-  page->refreshMarks();
-  if (--ticksToNotes_ > 0) return;
-  ticksToNotes_ = kTicksBetweenNotes;
-  page->refreshNotes();
+  if (--ticksToRefresh_ <= 0) return refresh();
+  if (PageView* page = shownPage()) page->refreshMarks();
 }
 
 PageView* MainView::shownPage() const {
@@ -172,39 +238,20 @@ PageView* MainView::shownPage() const {
   return index == NSNotFound ? nullptr : pages_[static_cast<std::size_t>(index)].get();
 }
 
-void MainView::refreshPage() {
-  ticksToNotes_ = 0;
-  ticked();
+void MainView::followEdits(Binding& binding) {
+  Binding* one = &binding;
+  binding.edited = [=, this] { edited(*one); };
 }
 
 // What follows from an edit is seen at once, as the pane gets its next tick now.
-void MainView::edited() {
+void MainView::edited(const Binding& binding) {
+  if (!binding.command) messages_->edited();  // a command has just said what came of it
   pane_.onStateTimer();
-  refreshPage();
+  refresh();
 }
 
-void MainView::controlChanged(Control& control) {
-  if (&control == &pane_.ib_oview_confBar) return showRows();
+void MainView::controlChanged(Control& /*control*/) {
   showPage();
-}
-
-void MainView::showRows() {
-  showing_ = true;
-  NSOutlineView* outline = asOutline(outline_);
-  [outline reloadData];
-  for (std::size_t i = 0; i < pane_.numberOfChildrenOfItem(pane_.ib_oview_confBar, nullptr); ++i) {
-    [outline expandItem:[[outline dataSource] outlineView:outline
-                                                    child:static_cast<NSInteger>(i)
-                                                   ofItem:nil]];
-  }
-  const int row = pane_.ib_oview_confBar.selectedRow();
-  if (row < 0) {
-    [outline deselectAll:nil];
-  } else if ([outline selectedRow] != row) {
-    [outline selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(row)]
-         byExtendingSelection:NO];
-  }
-  showing_ = false;
 }
 
 void MainView::showPage() {
@@ -213,14 +260,7 @@ void MainView::showPage() {
     if (&items[i] != pane_.ib_tview_confView.selectedItem()) continue;
     [static_cast<NSTabView*>(tabs_.get()) selectTabViewItemAtIndex:static_cast<NSInteger>(i)];
   }
-  refreshPage();
-}
-
-void MainView::rowChosen() {
-  if (showing_) return;
-  const NSInteger row = [asOutline(outline_) selectedRow];
-  if (row >= 0) pane_.ib_oview_confBar.clickRow(static_cast<int>(row));
-  if (row != pane_.ib_oview_confBar.selectedRow()) showRows();
+  refresh();
 }
 
 }  // namespace norvik::prefpane

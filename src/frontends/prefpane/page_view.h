@@ -9,6 +9,7 @@
 
 #include "src/frontends/prefpane/binding.h"
 #include "src/frontends/prefpane/handles.h"
+#include "src/frontends/shared/checks/port_check.h"
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/ui/interface_description.h"
 
@@ -16,13 +17,17 @@ namespace norvik::prefpane {
 
 class PageView {
  public:
-  PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab);
+  // Asks `portInUse` for the notes under the ports.
+  PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
+           PortInUse portInUse);
   PageView(const PageView&) = delete;
   PageView& operator=(const PageView&) = delete;
 
   // An NSView, as high and wide as its rows need.
   void* view() const { return view_.get(); }
   const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
+  // The control of that outlet; null if it is not on this page.
+  const Binding* find(const std::string& outlet) const;
 
   // Update the marks with the dot, and the notes, to the model; they set nothing that is already set. For the
   // notes the computer is asked which ports are in use.
@@ -35,7 +40,8 @@ class PageView {
     std::vector<Binding*> bindings;  // of its row
   };
   struct Note {
-    Handle view;
+    Handle words;
+    Handle icon;
     const Binding* field;
   };
 
@@ -50,6 +56,7 @@ class PageView {
 
   NVKServerPrefs& pane_;
   const InterfaceDescription& interface_;
+  PortInUse portInUse_;
   Handle view_;
   Handle dot_;  // before the server's state, on the page that shows it
   double captionWidth_ = 0;

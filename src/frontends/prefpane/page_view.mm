@@ -5,9 +5,8 @@
 
 #import "src/frontends/prefpane/appkit.h"
 #import "src/frontends/prefpane/plain_views.h"
+#import "src/frontends/prefpane/status_icon.h"
 #include "src/frontends/prefpane/text.h"
-#include "src/frontends/shared/checks/port_check.h"
-#include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/address_text.h"
 #include "src/frontends/shared/interface/captions.h"
 #include "src/frontends/shared/interface/server_state.h"
@@ -71,9 +70,11 @@ void hide(NSView* view, BOOL hidden) {
 
 }  // namespace
 
-PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab)
+PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
+                   PortInUse portInUse)
     : pane_(pane),
       interface_(interface),
+      portInUse_(std::move(portInUse)),
       view_([[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease]),
       captionWidth_(widestCaption(tab, pane)),
       y_(kGap) {
@@ -203,8 +204,11 @@ void PageView::addBelow(Binding& binding, double x) {
   } else if (hasNote(description)) {
     NSTextField* note = makeParagraph(@"", kPageWidth - x - kIndent);
     [note setFrameSize:NSMakeSize(NSWidth([note frame]), kNoteLines * lineHeight())];
+    const CGFloat side = std::floor(lineHeight());
+    NVKStatusIcon* icon = [[[NVKStatusIcon alloc] initWithFrame:NSMakeRect(0, 0, side, side)] autorelease];
+    add(icon, x);
     add(note, x + kIndent);
-    notes_.push_back({Handle(note), &binding});
+    notes_.push_back({Handle(note), Handle(icon), &binding});
   } else if (!description.copyTitle.empty()) {
     NSButton* copy = makeCopyButton(text(description.copyTitle), static_cast<NSTextField*>(binding.view()));
     add(copy, NSMinX(bar));
@@ -233,11 +237,25 @@ void PageView::refreshDot() {
                                                                        alpha:color.alpha]];
 }
 
+// A value that Apply would refuse and one that may not work yet differ in icon and colour.
 void PageView::refreshNotes() {
   for (const Note& note : notes_) {
-    show(static_cast<NSTextField*>(note.view.get()),
-         text(portNote(pane_, interface_, note.field->control(), portInUse)));
+    const Control& field = note.field->control();
+    const auto finding = field.isEnabled() ? checkPort(pane_, interface_, field, portInUse_) : std::nullopt;
+    const MessageKind kind = finding && !finding->blocks ? MessageKind::warning : MessageKind::failure;
+    auto* words = static_cast<NSTextField*>(note.words.get());
+    show(words, finding ? text(finding->sentence) : @"");
+    [words setTextColor:statusColor(kind)];
+    [static_cast<NVKStatusIcon*>(note.icon.get()) setKind:kind];
+    hide(asView(note.icon), !finding);
   }
+}
+
+const Binding* PageView::find(const std::string& outlet) const {
+  const auto found = std::find_if(bindings_.begin(), bindings_.end(), [&outlet](const auto& binding) {
+    return binding->control().name() == outlet;
+  });
+  return found != bindings_.end() ? found->get() : nullptr;
 }
 
 }  // namespace norvik::prefpane

@@ -7,6 +7,10 @@
 
 #include <cstdlib>
 
+#include "src/frontends/prefpane/input.h"
+#include "src/frontends/shared/change/stored_files.h"
+#include "src/frontends/shared/checks/port_in_use.h"
+
 namespace norvik::prefpane {
 
 namespace {
@@ -16,19 +20,49 @@ LinuxComputerOptions chosenOptions() {
   return root != nullptr && *root != '\0' ? sandboxOptions(root) : systemOptions();
 }
 
-}  // namespace
-
-PaneComputer::PaneComputer()
-    : computer_(chosenOptions()),
-      notifications_(computer_.notifications),
-      bundles_(computer_.bundles),
-      platform_(computer_.platformFor({application_, alerts_, workspace_, notifications_, drawing_, runLoop_,
-                                       computer_.posix, &bundles_})) {
-  installPlatform(&platform_);
+double seconds(std::chrono::milliseconds time) {
+  return std::chrono::duration<double>(time).count();
 }
 
-PaneComputer::~PaneComputer() {
-  installPlatform(nullptr);
+}  // namespace
+
+PaneComputer::PaneComputer() : PaneComputer(chosenOptions()) {}
+
+PaneComputer::PaneComputer(const LinuxComputerOptions& options)
+    : root_(options.root),
+      computer_(options),
+      notifications_(computer_.notifications),
+      processes_(computer_.posix, options.speed),
+      bundles_(computer_.bundles),
+      platform_(computer_.platformFor(
+          {application_, panels_, workspace_, notifications_, drawing_, runLoop_, processes_, &bundles_})),
+      recording_(platform_, panels_, drawing_, RecordingMode::real) {}
+
+PaneComputer::~PaneComputer() = default;
+
+SessionComputer PaneComputer::forSession() {
+  LaunchedTools& tools = computer_.services().tools;
+  const auto waitForTools = [&tools](std::chrono::milliseconds limit) {
+    const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
+    return waitDroppingInput(ended, seconds(limit));
+  };
+  return {platform_,
+          recording_,
+          computer_.services(),
+          panels_,
+          drawing_,
+          runLoop_,
+          waitForTools,
+          [](std::chrono::milliseconds time) { waitDroppingInput(seconds(time)); },
+          portInUse,
+          settingsFiles()};
+}
+
+std::vector<std::string> PaneComputer::settingsFiles() {
+  std::vector<std::string> places;
+  for (const StoredFile& file : storedFiles())
+    places.push_back(root_.onDisk(computer_.propertyLists.stringByExpandingTildeInPath(file.path)));
+  return places;
 }
 
 }  // namespace norvik::prefpane

@@ -3,8 +3,10 @@
 #pragma once
 
 #include "src/adapters/linux/linux_computer.h"
+#include "src/adapters/linux/root_folder.h"
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "src/frontends/prefpane/pane_bundles.h"
+#include "src/frontends/prefpane/pane_session.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik::prefpane {
@@ -18,20 +20,26 @@ class PaneComputer {
   PaneComputer(const PaneComputer&) = delete;
   PaneComputer& operator=(const PaneComputer&) = delete;
 
-  AppKitDrawing& drawing() { return drawing_; }
-  AppKitRunLoop& runLoop() { return runLoop_; }
   PaneBundles& bundles() { return bundles_; }
+  // For the sessions of all panes of the process.
+  SessionComputer forSession();
 
  private:
+  explicit PaneComputer(const LinuxComputerOptions& options);
+  std::vector<std::string> settingsFiles();
+
+  RootFolder root_;
   LinuxComputer computer_;
   AppKitApplication application_;
-  AppKitAlertPanels alerts_;
+  AppKitAlertPanels panels_;
   AppKitWorkspace workspace_;
   AppKitNotifications notifications_;
   AppKitDrawing drawing_;
   AppKitRunLoop runLoop_;
+  AppKitProcesses processes_;
   PaneBundles bundles_;
   Platform platform_;
+  RecordingPlatform recording_;
 };
 
 }  // namespace norvik::prefpane

@@ -1,6 +1,8 @@
 // Plain views and texts of this front end, for .mm files alone.
 #pragma once
 
+#include <cstddef>
+
 #import "src/frontends/prefpane/appkit.h"
 
 // Its origin is the upper left corner, so that a layout runs down the page.
@@ -20,6 +22,13 @@ namespace norvik::prefpane {
 NSTextField* makeCaption(NSString* words);
 // The same, broken into lines of at most that width.
 NSTextField* makeParagraph(NSString* words, CGFloat width);
+// The words broken at spaces into lines of at most that width; a longer word has a line of its own.
+NSArray* linesOf(NSString* words, NSFont* font, CGFloat width);
+// The same as one text of at most so many lines, the last one with an ellipsis where words are left out.
+NSString* fitted(NSString* words, NSFont* font, CGFloat width, std::size_t lines);
+// A box with a text that scrolls and cannot be edited, in letters of one width; and another text for it.
+NSScrollView* makeTextBox(NSString* words, NSRect frame);
+void setTextOfBox(NSScrollView* box, NSString* words);
 // A button that copies the address in a label's text.
 NSButton* makeCopyButton(NSString* title, NSTextField* label);
 

@@ -68,6 +68,74 @@ NSTextField* makeParagraph(NSString* words, CGFloat width) {
   return made;
 }
 
+namespace {
+
+CGFloat widthOf(NSString* words, NSFont* font) {
+  return [words sizeWithAttributes:[NSDictionary dictionaryWithObject:font forKey:NSFontAttributeName]].width;
+}
+
+constexpr CGFloat kCellInset = 6;  // what a text field leaves free at its two sides
+
+void addLines(NSString* paragraph, NSFont* font, CGFloat width, NSMutableArray* lines) {
+  NSString* line = @"";
+  NSArray* words = [paragraph componentsSeparatedByString:@" "];
+  for (NSUInteger i = 0; i < [words count]; ++i) {
+    NSString* word = [words objectAtIndex:i];
+    NSString* longer = [line length] == 0 ? word : [NSString stringWithFormat:@"%@ %@", line, word];
+    if ([line length] > 0 && widthOf(longer, font) > width - kCellInset) {
+      [lines addObject:line];
+      longer = word;
+    }
+    line = longer;
+  }
+  [lines addObject:line];
+}
+
+}  // namespace
+
+NSArray* linesOf(NSString* words, NSFont* font, CGFloat width) {
+  NSMutableArray* lines = [NSMutableArray array];
+  NSArray* paragraphs = [words componentsSeparatedByString:@"\n"];
+  for (NSUInteger i = 0; i < [paragraphs count]; ++i)
+    addLines([paragraphs objectAtIndex:i], font, width, lines);
+  return lines;
+}
+
+NSString* fitted(NSString* words, NSFont* font, CGFloat width, std::size_t lines) {
+  NSArray* all = linesOf(words, font, width);
+  if ([all count] <= lines) return [all componentsJoinedByString:@"\n"];
+  NSMutableArray* shown = [[[all subarrayWithRange:NSMakeRange(0, lines)] mutableCopy] autorelease];
+  NSString* last = [[shown lastObject] stringByAppendingString:@"\u2026"];
+  while (widthOf(last, font) > width - kCellInset && [last length] > 1) {
+    last = [[last substringToIndex:[last length] - 2] stringByAppendingString:@"\u2026"];
+  }
+  [shown replaceObjectAtIndex:lines - 1 withObject:last];
+  return [shown componentsJoinedByString:@"\n"];
+}
+
+NSScrollView* makeTextBox(NSString* words, NSRect frame) {
+  constexpr CGFloat kLetters = 11;  // points
+  NSScrollView* box = [[[NSScrollView alloc] initWithFrame:frame] autorelease];
+  [box setBorderType:NSBezelBorder];
+  [box setHasVerticalScroller:YES];
+  [box setAutohidesScrollers:YES];
+  NSTextView* view =
+      [[[NSTextView alloc] initWithFrame:NSMakeRect(0, 0, [box contentSize].width, 0)] autorelease];
+  [view setMinSize:[box contentSize]];
+  [view setMaxSize:NSMakeSize([box contentSize].width, 1e7)];
+  [view setVerticallyResizable:YES];
+  [view setHorizontallyResizable:NO];
+  [view setEditable:NO];
+  [view setFont:[NSFont userFixedPitchFontOfSize:kLetters]];
+  [box setDocumentView:view];
+  setTextOfBox(box, words);
+  return box;
+}
+
+void setTextOfBox(NSScrollView* box, NSString* words) {
+  [(NSTextView*)[box documentView] setString:words];
+}
+
 NSButton* makeCopyButton(NSString* title, NSTextField* label) {
   NSButton* made = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
   [made setBezelStyle:NSRoundedBezelStyle];

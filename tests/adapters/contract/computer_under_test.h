@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "src/adapters/services/computer_services.h"
 #include "src/server/mac/platform/application.h"
 #include "src/server/mac/platform/assertions.h"
 #include "src/server/mac/platform/authorization.h"
@@ -37,6 +38,7 @@ struct Interfaces {
   Bundles& bundles;
   SystemLog& log;
   AssertionHandler& assertions;
+  ComputerServices services;
 };
 
 // What an application's bundle says about it.
@@ -80,6 +82,12 @@ class ComputerUnderTest {
   // The tool prints this when it is started with these arguments.
   virtual void putTool(const std::string& path, const std::vector<std::string>& arguments,
                        const std::string& output) = 0;
+  // The tool fails with this exit status and these words on its standard error, whatever its arguments.
+  virtual void putFailingTool(const std::string& path, int status, const std::string& words) = 0;
+  // The tool is killed by this signal, by somebody else.
+  virtual void putKilledTool(const std::string& path, int signal) = 0;
+  // The tool takes so long, by the clock that waits follow, and has no effect.
+  virtual void putSlowTool(const std::string& path, std::chrono::milliseconds duration) = 0;
   // The tool cannot be started.
   virtual void refuseTool(const std::string& path) = 0;
   // Waits until all tools that were started have taken effect.
@@ -92,6 +100,10 @@ class ComputerUnderTest {
   // none.
   virtual void listen() = 0;
   virtual std::vector<std::string> posted() = 0;
+  // No notification reaches the bus any more.
+  virtual void loseBus() = 0;
+  // Somebody else holds the change lock from now on, for so long by the clock that waits follow.
+  virtual void holdLockElsewhere(std::chrono::milliseconds time) = 0;
   // The lines of the log, as "PRIORITY LINE".
   virtual std::vector<std::string> logged() = 0;
   virtual std::size_t failedAssertions() = 0;

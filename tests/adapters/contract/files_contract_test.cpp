@@ -130,8 +130,8 @@ TEST_P(FilesContract, MakesNoFileInAMissingDirectoryOrBelowAFile) {
 }
 
 TEST_P(FilesContract, ReportsAFullDeviceAtTheWrite) {
-  computer->putFull("/tmp/full");
-  const FileRef file = interfaces.files.fopen("/tmp/full", FileMode::writeBinary);
+  computer->putFull("/etc/norvik/full");
+  const FileRef file = interfaces.files.fopen("/etc/norvik/full", FileMode::writeBinary);
   ASSERT_NE(file, nullptr);
   EXPECT_LT(interfaces.files.fwrite("x", 1, file), 1u);
   EXPECT_LT(interfaces.files.fwrite(std::string(100000, 'x').data(), 100000, file), 100000u);

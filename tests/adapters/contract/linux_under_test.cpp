@@ -1,8 +1,12 @@
 // The Linux adapter as the contract suite sees it: over a fresh root, with real processes.
 #include <sys/stat.h>
 
+#include <condition_variable>
 #include <csignal>
 #include <filesystem>
+#include <mutex>
+#include <stop_token>
+#include <thread>
 
 #include "src/adapters/linux/linux_computer.h"
 #include "src/server/mac/text/join.h"
@@ -19,6 +23,28 @@ namespace {
 // A file of the kernel's that may be read and not written, whatever the rights of the reader.
 constexpr const char* kReadOnlyFile = "/sys/devices/system/cpu/possible";
 
+// A front end that holds the lock for a time, or until it is gone.
+class Elsewhere {
+ public:
+  Elsewhere(const LinuxComputerOptions& options, std::chrono::milliseconds time)
+      : computer_(options),
+        lock_(computer_.services().locks.lock(kPatience)),
+        holder_([this, time](const std::stop_token& stop) { holdFor(time, stop); }) {}
+
+ private:
+  void holdFor(std::chrono::milliseconds time, const std::stop_token& stop) {
+    std::mutex mutex;
+    std::unique_lock waiting(mutex);
+    std::condition_variable_any ended;
+    ended.wait_for(waiting, stop, time, [] { return false; });
+    lock_.reset();
+  }
+
+  LinuxComputer computer_;
+  std::unique_ptr<HeldLock> lock_;
+  std::jthread holder_;
+};
+
 class LinuxUnderTest : public ComputerUnderTest {
  public:
   explicit LinuxUnderTest(RunLoop* runLoop)
@@ -28,10 +54,19 @@ class LinuxUnderTest : public ComputerUnderTest {
   }
 
   Interfaces interfaces() override {
-    return {computer_.files,   computer_.propertyLists, computer_.processManager,
-            computer_.posix,   computer_.authorization, computer_.notifications,
-            runLoop_,          computer_.host,          computer_.systemVersion,
-            computer_.bundles, computer_.log,           computer_.assertions};
+    return {computer_.files,
+            computer_.propertyLists,
+            computer_.processManager,
+            computer_.posix,
+            computer_.authorization,
+            computer_.notifications,
+            runLoop_,
+            computer_.host,
+            computer_.systemVersion,
+            computer_.bundles,
+            computer_.log,
+            computer_.assertions,
+            computer_.services()};
   }
 
   void putFile(const std::string& path, const std::string& bytes) override { folder_.put(path, bytes); }
@@ -66,6 +101,15 @@ class LinuxUnderTest : public ComputerUnderTest {
     folder_.putScript(path, "[ \"$*\" = '" + joined(arguments, " ") + "' ] && exec cat \"$NORVIK_ROOT" +
                                 path + ".output\"");
   }
+  void putFailingTool(const std::string& path, int status, const std::string& words) override {
+    folder_.putScript(path, "echo '" + words + "' >&2; exit " + std::to_string(status));
+  }
+  void putKilledTool(const std::string& path, int signal) override {
+    folder_.putScript(path, "kill -" + std::to_string(signal) + " $$");
+  }
+  void putSlowTool(const std::string& path, std::chrono::milliseconds duration) override {
+    folder_.putScript(path, "exec sleep " + std::to_string(std::chrono::duration<double>(duration).count()));
+  }
   void refuseTool(const std::string& path) override { fs::remove(folder_.onDisk(path)); }
   void waitForTools() override { ASSERT_TRUE(computer_.waitForTools(std::chrono::seconds(10))); }
 
@@ -80,6 +124,12 @@ class LinuxUnderTest : public ComputerUnderTest {
   void listen() override {
     folder_.startBus();
     listener_ = std::make_unique<BusListener>(folder_.busAddress());
+  }
+  // Nobody finds it any more.
+  void loseBus() override { fs::remove(folder_.onDisk("/bus")); }
+  // By another computer on the same root, as another front end has it.
+  void holdLockElsewhere(std::chrono::milliseconds time) override {
+    elsewhere_ = std::make_unique<Elsewhere>(options(), time);
   }
   std::vector<std::string> posted() override { return listener_->received(); }
   std::vector<std::string> logged() override { return logged_; }
@@ -97,6 +147,7 @@ class LinuxUnderTest : public ComputerUnderTest {
     options.home = "/Users/user";
     options.busAddress = folder_.busAddress();
     options.bundleFolders = {"/Applications"};
+    options.stateFolder = "/.norvik/state";
     options.syslogIdent = "norvik-contract-tests";
     options.authorization = [this] { return isAdministrator_; };
     options.logObserver = [this](int priority, std::string_view line) {
@@ -117,6 +168,7 @@ class LinuxUnderTest : public ComputerUnderTest {
   std::unique_ptr<BusListener> listener_;
   LinuxComputer computer_;
   RunLoop& runLoop_;
+  std::unique_ptr<Elsewhere> elsewhere_;
 };
 
 }  // namespace

@@ -134,6 +134,20 @@ TEST_P(PropertyListsContract, ReportsAFileThatCannotBeWritten) {
   EXPECT_FALSE(write(""));
 }
 
+// What could not be read again is refused before the file is touched.
+TEST_P(PropertyListsContract, RefusesAListThatIsNoneInAFile) {
+  PropertyList deep = PropertyList(Dictionary{});
+  for (int level = 0; level < kMaxPropertyListDepth; ++level) deep = Dictionary{{"k", deep}};
+  const PropertyList never(Dictionary{{"date", PropertyList(PropertyList::Date{1e300})}});
+  for (const PropertyList& list : {deep, never}) {
+    computer->putFile(kPath, "kept");
+    EXPECT_FALSE(interfaces.propertyLists.writeToFile(list, kPath));
+    EXPECT_EQ(computer->bytesOf(kPath), "kept");
+    EXPECT_FALSE(interfaces.propertyLists.writeToFile(list, "/tmp/none.plist"));
+    EXPECT_FALSE(computer->bytesOf("/tmp/none.plist"));
+  }
+}
+
 TEST_P(PropertyListsContract, ExpandsALeadingTildeOnly) {
   const auto expanded = [this](std::string_view path) {
     return interfaces.propertyLists.stringByExpandingTildeInPath(path);

@@ -25,10 +25,11 @@ class SimulatedUnderTest : public ComputerUnderTest {
   }
 
   Interfaces interfaces() override {
-    return {computer_.files,   computer_.propertyLists, computer_.processManager,
-            computer_.posix,   computer_.authorization, computer_.notifications,
-            computer_.runLoop, computer_.host,          computer_.systemVersion,
-            computer_.bundles, computer_.log,           computer_.assertions};
+    return {computer_.files,     computer_.propertyLists, computer_.processManager,
+            computer_.posix,     computer_.authorization, computer_.notifications,
+            computer_.runLoop,   computer_.host,          computer_.systemVersion,
+            computer_.bundles,   computer_.log,           computer_.assertions,
+            computer_.services()};
   }
 
   void putFile(const std::string& path, const std::string& bytes) override {
@@ -80,14 +81,25 @@ class SimulatedUnderTest : public ComputerUnderTest {
                const std::string& output) override {
     computer_.tools.setOutput(path, arguments, output);
   }
+  void putFailingTool(const std::string& path, int status, const std::string& words) override {
+    computer_.tools.setFailure(path, std::nullopt, status, words);
+  }
+  void putKilledTool(const std::string& path, int signal) override {
+    computer_.tools.setKilled(path, std::nullopt, signal);
+  }
+  void putSlowTool(const std::string& path, std::chrono::milliseconds duration) override {
+    computer_.tools.setDuration(path, std::nullopt, duration);
+  }
   void refuseTool(const std::string& path) override { computer_.authorization.refuse(path, std::nullopt); }
-  void waitForTools() override {}
+  void waitForTools() override { ASSERT_TRUE(computer_.services().tools.wait(std::chrono::seconds(10))); }
 
   void putBundle(const std::string& identifier, const std::map<std::string, std::string>& keys) override {
     computer_.bundles.setBundle(identifier, SimulatedBundles::Info(keys.begin(), keys.end()));
   }
 
   void listen() override {}
+  void loseBus() override { computer_.notifications.setDelivers(false); }
+  void holdLockElsewhere(std::chrono::milliseconds time) override { computer_.locks.holdElsewhere(time); }
   std::vector<std::string> posted() override { return posted_; }
   std::vector<std::string> logged() override { return logged_; }
   std::size_t failedAssertions() override { return computer_.assertions.failures().size(); }

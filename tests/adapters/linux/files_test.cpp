@@ -1,19 +1,17 @@
 // The Linux adapter's files beyond the contract: pipes, devices, links, owners, memory.
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
-#include <fstream>
 
 #include "src/adapters/linux/files.h"
 #include "src/adapters/linux/property_list_files.h"
 #include "src/adapters/property_lists/codec.h"
 #include "tests/adapters/contract/computer_under_test.h"
+#include "tests/support/limited_memory.h"
 #include "tests/support/sandbox_folder.h"
 
 namespace norvik {
@@ -44,9 +42,9 @@ TEST_F(LinuxFilesTest, DoNotWaitForTheOtherEndOfAPipe) {
 }
 
 TEST_F(LinuxFilesTest, ReportAPipeThatHasNoReaderAnyMore) {
-  makePipe("/tmp/pipe");
-  Descriptor reader(::open(folder.onDisk("/tmp/pipe").c_str(), O_RDONLY | O_NONBLOCK));
-  const FileRef file = files.fopen("/tmp/pipe", FileMode::writeBinary);
+  makePipe("/etc/pipe");
+  Descriptor reader(::open(folder.onDisk("/etc/pipe").c_str(), O_RDONLY | O_NONBLOCK));
+  const FileRef file = files.fopen("/etc/pipe", FileMode::writeBinary);
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(files.fwrite("text", 4, file), 4u);
   reader.reset();
@@ -92,13 +90,13 @@ TEST_F(LinuxFilesTest, MakeDirectoriesWithTheirMode) {
 }
 
 TEST_F(LinuxFilesTest, KeepModeAndIdentityOfAPropertyListThatIsWrittenAgain) {
-  folder.put("/tmp/list.plist", "old");
-  fs::permissions(folder.onDisk("/tmp/list.plist"), fs::perms(0640));
+  folder.put("/etc/list.plist", "old");
+  fs::permissions(folder.onDisk("/etc/list.plist"), fs::perms(0640));
   struct stat before {};
   struct stat after {};
-  ASSERT_EQ(::stat(folder.onDisk("/tmp/list.plist").c_str(), &before), 0);
-  ASSERT_TRUE(propertyLists.writeToFile(PropertyList(), "/tmp/list.plist"));
-  ASSERT_EQ(::stat(folder.onDisk("/tmp/list.plist").c_str(), &after), 0);
+  ASSERT_EQ(::stat(folder.onDisk("/etc/list.plist").c_str(), &before), 0);
+  ASSERT_TRUE(propertyLists.writeToFile(PropertyList(), "/etc/list.plist"));
+  ASSERT_EQ(::stat(folder.onDisk("/etc/list.plist").c_str(), &after), 0);
   EXPECT_EQ(after.st_ino, before.st_ino);
   EXPECT_EQ(after.st_mode, before.st_mode);
   EXPECT_EQ(after.st_uid, before.st_uid);
@@ -131,27 +129,6 @@ TEST_F(LinuxFilesTest, ReadNoPropertyListFromASparseFileLargerThanTheMemory) {
 // A sanitizer needs far more address space than the program, so there is no limit to set under one.
 #ifndef NORVIK_SANITIZED
 
-// Whether the body returns true in a child that can get only so many more bytes of memory.
-template <typename Body>
-bool holdsWithMemory(rlim_t bytes, Body body) {
-  const pid_t child = ::fork();
-  if (child == 0) {
-    rlim_t pages = 0;
-    std::ifstream("/proc/self/statm") >> pages;
-    const rlim_t most = pages * static_cast<rlim_t>(::sysconf(_SC_PAGESIZE)) + bytes;
-    const rlimit limit{most, most};
-    if (::setrlimit(RLIMIT_AS, &limit) != 0) ::_exit(2);
-    try {
-      ::_exit(body() ? 0 : 1);
-    } catch (...) {
-      ::_exit(3);
-    }
-  }
-  int status = -1;
-  ::waitpid(child, &status, 0);
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 TEST_F(LinuxFilesTest, ReadNoPropertyListThatTheMemoryCannotHold) {
   folder.put("/tmp/sparse.plist", "");
   fs::resize_file(folder.onDisk("/tmp/sparse.plist"), kMaxPropertyListBytes);
@@ -164,11 +141,11 @@ TEST_F(LinuxFilesTest, ReadNoPropertyListThatTheMemoryCannotHold) {
 }
 
 TEST_F(LinuxFilesTest, KeepAFileWhoseNewPropertyListTheMemoryCannotHold) {
-  folder.put("/tmp/list.plist", "kept");
+  folder.put("/etc/list.plist", "kept");
   const PropertyList large(PropertyList::Dictionary{{"text", PropertyList(std::string(32 << 20, 'x'))}});
   EXPECT_TRUE(holdsWithMemory(rlim_t{16} << 20,
-                              [&] { return !propertyLists.writeToFile(large, "/tmp/list.plist"); }));
-  EXPECT_EQ(folder.read("/tmp/list.plist"), "kept");
+                              [&] { return !propertyLists.writeToFile(large, "/etc/list.plist"); }));
+  EXPECT_EQ(folder.read("/etc/list.plist"), "kept");
 }
 
 #endif

@@ -7,6 +7,9 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <vector>
+
+#include "tests/support/limited_memory.h"
 
 namespace norvik {
 namespace {
@@ -405,6 +408,188 @@ TEST(CodecTest, SizeIsLimited) {
   EXPECT_FALSE(isDamaged(text));
   EXPECT_TRUE(isDamaged(text + " "));
 }
+
+// What is told of damage, as the sentence that an administrator reads.
+struct DamageCase {
+  std::string bytes;
+  std::string sentence;
+};
+
+void expectSentences(const std::vector<DamageCase>& cases) {
+  for (const DamageCase& damaged : cases) {
+    PropertyListDamage damage;
+    EXPECT_FALSE(decodePropertyList(damaged.bytes, damage)) << damaged.bytes;
+    EXPECT_EQ(damage.sentence(), damaged.sentence) << damaged.bytes;
+  }
+}
+
+TEST(DamageTest, SaysNothingOfAListThatCanBeRead) {
+  PropertyListDamage damage{3, "of another file"};
+  EXPECT_TRUE(decodePropertyList("{ a = b; }", damage));
+  EXPECT_EQ(damage.sentence(), "");
+  // It was first taken for one text, which is no damage.
+  EXPECT_TRUE(decodePropertyList("a = b;", damage));
+  EXPECT_EQ(damage.sentence(), "");
+}
+
+TEST(DamageTest, OfXmlIsToldWithItsLine) {
+  const std::string begin = "<?xml version=\"1.0\"?>\n<plist>\n<dict>\n";  // three lines
+  expectSentences({
+      {begin + "<key>A & B</key>", "line 4: \"&\" is not followed by the name of a character"},
+      {begin + "<key>&nbsp;</key>", "line 4: \"&\" is not followed by the name of a character"},
+      {begin + "<key>a</key>\n<true/>\n", "line 6: the file ends inside <dict>, which begins in line 3"},
+      {begin + "<key>a</key>\n<string>b\n", "line 6: the file ends inside <string>, which begins in line 5"},
+      {begin + "<key>a</key>\r\n\r<stri", "line 6: the element \"stri\" is not well formed, or has no \">\""},
+      {begin + "<key>a</key></dict>", "line 4: </dict> is where the value of the key \"a\" should be"},
+      {begin + "<key>a</key>", "line 4: the file ends where a value should be"},
+      {begin + "\n<true/>", "line 5: <true> is where <key> or </dict> should be"},
+      {begin + "</array>", "line 4: </array> is where <key> or </dict> should be"},
+      {begin + "\n\nstray words that go on and on",
+       "line 6: \"stray words that go on a\"... is outside of every value"},
+      {begin + "</dict>\n</plist>\n" + '\0', "line 6: a zero byte is outside of every value"},
+      {begin + "</dict>\n</plist>\n<true/>", "line 6: <true> is where the end of the file should be"},
+      {begin + "</dict>\n<true/></plist>", "line 5: <true> is where </plist> should be"},
+      {begin + "</dict>\n", "line 5: the file ends where </plist> should be"},
+      {begin + "<key>a</key>\n<thing/>", "line 5: <thing> is where a value should be"},
+      {begin + "<key>a</key>\n<integer>1x</integer>", "line 5: <integer> cannot hold \"1x\""},
+      {begin + "<key>a</key>\n<date>yesterday</date>", "line 5: <date> cannot hold \"yesterday\""},
+      {begin + "<key>a</key>\n<true>yes</true>", "line 5: <true> cannot hold \"yes\""},
+      {begin + "<key>a</key>\n<data>*</data>", "line 5: <data> cannot hold \"*\""},
+      {begin + "<key>a</key>\n<string>b<true/></string>", "line 5: <true> is where </string> should be"},
+      {begin + "<!-- \n", "line 4: the comment has no end"},
+      {begin + "<? \n", "line 4: \"<?\" is not followed by \"?>\""},
+      {begin + "<>", "line 4: \"<\" is not followed by the name of an element"},
+      {begin + "<key><![CDATA[", "line 4: \"<![CDATA[\" is not followed by \"]]>\""},
+      {"<!DOCTYPE plist [", "line 1: the document type has no end"},
+      {"<array>\n" + deepXml(kMaxPropertyListDepth), "line 2: it is nested too deeply"},
+  });
+}
+
+TEST(DamageTest, OfTextIsToldWithItsLine) {
+  expectSentences({
+      {"", "it is empty"},
+      {" \n\t", "it has nothing but white space"},
+      {"// only\n", "line 2: the file ends where a value should be"},
+      {"{\n a = b;\n", "line 3: the file ends inside \"{\", which begins in line 1"},
+      {"{\r\n a = (b,\r c", "line 3: the file ends inside \"(\", which begins in line 2"},
+      {"{ a = b;\n } x", "line 2: \"x\" is where the end of the file should be"},
+      {"{ a = b\n}", "line 2: \"}\" is where \";\" should be"},
+      {"{\n= b; }", "line 2: \"=\" is where a key should be"},
+      {"(\na b)", "line 2: \"b\" is where \",\" or \")\" should be"},
+      {"(\n,)", "line 2: \",\" is where a value should be"},
+      {"<0g>", "line 1: \"g\" is where a hexadecimal digit should be"},
+      {"<0>", "line 1: \">\" is where a hexadecimal digit should be"},
+      {"<0f", "line 1: the file ends inside \"<\", which begins in line 1"},
+      {"\"open\n", "line 2: the file ends inside the text in quotation marks, which begins in line 1"},
+      {"(\n\"\\ud83d\\u0041\")", "line 2: \"\\\\ud83d\" is no character"},
+      {"\n/* open", "line 2: the comment has no end"},
+      {"limit maxfiles 1024\n", "line 1: \"m\" is where \";\" should be"},
+      {"{ a = b; }\0"s, "line 1: a zero byte is where the end of the file should be"},
+      {deepAscii(kMaxPropertyListDepth + 1), "line 1: it is nested too deeply"},
+  });
+}
+
+TEST(DamageTest, OfTheEncodingIsToldWithItsLine) {
+  expectSentences({
+      {"<?xml version='1.0'?>\n<!-- \xE4 -->\n<true/>", "line 2: the byte 0xE4 is no text in UTF-8"},
+      {"a =\n\xFF;", "line 2: the byte 0xFF is no text in UTF-8"},
+      {"<?xml version='1.0' encoding='KOI8-R'?><true/>", "line 1: the encoding \"KOI8-R\" is not known here"},
+      {"\xFF\xFE\n\0\0\xD8"s, "line 2: the text has half a character of UTF-16"},
+      {std::string(kMaxPropertyListBytes + 1, ' '), "it is larger than 64 MB"},
+  });
+}
+
+TEST(DamageTest, OfTheBinaryFormatHasNoLine) {
+  const std::string list = encodeBinaryPropertyList(PropertyList(PropertyList::Array{"a", "b"}));
+  std::string table = list;
+  table[table.size() - 1] = '\x7F';
+  std::string offset = list;
+  offset[offset.size() - 33] = '\x7F';
+  expectSentences({
+      {"bplist00", "it is shorter than any binary list"},
+      {"bplist15" + list.substr(8), "it is of a version of the format that is not known here"},
+      {"bplist00" + std::string(32, '\xFF'), "its last 32 bytes describe no list; the end may be missing"},
+      {list.substr(0, list.size() - 1), "its last 32 bytes describe no list; the end may be missing"},
+      {table, "the offset table is outside of the file"},
+      {offset, "the offset table points outside of the objects"},
+      {binaryFile({"\xA1\x05"s}), "a list refers to an object that is not there"},
+      {binaryFile({"\xA1\x00"s}), "it is nested too deeply"},
+      {binaryFile({"\x52x"s}), "an object reaches beyond the end of the objects"},
+      {binaryFile({"\x90"s}), "an object has an unknown type, or a size that its type cannot have"},
+      {binaryFile({"\x33\x7F\xF0\0\0\0\0\0\0"s}),
+       "an object has an unknown type, or a size that its type cannot have"},
+      {binaryFile({"\x71\xFF"s}), "a text is not well formed"},
+      {binaryFile({"\xD1\x01\x01"s, "\x09"}), "a key is no text"},
+  });
+}
+
+TEST(CodecTest, EncodingsAreReadByTheNamesThatOthersWrite) {
+  for (const std::string name : {"UTF-8", "utf-8", "UTF8", "utf8", "Utf_8", "ASCII", "ascii", "us-ascii",
+                                 "US-ASCII", "ANSI_X3.4-1968", "ISO646-US", ""})
+    EXPECT_EQ(decoded("<?xml version='1.0' encoding='" + name + "'?><string>\xC3\xA4</string>"),
+              PropertyList("\xC3\xA4"))
+        << name;
+  for (const std::string name : {"ISO-8859-1", "iso-8859-1", "ISO_8859-1", "iso8859-1", "ISO88591", "latin1",
+                                 "Latin-1", "l1", "CP819", "IBM819"})
+    EXPECT_EQ(decoded("<?xml version='1.0' encoding='" + name + "'?><string>\xE4</string>"),
+              PropertyList("\xC3\xA4"))
+        << name;
+  for (const std::string name : {"UTF-16", "UTF-7", "windows-1252", "utf", "8859-1"})
+    EXPECT_TRUE(isDamaged("<?xml version='1.0' encoding='" + name + "'?><string>a</string>")) << name;
+}
+
+constexpr const char* kTooMuchWords = "it stands for too many values, or for too much text or data";
+
+std::string repeated(const std::string& text, std::size_t count) {
+  std::string all;
+  all.reserve(text.size() * count);
+  for (std::size_t i = 0; i < count; ++i) all += text;
+  return all;
+}
+
+TEST(CodecTest, ValuesAreLimitedInEveryFormat) {
+  const std::size_t most = kMaxPropertyListValues - 1;  // beside the array that they are in
+  EXPECT_FALSE(isDamaged("<array>" + repeated("<true/>", most) + "</array>"));
+  expectSentences({
+      {"<array>\n" + repeated("<true/>", most + 1) + "</array>", "line 2: "s + kTooMuchWords},
+      {"<dict>\n" + repeated("<key/><true/>", most / 2 + 1) + "</dict>", "line 2: "s + kTooMuchWords},
+      {"(\n" + repeated("{},", most + 1) + ")", "line 2: "s + kTooMuchWords},
+      {encodeBinaryPropertyList(PropertyList(PropertyList::Array(most + 1, PropertyList(true)))),
+       kTooMuchWords},
+  });
+}
+
+// A list that means more XML than a file may have: its values are few, but far to the right.
+TEST(CodecTest, WhatIsWrittenToAFileCanBeReadAgain) {
+  EXPECT_EQ(encodeReadableXmlPropertyList(everything()), encodeXmlPropertyList(everything()));
+  PropertyList::Array leaves(kMaxPropertyListValues / 5 * 4, PropertyList(true));
+  EXPECT_FALSE(
+      encodeReadableXmlPropertyList(deepList(PropertyList(std::move(leaves)), kMaxPropertyListDepth - 1)));
+  EXPECT_TRUE(encodeReadableXmlPropertyList(deepList(true, kMaxPropertyListDepth)));
+  EXPECT_FALSE(encodeReadableXmlPropertyList(deepList(true, kMaxPropertyListDepth + 1)));
+  EXPECT_FALSE(encodeReadableXmlPropertyList(deepList(PropertyList(), kMaxPropertyListDepth)));
+  EXPECT_FALSE(encodeReadableXmlPropertyList(date(1e300)));
+  EXPECT_FALSE(encodeReadableXmlPropertyList(date(std::nan(""))));
+}
+
+#ifndef NORVIK_SANITIZED
+
+// A file of the largest size, made so that it means as much as possible.
+TEST(CodecTest, ReadingNeedsABoundedMultipleOfTheLargestFile) {
+  const std::string piece = "<dict/>";
+  const std::string bytes = "<array>" + repeated(piece, kMaxPropertyListBytes / piece.size() - 1);
+  EXPECT_TRUE(holdsWithMemory(6 * kMaxPropertyListBytes, [&] { return isDamaged(bytes); }));
+}
+
+TEST(CodecTest, ReadingSharedObjectsNeedsLittleMemory) {
+  std::vector<std::string> objects;  // each refers to the next one twice
+  for (int i = 1; i < 120; ++i) objects.push_back("\xA2"s + static_cast<char>(i) + static_cast<char>(i));
+  objects.push_back("\x09");
+  const std::string bytes = binaryFile(objects);
+  EXPECT_TRUE(holdsWithMemory(kMaxPropertyListBytes, [&] { return isDamaged(bytes); }));
+}
+
+#endif
 
 // Whatever happens to a file, reading it ends, and what is read can be written and read again.
 void mangle(const std::string& file, int rounds) {

@@ -17,15 +17,20 @@ using Line = std::vector<std::string>;
 
 CommandLine parsed(const Line& words) {
   std::string fault;
-  const auto line = parseCommandLine(words, fault);
+  const CommandLine line = parseCommandLine(words, fault);
   EXPECT_EQ(fault, "");
-  return line.value_or(CommandLine());
+  return line;
 }
 
 std::string faultOf(const Line& words) {
   std::string fault;
-  EXPECT_FALSE(parseCommandLine(words, fault).has_value());
+  parseCommandLine(words, fault);
   return fault;
+}
+
+// A value that the option takes.
+std::string valueFor(const Option& option) {
+  return option.takes == OptionValue::answer ? "limits=yes" : option.takes == OptionValue::number ? "5" : "x";
 }
 
 std::string helpOf(const Command& command) {
@@ -35,12 +40,12 @@ std::string helpOf(const Command& command) {
 }
 
 TEST(CommandLineTest, ACommandItsArgumentsAndTheOptions) {
-  const CommandLine line =
-      parsed({"--root", "box", "set", "nvk.port=1", "--answer=other", "nvk.sound=on", "--dry-run", "--json"});
+  const CommandLine line = parsed(
+      {"--root", "box", "set", "nvk.port=1", "--answer=limits=no", "nvk.sound=on", "--dry-run", "--json"});
   EXPECT_EQ(line.command, findCommand("set"));
   EXPECT_EQ(line.arguments, (Line{"nvk.port=1", "nvk.sound=on"}));
   EXPECT_EQ(line.root, "box");
-  EXPECT_EQ(line.answer, -1);
+  EXPECT_EQ(line.answers, (GivenAnswers{{"limits", 1}}));
   EXPECT_TRUE(line.dryRun);
   EXPECT_TRUE(line.json);
 }
@@ -48,14 +53,14 @@ TEST(CommandLineTest, ACommandItsArgumentsAndTheOptions) {
 TEST(CommandLineTest, WithoutOptions) {
   const CommandLine line = parsed({"status"});
   EXPECT_FALSE(line.root.has_value());
-  EXPECT_FALSE(line.answer.has_value());
+  EXPECT_TRUE(line.answers.empty());
   EXPECT_FALSE(line.json || line.dryRun || line.help || line.version);
 }
 
 TEST(CommandLineTest, EveryOptionMayPrecedeOrFollowTheCommand) {
   for (const Option& option : options()) {
     Line words{std::string(option.name)};
-    if (!option.value.empty()) words.emplace_back(option.choices.empty() ? "x" : option.choices[0]);
+    if (!option.value.empty()) words.push_back(valueFor(option));
     Line before = words, after{"set", "a=b"};
     before.insert(before.end(), {"set", "a=b"});
     after.insert(after.end(), words.begin(), words.end());
@@ -68,10 +73,55 @@ TEST(CommandLineTest, EveryOptionMayPrecedeOrFollowTheCommand) {
   EXPECT_TRUE(parsed({"--dry-run", "set", "a=b"}).dryRun);
 }
 
-TEST(CommandLineTest, TheAnswersInTheOrderOfTheButtons) {
-  EXPECT_EQ(parsed({"--answer", "default", "start"}).answer, 1);
-  EXPECT_EQ(parsed({"--answer", "alternate", "start"}).answer, 0);
-  EXPECT_EQ(parsed({"--answer", "other", "start"}).answer, -1);
+TEST(CommandLineTest, ATimeToWaitIsAWholeNumberOfSeconds) {
+  EXPECT_EQ(parsed({"set", "a=b"}).limits.lock, std::chrono::seconds(10));
+  EXPECT_EQ(parsed({"--wait-lock", "0", "set", "a=b"}).limits.lock, std::chrono::seconds(0));
+  EXPECT_EQ(parsed({"set", "a=b", "--wait-tools=45"}).limits.tools, std::chrono::seconds(45));
+  for (const char* wrong : {"-1", "3601", "1.5", "soon"}) {
+    EXPECT_EQ(
+        faultOf({"--wait-lock", wrong, "set", "a=b"}),
+        std::string("a time to wait is a whole number of seconds from 0 to 3600, not \"") + wrong + "\".");
+  }
+  EXPECT_EQ(faultOf({"get", "a", "--wait-lock=5"}), "get takes no --wait-lock.");
+}
+
+TEST(CommandLineTest, EachAnswerNamesItsQuestion) {
+  EXPECT_EQ(parsed({"--answer", "limits=no", "--answer", "restart=later", "set", "a=b"}).answers,
+            (GivenAnswers{{"limits", 1}, {"restart", 0}}));
+  EXPECT_EQ(parsed({"--reboot", "set", "a=b"}).answers, (GivenAnswers{{"restart", 1}}));
+  EXPECT_EQ(parsed({"--no-reboot", "--answer", "restart=later", "set", "a=b"}).answers,
+            (GivenAnswers{{"restart", 0}}));
+  EXPECT_EQ(parsed({"--answer", "damaged=replace", "set", "a=b"}).answers, (GivenAnswers{{"damaged", 2}}));
+  EXPECT_EQ(faultOf({"--reboot", "--no-reboot", "set", "a=b"}), "restart is answered in two ways.");
+  EXPECT_EQ(faultOf({"--answer", "limits=yes", "--answer", "limits=no", "set", "a=b"}),
+            "limits is answered in two ways.");
+  EXPECT_EQ(faultOf({"--answer", "limits=later", "set", "a=b"}), "limits takes yes or no, not \"later\".");
+  EXPECT_EQ(faultOf({"--answer", "restart=", "set", "a=b"}), "restart takes later or now, not \"\".");
+}
+
+// An answer without a question would answer whatever comes up.
+TEST(CommandLineTest, AnAnswerWithoutItsQuestionIsRefusedWithTheNames) {
+  const std::string questions = " The questions are limits=yes|no, reset-limits=yes|no, graphics=yes|no, ";
+  for (const char* word : {"default", "alternate", "other", "yes"}) {
+    const std::string fault = faultOf({"--answer", word, "limits", "reset"});
+    EXPECT_TRUE(fault.starts_with("--answer takes a question's name and its answer, not \"" +
+                                  std::string(word) + "\"."))
+        << fault;
+    EXPECT_NE(fault.find(questions), std::string::npos) << fault;
+  }
+  EXPECT_NE(faultOf({"--answer", "restrat=now", "start"}).find("Did you mean \"restart\"?"),
+            std::string::npos);
+  EXPECT_NE(faultOf({"--answer", "restart", "start"}).find(questions), std::string::npos);
+}
+
+TEST(CommandLineTest, AMistakeDoesNotHideWhatElseTheLineSays) {
+  std::string fault;
+  const CommandLine line =
+      parseCommandLine({"--rot", "strat", "nvk.port", "--json", "--answer", "yes"}, fault);
+  EXPECT_EQ(fault, "unknown option \"--rot\". Did you mean \"--root\"?");
+  EXPECT_TRUE(line.json);
+  EXPECT_EQ(parseCommandLine({"set", "--root", "--json"}, fault).root, "--json");
+  EXPECT_EQ(parseCommandLine({"limits", "up", "--json"}, fault).command, findCommand("limits"));
 }
 
 TEST(CommandLineTest, AnEmptyOrMissingValueIsAnError) {
@@ -96,8 +146,6 @@ TEST(CommandLineTest, WhatIsUnknownProposesTheNearest) {
   EXPECT_EQ(faultOf({"-x", "status"}), "unknown option \"-x\".");
   EXPECT_EQ(faultOf({"limits", "adjsut"}),
             "limits takes adjust or reset, not \"adjsut\". Did you mean \"adjust\"?");
-  EXPECT_EQ(faultOf({"--answer", "defualt", "limits", "reset"}),
-            "--answer takes default, alternate or other, not \"defualt\". Did you mean \"default\"?");
   EXPECT_EQ(faultOf({"completion", "zsh"}), "completion takes bash, not \"zsh\".");
 }
 
@@ -111,12 +159,12 @@ TEST(CommandLineTest, TooFewAndTooManyArguments) {
   EXPECT_EQ(faultOf({"limits", "reset", ""}), "unexpected argument \"\".");
 }
 
-TEST(CommandLineTest, OnlySetTakesADryRun) {
+TEST(CommandLineTest, OnlySetAndUnsetTakeADryRun) {
   for (const Command& command : commands()) {
     Line words{"--dry-run", std::string(command.name)};
     const ArgumentDescription& argument = command.argument;
     if (argument.least > 0) words.emplace_back(argument.choices.empty() ? "a=b" : argument.choices[0]);
-    if (command.name == "set") {
+    if (command.name == "set" || command.name == "unset") {
       EXPECT_TRUE(parsed(words).dryRun);
     } else {
       EXPECT_EQ(faultOf(words), std::string(command.name) + " takes no --dry-run.");
@@ -144,6 +192,32 @@ TEST(HelpTest, ShowsEveryCommandAndOption) {
     EXPECT_NE(text.find("\n  " + std::string(option.name)), std::string::npos) << option.name;
     EXPECT_NE(text.find("  " + std::string(option.help) + "\n"), std::string::npos) << option.name;
   }
+}
+
+TEST(HelpTest, ShowsEveryQuestionAndExitStatus) {
+  std::ostringstream help;
+  writeHelp(help);
+  for (const QuestionRow& question : questionTable()) {
+    EXPECT_NE(help.str().find("\n  " + formOf(question) + " "), std::string::npos) << question.name;
+  }
+  for (const ExitStatusRow& row : exitStatuses()) {
+    const std::string line = "\n  " + std::to_string(row.status) + " ";
+    EXPECT_NE(help.str().find(line), std::string::npos) << row.status;
+    EXPECT_NE(help.str().find("  " + std::string(row.meaning) + "\n"), std::string::npos) << row.meaning;
+  }
+}
+
+// A failure without an exit status of its own would end as another one.
+TEST(ExitStatusTest, EveryFailureHasAStatusAndAWord) {
+  std::set<int> statuses;
+  std::set<std::string_view> words;
+  for (const ExitStatusRow& row : exitStatuses()) {
+    EXPECT_EQ(exitStatusOf(row.code), row.status);
+    statuses.insert(row.status);
+    words.insert(codeWord(row.code));
+  }
+  EXPECT_EQ(statuses, (std::set<int>{0, 64, 65, 66, 69, 70, 73, 74, 75, 77, 78, 130}));
+  EXPECT_EQ(words.size(), exitStatuses().size());
 }
 
 TEST(HelpTest, OfACommandShowsItsArgumentsAndTheOptionsThatItTakes) {

@@ -39,19 +39,24 @@ Entries shownSettings(const SandboxRun& box) {
   std::set<std::string> shown;
   const auto all = box.json({"show"});
   for (const auto& page : all["pages"]) {
-    for (const auto& setting : page["settings"]) shown.insert(setting["name"].get<std::string>());
+    for (const auto& setting : page["settings"]) {
+      EXPECT_EQ(setting["default"], true) << "in a fresh sandbox: " << setting["name"];
+      shown.insert(setting["name"].get<std::string>());
+    }
   }
   Entries entries;
   const InterfaceDescription description = shippedInterface();
   for (const SettingDescription& setting : settingsOf(description)) {
     if (shown.count(setting.name) == 0) continue;
     const std::string label = setting.isChoice() ? "" : setting.first().label + ": ";
-    entries.emplace_back(setting.name, label + acceptedValues(setting) + ".");
+    const std::string text = box.run({"get", setting.name}).out;
+    entries.emplace_back(
+        setting.name, label + acceptedValues(setting) + "; default " + text.substr(0, text.size() - 1) + ".");
   }
   return entries;
 }
 
-TEST(DocumentsTest, TheManualPageHasEverySettingWithItsLabelAndValues) {
+TEST(DocumentsTest, TheManualPageHasEverySettingWithItsLabelValuesAndDefault) {
   const SandboxRun box;
   EXPECT_EQ(manualSettings(), shownSettings(box));
   EXPECT_GT(manualSettings().size(), 30U);
@@ -65,7 +70,9 @@ TEST(DocumentsTest, TheManualPageHasEveryCommandAndOption) {
     std::string macro, kind, word;
     words >> macro >> kind;
     if (macro != ".It") continue;
-    while (kind == "Cm" && words >> word) {
+    // A question has an equals sign, and is no command.
+    const bool isCommand = kind == "Cm" && line.find('=') == std::string::npos;
+    while (isCommand && words >> word) {
       if (word != ",") commandEntries.insert(word);
     }
     if (kind == "Fl" && words >> word) optionEntries.insert("-" + word);
@@ -83,10 +90,26 @@ TEST(DocumentsTest, TheManualPageHasEveryExitStatus) {
   for (auto line = section; line != lines.end() && *line != ".El"; ++line) {
     if (line->starts_with(".It ")) entries.push_back(line->substr(4));
   }
+  std::set<int> known{kExitNotRunning};
+  for (const ExitStatusRow& row : exitStatuses()) known.insert(row.status);
   std::vector<std::string> expected;
-  for (const ExitStatus status : {kExitOk, kExitUsage, kExitData, kExitUnavailable, kExitSoftware,
-                                  kExitCannotCreate, kExitIo, kExitNoPermission}) {
-    expected.push_back(std::to_string(status));
+  for (const int status : known) expected.push_back(std::to_string(status));
+  EXPECT_EQ(entries, expected);
+}
+
+// Each entry as on the command line, and the answers in words: ".It Cm limits Ns = Ns Cm yes | no".
+TEST(DocumentsTest, TheManualPageHasEveryQuestionWithItsAnswers) {
+  const auto lines = manualPage();
+  auto line = std::find(lines.begin(), lines.end(), ".Sh QUESTIONS");
+  std::vector<std::string> entries, expected;
+  for (; line != lines.end() && *line != ".Sh ENVIRONMENT"; ++line) {
+    if (line->starts_with(".It ")) entries.push_back(*line);
+  }
+  for (const QuestionRow& question : questionTable()) {
+    std::string answers;
+    for (const std::string_view answer : question.answers)
+      answers += (answers.empty() ? "" : " | ") + std::string(answer);
+    expected.push_back(".It Cm " + std::string(question.name) + " Ns = Ns Cm " + answers);
   }
   EXPECT_EQ(entries, expected);
 }
@@ -110,7 +133,7 @@ class CompletionTest : public testing::Test {
 TEST_F(CompletionTest, CommandsOptionsNamesAndValues) {
   EXPECT_EQ(complete("sta"), "status start\n");
   EXPECT_EQ(complete("set nvk.p"), "nvk.port.custom= nvk.port= nvk.printing=\n");
-  EXPECT_EQ(complete("set nvk.enabled = ''"), "on off\n");
+  EXPECT_EQ(complete("set nvk.enabled = ''"), "on off default\n");
   EXPECT_EQ(complete("set notify.repeat = 1"), "15-minutes 1-hour 1-day\n");
   EXPECT_EQ(complete("set connect.action = h"), "hidden\n");
   EXPECT_EQ(complete("limits ''"), "adjust reset\n");
@@ -118,7 +141,12 @@ TEST_F(CompletionTest, CommandsOptionsNamesAndValues) {
   EXPECT_EQ(complete("completion ''"), "bash\n");
   EXPECT_EQ(complete("get nvk.s"), "nvk.sound\n");
   EXPECT_EQ(complete("watch ''"), "\n");
-  EXPECT_EQ(complete("--answer a"), "alternate\n");
+  EXPECT_EQ(complete("unset nvk.s"), "nvk.sound\n");
+  EXPECT_EQ(complete("--answer r"), "reset-limits= restart=\n");
+  EXPECT_EQ(complete("--answer restart ="), "later now\n");
+  EXPECT_EQ(complete("--answer restart = n"), "now\n");
+  // The value of an option is no command.
+  EXPECT_EQ(complete("--answer limits = no set nvk.s"), "nvk.sound=\n");
   EXPECT_EQ(complete("--root " + box.folder().string() + "/var/r"), box.folder().string() + "/var/run\n");
   EXPECT_EQ(complete("status --j"), "--json\n");
 }

@@ -11,12 +11,12 @@ constexpr const char* kCompositing = "system.compositing.disable=on";
 
 class QuestionsTest : public testing::Test {
  protected:
-  void expectNothingChanged(const Words& words, const std::string& title) const {
+  void expectNothingChanged(const Words& words, const std::string& title, const std::string& name) const {
     const auto before = box.files();
     const Result result = box.run(words);
     EXPECT_EQ(result.status, 64);
     EXPECT_EQ(result.out, "");
-    EXPECT_NE(result.err.find("the question \"" + title + "\" needs an answer: use --answer default for "),
+    EXPECT_NE(result.err.find("the question \"" + title + "\" needs an answer: use --answer " + name + "="),
               std::string::npos)
         << result.err;
     EXPECT_NE(result.err.find("Nothing was changed."), std::string::npos);
@@ -29,52 +29,84 @@ class QuestionsTest : public testing::Test {
 };
 
 TEST_F(QuestionsTest, WithoutATerminalNothingIsChanged) {
-  expectNothingChanged({"set", kCompositing}, "Disabling Quartz Extreme acceleration");
-  expectNothingChanged({"set", "connect.multiuser=on"}, "Multiuser Mode Adjustment");
+  expectNothingChanged({"set", kCompositing}, "Disabling Quartz Extreme acceleration", "graphics");
+  expectNothingChanged({"set", "connect.multiuser=on"}, "Multiuser Mode Adjustment", "limits");
 }
 
 // The question only comes up when all is saved, and is foreseen.
 TEST_F(QuestionsTest, AQuestionThatComesAfterSavingEndsTheCommandBefore) {
-  ASSERT_EQ(box.run({"--answer", "default", "set", kCompositing}).status, 0);
-  expectNothingChanged({"set", "system.compositing.disable=off", "user.mouse.swap=on"}, "Reboot is required");
-  expectNothingChanged({"limits", "adjust"}, "Reboot is required");
+  ASSERT_EQ(box.run({"--answer", "graphics=yes", "--no-reboot", "set", kCompositing}).status, 0);
+  expectNothingChanged({"set", "system.compositing.disable=off", "user.mouse.swap=on"}, "Reboot is required",
+                       "restart");
+  expectNothingChanged({"limits", "adjust"}, "Reboot is required", "restart");
 }
 
-TEST_F(QuestionsTest, AnAnswerThatTheQuestionHasNoButtonFor) {
-  expectNothingChanged({"--answer", "other", "set", kCompositing}, "Disabling Quartz Extreme acceleration");
-  expectNothingChanged({"--answer", "other", "limits", "adjust"}, "Reboot is required");
+// The word that declines one of them would restart the computer as the answer to the other.
+TEST_F(QuestionsTest, OneWordNeverAnswersTwoQuestions) {
+  expectNothingChanged({"--answer", "limits=no", "set", "connect.multiuser=on", kCompositing},
+                       "Disabling Quartz Extreme acceleration", "graphics");
+  expectNothingChanged({"--answer", "graphics=yes", "set", kCompositing}, "Reboot is required", "restart");
+  const auto before = box.files();
+  const Result result = box.run({"--answer", "alternate", "set", "connect.multiuser=on", kCompositing});
+  EXPECT_EQ(result.status, 64);
+  EXPECT_NE(result.err.find("--answer takes a question's name and its answer, not \"alternate\"."),
+            std::string::npos)
+      << result.err;
+  EXPECT_EQ(box.files(), before);
+  EXPECT_FALSE(rebooted());
 }
 
-TEST_F(QuestionsTest, TheDefaultAnswerByOption) {
-  const Result result = box.run({"--answer", "default", "set", kCompositing});
+TEST_F(QuestionsTest, AnswersToSeveralQuestions) {
+  const auto outcome = box.json({"--answer", "limits=no", "--answer", "graphics=yes", "--answer",
+                                 "restart=later", "set", "connect.multiuser=on", kCompositing});
+  EXPECT_EQ(outcome["ok"], true) << outcome;
+  std::vector<std::string> answers;
+  for (const auto& question : outcome["questions"]) {
+    answers.push_back(question["name"].get<std::string>() + "=" + question["answer"].get<std::string>());
+  }
+  EXPECT_EQ(answers, (std::vector<std::string>{"limits=no", "graphics=yes", "restart=later"}));
+  EXPECT_EQ(box.read("/etc/launchd.conf").find("limit maxfiles 10240 12288"), std::string::npos);
+  EXPECT_EQ(compositing(), "on\n");
+  EXPECT_FALSE(rebooted());
+}
+
+TEST_F(QuestionsTest, AnAnswerToAQuestionThatIsNotAskedDoesNothing) {
+  EXPECT_EQ(box.run({"--reboot", "--answer", "limits=yes", "set", "nvk.sound=off"}).status, 0);
+  EXPECT_FALSE(rebooted());
+}
+
+TEST_F(QuestionsTest, TheAnswersByOption) {
+  const Result result = box.run({"--answer", "graphics=yes", "--no-reboot", "set", kCompositing});
   EXPECT_EQ(result.status, 0) << result.err;
-  EXPECT_NE(result.out.find("Asked  Disabling Quartz Extreme acceleration: Yes, Proceed\n"
-                            "       Reboot is required: No, I'll Reboot Later\n"),
+  EXPECT_NE(result.out.find("Asked  graphics=yes (Disabling Quartz Extreme acceleration: Yes, Proceed)\n"
+                            "       restart=later (Reboot is required: No, I'll Reboot Later)\n"),
             std::string::npos)
       << result.out;
   EXPECT_EQ(compositing(), "on\n");
   EXPECT_FALSE(rebooted());
 }
 
-TEST_F(QuestionsTest, TheAlternateAnswerDeclines) {
-  const Result result = box.run({"--answer", "alternate", "set", kCompositing});
+TEST_F(QuestionsTest, AnAnswerThatDeclines) {
+  const Result result = box.run({"--answer", "graphics=no", "set", kCompositing});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.out, "system.compositing.disable stays off.\nThere was nothing to save.\n");
   EXPECT_EQ(compositing(), "off\n");
 }
 
-TEST_F(QuestionsTest, TheAlternateAnswerRestarts) {
-  ASSERT_EQ(box.run({"--answer", "default", "set", kCompositing}).status, 0);
-  const auto outcome = box.json({"--answer", "alternate", "set", "system.compositing.disable=off"});
+TEST_F(QuestionsTest, OnlyTheAnswerNowRestarts) {
+  ASSERT_EQ(box.run({"--answer", "graphics=yes", "--no-reboot", "set", kCompositing}).status, 0);
+  const auto outcome = box.json({"--reboot", "set", "system.compositing.disable=off"});
   EXPECT_EQ(outcome["questions"][0],
-            nlohmann::json({{"title", "Reboot is required"},
+            nlohmann::json({{"name", "restart"},
+                            {"title", "Reboot is required"},
+                            {"answers", {"later", "now"}},
                             {"buttons", {"No, I'll Reboot Later", "Yes, Reboot Now"}},
-                            {"answer", "Yes, Reboot Now"}}));
+                            {"answer", "now"}}));
   EXPECT_TRUE(eventually([&] { return rebooted(); }));
 }
 
 TEST_F(QuestionsTest, MultiUserModeOffersTheOpenFilesLimit) {
-  const auto outcome = box.json({"--answer", "default", "set", "connect.multiuser=on"});
+  const auto outcome = box.json({"--answer", "limits=yes", "--no-reboot", "set", "connect.multiuser=on"});
   EXPECT_EQ(outcome["questions"].size(), 2U);
   EXPECT_EQ(outcome["saved"], nlohmann::json({"server settings", "open files limit"}));
   EXPECT_NE(box.read("/etc/launchd.conf").find("limit maxfiles 10240 12288\n"), std::string::npos);
@@ -84,15 +116,16 @@ TEST_F(QuestionsTest, ADryRunShowsTheQuestionsAndWhatFollowsFromTheDefaultAnswer
   const auto before = box.files();
   const Result result = box.run({"set", kCompositing, "--dry-run"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_NE(result.out.find("Would ask   Disabling Quartz Extreme acceleration: Yes, Proceed\n"
-                            "            Reboot is required: No, I'll Reboot Later\n"),
-            std::string::npos)
+  EXPECT_NE(
+      result.out.find("Would ask    graphics=yes (Disabling Quartz Extreme acceleration: Yes, Proceed)\n"
+                      "             restart=later (Reboot is required: No, I'll Reboot Later)\n"),
+      std::string::npos)
       << result.out;
   EXPECT_EQ(box.files(), before);
 }
 
 TEST_F(QuestionsTest, APersonIsAskedAtTheTerminal) {
-  const Result result = box.runAtTerminal({"set", kCompositing}, "7\n1\n\n");
+  const Result result = box.runAtTerminal({"set", kCompositing}, "7\nyes\n\n");
   EXPECT_EQ(result.status, 0) << result.out;
   EXPECT_NE(result.out.find("  1  Yes, Proceed  (default)\n  2  No, Thank You\n\nYour choice [1]: "),
             std::string::npos)
@@ -108,6 +141,13 @@ TEST_F(QuestionsTest, APersonDeclines) {
   EXPECT_EQ(result.status, 0);
   EXPECT_NE(result.out.find("system.compositing.disable stays off."), std::string::npos) << result.out;
   EXPECT_EQ(compositing(), "off\n");
+}
+
+TEST_F(QuestionsTest, APersonIsAskedOnlyWhatNoOptionAnswers) {
+  const Result result = box.runAtTerminal({"--no-reboot", "set", kCompositing}, "1\n");
+  EXPECT_EQ(result.status, 0) << result.out;
+  EXPECT_EQ(countOf(result.out, "Your choice"), 1);
+  EXPECT_EQ(compositing(), "on\n");
 }
 
 TEST_F(QuestionsTest, APersonWhoEndsTheInputChangesNothing) {

@@ -54,11 +54,11 @@ TEST_F(ReadingTest, GetPrintsValuesAlone) {
 TEST_F(ReadingTest, GetAsJsonKeepsTheKindsOfValues) {
   const auto values =
       box.json({"get", "nvk.port", "nvk.enabled", "image.depth", "image.quality", "connect.action"});
-  EXPECT_EQ(values, nlohmann::json({{"nvk.port", 4073},
-                                    {"nvk.enabled", true},
-                                    {"image.depth", 6},
-                                    {"image.quality", "High"},
-                                    {"connect.action", "console"}}));
+  EXPECT_EQ(values["values"], nlohmann::json({{"nvk.port", 4073},
+                                              {"nvk.enabled", true},
+                                              {"image.depth", 6},
+                                              {"image.quality", "High"},
+                                              {"connect.action", "console"}}));
 }
 
 TEST_F(ReadingTest, ShowHasARowForEverySetting) {

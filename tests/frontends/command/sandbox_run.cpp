@@ -1,6 +1,8 @@
 // Runs norvikctl and reads what it leaves.
 #include "tests/frontends/command/sandbox_run.h"
 
+#include <algorithm>
+
 #include "tests/support/files.h"
 
 namespace norvik::command {
@@ -36,7 +38,16 @@ Words SandboxRun::commandLine(const Words& words) const {
 }
 
 Result SandboxRun::run(const Words& words) const {
-  return resultOf(norvik::runProgram(commandLine(words), inHome()));
+  return runWith({}, words);
+}
+
+Result SandboxRun::runWith(const Fault& fault, const Words& words) const {
+  ProgramOptions options = inHome();
+  if (fault.effect != Fault().effect || !fault.log.empty()) options.environment.merge(environmentOf(fault));
+  Result result = resultOf(norvik::runProgram(commandLine(words), options));
+  const auto has = [&](const char* word) { return std::ranges::count(words, word) > 0; };
+  if (has("--json") && !has("--help")) outputs_.keep(result.out);
+  return result;
 }
 
 RunningProgram SandboxRun::start(const Words& words, const std::string& outputName) const {
@@ -59,6 +70,14 @@ std::map<std::string, std::string> SandboxRun::files() const {
     if (entry.is_regular_file() && !path.starts_with(".norvik/")) all[path] = contentOf(entry.path());
   }
   return all;
+}
+
+bool SandboxRun::areFilesWhole() const {
+  const auto isWhole = [&](const char* path) {
+    return !fs::exists(folder() / (path + 1)) || list(path).as<PropertyList::Dictionary>() != nullptr;
+  };
+  return isWhole(kServerFile) && isWhole(kAgentFile) && isWhole(kMenuAgentFile) &&
+         list(kServerFile).find("LicenseHolder") != nullptr;
 }
 
 bool SandboxRun::log(const std::string& name, const std::string& text) const {

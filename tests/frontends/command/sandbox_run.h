@@ -6,6 +6,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
+#include "tests/frontends/command/json_outputs.h"
+#include "tests/support/failing_calls.h"
 #include "tests/support/sandbox.h"
 #include "tests/support/tcp_port.h"
 
@@ -27,9 +29,15 @@ class SandboxRun {
  public:
   // Starts a sandbox at twenty times the real speed.
   SandboxRun() = default;
+  // The test fails where something that was printed as JSON is not as the documents say.
+  ~SandboxRun() { outputs_.check(); }
+  SandboxRun(const SandboxRun&) = delete;
+  SandboxRun& operator=(const SandboxRun&) = delete;
 
-  // Runs norvikctl without a terminal.
+  // Runs norvikctl without a terminal. What it prints with --json is kept for the check at the end.
   Result run(const Words& words) const;
+  // The same, where file operations of one program fail as the test chooses.
+  Result runWith(const Fault& fault, const Words& words) const;
   // Runs norvikctl at a terminal, where a person types this.
   Result runAtTerminal(const Words& words, const std::string& typed) const;
   // Starts norvikctl with its standard output going to a file of that name beside the sandbox.
@@ -47,6 +55,9 @@ class SandboxRun {
   }
   PropertyList list(const std::string& path) const { return box_.list(path); }
 
+  // Whether every property list of settings that is there can be read, and the server's holds what somebody
+  // else keeps in it.
+  bool areFilesWhole() const;
   // Every file with its content, but for logs and what processes keep for themselves.
   std::map<std::string, std::string> files() const;
   // Whether the log file of that name contains the text.
@@ -57,6 +68,7 @@ class SandboxRun {
   ProgramOptions inHome() const;
 
   Sandbox box_{"20"};
+  mutable JsonOutputs outputs_{beside("json")};
 };
 
 inline constexpr const char* kServerFile = "/etc/norvik/svr.cfg";

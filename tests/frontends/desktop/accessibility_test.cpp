@@ -6,6 +6,8 @@
 #include <QSet>
 #include <map>
 
+#include "src/frontends/desktop/changes_dialog.h"
+#include "src/frontends/desktop/collision_dialog.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
 namespace norvik::desktop {
@@ -52,6 +54,30 @@ TEST_F(Accessibility, NothingInteractiveIsWithoutAName) {
       walk(QAccessible::queryAccessibleInterface(&panel.window));
       EXPECT_GE(interactive, 8);
     }
+  }
+}
+
+TEST_F(Accessibility, NothingInMessagesAndDialogsIsWithoutAName) {
+  openEverything();
+  panel.choosePage("user", "Mouse");
+  panel.click("ib_user_chkbox_mseSwap");
+  MessageLine& outcome = panel.window.messages().line(MessageSubject::outcome);
+  outcome.showMessage(
+      {MessageKind::failure, "It failed.", {MessageAction::retry, MessageAction::showDetails}, "Why."});
+  panel.settle();
+  walk(QAccessible::queryAccessibleInterface(&outcome));
+  EXPECT_EQ(interactive, 3) << "two actions and the close button";
+  const Collision collision{"nvk.port", "Port number", "Norvik clients", "4074", "4600", "4500"};
+  CollisionDialog asks(&panel.window, {collision});
+  ChangesDialog lists(&panel.window, {[this] { return panel.change.preview(); }, {}, {}});
+  for (QDialog* dialog : {static_cast<QDialog*>(&asks), static_cast<QDialog*>(&lists)}) {
+    dialog->show();
+    panel.settle();
+    interactive = 0;
+    walk(QAccessible::queryAccessibleInterface(dialog));
+    EXPECT_GE(interactive, 4) << dialog->windowTitle().toStdString();
+    EXPECT_FALSE(dialog->windowTitle().isEmpty());
+    dialog->hide();
   }
 }
 
@@ -104,10 +130,10 @@ TEST_F(Accessibility, EveryKindHasItsRole) {
 TEST_F(Accessibility, APanelOfAQuestionIsNamedToo) {
   panel.choosePage("user", "Mouse");
   panel.click("ib_user_chkbox_mseSwap");
-  Answers answers(QStringLiteral("Discard Changes"));
+  Answers answers(QStringLiteral("Discard"));
   panel.window.close();
   ASSERT_EQ(answers.seen.size(), 1u);
-  EXPECT_EQ(answers.seen[0].buttons.size(), 2);
+  EXPECT_EQ(answers.seen[0].buttons.size(), 3);
 }
 
 }  // namespace

@@ -18,8 +18,6 @@
 #include <QTimer>
 #include <QWheelEvent>
 
-#include "src/frontends/shared/checks/port_check.h"
-#include "src/server/mac/platform/platform.h"
 #include "tests/support/waiting.h"
 
 namespace norvik::desktop {
@@ -29,22 +27,41 @@ namespace {
 constexpr int kMilliseconds = static_cast<int>(kPatience.count());
 
 // Port 4321 is the one that another program has.
-QString portProblem(const NVKServerPrefs& pane, const InterfaceDescription& interface, const Control& field) {
-  return text(portNote(pane, interface, field, [](int64_t port) { return port == 4321; }));
+bool inUse(int64_t port) {
+  return port == 4321;
 }
 
-NVKServerPrefs& awake(NVKServerPrefs& pane) {
+ChangeOptions options(const ComputerServices& services) {
+  ChangeOptions options;
+  options.portInUse = inUse;
+  options.waitForTools = [&tools = services.tools](std::chrono::milliseconds limit) {
+    return tools.wait(limit);
+  };
+  return options;
+}
+
+NVKServerPrefs& awake(NVKServerPrefs& pane, SettingsChange& change) {
+  change.look();
   pane.awakeFromNib();
+  change.loaded();
   return pane;
 }
 
 }  // namespace
 
-Panel::Panel()
-    : window(awake(pane), interface, [this](const ControlDescription& field) {
-        return portProblem(pane, interface, control(field.outlet.c_str()));
+Panel::Panel(const PanelComputer& computer)
+    : recording(computer.platform, computer.alerts, computer.drawing, RecordingMode::real),
+      change(pane, recording, computer.platform, interface, computer.services, options(computer.services)),
+      window(awake(pane, change), interface, [this](const ControlDescription& field) {
+        return portFieldNote(pane, interface, control(field.outlet.c_str()), inUse);
       }) {
   window.fill();
+  changes = std::make_unique<WindowChanges>(window, pane, change, computer.alerts, computer.busy);
+  server =
+      std::make_unique<WindowServer>(window, *changes, change,
+                                     OrderedServer{pane, recording, interface, computer.services,
+                                                   options(computer.services).waitForTools, computer.pause},
+                                     computer.alerts, computer.busy);
   window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kMilliseconds));
 }

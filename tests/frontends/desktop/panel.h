@@ -1,29 +1,50 @@
-// A pane and its window, used by clicks, keys and drags at the widgets that have the outlets' names.
+// A pane and its window with the change transaction between them, used by clicks, keys and drags at the
+// widgets that have the outlets' names.
 #pragma once
 
 #include <QPointer>
 #include <QWidget>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
+#include "src/frontends/desktop/qt_platform.h"
 #include "src/frontends/desktop/settings_window.h"
+#include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_server.h"
+#include "src/frontends/shared/change/recording_platform.h"
+#include "src/frontends/shared/change/settings_change.h"
 #include "src/server/mac/pane/pane.h"
 #include "tests/support/shipped_interface.h"
 
 namespace norvik::desktop {
 
+// The computer that a panel works on, and what of it belongs to the window.
+struct PanelComputer {
+  Platform& platform;
+  QtAlertPanels& alerts;
+  QtDrawing& drawing;
+  const Busy& busy;
+  ComputerServices services;
+  std::function<void(std::chrono::milliseconds)> pause;
+};
+
 class Panel {
  public:
-  // On the installed platform; shown on the screen and active.
-  Panel();
+  // Shown on the screen and active. Borrows everything of the computer.
+  explicit Panel(const PanelComputer& computer);
   ~Panel();
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
   InterfaceDescription interface = shippedInterface();
+  RecordingPlatform recording;
   NVKServerPrefs pane{interface};
+  SettingsChange change;
   SettingsWindow window;
+  std::unique_ptr<WindowChanges> changes;
+  std::unique_ptr<WindowServer> server;
 
   Control& control(const char* outlet);
   // The widget of that outlet; a test failure and null if there is none.

@@ -1,10 +1,16 @@
 // The program on a screen, by mouse and keyboard alone.
+#include <fcntl.h>
+#include <sys/file.h>
 #include <sysexits.h>
 
 #include <QCoreApplication>
 #include <QTemporaryDir>
+#include <filesystem>
 
+#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/property_lists/codec.h"
 #include "tests/frontends/desktop/program.h"
+#include "tests/support/files.h"
 
 namespace norvik::desktop {
 namespace {
@@ -14,6 +20,7 @@ QString word(const char* utf8) {
 }
 
 const QString kTitle = QStringLiteral("Norvik Server");
+const QString kServerFile = QStringLiteral("etc/norvik/svr.cfg");
 const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.veltrane.nvkagent.plist");
 
 class OnScreen : public Program {
@@ -27,6 +34,26 @@ class OnScreen : public Program {
   }
 
   bool swapsButtons() { return boolValue(listIn(kAgentFile).find("SwapMouseButtons")); }
+  PropertyList serverList() { return listIn(kServerFile); }
+  int64_t storedNvkPort() { return integerValue(serverList().find("NVKService")->find("PortNumber")); }
+  int64_t storedForeign() { return integerValue(serverList().find("Foreign")); }
+
+  // As another program saves the server's file: under the lock of changes, a new file in its place.
+  void saveElsewhere(int64_t port, int64_t foreign) {
+    const Descriptor lock(
+        ::open(path(word("etc/norvik")).toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    ASSERT_TRUE(eventually([&lock] { return ::flock(lock.number(), LOCK_EX | LOCK_NB) == 0; }));
+    PropertyList list = serverList();
+    auto& root = *list.as<PropertyList::Dictionary>();
+    (*root.at("NVKService").as<PropertyList::Dictionary>())["PortNumber"] = port;
+    root["Foreign"] = foreign;
+    write(path(kServerFile + word(".new")), encodeXmlPropertyList(list));
+    std::filesystem::rename(path(kServerFile + word(".new")).toStdString(), path(kServerFile).toStdString());
+  }
+  void damage() { write(path(kServerFile), "<plist><dict>"); }
+  bool isDamaged() { return contentOf(path(kServerFile).toStdString()) == "<plist><dict>"; }
+  static void write(const QString& file, const std::string& bytes) { writeFile(file.toStdString(), bytes); }
+
   bool serverRuns() { return QFile::exists(path(word("var/run/nvkserverd.pid"))); }
 };
 
@@ -52,6 +79,11 @@ TEST_F(OnScreen, TheServerStartsAndStops) {
     // The second time the page is remembered.
     if (runs) keys({word("Tab"), word("Tab"), word("Down"), word("Down")});
     keys({word("alt+s")});
+    if (!runs) {  // stopping ends connections, so it is asked about
+      ASSERT_NE(activeWindow(word("Stop the server?")), QString());
+      EXPECT_TRUE(serverRuns());
+      keys({word("Return")});
+    }
     EXPECT_TRUE(eventually([&] { return serverRuns() == runs && greetingOn(nvkPort).isEmpty() != runs; }));
     // Input is held back until the start or stop is over.
     EXPECT_TRUE(eventually([this] {
@@ -66,11 +98,95 @@ TEST_F(OnScreen, TheServerStartsAndStops) {
 TEST_F(OnScreen, ClosingWithChangesAsksAndAppliesBeforeItEnds) {
   start();
   keys({word("Down"), word("alt+s"), word("alt+F4")});
-  ASSERT_NE(activeWindow(word("Norvik Server options changed")), QString());
+  ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
   EXPECT_FALSE(swapsButtons());
   keys({word("Return")});
   EXPECT_TRUE(ends());
   EXPECT_TRUE(swapsButtons());
+}
+
+TEST_F(OnScreen, ClosingCanBeCancelledAndDiscarded) {
+  start();
+  keys({word("Down"), word("Tab"), word("space"), word("Escape")});
+  ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
+  keys({word("Escape")});
+  ASSERT_NE(activeWindow(kTitle), QString());
+  keys({word("Escape")});
+  ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
+  keys({word("alt+d")});
+  EXPECT_TRUE(ends());
+  EXPECT_FALSE(swapsButtons());
+}
+
+TEST_F(OnScreen, ARefusedPortIsNotSaved) {
+  start();
+  clickLock();
+  keys({word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"), word("alt+p")});
+  x({word("type"), word("70000")});
+  keys({word("Return"), word("Down")});  // the field has the focus, so the page stays
+  EXPECT_EQ(storedNvkPort(), nvkPort);
+  keys({word("ctrl+a")});
+  const int port = freePort();
+  x({word("type"), QString::number(port)});
+  keys({word("Return")});
+  EXPECT_TRUE(eventually([&] { return storedNvkPort() == port; }));
+  keys({word("Escape")});
+  EXPECT_TRUE(ends());
+}
+
+// Somebody else saves while a port is typed: what does not collide is taken over, what collides is asked
+// about.
+TEST_F(OnScreen, WhatOthersSaveIsNotOverwritten) {
+  start();
+  clickLock();
+  keys({word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"), word("alt+p")});
+  const int mine = freePort();
+  x({word("type"), QString::number(mine)});
+  saveElsewhere(nvkPort, 4711);
+  keys({word("Return")});
+  EXPECT_TRUE(eventually([&] { return storedNvkPort() == mine; }));
+  EXPECT_EQ(storedForeign(), 4711);
+  keys({word("ctrl+a")});
+  x({word("type"), QString::number(nvkPort)});
+  saveElsewhere(freePort(), 4712);
+  keys({word("Return")});
+  ASSERT_NE(activeWindow(word("Changed by Somebody Else Too")), QString());
+  keys({word("Return")});  // the person's own value
+  EXPECT_TRUE(eventually([&] { return storedNvkPort() == nvkPort; }));
+  EXPECT_EQ(storedForeign(), 4712);
+  keys({word("Escape")});
+  EXPECT_TRUE(ends());
+}
+
+TEST_F(OnScreen, ADamagedFileIsNotWrittenOver) {
+  damage();
+  start();
+  clickLock();
+  keys({word("ctrl+Tab"), word("ctrl+Tab"), word("ctrl+Tab"), word("alt+l"), word("alt+a")});
+  ASSERT_NE(activeWindow(word("Damaged Settings File")), QString());
+  keys({word("Escape")});
+  ASSERT_NE(activeWindow(kTitle), QString());
+  EXPECT_TRUE(isDamaged());
+  keys({word("Escape")});
+  ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
+  keys({word("alt+d")});
+  EXPECT_TRUE(ends());
+  EXPECT_TRUE(isDamaged());
+}
+
+TEST_F(OnScreen, ASignalEndsItWithoutSavingAndWithoutAsking) {
+  for (const bool asks : {false, true}) {
+    start();
+    if (!asks) keys({word("Down")});  // the second time the page is remembered
+    keys({word("Tab"), word("space")});
+    if (asks) {
+      keys({word("Escape")});
+      ASSERT_NE(activeWindow(word("Apply Changes?")), QString());
+    }
+    panel.terminate();
+    EXPECT_TRUE(ends()) << asks;
+    EXPECT_FALSE(swapsButtons());
+  }
 }
 
 TEST_F(OnScreen, ASecondStartBringsTheFirstForward) {

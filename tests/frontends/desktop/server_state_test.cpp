@@ -78,6 +78,7 @@ TEST_F(ServerState, ARestartIsOneChange) {
   desktop.computer.service.setDaemon(77);
   panel.tick();
   bool open = false;
+  Answers restart(Qt::Key_Return);
   QTimer looks;
   QObject::connect(&looks, &QTimer::timeout, &looks, [&] {
     open = open || (desktop.busy.isBusy() && panel.widget("ib_oview_confBar")->isEnabled());
@@ -92,8 +93,9 @@ TEST_F(ServerState, TheFocusReturnsToTheButtonThatWasPressed) {
   for (const char* outlet :
        {"ib_admin_button_svrStart", "ib_admin_button_svrRestart", "ib_admin_button_svrStart"}) {
     panel.widget(outlet)->setFocus();
+    Answers yes(Qt::Key_Return);
     panel.press(Qt::Key_Space);
-    EXPECT_EQ(QApplication::focusWidget(), panel.widget(outlet)) << label->text().toStdString();
+    EXPECT_EQ(panel.window.focusWidget(), panel.widget(outlet)) << label->text().toStdString();
   }
   EXPECT_EQ(label->text(), QStringLiteral("Stopped"));
 }
@@ -103,9 +105,10 @@ TEST_F(ServerState, TheFocusOfAButtonThatStaysGreyedGoesToTheOneBeforeIt) {
   panel.tick();
   desktop.computer.service.setStartDelay(std::nullopt);
   panel.widget("ib_admin_button_svrRestart")->setFocus();
+  Answers yes(Qt::Key_Return);
   panel.press(Qt::Key_Space);
   ASSERT_FALSE(panel.widget("ib_admin_button_svrRestart")->isEnabled());
-  EXPECT_EQ(QApplication::focusWidget(), panel.widget("ib_admin_button_svrStart"));
+  EXPECT_EQ(panel.window.focusWidget(), panel.widget("ib_admin_button_svrStart"));
 }
 
 TEST_F(ServerState, StartCountsDotsWhileEverythingIsGreyed) {
@@ -137,6 +140,7 @@ TEST_F(ServerState, StopCountsDotsToo) {
   desktop.computer.service.setDaemon(77);
   panel.tick();
   QString longest;
+  Answers stop(Qt::Key_Return);
   clickAndLook([&] {
     if (label->text().size() > longest.size()) longest = label->text();
   });

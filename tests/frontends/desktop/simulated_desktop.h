@@ -33,6 +33,9 @@ class SimulatedDesktop {
   SimulatedDesktop(const SimulatedDesktop&) = delete;
   SimulatedDesktop& operator=(const SimulatedDesktop&) = delete;
 
+  // The whole computer with the window's own interfaces; it is installed.
+  Platform& platform() { return platform_; }
+
   // The command lines of the tools that were launched, "TOOL ARGUMENT...", and the addresses that were
   // opened.
   bool launched(const std::string& words) const;

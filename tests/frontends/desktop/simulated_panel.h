@@ -14,7 +14,6 @@ class SimulatedPanel : public testing::Test {
     desktop.application.setWindow(&panel.window);
     desktop.alerts.setWindow(&panel.window);
     desktop.drawing.setWindow(&panel.window);
-    desktop.alerts.requiresAnswer = [this] { return panel.window.isLeaving(); };
   }
 
   // Unlocked, with the server running and everything enabled that can be.
@@ -25,7 +24,10 @@ class SimulatedPanel : public testing::Test {
   }
 
   SimulatedDesktop desktop;
-  Panel panel;
+  Panel panel{{desktop.platform(), desktop.alerts, desktop.drawing, desktop.busy, desktop.computer.services(),
+               [this](std::chrono::milliseconds time) {
+                 desktop.computer.clock.sleep(static_cast<uint32_t>(time.count()) * 1000);
+               }}};
   NVKServerPrefs& pane = panel.pane;
 };
 

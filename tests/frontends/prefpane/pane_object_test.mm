@@ -1,8 +1,14 @@
 // The bundle as its host loads it, and the object that the host makes of it: twice, as a host may.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <string>
+
+#import <Foundation/NSDebug.h>
+#import <objc/runtime.h>
 #include "resources/resources.h"
 #include "src/adapters/property_lists/codec.h"
+
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
 #import "tests/frontends/prefpane/pane_under_test.h"
@@ -51,6 +57,67 @@ TEST(PaneObject, ShowsItsPagesAndLetsTheHostGo) {
   ASSERT_NE([pane loadMainView], (id)nil);
   EXPECT_EQ(rowsOf(pane), 11) << "two headings, two pages of the user's, seven of the administrator's";
   for (int i = 0; i < 2; ++i) EXPECT_EQ([pane shouldUnselect], NSUnselectNow);
+  [pane release];
+}
+
+// A host asks for the view each time that it shows the pane.
+TEST(PaneObject, MakesItsViewOnce) {
+  NSPreferencePane* pane = newPane();
+  NSView* view = [pane loadMainView];
+  GSDebugAllocationActive(YES);
+  NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  const int fields = GSDebugAllocationCount([NSTextField class]);
+  for (int i = 0; i < 3; ++i) EXPECT_EQ([pane loadMainView], view);
+  EXPECT_EQ([pane mainView], view);
+  [pool release];
+  EXPECT_EQ(GSDebugAllocationCount([NSTextField class]), fields);
+  GSDebugAllocationActive(NO);
+  [pane release];
+}
+
+// How many objects there are of each class.
+std::map<std::string, int> objects() {
+  std::map<std::string, int> counts;
+  Class* const all = GSDebugAllocationClassList();
+  for (Class* one = all; *one != Nil; ++one) counts[class_getName(*one)] = GSDebugAllocationCount(*one);
+  NSZoneFree(NSDefaultMallocZone(), all);
+  return counts;
+}
+
+// Shows the pane and leaves it, as often as that.
+void showAndLeave(NSPreferencePane* pane, NSWindow* window, int times) {
+  for (int i = 0; i < times; ++i) {
+    NSAutoreleasePool* pool = [NSAutoreleasePool new];
+    NSView* view = [pane loadMainView];
+    [pane willSelect];
+    [[window contentView] addSubview:view];
+    [pane didSelect];
+    [window display];
+    [pane willUnselect];
+    [view removeFromSuperview];
+    [pane didUnselect];
+    [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode beforeDate:[NSDate distantPast]];
+    [pool release];
+  }
+}
+
+TEST(PaneObject, ShowingItAgainLeavesNothingBehind) {
+  NSPreferencePane* pane = newPane();
+  NSWindow* window = [[NSWindow alloc] initWithContentRect:NSMakeRect(0, 0, 600, 560)
+                                                 styleMask:NSTitledWindowMask
+                                                   backing:NSBackingStoreBuffered
+                                                     defer:NO];
+  [window orderFront:nil];
+  GSDebugAllocationActive(YES);
+  showAndLeave(pane, window, 5);
+  const auto before = objects();
+  showAndLeave(pane, window, 50);
+  for (const auto& [name, count] : objects()) {
+    const auto known = before.find(name);
+    EXPECT_LT(count - (known != before.end() ? known->second : 0), 10) << name;
+  }
+  GSDebugAllocationActive(NO);
+  [window release];
   [pane release];
 }
 

@@ -15,9 +15,16 @@ namespace {
 constexpr int kFirstRow = 69;  // pixels from the top of the window to the middle of the first row
 constexpr int kRowHeight = 22;
 constexpr QSize kAlone(592, 414);     // the window while no pane is open
-constexpr QSize kWithPane(592, 493);  // and once the pane is in it
+constexpr QSize kWithPane(592, 548);  // and once the pane is in it
 constexpr QPoint kListEdge(160, 59);  // black, the upper edge of the list of pages
-constexpr QPoint kBoxEdge(160, 482);  // white, the lower edge of the box around the pane
+constexpr QPoint kBoxEdge(160, 537);  // white, the lower edge of the box around the pane
+
+constexpr std::pair<MessageKind, QRgb> kMessageColors[] = {
+    {MessageKind::done, 0xff0a4219},
+    {MessageKind::note, 0xff114078},
+    {MessageKind::warning, 0xff513500},
+    {MessageKind::failure, 0xff7a0a14},
+};
 
 QString number(int value) {
   return QString::number(value);
@@ -136,8 +143,17 @@ QPoint SystemPreferences::field() {
   return {};
 }
 
-int SystemPreferences::darkest(int row) {
-  const QImage words = look().copy(QRect(38, kFirstRow + row * kRowHeight - 8, 100, 16));
+std::optional<MessageKind> SystemPreferences::messageKind() {
+  constexpr QPoint kBar(26, 80);  // of the kind's colour, at the left edge
+  const QColor color = look().pixelColor(kBar);
+  for (const auto& [kind, shown] : kMessageColors) {
+    if (color == QColor(shown)) return kind;
+  }
+  return std::nullopt;
+}
+
+int SystemPreferences::darkest(int row, int down) {
+  const QImage words = look().copy(QRect(38, kFirstRow + row * kRowHeight - 8 + down, 100, 16));
   int least = 255;
   for (int y = 0; y < words.height(); ++y) {
     for (int x = 0; x < words.width(); ++x) least = std::min(least, qGray(words.pixel(x, y)));

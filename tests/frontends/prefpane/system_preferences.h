@@ -5,7 +5,9 @@
 #include <QImage>
 #include <QPoint>
 #include <QRect>
+#include <optional>
 
+#include "src/frontends/shared/interface/window_texts.h"
 #include "tests/frontends/desktop/program.h"
 
 namespace norvik::prefpane {
@@ -15,6 +17,7 @@ inline constexpr QPoint kShowAll(40, 20);
 inline constexpr QPoint kIcon(532, 70);  // of the pane, among the others
 inline constexpr QPoint kLock(40, -41);
 inline constexpr QPoint kApply(540, -41);
+inline constexpr QPoint kBelowMessage(0, 55);  // how far down everything is while there is a message
 inline constexpr QRect kPage(190, 50, 390, 360);
 
 // Rows of the sidebar.
@@ -47,8 +50,10 @@ class SystemPreferences : public desktop::Program {
   }
   // A place in the page's text field, the only white thing on it; the origin if there is none.
   QPoint field();
-  // The darkest pixel in the words of a row, from 0 to 255.
-  int darkest(int row);
+  // The darkest pixel in the words of a row, from 0 to 255, where the rows are so many pixels further down.
+  int darkest(int row, int down = 0);
+  // The message above the pages, by its colour; nothing while there is none.
+  std::optional<MessageKind> messageKind();
   // Whether it becomes true while the mouse trembles: the toolkit may leave input unprocessed until the next
   // one comes.
   bool eventually(const std::function<bool()>& condition);

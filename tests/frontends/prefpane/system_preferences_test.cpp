@@ -12,6 +12,7 @@ namespace {
 using desktop::freePort;
 using desktop::greetingOn;
 
+const QString kServerFile = QStringLiteral("etc/norvik/svr.cfg");
 const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.veltrane.nvkagent.plist");
 
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
@@ -19,6 +20,7 @@ constexpr QPoint kNews(217, 98);      // the first box under a heading
 constexpr QPoint kShadow(450, 327);   // on the slider of a user's shadow size, right of its knob
 constexpr QPoint kCopy(262, 199);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
+constexpr QPoint kStart(235, 161);
 
 class Pane : public SystemPreferences {
  protected:
@@ -31,6 +33,19 @@ class Pane : public SystemPreferences {
   void unlock() {
     click(kLock);
     ASSERT_TRUE(eventually([this] { return darkest(kServer) < 60; }));
+  }
+
+  void typeIn(const QString& words) {
+    lookAfter([&] { x({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), words}); });
+  }
+
+  int64_t storedPort() { return intValue(listIn(kServerFile).find("NVKService")->find("PortNumber")); }
+
+  // As another program does.
+  void write(const QString& inSandbox, const std::string& bytes) {
+    QFile file(path(inSandbox));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(QByteArray::fromStdString(bytes)), static_cast<qint64>(bytes.size()));
   }
 
   // Ticks the box of the mouse page, and leaves the pane by the button Show All. Returns the page as it was.
@@ -100,9 +115,7 @@ TEST_F(Pane, TheTypicalChange) {
   const QPoint portField = field();
   ASSERT_FALSE(portField.isNull());
   click(portField, 2);
-  lookAfter([&] {
-    x({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), QString::number(port)});
-  });
+  typeIn(QString::number(port));
   click(kApply);
   EXPECT_TRUE(eventually([port] { return greetingOn(port).startsWith("NVK"); }));
   EXPECT_TRUE(greetingOn(nvkPort).isEmpty());
@@ -151,6 +164,72 @@ TEST_F(Pane, TheTimerShowsWhatTheServerDoes) {
   lookAfter([this] { startServer(); });
   stopServer();
   EXPECT_TRUE(eventually([&] { return lookOfPage() == stopped; }));
+}
+
+// In a sandbox where a start takes two seconds, so that several clicks are made before it is over.
+class SlowPane : public Pane {
+ protected:
+  void SetUp() override {
+    SystemPreferences::SetUp();
+    write(QStringLiteral(".norvik/clock"), "5\n");
+    open();
+    openPane();
+  }
+};
+
+// The clicks after the first one find the pane waiting for the server, and its button grey.
+TEST_F(SlowPane, WhatIsClickedWhileTheServerStartsIsDropped) {
+  unlock();
+  const QImage stopped = lookOfRow(kServer);
+  click(kStart, 2);
+  click(kStart + kBelowMessage, 2);  // the button moves down for the message about the wait
+  click(kLock);
+  click(kShowAll);
+  EXPECT_TRUE(eventually([&] { return messageKind() == MessageKind::done; }));
+  EXPECT_TRUE(greetingOn(nvkPort).startsWith("NVK"));
+  EXPECT_LT(darkest(kServer, kBelowMessage.y()), 60) << "still unlocked";
+  QFile log(path(QStringLiteral(".norvik/log/service.log")));
+  ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+  EXPECT_FALSE(log.readAll().contains("stop"));
+}
+
+TEST_F(Pane, ARefusedPortIsNotAppliedAndSaysSo) {
+  unlock();
+  lookOfRow(kNorvikClients);
+  click(field(), 2);
+  typeIn(QStringLiteral("70000"));
+  lookOfRow(kUserImage);
+  click(kApply);
+  EXPECT_TRUE(eventually([&] { return messageKind() == MessageKind::failure; }));
+  EXPECT_EQ(storedPort(), nvkPort);
+  const int port = freePort();
+  typeIn(QString::number(port));  // the field has the keyboard
+  click(kApply);
+  EXPECT_TRUE(eventually([&] { return messageKind() == MessageKind::done; }));
+  EXPECT_EQ(storedPort(), port);
+}
+
+TEST_F(Pane, WhatOthersSaveIsShownAtOnce) {
+  unlock();
+  const QImage before = lookOfRow(kNorvikClients);
+  write(kServerFile, serverConfiguration(freePort(), rdpPort));
+  EXPECT_TRUE(eventually([&] { return messageKind() == MessageKind::note; }));
+  EXPECT_NE(lookOfPage(), before);
+}
+
+TEST_F(Pane, ADamagedFileIsSaidAtOnceAndIsNotWrittenOverWithoutAQuestion) {
+  unlock();
+  lookOfRow(kNorvikClients);
+  write(kServerFile, "<plist><dict>");
+  EXPECT_TRUE(eventually([&] { return messageKind() == MessageKind::warning; }));
+  click(kNews + kBelowMessage);
+  click(kApply);
+  EXPECT_TRUE(eventually([&] { return !panelWindow().isEmpty(); }));
+  keys({QStringLiteral("Return")});  // Cancel
+  EXPECT_TRUE(eventually([&] { return panelWindow().isEmpty(); }));
+  QFile file(path(kServerFile));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  EXPECT_EQ(file.readAll(), "<plist><dict>");
 }
 
 TEST_F(Pane, LeavingWithChangesAsksAndApplies) {

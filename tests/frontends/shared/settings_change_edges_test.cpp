@@ -842,7 +842,8 @@ TEST_P(SettingsChangeFailureTest, IsSaidInASentenceWithTheNextStep) {
   EXPECT_FALSE(report.ok());
   EXPECT_TRUE(readsAsSentence(report.error.sentence)) << report.error.sentence;
   EXPECT_TRUE(readsAsSentence(report.error.advice)) << report.error.sentence << " / " << report.error.advice;
-  EXPECT_FALSE(computer.locks.isHeld());
+  const bool toolsHaveEnded = computer.services().tools.wait(std::chrono::milliseconds(0));
+  EXPECT_EQ(computer.locks.isHeld(), !toolsHaveEnded) << "the tools that still run hold the lock";
 }
 INSTANTIATE_TEST_SUITE_P(All, SettingsChangeFailureTest, testing::ValuesIn(kFailures),
                          [](const auto& row) { return std::string(row.param.name); });

@@ -7,9 +7,9 @@ namespace norvik {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> kWords = {
-    "",       "usage",     "wrong-value", "damaged",      "server",    "software", "not-written",
-    "output", "try-again", "not-allowed", "not-settable", "cancelled",
+constexpr std::array<std::string_view, 13> kWords = {
+    "",       "usage",     "wrong-value", "damaged",      "server",    "software",    "not-written",
+    "output", "try-again", "not-allowed", "not-settable", "cancelled", "interrupted",
 };
 
 }  // namespace

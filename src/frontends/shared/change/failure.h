@@ -20,6 +20,7 @@ enum class FailureCode {
   notAllowed,   // not authorized, or the system refused to run a tool
   notSettable,  // a setting that cannot be changed as things are
   cancelled,    // a person chose not to go on; nothing was changed
+  interrupted,  // the program was told to end before it was done
 };
 
 // The word for scripts: "wrong-value"; "" for none.

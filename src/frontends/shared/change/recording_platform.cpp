@@ -120,19 +120,18 @@ class RecordingFiles : public Files {
     errno = 0;
     const std::size_t written = files_.fwrite(bytes, size, file);
     const auto known = written_.find(file);
-    if (written < size && known != written_.end() && !known->second.failed) {
-      known->second.failed = true;
-      effects_.unwritten.push_back({known->second.path, reasonOfFailure()});
-    }
+    if (written < size && known != written_.end()) addUnwritten(known->second);
     return written;
   }
-  void fclose(FileRef file) override {
-    if (file == nowhere()) return;
-    if (const auto known = written_.find(file); known != written_.end()) {
-      if (!known->second.failed) effects_.written.push_back(known->second.path);
-      written_.erase(known);
-    }
-    files_.fclose(file);
+  int fclose(FileRef file) override {
+    if (file == nowhere()) return 0;
+    auto written = written_.extract(file);
+    errno = 0;
+    const int result = files_.fclose(file);
+    if (!written) return result;
+    if (result != 0) addUnwritten(written.mapped());
+    if (!written.mapped().failed) effects_.written.push_back(written.mapped().path);
+    return result;
   }
   int mkdir(const char* path, uint32_t mode) override {
     return mode_ == RecordingMode::real ? files_.mkdir(path, mode) : 0;
@@ -144,6 +143,11 @@ class RecordingFiles : public Files {
     bool failed = false;
   };
 
+  // Writing and closing may both fail.
+  void addUnwritten(Writing& file) {
+    if (!file.failed) effects_.unwritten.push_back({file.path, reasonOfFailure()});
+    file.failed = true;
+  }
   // A file that takes everything and keeps nothing.
   FileRef nowhere() { return reinterpret_cast<FileRef>(this); }
 

@@ -47,8 +47,9 @@ std::string damageIn(const StoredFile& file, const std::string& path, const File
     return known.words + (content.reason.empty() ? "" : " (" + content.reason + ")");
   }
   if (content.kind == FileKind::missing || content.bytes.empty()) return "";
-  if (file.isLines) return damageOf(file, content.bytes);
-  return computer.propertyLists.dictionaryWithContentsOfFile(path) ? "" : kNoDictionary;
+  if (!file.isLines && computer.propertyLists.dictionaryWithContentsOfFile(path)) return "";
+  const std::string damage = damageOf(file, content.bytes);
+  return damage.empty() && !file.isLines ? kNoDictionary : damage;
 }
 
 FileFinding damagedFile(const FileState& state, SettingsFiles& files) {
@@ -191,8 +192,10 @@ bool holdSame(const FileStates& one, const FileStates& other) {
 std::string damageOf(const StoredFile& file, std::string_view bytes) {
   if (bytes.empty()) return "";
   if (file.isLines) return isUtf8(bytes) ? "" : "it holds bytes that are no UTF-8 text";
-  const auto list = decodePropertyList(bytes);
-  return list && list->as<PropertyList::Dictionary>() != nullptr ? "" : kNoDictionary;
+  PropertyListDamage damage;
+  const auto list = decodePropertyList(bytes, damage);
+  if (!list) return damage.sentence();
+  return list->as<PropertyList::Dictionary>() != nullptr ? "" : kNoDictionary;
 }
 
 bool FileState::holdsSameAs(const FileState& other) const {

@@ -46,11 +46,7 @@ std::string howItEnded(const ToolOutcome& outcome) {
 
 ChangeError failed(const CommandOutcome& command) {
   const ToolKind& kind = kindOf(command.launch.tool);
-  std::string sentence =
-      std::string(kind.what) + ": " + commandLine(command.launch) + howItEnded(command.outcome);
-  if (!command.outcome.words.empty()) sentence += ": " + command.outcome.words;
-  if (sentence.back() != '.') sentence += ".";
-  return {kind.code, sentence, "", "", kind.advice};
+  return {kind.code, std::string(kind.what) + ": " + failureInWords(command), "", "", kind.advice};
 }
 
 }  // namespace
@@ -62,6 +58,13 @@ std::string commandLine(const Launch& launch) {
     line += bare ? " " + word : " \"" + word + "\"";
   }
   return line;
+}
+
+std::string failureInWords(const CommandOutcome& command) {
+  const std::string& words = command.outcome.words;
+  std::string sentence = commandLine(command.launch) + howItEnded(command.outcome);
+  if (!words.empty()) sentence += ": " + words;
+  return sentence.back() == '.' ? sentence : sentence + ".";
 }
 
 std::vector<CommandOutcome> outcomesOf(const Effects& effects, const std::vector<ToolOutcome>& tools) {

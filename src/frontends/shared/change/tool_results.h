@@ -12,6 +12,9 @@ namespace norvik {
 // A command line as it would be typed, words with spaces in quotes.
 std::string commandLine(const Launch& launch);
 
+// How a tool failed: "/bin/mv a b failed with exit status 1: ", and its words.
+std::string failureInWords(const CommandOutcome& command);
+
 // The launches with what became of each. A tool whose output is read changes nothing and is left out; one
 // that the system refused to run has no outcome.
 std::vector<CommandOutcome> outcomesOf(const Effects& effects, const std::vector<ToolOutcome>& tools);

@@ -1,8 +1,8 @@
-// Checks of the ports, over a table of the two services.
+// Checks of the ports, over the table of the two services.
 #include "src/frontends/shared/checks/port_check.h"
 
 #include "src/frontends/shared/checks/value_check.h"
-#include "src/frontends/shared/interface/setting_description.h"
+#include "src/frontends/shared/server/client_services.h"
 
 namespace norvik {
 
@@ -10,48 +10,29 @@ namespace {
 
 using P = NVKServerPrefs;
 
-struct Service {
-  Control P::*field;
-  Control P::*custom;  // off: the standard port, whatever the field holds
-  int64_t (P::*pending)() const;
-  int64_t P::*stored;
-};
-constexpr Service kServices[] = {
-    {&P::ib_admin_edbox_nvkPort, &P::ib_admin_chkbox_nvkPort, &P::new_admin_nvkPort, &P::m_admin_nvkPort},
-    {&P::ib_admin_edbox_rdpPort, &P::ib_admin_chkbox_rdpPort, &P::new_admin_rdpPort, &P::m_admin_rdpPort},
-};
-
-const SettingDescription* settingOf(const std::vector<SettingDescription>& settings, const Control& field) {
-  for (const SettingDescription& setting : settings) {
-    if (setting.first().outlet == field.name()) return &setting;
-  }
-  return nullptr;
-}
-
 // The server listens on its own ports, and releases them when it takes new ones.
 bool heldByServer(const P& pane, int64_t port) {
   if (pane.m_serverPid == -1) return false;
-  for (const Service& service : kServices) {
-    if (pane.*service.stored == port) return true;
+  for (const ClientService& service : kClientServices) {
+    if (pane.*service.storedPort == port) return true;
   }
   return false;
 }
 
 std::optional<PortFinding> checkService(const P& pane, const InterfaceDescription& interface,
-                                        const Service& service, const PortInUse& inUse) {
-  const auto settings = settingsOf(interface);
+                                        const ClientService& service, const PortInUse& inUse) {
   const Control& field = pane.*service.field;
-  const SettingDescription* setting = settingOf(settings, field);
-  if (setting != nullptr && (pane.*service.custom).isOn() && !checkedValue(*setting, field.stringValue())) {
+  const auto setting = portSettingOf(interface, pane, service);
+  if (setting && (pane.*service.custom).isOn() && !checkedValue(*setting, field.stringValue())) {
     return PortFinding{"A port is " + rangeInWords(setting->first()) + ", not \"" + field.stringValue() +
                        "\"."};
   }
-  const int64_t port = (pane.*service.pending)();
-  for (const Service& other : kServices) {
-    if (&other == &service || (pane.*other.pending)() != port) continue;
-    const SettingDescription* others = settingOf(settings, pane.*other.field);
+  const int64_t port = (pane.*service.pendingPort)();
+  for (const ClientService& other : kClientServices) {
+    if (&other == &service || (pane.*other.pendingPort)() != port) continue;
+    const auto others = portSettingOf(interface, pane, other);
     return PortFinding{"Port " + std::to_string(port) + " is already the port for " +
-                       (others != nullptr ? others->page.title : "the other clients") +
+                       (others ? others->page.title : "the other clients") +
                        "; each service needs its own port."};
   }
   if (heldByServer(pane, port) || !inUse(port)) return std::nullopt;
@@ -65,19 +46,19 @@ std::optional<PortFinding> checkService(const P& pane, const InterfaceDescriptio
 
 std::vector<const Control*> portFields(const NVKServerPrefs& pane) {
   std::vector<const Control*> fields;
-  for (const Service& service : kServices) fields.push_back(&(pane.*service.field));
+  for (const ClientService& service : kClientServices) fields.push_back(&(pane.*service.field));
   return fields;
 }
 
 std::vector<int64_t> pendingPorts(const NVKServerPrefs& pane) {
   std::vector<int64_t> ports;
-  for (const Service& service : kServices) ports.push_back((pane.*service.pending)());
+  for (const ClientService& service : kClientServices) ports.push_back((pane.*service.pendingPort)());
   return ports;
 }
 
 std::optional<PortFinding> checkPort(const NVKServerPrefs& pane, const InterfaceDescription& interface,
                                      const Control& field, const PortInUse& inUse) {
-  for (const Service& service : kServices) {
+  for (const ClientService& service : kClientServices) {
     if (&(pane.*service.field) == &field) return checkService(pane, interface, service, inUse);
   }
   return std::nullopt;

@@ -11,9 +11,6 @@ namespace norvik {
 
 namespace {
 
-constexpr const char* kTemporaryFolder = "/tmp";
-constexpr const char* kTemporaryPrefix = "/norvik.prefs.tmp.";
-
 // `arguments` ends with null.
 bool execute(AuthorizationRef authorization, const char* cmd, const char* const* arguments, FileRef* pipe) {
   return platform().authorization.AuthorizationExecuteWithPrivileges(

@@ -22,8 +22,6 @@ constexpr std::size_t kPidTextLength = 31;  // how much of the file is looked at
 constexpr int kRunLoopPasses = 20;
 constexpr uint32_t kRunLoopPassMicroseconds = 1'000;
 constexpr uint32_t kDotMicroseconds = 1'000'000;
-constexpr int kWaitingDots = 15;   // at most, while the daemon has not come up or gone down
-constexpr int kSettlingDots = 10;  // always, so that the daemon has settled
 
 // White space, then digits; what exceeds 32 bits keeps its low 32. No sign is read.
 int32_t leadingDecimal(std::string_view text) {

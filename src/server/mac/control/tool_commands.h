@@ -17,6 +17,9 @@ inline constexpr const char* kLaunchdConfigFile = "/etc/launchd.conf";
 // Names that the temporary files of the two are made from.
 inline constexpr const char* kServerConfigTempName = "server.conf";
 inline constexpr const char* kLaunchdConfigTempName = "launchd.conf";
+// What a temporary file's path begins with, before its name, a dot and the process id.
+inline constexpr const char* kTemporaryFolder = "/tmp";
+inline constexpr const char* kTemporaryPrefix = "/norvik.prefs.tmp.";
 
 // The placeholder in a command line for the one argument that is known only when it is run.
 inline constexpr char kVariable[] = "VARIABLE";
@@ -52,6 +55,13 @@ inline constexpr ToolCommand kChownLaunchdConfig{PROC_CHOWN, {"root", kLaunchdCo
 // Reads a kernel value; its output goes to a buffer.
 inline constexpr ToolCommand kReadKernelValue {PROC_SYSCTL, {"-n", kVariable}};
 // clang-format on
+
+// Every row above, for whoever has to know all of them.
+inline constexpr const ToolCommand* kToolCommands[] = {
+    &kStopServer,        &kStartServer,        &kManageDisplays,    &kManageAccess,      &kApplyConfig,
+    &kReboot,            &kSetTileSize,        &kSetLoginIdleTime,  &kMoveServerConfig,  &kChmodServerConfig,
+    &kChownServerConfig, &kMoveLaunchdConfig,  &kChmodLaunchdConfig, &kChownLaunchdConfig, &kReadKernelValue,
+};
 
 inline constexpr const char* kKernelMaxFiles = "kern.maxfiles";
 inline constexpr const char* kKernelMaxFilesPerProcess = "kern.maxfilesperproc";

@@ -58,9 +58,12 @@ class AuthorizationService {
 
   // Starts the tool at `path` as the super-user with the null-terminated vector `arguments` (without the
   // tool's own name) and returns without waiting for its end. Tools take effect in the order in which they
-  // were started. `communicationsPipe`, if not null, receives a stream that reads the tool's standard
-  // output, which the caller closes through the Files interface, or null if the service returns none.
-  // Any error means that the tool was not started.
+  // were started: each begins when those before it have ended, however long they take, and whether or not
+  // they succeeded. `communicationsPipe`, if not null, receives a stream that reads the tool's standard
+  // output, which the caller closes through the Files interface, or null if the service returns none. A tool
+  // that is read only reports and changes nothing: none waits for it, and it waits no longer than a moment
+  // for those before it, so that reading ends even if one of them never does. Any error means that the tool
+  // was not started.
   virtual OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
                                                       AuthorizationFlags flags, const char* const* arguments,
                                                       FileRef* communicationsPipe) = 0;

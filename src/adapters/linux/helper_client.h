@@ -1,0 +1,49 @@
+// Lines that the helper on the system bus carries out.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "src/adapters/linux/privileged_lines.h"
+#include "src/adapters/linux/system_bus.h"
+
+namespace norvik {
+
+class HelperClient : public PrivilegedLines {
+ public:
+  // `bus` is borrowed, and nobody else uses its two callbacks.
+  explicit HelperClient(SystemBus& bus);
+  ~HelperClient() override;
+
+  Answer run(const std::string& tool, const std::vector<std::string>& arguments, bool mayAsk,
+             Descriptor* output) override;
+
+  // A line whose helper is gone before it told the end counts as killed, and says so.
+  void forget() override { reported_.clear(); }
+  bool wait(std::chrono::milliseconds limit) override;
+  std::vector<ToolOutcome> outcomes() override;
+
+ private:
+  struct Line {
+    std::string helper;  // whom the bus knows it by
+    uint32_t number = 0;
+    ToolOutcome outcome;
+  };
+
+  void listen(sd_bus* bus);
+  void watch(const std::string& helper);
+  void end(const std::string& helper, uint32_t number, ToolOutcome outcome);
+  void lose(const std::string* helper);
+  static int onEnded(sd_bus_message* message, void* data, sd_bus_error* error);
+  static int onOwnerChanged(sd_bus_message* message, void* data, sd_bus_error* error);
+
+  SystemBus& bus_;
+  std::string watched_;  // the helper that is known to live
+  sd_bus_slot* watch_ = nullptr;
+  std::vector<std::shared_ptr<Line>> running_;
+  std::vector<std::shared_ptr<Line>> reported_;  // since the last `forget`
+};
+
+}  // namespace norvik

@@ -1,0 +1,196 @@
+// Words become edits; edits are made one by one, the one that disables others last.
+#include "src/frontends/command/edits.h"
+
+#include <algorithm>
+
+#include "src/frontends/command/defaults.h"
+#include "src/frontends/command/editability.h"
+#include "src/frontends/command/nearest.h"
+#include "src/frontends/command/progress.h"
+#include "src/frontends/shared/checks/value_check.h"
+
+namespace norvik::command {
+
+namespace {
+
+constexpr std::string_view kDefaultWord = "default";
+constexpr std::string_view kNoneWord = "none";
+
+using Defaults = std::map<std::string, int64_t>;
+
+const Edit* find(const std::vector<Edit>& edits, const std::string& name) {
+  const auto found = std::ranges::find(edits, name, &Edit::name);
+  return found != edits.end() ? &*found : nullptr;
+}
+
+std::optional<int64_t> valueOf(const SettingDescription& setting, const std::string& text,
+                               const Defaults& defaults) {
+  if (folded(text) == kDefaultWord) {
+    const auto found = defaults.find(setting.name);
+    return found != defaults.end() ? found->second : kNoChoice;
+  }
+  if (setting.isChoice() && folded(text) == kNoneWord) return kNoChoice;
+  return checkedValue(setting, text);
+}
+
+ChangeError parseAssignment(Session& session, const Defaults& defaults, const std::string& word,
+                            std::vector<Edit>& edits) {
+  const std::size_t equals = word.find('=');
+  const std::string name = word.substr(0, equals);
+  const PaneSetting* setting = session.find(name);
+  if (setting == nullptr) {
+    return failure(FailureCode::usage,
+                   "unknown setting \"" + name + "\"." + suggestion(name, session.settingNames()), name);
+  }
+  if (equals == std::string::npos) {
+    return failure(FailureCode::usage, name + " has no value; write " + name + "=VALUE.", name);
+  }
+  if (find(edits, name) != nullptr) return failure(FailureCode::usage, name + " is given twice.", name);
+  const std::string text = word.substr(equals + 1);
+  const auto value = valueOf(setting->description(), text, defaults);
+  if (!value) {
+    return failure(FailureCode::wrongValue,
+                   name + " takes " + acceptedValues(setting->description()) + ", not \"" + text + "\".",
+                   name);
+  }
+  edits.push_back({name, *value, ""});
+  return {};
+}
+
+// The box that the value requires, and the state that it then has.
+struct Requirement {
+  const PaneSetting* box = nullptr;  // null where none is required
+  bool on = true;
+  bool mayBeOtherwise = false;  // the person may want the box in the other state nevertheless
+};
+
+// A value that needs a box is the default where that box is off by default: then the box says it better.
+Requirement requirementOf(Session& session, const Edit& edit, const Defaults& defaults) {
+  const SettingDescription& description = session.find(edit.name)->description();
+  const bool isNone = edit.value == kNoChoice;
+  const std::size_t control = description.isChoice() && !isNone ? static_cast<std::size_t>(edit.value) : 0;
+  Requirement requirement{session.settingOf(description.controls[control]->requiresOutlet)};
+  if (requirement.box == nullptr) return requirement;
+  const auto isDefault = [&](const std::string& name, int64_t value) {
+    const auto found = defaults.find(name);
+    return found != defaults.end() && found->second == value;
+  };
+  requirement.mayBeOtherwise =
+      isDefault(edit.name, edit.value) && isDefault(requirement.box->name(), kOffState);
+  requirement.on = !isNone && !requirement.mayBeOtherwise;
+  return requirement;
+}
+
+ChangeError addRequired(Session& session, const Defaults& defaults, std::vector<Edit>& edits) {
+  for (std::size_t i = 0; i < edits.size(); ++i) {
+    const Requirement requirement = requirementOf(session, edits[i], defaults);
+    if (requirement.box == nullptr) continue;
+    const std::string name = edits[i].name, box = requirement.box->name();
+    const int64_t state = requirement.on ? kOnState : kOffState;
+    const Edit* given = find(edits, box);
+    if (given == nullptr) {
+      edits.push_back(
+          {box, state, requirement.mayBeOtherwise ? name + " is the default" : "needed by " + name});
+    } else if (given->value != state && !requirement.mayBeOtherwise) {
+      const std::string value = edits[i].value == kNoChoice ? "=" + std::string(kNoneWord) : "";
+      return failure(FailureCode::usage, name + value + " needs " + box + (requirement.on ? "=on." : "=off."),
+                     name);
+    }
+  }
+  return {};
+}
+
+// The control that a person would click; null for a choice of which no button is to be on, which its box
+// brings about.
+Control* controlOf(Session& session, const Edit& edit) {
+  return edit.value == kNoChoice ? nullptr : &session.find(edit.name)->controlFor(edit.value);
+}
+
+bool holds(Session& session, const Edit& edit) {
+  return session.find(edit.name)->value().value_or(kNoChoice) == edit.value;
+}
+
+bool canBeMade(Session& session, const Edit& edit) {
+  const Control* control = controlOf(session, edit);
+  return control != nullptr && control->isEnabled();
+}
+
+// Whether making the edit would disable the control of another one that can be made now.
+bool standsInTheWay(Session& session, const Edit& edit, const std::vector<const Edit*>& open) {
+  Control& control = *controlOf(session, edit);
+  if (control.kind() != ControlKind::checkBox) return false;
+  return std::ranges::any_of(open, [&](const Edit* other) {
+    return other != &edit && canBeMade(session, *other) &&
+           switchingDisables(session, control, *controlOf(session, *other));
+  });
+}
+
+// The edit to make next; null where none of them can be made.
+const Edit* nextOf(Session& session, const std::vector<const Edit*>& open) {
+  const Edit* possible = nullptr;
+  for (const Edit* edit : open) {
+    if (!canBeMade(session, *edit)) continue;
+    if (!standsInTheWay(session, *edit, open)) return edit;
+    if (possible == nullptr) possible = edit;
+  }
+  return possible;
+}
+
+ChangeError notSettable(Session& session, const Edit& edit) {
+  PaneSetting& setting = *session.find(edit.name);
+  const std::string beginning = edit.name + " cannot be set to " + setting.textOf(edit.value) + " now: it ";
+  const std::string ending = ". Nothing was changed.";
+  if (edit.value == kNoChoice) {
+    return failure(FailureCode::notSettable, beginning + "has a value" + ending, edit.name);
+  }
+  const Editability why = editabilityOf(session, setting, edit.value);
+  const bool isState = why.obstacle != Obstacle::needsSwitches;
+  return failure(FailureCode::notSettable, beginning + (isState ? "is " : "") + why.remark + ending,
+                 edit.name);
+}
+
+void make(Session& session, const Edit& edit) {
+  session.find(edit.name)->put(edit.value);
+  session.click(*controlOf(session, edit));
+}
+
+}  // namespace
+
+Wish wishOf(const Context& context, const Arguments& assignments) {
+  const Defaults defaults = defaultValues(context);
+  Questions questions({}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, RecordingMode::pretending);
+  Wish wish;
+  for (const std::string& word : assignments) {
+    if (ChangeError error = parseAssignment(session, defaults, word, wish.edits))
+      wish.errors.push_back(error);
+  }
+  if (ChangeError error = addRequired(session, defaults, wish.edits)) wish.errors.push_back(error);
+  std::ranges::stable_sort(wish.edits, {}, [&](const Edit& edit) { return session.find(edit.name); });
+  return wish;
+}
+
+ChangeError applyEdits(Session& session, const std::vector<Edit>& edits, std::vector<std::string>& notes) {
+  std::vector<const Edit*> declined;
+  const auto openEdits = [&] {
+    std::vector<const Edit*> open;
+    for (const Edit& edit : edits) {
+      if (!holds(session, edit) && std::ranges::count(declined, &edit) == 0) open.push_back(&edit);
+    }
+    return open;
+  };
+  // Making one edit may undo another, which is then made again; more often than this they undo one another.
+  std::size_t left = 2 * edits.size();
+  for (auto open = openEdits(); !open.empty(); open = openEdits()) {
+    const Edit* next = nextOf(session, open);
+    if (next == nullptr || left-- == 0) return notSettable(session, *open.front());
+    make(session, *next);
+    if (holds(session, *next)) continue;
+    declined.push_back(next);
+    notes.push_back(next->name + " stays " + session.find(next->name)->text() + ".");
+  }
+  return {};
+}
+
+}  // namespace norvik::command

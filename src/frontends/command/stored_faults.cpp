@@ -1,0 +1,98 @@
+// The files of the computer by the shared table; one file of its own through an adapter that knows no other.
+#include "src/frontends/command/stored_faults.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "src/adapters/property_lists/codec.h"
+#include "src/frontends/command/diagnostic.h"
+#include "src/frontends/command/fixed_lists.h"
+#include "src/frontends/shared/change/stored_files.h"
+
+namespace norvik::command {
+
+namespace {
+
+// A file has no copy where nobody has saved it.
+class NoCopies : public SettingsFiles {
+ public:
+  FileContent inspect(const std::string& /*path*/) override { return {}; }
+  bool keepCopy(const std::string& /*path*/, std::string_view /*bytes*/) override { return false; }
+  std::optional<KeptCopy> copyOf(const std::string& /*path*/) override { return std::nullopt; }
+  std::optional<std::string> setAside(const std::string& /*path*/, std::string_view /*bytes*/) override {
+    return std::nullopt;
+  }
+  bool remove(const std::string& /*path*/) override { return false; }
+};
+
+std::string reasonOf(const FileFinding& finding, const FileStates& states) {
+  const auto state = std::ranges::find(states, finding.file, &FileState::path);
+  return finding.damaged && state != states.end() ? state->damage : finding.sentence;
+}
+
+StoredFaults faultsIn(const FileStates& states, Platform& computer, SettingsFiles& files,
+                      const InterfaceDescription& interface) {
+  const NVKServerPrefs pane(interface);  // never awake: it only says which controls a setting has
+  StoredFaults faults;
+  for (FileFinding& finding : findingsOf(states, computer, files, interface, pane)) {
+    std::string reason = reasonOf(finding, states);
+    faults.push_back({std::move(finding), std::move(reason)});
+  }
+  return faults;
+}
+
+// A file that a person types, and what is wrong with it already before it is decoded.
+struct TypedFile {
+  std::string bytes;
+  std::string damage;
+};
+
+TypedFile readTyped(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::file_status status = std::filesystem::status(path, error);
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    return {"", "it is no regular file"};
+  }
+  const auto size = std::filesystem::file_size(path, error);
+  if (!error && size > kMaxPropertyListBytes) return {"", "it is too large"};
+  errno = 0;
+  std::ifstream file(path, std::ios::binary);
+  std::string bytes(std::istreambuf_iterator<char>(file), {});
+  if (!file.is_open() || file.bad())
+    return {"", std::string("it cannot be read (") + std::strerror(errno) + ")"};
+  return {bytes, bytes.empty() ? "it is empty" : ""};
+}
+
+StoredFile serverFile() {
+  return *std::ranges::find_if(
+      storedFiles(), [](const StoredFile& file) { return file.group == Group::server && !file.byTool; });
+}
+
+}  // namespace
+
+StoredFaults storedFaults(const Context& context) {
+  SettingsFiles& files = context.services.computer.files;
+  return faultsIn(inspectFiles(context.computer, files), context.computer, files, context.interface);
+}
+
+StoredFaults faultsOfFile(const Context& context, const std::string& path) {
+  TypedFile typed = readTyped(path);
+  StoredFile file = serverFile();
+  file.label = "the file";
+  if (typed.damage.empty()) typed.damage = damageOf(file, typed.bytes);
+  FixedLists lists(context.computer.propertyLists, decodePropertyList(typed.bytes));
+  Platform computer = platformWith(context.computer, lists);
+  NoCopies copies;
+  const FileStates states{{file, path, {FileKind::regular, typed.bytes, ""}, typed.damage}};
+  return faultsIn(states, computer, copies, context.interface);
+}
+
+void writeWarnings(std::ostream& err, const StoredFaults& faults) {
+  for (const StoredFault& fault : faults) writeDiagnostic(err, "warning: " + fault.finding.sentence);
+}
+
+}  // namespace norvik::command

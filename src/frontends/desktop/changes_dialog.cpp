@@ -1,0 +1,186 @@
+// The list, the effects under it, and the buttons.
+#include "src/frontends/desktop/changes_dialog.h"
+
+#include <QDialogButtonBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/mnemonic_click.h"
+#include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/interface/window_texts.h"
+
+namespace norvik::desktop {
+
+namespace {
+
+namespace texts = window_texts;
+
+enum ListColumn { kSetting, kPage, kOld, kNew, kWhy, kListColumns };
+
+constexpr double kListLetters = 96;  // the dialog, in average letters
+constexpr int kRowsHigh = 8;         // of the list
+constexpr int kLinesHigh = 17;       // of the effects
+
+// Rich text takes margins in pixels alone.
+QString headed(std::string_view heading, const QStringList& lines) {
+  if (lines.isEmpty()) return {};
+  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") + text(heading).toHtmlEscaped() +
+                  QStringLiteral("</b></p>");
+  for (const QString& line : lines)
+    block +=
+        QStringLiteral("<p style=\"margin:0 0 0 12px\">") + line.toHtmlEscaped() + QStringLiteral("</p>");
+  return block;
+}
+
+template <typename Values, typename Words>
+QStringList linesOf(const Values& values, Words words) {
+  QStringList lines;
+  for (const auto& value : values) lines += text(words(value));
+  return lines;
+}
+
+}  // namespace
+
+QString effectsOf(const Preview& preview) {
+  const auto itself = [](const std::string& words) { return words; };
+  QStringList consequences;
+  if (preview.endsConnections) consequences += text(texts::kEndsConnections);
+  if (preview.needsRestart) consequences += text(texts::kNeedsRestart);
+  QStringList blocks{headed(texts::kConsequencesHeading, consequences),
+                     headed(texts::kFilesHeading, linesOf(preview.files, itself)),
+                     headed(texts::kCommandsHeading, linesOf(preview.commands, commandLine)),
+                     headed(texts::kToldHeading, linesOf(preview.told, itself))};
+  blocks.removeAll(QString());
+  return blocks.join(QStringLiteral("<p style=\"margin:0; font-size:6px\">&nbsp;</p>"));
+}
+
+ChangesDialog::ChangesDialog(QWidget* window, Source source)
+    : QDialog(window, Qt::Sheet),
+      source_(std::move(source)),
+      list_(new QTreeWidget(this)),
+      effects_(new QLabel) {
+  setObjectName(QStringLiteral("changesDialog"));
+  setWindowTitle(text(texts::kChangesTitle));
+  setWindowModality(Qt::WindowModal);
+  auto* column = new QVBoxLayout(this);
+  list_->setObjectName(QStringLiteral("changesList"));
+  list_->setAccessibleName(text(texts::kChangesTitle));
+  list_->setAccessibleDescription(text(texts::kChangesHelp));
+  list_->setRootIsDecorated(false);
+  list_->setUniformRowHeights(true);
+  list_->setAllColumnsShowFocus(true);
+  list_->setHeaderLabels({text(texts::kSettingColumn), text(texts::kPageColumn), text(texts::kOldColumn),
+                          text(texts::kNewColumn), text(texts::kReasonColumn)});
+  list_->setMinimumHeight(kRowsHigh * fontMetrics().height());
+  column->addWidget(list_, 1);
+  effects_->setObjectName(QStringLiteral("changesEffects"));
+  effects_->setTextFormat(Qt::RichText);
+  effects_->setWordWrap(true);
+  effects_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  effects_->setAlignment(Qt::AlignTop | Qt::AlignLeading);
+  effects_->setMargin(fontMetrics().averageCharWidth());
+  auto* area = new QScrollArea(this);
+  area->setWidget(effects_);
+  area->setWidgetResizable(true);
+  area->setMinimumHeight(kLinesHigh * fontMetrics().height());
+  area->setAccessibleName(text(texts::kChangesHelp));
+  column->addWidget(area, 1);
+  addButtons(*column);
+  connect(list_, &QTreeWidget::itemDoubleClicked, this, [this] { done(kGoToSetting); });
+  connect(list_, &QTreeWidget::itemSelectionChanged, this, [this] {
+    goTo_->setEnabled(chosen() != nullptr);
+    takeBack_->setEnabled(chosen() != nullptr);
+  });
+  showPreview();
+  resize(static_cast<int>(kListLetters * fontMetrics().averageCharWidth()), sizeHint().height());
+}
+
+QPushButton* ChangesDialog::addButton(std::string_view words, const char* name) {
+  auto* button = new QPushButton(withoutMnemonic(text(words)), this);
+  button->setObjectName(QString::fromLatin1(name));
+  button->setAccessibleName(text(words));
+  button->setAutoDefault(false);
+  clickAtMnemonic(button);
+  return button;
+}
+
+void ChangesDialog::addButtons(QVBoxLayout& column) {
+  auto* box = new QDialogButtonBox(this);
+  goTo_ = addButton(texts::kGoToSetting, "changesGoTo");
+  takeBack_ = addButton(texts::kTakeBack, "changesTakeBack");
+  takeBackAll_ = addButton(texts::kTakeBackAll, "changesTakeBackAll");
+  apply_ = addButton(texts::kApply, "changesApply");
+  auto* close = addButton(texts::kClose, "changesClose");
+  for (QPushButton* button : {goTo_, takeBack_, takeBackAll_})
+    box->addButton(button, QDialogButtonBox::ActionRole);
+  box->addButton(apply_, QDialogButtonBox::AcceptRole);
+  box->addButton(close, QDialogButtonBox::RejectRole);
+  apply_->setDefault(true);
+  column.addWidget(box);
+  QSet<QChar> taken;
+  addMnemonics(*box, taken);
+  connect(goTo_, &QPushButton::clicked, this, [this] { done(kGoToSetting); });
+  connect(takeBack_, &QPushButton::clicked, this, [this] { takeBackChosen(); });
+  connect(takeBackAll_, &QPushButton::clicked, this, [this] {
+    source_.takeBackAll();
+    showPreview();
+  });
+  connect(apply_, &QPushButton::clicked, this, [this] { done(kApply); });
+  connect(close, &QPushButton::clicked, this, [this] { done(kClose); });
+}
+
+void ChangesDialog::showPreview() {
+  preview_ = source_.preview();
+  showChanges();
+  const bool any = !preview_.changes.empty();
+  effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges).toHtmlEscaped());
+  takeBackAll_->setEnabled(any);
+  apply_->setEnabled(any);
+  if (!any) list_->parentWidget()->setFocus();
+}
+
+// The row that was chosen stays chosen, or the one that took its place.
+void ChangesDialog::showChanges() {
+  const int before = std::max(0, list_->indexOfTopLevelItem(list_->currentItem()));
+  list_->clear();
+  for (const SettingChange& change : preview_.changes) {
+    const QStringList words{text(change.label), text(change.page), text(change.from), text(change.to),
+                            text(change.because)};
+    auto* item = new QTreeWidgetItem(list_, words);
+    for (int i = 0; i < kListColumns; ++i) item->setToolTip(i, words[i]);
+  }
+  const int rows = list_->topLevelItemCount();
+  if (rows > 0) list_->setCurrentItem(list_->topLevelItem(std::min(before, rows - 1)));
+  for (int i = 0; i < kListColumns; ++i) list_->resizeColumnToContents(i);
+  list_->setColumnHidden(
+      kWhy, std::ranges::all_of(preview_.changes, [](const auto& c) { return c.because.empty(); }));
+  goTo_->setEnabled(chosen() != nullptr);
+  takeBack_->setEnabled(chosen() != nullptr);
+}
+
+const SettingChange* ChangesDialog::chosen() const {
+  const int row = list_->indexOfTopLevelItem(list_->currentItem());
+  if (row < 0 || static_cast<std::size_t>(row) >= preview_.changes.size()) return nullptr;
+  return &preview_.changes[static_cast<std::size_t>(row)];
+}
+
+void ChangesDialog::takeBackChosen() {
+  const SettingChange* change = chosen();
+  if (change == nullptr) return;
+  source_.takeBack(std::string(change->name));
+  showPreview();
+}
+
+std::string ChangesDialog::outlet() const {
+  const SettingChange* change = chosen();
+  return change != nullptr ? change->outlet : std::string();
+}
+
+}  // namespace norvik::desktop

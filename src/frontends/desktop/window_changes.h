@@ -1,0 +1,79 @@
+// Connects the change transaction with the window: Apply and its result, the list of pending changes, what
+// others change meanwhile, damaged files, the lock, and leaving. Decides nothing itself: what is saved is the
+// transaction's.
+#pragma once
+
+#include <QObject>
+#include <QTimer>
+#include <functional>
+#include <string>
+
+#include "src/frontends/desktop/decisions.h"
+#include "src/frontends/desktop/message_area.h"
+#include "src/frontends/desktop/qt_platform.h"
+#include "src/frontends/desktop/settings_window.h"
+#include "src/frontends/shared/change/settings_change.h"
+
+namespace norvik::desktop {
+
+class WindowChanges : public QObject {
+ public:
+  // Borrows everything. The window is filled, and the transaction has looked and loaded.
+  WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, SettingsChange& change, QtAlertPanels& alerts,
+                const Busy& busy);
+  ~WindowChanges() override;
+
+  // What Return and the button do: checks, and then saves or says why not.
+  void apply();
+  // The list of pending changes.
+  void showChanges();
+  // One of the settings files may have changed: looks at them when nobody is being asked and nothing is under
+  // way.
+  void filesChanged();
+  // Opens the lock where it is closed. Whether it is open then; if not, it was said.
+  bool unlocked();
+  // Whether the window may go: asks about everything that is pending.
+  bool mayLeave();
+  // How many changes are pending.
+  std::size_t pendingCount() { return change_.pending().size(); }
+
+  // Whether the server's settings file cannot be read; then nothing of it should be taken up.
+  bool serverFileIsDamaged() const;
+
+  // Says what came of something: the setting it is about, if any, and what "Retry" does about it.
+  void say(const WindowMessage& message, const std::string& outlet, std::function<void()> retry);
+
+  // Called after each change of the settings files: what is in force may be different now.
+  std::function<void()> changed;
+  // Has the server take up what is stored.
+  std::function<void()> takeUp;
+
+ private:
+  MessageLine& line(MessageSubject subject) { return window_.messages().line(subject); }
+  void connectMessages();
+  void act(MessageSubject subject, MessageAction action);
+  void say(const ChangeReport& report, const WindowMessage& message, std::function<void()> retry);
+  void pressLock();
+  void showPending();
+  void showAddresses();
+  void applyAgain();
+  void showFindings();
+  void lookAtFiles();
+  void chooseValues();
+  void restoreCopy();
+  bool leaveWith(DialogDecisions::Leave answer);
+
+  SettingsWindow& window_;
+  NVKServerPrefs& pane_;
+  SettingsChange& change_;
+  QtAlertPanels& alerts_;
+  const Busy& busy_;
+  DialogDecisions decisions_;
+  QTimer settled_;  // a save is several events
+  QTimer slow_;     // a save that takes so long that a person should know
+  std::function<void()> retry_;
+  std::string outlet_;     // of the setting that the outcome is about
+  std::string dismissed_;  // the sentence about files that a person has closed
+};
+
+}  // namespace norvik::desktop

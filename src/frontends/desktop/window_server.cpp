@@ -1,0 +1,92 @@
+// The two buttons of the server's page, and the line about what is in force.
+#include "src/frontends/desktop/window_server.h"
+
+#include <utility>
+
+#include "src/frontends/shared/interface/window_messages.h"
+
+namespace norvik::desktop {
+
+namespace {
+constexpr std::chrono::seconds kLookAgain{3};
+}  // namespace
+
+WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, SettingsChange& change,
+                           OrderedServer server, AlertPanels& panels, const Busy& busy)
+    : window_(window),
+      changes_(changes),
+      change_(change),
+      server_(std::move(server)),
+      panels_(panels),
+      busy_(busy) {
+  for (const Control* button :
+       {&server_.pane.ib_admin_button_svrStart, &server_.pane.ib_admin_button_svrRestart})
+    window_.setCommand(*button, [this, button] { press(*button); });
+  window_.serverTextChanged = [this] { showProgress(); };
+  changes_.changed = [this] { lookAtForce(); };
+  changes_.takeUp = [this] { takeUpStored(); };
+  again_.setSingleShot(true);
+  connect(&again_, &QTimer::timeout, this, [this] { lookAtForce(); });
+  lookAtForce();
+}
+
+WindowServer::~WindowServer() {
+  window_.serverTextChanged = nullptr;
+  changes_.changed = nullptr;
+  changes_.takeUp = nullptr;
+}
+
+void WindowServer::press(const Control& button) {
+  if (const auto order = orderOf(server_.pane, button)) give(*order);
+}
+
+bool WindowServer::isAgreed(ServerOrder order) {
+  const auto question = questionBefore(order);
+  if (!question) return true;
+  const int answer =
+      panels_.NSRunAlertPanel(question->title.c_str(), question->message.c_str(),
+                              question->buttons[0].c_str(), question->buttons[1].c_str(), nullptr);
+  return answer == NSAlertDefaultReturn;
+}
+
+void WindowServer::give(ServerOrder order) {
+  if (!isAgreed(order)) return;
+  const OrderReport report = carryOut(order, server_);
+  changes_.say(orderMessage(order, report), report.change.error.outlet, [this, order] { give(order); });
+  showForce(report.inForce);
+  window_.refresh();
+}
+
+void WindowServer::takeUpStored() {
+  if (!changes_.unlocked()) return;
+  const OrderReport report = takeUp(change_, server_);
+  changes_.say(takenUpMessage(report), report.change.error.outlet, [this] { takeUpStored(); });
+  showForce(report.inForce);
+}
+
+// While a start or stop is under way, each dot of the state label is a second of it. The server may also come
+// and go without the window.
+void WindowServer::showProgress() {
+  if (const auto progress = meter_.read(server_.pane)) {
+    window_.messages()
+        .line(MessageSubject::outcome)
+        .showProgress(text(progress->waitingFor), progress->done, progress->total);
+  } else if (server_.pane.m_serverPid != pid_) {
+    again_.start(0);
+  }
+}
+
+void WindowServer::lookAtForce() {
+  if (busy_.isBusy()) return again_.start(kLookAgain);
+  showForce(serverInForce(server_.pane, server_.interface, server_.services.ports));
+}
+
+void WindowServer::showForce(const ServerInForce& inForce) {
+  pid_ = server_.pane.m_serverPid;
+  const WindowMessage message = changes_.serverFileIsDamaged() ? WindowMessage() : inForceMessage(inForce);
+  if (std::exchange(said_, message.sentence) != message.sentence)
+    window_.messages().line(MessageSubject::inForce).showMessage(message);
+  if (!message.isEmpty()) again_.start(kLookAgain);
+}
+
+}  // namespace norvik::desktop

@@ -1,0 +1,57 @@
+// Events taken from the application's queue, and dropped if a person made them.
+#include "src/frontends/prefpane/input.h"
+
+#import "src/frontends/prefpane/appkit.h"
+
+namespace norvik::prefpane {
+
+namespace {
+
+constexpr double kLook = 0.02;  // seconds between two looks at a condition
+
+constexpr NSUInteger kInput = NSLeftMouseDownMask | NSLeftMouseUpMask | NSLeftMouseDraggedMask |
+                              NSRightMouseDownMask | NSRightMouseUpMask | NSRightMouseDraggedMask |
+                              NSOtherMouseDownMask | NSOtherMouseUpMask | NSOtherMouseDraggedMask |
+                              NSKeyDownMask | NSKeyUpMask | NSScrollWheelMask;
+
+bool isInput(NSEvent* event) {
+  return (kInput & NSEventMaskFromType([event type])) != 0 || isCloseRequest(event);
+}
+
+// In a mode in which only what draws is handled: the pane's own timers wait.
+NSEvent* nextEvent(NSDate* limit) {
+  return [NSApp nextEventMatchingMask:NSAnyEventMask
+                            untilDate:limit
+                               inMode:NSEventTrackingRunLoopMode
+                              dequeue:YES];
+}
+
+}  // namespace
+
+void dropInput() {
+  while ([NSApp nextEventMatchingMask:kInput
+                            untilDate:[NSDate distantPast]
+                               inMode:NSDefaultRunLoopMode
+                              dequeue:YES] != nil) {
+  }
+}
+
+void waitDroppingInput(double seconds) {
+  NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  NSDate* end = [NSDate dateWithTimeIntervalSinceNow:seconds];
+  do {
+    NSEvent* event = nextEvent(end);
+    if (event != nil && !isInput(event)) [NSApp sendEvent:event];
+  } while ([end timeIntervalSinceNow] > 0);
+  [pool release];
+}
+
+bool waitDroppingInput(const std::function<bool()>& condition, double limit) {
+  for (double waited = 0; !condition(); waited += kLook) {
+    if (waited >= limit) return false;
+    waitDroppingInput(kLook);
+  }
+  return true;
+}
+
+}  // namespace norvik::prefpane

@@ -1,0 +1,194 @@
+// The pane's commands around the transaction, and its messages.
+#include "src/frontends/prefpane/pane_changes.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "src/frontends/prefpane/panels.h"
+
+namespace norvik::prefpane {
+
+namespace {
+
+// Seconds after the last event of a file, so that a save in several steps is looked at once.
+constexpr double kSettling = 0.15;
+
+}  // namespace
+
+PaneChanges::PaneChanges(MainView& view, NVKServerPrefs& pane, SettingsChange& change, AlertPanels& panels)
+    : view_(view), pane_(pane), change_(change), decisions_(panels), settled_([this] { lookAtFiles(); }) {
+  view_.setCommand(pane_.ib_button_Apply, [this] { apply(); });
+  view_.setCommand(pane_.ib_button_Auth, [this] { pressLock(); });
+  view_.showChanges = [this] { showPendingChanges(); };
+  view_.refreshed = [this] { showPending(); };
+  view_.messages().acted = [this](MessageSubject subject, MessageAction action) { act(subject, action); };
+  view_.messages().closed = [this](MessageSubject subject) {
+    if (subject == MessageSubject::files) dismissed_ = damagedMessage(change_.findings()).sentence;
+  };
+  showFindings();
+  showPending();
+}
+
+PaneChanges::~PaneChanges() {
+  view_.showChanges = nullptr;
+  view_.refreshed = nullptr;
+  view_.messages().acted = nullptr;
+  view_.messages().closed = nullptr;
+}
+
+void PaneChanges::act(MessageSubject subject, MessageAction action) {
+  switch (action) {
+    case MessageAction::retry:
+      if (const auto again = retry_) again();
+      break;
+    case MessageAction::showDetails:
+      showDetails(view_.messages().message(subject));
+      break;
+    case MessageAction::showSetting:
+      view_.showSetting(outlet_);
+      break;
+    case MessageAction::chooseValues:
+      chooseValues();
+      break;
+    case MessageAction::restoreCopy:
+      restoreCopy();
+      break;
+    case MessageAction::takeUp:
+      if (takeUp) takeUp();
+      break;
+  }
+}
+
+// ---- What came of something
+
+void PaneChanges::say(const WindowMessage& message, const std::string& outlet, std::function<void()> retry) {
+  outlet_ = outlet;
+  retry_ = std::move(retry);
+  view_.messages().show(MessageSubject::outcome, message);
+}
+
+void PaneChanges::say(const ChangeReport& report, const WindowMessage& message, std::function<void()> retry) {
+  if (!report.error.outlet.empty()) view_.showSetting(report.error.outlet);
+  view_.messages().clear(MessageSubject::others);
+  showFindings();
+  if (changed) changed();
+  say(message, report.error.outlet, std::move(retry));
+  view_.refresh();
+}
+
+// A damaged file is said until it is none any more, or until a person has closed the message about it.
+void PaneChanges::showFindings() {
+  const WindowMessage message = damagedMessage(change_.findings());
+  if (message.sentence != dismissed_) dismissed_.clear();
+  if (dismissed_.empty() && message.sentence != view_.messages().message(MessageSubject::files).sentence)
+    view_.messages().show(MessageSubject::files, message);
+}
+
+// ---- Apply and its list
+
+void PaneChanges::apply() {
+  const auto findings = change_.check();
+  const WindowMessage refused = refusedMessage(findings);
+  if (!refused.isEmpty()) {
+    const std::string outlet = std::ranges::find_if(findings, &ValueFinding::blocks)->outlet;
+    view_.showSetting(outlet);
+    return say(refused, outlet, nullptr);
+  }
+  const ChangeReport report = change_.apply(decisions_);
+  say(report, appliedMessage(report), [this] { apply(); });
+}
+
+void PaneChanges::showPendingChanges() {
+  const ChangesChoice choice = prefpane::showChanges(
+      {[this] { return change_.preview(); },
+       [this](const std::string& setting) { change_.takeBack(setting); }, [this] { change_.takeBackAll(); }});
+  view_.refresh();
+  if (choice.kind == ChangesChoice::apply) apply();
+  if (choice.kind == ChangesChoice::goToSetting) view_.showSetting(choice.outlet);
+}
+
+void PaneChanges::showPending() {
+  // While nothing can be applied, nothing is counted; the pane says so four times a second anyway.
+  view_.showPending(pane_.ib_button_Apply.isEnabled() ? change_.pending() : std::vector<SettingChange>());
+}
+
+// ---- The lock
+
+// Locking may apply, by a question of the pane's own.
+void PaneChanges::pressLock() {
+  const bool wasOpen = pane_.authorized();
+  const ChangeReport report = change_.around([this] { pane_.buttonClicked(pane_.ib_button_Auth); });
+  if (wasOpen && (report.applied || report.error))
+    return say(report, appliedMessage(report), [this] { apply(); });
+  if (wasOpen) return;
+  if (!pane_.authorized()) return say(unlockDeniedMessage(), {}, [this] { pressLock(); });
+  view_.messages().clear(MessageSubject::outcome);
+  change_.takeOver();  // an open lock shows more than a closed one
+}
+
+bool PaneChanges::unlocked() {
+  if (!pane_.authorized()) {
+    pressLock();
+    view_.refresh();
+  }
+  return pane_.authorized();
+}
+
+// ---- Others
+
+void PaneChanges::filesChanged() {
+  settled_.start(kSettling);
+}
+
+// While the server starts or stops, the pane must not be refreshed.
+void PaneChanges::lookAtFiles() {
+  if (pane_.isServerChanging()) return filesChanged();
+  const ForeignChanges foreign = change_.foreignChanges();
+  if (!foreign.any()) return;
+  if (foreign.collisions.empty()) change_.takeOver();
+  showFindings();
+  if (changed) changed();
+  const bool damaged = std::ranges::any_of(change_.findings(), &FileFinding::damaged);
+  view_.messages().show(MessageSubject::others, damaged ? WindowMessage() : foreignMessage(foreign));
+  view_.refresh();
+}
+
+// Asked now; otherwise at Apply.
+void PaneChanges::chooseValues() {
+  const std::vector<Collision> collisions = change_.foreignChanges().collisions;
+  const auto sides = collisions.empty() ? std::vector<Side>() : decisions_.resolve(collisions);
+  if (!sides) return;
+  std::vector<std::string> theirs;
+  for (std::size_t i = 0; i < collisions.size(); ++i) {
+    if ((*sides)[i] == Side::theirs) theirs.push_back(collisions[i].name);
+  }
+  change_.takeOver(theirs);
+  view_.messages().clear(MessageSubject::others);
+  showFindings();
+  if (changed) changed();
+  view_.refresh();
+}
+
+void PaneChanges::restoreCopy() {
+  const auto hasCopy = [](const FileFinding& finding) {
+    return finding.damaged && !finding.copyTime.empty();
+  };
+  const auto found = std::ranges::find_if(change_.findings(), hasCopy);
+  if (found == change_.findings().end()) return;
+  const FileFinding file = *found;
+  const bool isAdministrators = file.group == Group::server || file.group == Group::limit;
+  if (isAdministrators && !unlocked()) return;
+  const ChangeReport report = change_.restore(file);
+  say(report, restoredMessage(report, file), [this] { restoreCopy(); });
+}
+
+// ---- Leaving
+
+// Nobody sees the view now; it keeps the message until it is shown again.
+void PaneChanges::leave(const std::function<void()>& call) {
+  const ChangeReport report = change_.around(call);
+  if (report.applied || report.error) say(report, appliedMessage(report), [this] { apply(); });
+  view_.refresh();
+}
+
+}  // namespace norvik::prefpane

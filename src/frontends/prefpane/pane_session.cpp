@@ -1,0 +1,84 @@
+// The parts of a pane in their order.
+#include "src/frontends/prefpane/pane_session.h"
+
+#include <utility>
+
+namespace norvik::prefpane {
+
+namespace {
+
+// Of the pane that owns the state: another one passes the host's calls on to it.
+PaneSession* mainSession = nullptr;
+
+ChangeOptions changeOptions(const SessionComputer& computer) {
+  ChangeOptions options;
+  options.portInUse = computer.portInUse;
+  options.waitForTools = computer.waitForTools;
+  return options;
+}
+
+}  // namespace
+
+PaneSession::PaneSession(const SessionComputer& computer, const InterfaceDescription& interface)
+    : computer_(computer),
+      interface_(interface),
+      pane_(interface),
+      change_(pane_, computer_.recording, computer_.platform, interface, computer_.services,
+              changeOptions(computer_)) {}
+
+PaneSession::~PaneSession() {
+  if (mainSession != this) return;
+  mainSession = nullptr;
+  computer_.drawing = {};
+  computer_.runLoop.ticked = nullptr;
+}
+
+void* PaneSession::view() {
+  if (view_ != nullptr) return view_->view();
+  const bool isFirst = __main_pane == nullptr;
+  if (isFirst) change_.look();
+  pane_.awakeFromNib();
+  if (isFirst) change_.loaded();
+  view_ = std::make_unique<MainView>(pane_, interface_, computer_.portInUse);
+  if (isMain()) beMainPane();
+  return view_->view();
+}
+
+// Only the pane that holds the state ticks, is drawn at once and saves; the view of another one stays inert.
+void PaneSession::beMainPane() {
+  mainSession = this;
+  changes_ = std::make_unique<PaneChanges>(*view_, pane_, change_, computer_.panels);
+  server_ =
+      std::make_unique<PaneServer>(*view_, *changes_, change_,
+                                   OrderedServer{pane_, computer_.recording, interface_, computer_.services,
+                                                 computer_.waitForTools, computer_.pause},
+                                   computer_.panels);
+  files_ = std::make_unique<LinuxFileWatch>(computer_.settingsFiles);
+  watch_ = std::make_unique<DescriptorWatch>(files_->descriptor(), [this] {
+    if (files_->takeChanges()) filesChanged();
+  });
+  MainView* view = view_.get();
+  computer_.drawing.displayControl = [view](Control& control) { view->display(control); };
+  computer_.drawing.displayView = [view](View& drawn) {
+    if (drawn.superview() == nullptr) view->displayIfNeeded();
+  };
+  computer_.runLoop.ticked = [view] { view->ticked(); };
+  view->refresh();
+}
+
+void PaneSession::willSelect() {
+  pane_.willSelect();
+  view_->fit();
+}
+
+// The pane asks by itself what to do with changes, and may apply.
+void PaneSession::didUnselect() {
+  const auto leave = [this] { pane_.didUnselect(); };
+  mainSession != nullptr ? mainSession->changes_->leave(leave) : leave();
+}
+
+void PaneSession::filesChanged() {
+  if (changes_ != nullptr) changes_->filesChanged();
+}
+
+}  // namespace norvik::prefpane

@@ -1,0 +1,196 @@
+// What is said before and after an order, and the order itself: a click on a button of the pane.
+#include "src/frontends/shared/server/server_order.h"
+
+#include <algorithm>
+
+#include "src/frontends/shared/change/tool_results.h"
+#include "src/server/mac/control/tool_commands.h"
+
+namespace norvik {
+
+namespace {
+
+using std::chrono::milliseconds;
+
+constexpr milliseconds kTakeUpLimit{5'000};
+constexpr milliseconds kTakeUpPause{50};
+
+constexpr const char* kLookInLog = "Look in the system's log for what the server says.";
+
+bool runs(int32_t pid) {
+  return pid != -1;
+}
+
+bool isStart(const Launch& launch) {
+  return launch.tool == PROC_NVKSVC && !launch.arguments.empty() &&
+         launch.arguments.front() == kStartServer.arguments[0];
+}
+
+// What the server did not do that was ordered; empty where it did.
+std::string notDone(ServerOrder order, const OrderReport& report) {
+  if (order == ServerOrder::stop) return runs(report.after) ? "The server did not stop." : "";
+  if (!runs(report.after)) return "The server did not start.";
+  // The pane starts the server again only where it has stopped.
+  const auto& launches = report.change.effects.launches;
+  const bool wasPressed = report.change.applied && order == ServerOrder::restart;
+  const bool isStillTheOld = wasPressed && std::ranges::none_of(launches, isStart);
+  return isStillTheOld ? "The server did not stop, so it was not started again." : "";
+}
+
+// A tool that has not ended or was refused is its own reason; one that failed is the server's.
+ChangeError errorAfter(ServerOrder order, OrderReport& report) {
+  const auto& commands = report.change.commands;
+  ChangeError error = errorOf(commands);
+  if (error && error.code != FailureCode::server) return error;
+  const auto failed = std::ranges::find_if(
+      commands, [](const CommandOutcome& command) { return !command.outcome.succeeded(); });
+  const std::string reason = failed != commands.end() ? failureInWords(*failed) : "";
+  const std::string sentence = notDone(order, report);
+  if (sentence.empty()) {
+    if (!reason.empty()) report.change.warnings.push_back(reason);
+    return order == ServerOrder::stop ? ChangeError() : connectionError(report.inForce);
+  }
+  const std::string late = "It was given " + std::to_string(kWaitingDots + kSettlingDots) + " seconds.";
+  return {FailureCode::server, sentence + " " + (reason.empty() ? late : reason), "", "", kLookInLog};
+}
+
+// A server that nobody started just now need not have what was stored since. That a program has its port is
+// a failure all the same, which a person who orders the start has to learn.
+void judgeWhatRanBefore(OrderReport& report) {
+  const bool isTaken = std::ranges::any_of(
+      report.inForce.services, [](const ServiceInForce& service) { return service.takenBy.has_value(); });
+  if (isTaken) return;
+  report.change.error = {};
+  for (const ServiceInForce& service : report.inForce.services) {
+    if (service.differs()) report.change.warnings.push_back(inForceSentence(service));
+  }
+}
+
+void press(ServerOrder order, OrderedServer& server, OrderReport& report) {
+  NVKServerPrefs& pane = server.pane;
+  server.recording.forget();
+  server.services.tools.forget();
+  // Restart is enabled only while the server runs; for a stopped one Start does the same.
+  const bool restarts = order == ServerOrder::restart && runs(report.before);
+  pane.buttonClicked(restarts ? pane.ib_admin_button_svrRestart : pane.ib_admin_button_svrStart);
+  server.waitForTools(server.toolLimit);
+  pane.onStateTimer();
+  report.change.applied = true;
+  report.change.effects = server.recording.effects();
+  report.change.commands = outcomesOf(report.change.effects, server.services.tools.outcomes());
+}
+
+void look(OrderedServer& server, OrderReport& report) {
+  report.after = server.pane.m_serverPid;
+  report.inForce = serverInForce(server.pane, server.interface, server.services.ports);
+}
+
+}  // namespace
+
+std::optional<ServerOrder> orderOf(const NVKServerPrefs& pane, const Control& button) {
+  if (&button == &pane.ib_admin_button_svrRestart) return ServerOrder::restart;
+  if (&button != &pane.ib_admin_button_svrStart) return std::nullopt;
+  return runs(nvkd_pid()) ? ServerOrder::stop : ServerOrder::start;
+}
+
+std::optional<OrderQuestion> questionBefore(ServerOrder order) {
+  switch (order) {
+    case ServerOrder::start:
+      return std::nullopt;
+    case ServerOrder::stop:
+      return OrderQuestion{
+          "Stop the server?",
+          "Everyone who is connected to this computer is disconnected, and nobody can connect until "
+          "the server is started again.",
+          {"Stop", "Cancel"}};
+    case ServerOrder::restart:
+      return OrderQuestion{
+          "Restart the server?",
+          "Everyone who is connected to this computer is disconnected, and nobody can connect until "
+          "the server has come up again, which takes at least twenty seconds.",
+          {"Restart", "Cancel"}};
+  }
+  return std::nullopt;
+}
+
+ChangeError installationError(SettingsFiles& files) {
+  const FileKind kind = files.inspect(PROC_NVKSVC).kind;
+  if (kind != FileKind::missing && kind != FileKind::directory) return {};
+  return {FailureCode::server,
+          std::string("The server is not installed: there is no program ") + PROC_NVKSVC + ".", "", "",
+          "Install the Norvik server on this computer."};
+}
+
+std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane) {
+  const bool isRunning = runs(pane.m_serverPid);
+  if (order == ServerOrder::start && isRunning) return "The server is already running.";
+  if (order == ServerOrder::stop && !isRunning) return "The server is not running.";
+  if (order == ServerOrder::restart && !isRunning) return "The server is not running, so it is only started.";
+  return "";
+}
+
+bool isFulfilled(ServerOrder order, const NVKServerPrefs& pane) {
+  if (order == ServerOrder::restart) return false;
+  return runs(pane.m_serverPid) == (order == ServerOrder::start);
+}
+
+OrderReport carryOut(ServerOrder order, OrderedServer& server) {
+  NVKServerPrefs& pane = server.pane;
+  pane.onStateTimer();  // the start button does one thing or the other by what is so now
+  OrderReport report;
+  report.before = pane.m_serverPid;
+  report.note = noteBefore(order, pane);
+  const bool fulfilled = isFulfilled(order, pane);
+  if (!fulfilled && !pane.authorized()) {
+    report.change.error = {FailureCode::notAllowed,
+                           "This needs administrator rights, which were not granted.", "", "", ""};
+  } else if (!fulfilled) {
+    report.change.error = installationError(server.services.files);
+  }
+  if (!fulfilled && report.ok()) press(order, server, report);
+  look(server, report);
+  if (report.ok()) report.change.error = errorAfter(order, report);
+  if (fulfilled) judgeWhatRanBefore(report);
+  return report;
+}
+
+OrderReport takeUp(SettingsChange& change, OrderedServer& server) {
+  OrderReport report;
+  report.before = server.pane.m_serverPid;
+  if (!runs(report.before)) {
+    report.note = "The server is not running; it takes up what is stored when it starts.";
+    look(server, report);
+    return report;
+  }
+  report.change.error = installationError(server.services.files);
+  if (report.ok()) report.change = change.takeUp();
+  server.pane.onStateTimer();
+  look(server, report);
+  // The tool only tells the server, which then needs a moment.
+  for (milliseconds waited{0}; report.ok() && report.inForce.differs() && waited < kTakeUpLimit;
+       waited += kTakeUpPause) {
+    server.pause(kTakeUpPause);
+    look(server, report);
+  }
+  if (report.ok()) report.change.error = connectionError(report.inForce);
+  return report;
+}
+
+ChangeError connectionError(const ServerInForce& inForce) {
+  const auto found = std::ranges::find_if(inForce.services, [](const ServiceInForce& service) {
+    return service.stored.isOn && service.differs();
+  });
+  if (found == inForce.services.end()) return {};
+  std::string sentence = "The server runs, but " + found->title + " cannot connect to port " +
+                         std::to_string(found->stored.port);
+  if (found->takenBy) {
+    return {FailureCode::server, sentence + ", which is taken by " + holderInWords(*found->takenBy) + ".",
+            found->setting, found->outlet,
+            "End that program, or give " + found->title + " another port; then restart the server."};
+  }
+  sentence += found->inForce == InForce::refuses ? ", where connections are not accepted."
+                                                 : ", where the server does not listen.";
+  return {FailureCode::server, sentence, found->setting, found->outlet, kLookInLog};
+}
+
+}  // namespace norvik

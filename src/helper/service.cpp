@@ -1,0 +1,137 @@
+// The methods, the limits, and the end after a while without work.
+#include "src/helper/service.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <ctime>
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "src/adapters/linux/helper_interface.h"
+#include "src/helper/journal.h"
+
+namespace norvik::helper {
+
+namespace {
+
+// Lines that wait are memory of the super-user's, and anybody may call.
+constexpr std::size_t kMostLinesOfUser = 32;
+
+// Nothing but the beginning of a line that is too long is looked at.
+std::optional<Words> readArguments(sd_bus_message* call) {
+  Words arguments;
+  const char* text = nullptr;
+  if (sd_bus_message_enter_container(call, 'a', "s") < 0) return std::nullopt;
+  while (arguments.size() <= kMaxArguments && sd_bus_message_read(call, "s", &text) > 0)
+    arguments.emplace_back(text);
+  return arguments;
+}
+
+// The boundary to the C library: nothing is thrown through it.
+int takeCall(sd_bus_message* call, void* data, bool wantsOutput) {
+  try {
+    static_cast<Service*>(data)->take(call, wantsOutput);
+    return 1;
+  } catch (const std::exception&) {
+    return -ENOMEM;
+  }
+}
+
+int run(sd_bus_message* call, void* data, sd_bus_error*) {
+  return takeCall(call, data, false);
+}
+
+int runWithOutput(sd_bus_message* call, void* data, sd_bus_error*) {
+  return takeCall(call, data, true);
+}
+
+// Unprivileged, because polkit decides and not the bus.
+constexpr sd_bus_vtable kMethods[] = {
+    SD_BUS_VTABLE_START(0),
+    SD_BUS_METHOD_WITH_ARGS("Run", SD_BUS_ARGS("s", tool, "as", arguments), SD_BUS_RESULT("u", number), run,
+                            SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD_WITH_ARGS("RunWithOutput", SD_BUS_ARGS("s", tool, "as", arguments),
+                            SD_BUS_RESULT("u", number, "h", output), runWithOutput,
+                            SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_SIGNAL_WITH_ARGS("Ended", SD_BUS_ARGS("u", number, "b", killed, "i", status, "ay", words), 0),
+    SD_BUS_VTABLE_END};
+
+}  // namespace
+
+Service::Service(sd_bus* bus, sd_event* event, Computer computer, std::chrono::microseconds idle)
+    : around_{bus, event, std::move(computer),
+              [this] { wake(finishing_ ? std::chrono::microseconds(0) : idle_); }},
+      idle_(idle) {}
+
+Service::~Service() {
+  sd_event_source_disable_unref(timer_);
+}
+
+bool Service::start() {
+  if (sd_event_add_time_relative(around_.event, &timer_, CLOCK_MONOTONIC,
+                                 static_cast<uint64_t>(idle_.count()), 0, &Service::onTime, this) < 0)
+    return false;
+  // A call that has arrived comes before the end.
+  sd_event_source_set_priority(timer_, SD_EVENT_PRIORITY_IDLE);
+  return sd_bus_add_object_vtable(around_.bus, nullptr, kHelperPath, kHelperInterface, kMethods, this) >= 0 &&
+         sd_bus_request_name(around_.bus, kHelperName, 0) >= 0;
+}
+
+void Service::take(sd_bus_message* call, bool wantsOutput) {
+  const std::optional<Caller> caller = callerOf(call);
+  const char* tool = nullptr;
+  if (!caller || sd_bus_message_read(call, "s", &tool) <= 0) return;
+  const std::optional<Words> arguments = readArguments(call);
+  if (!arguments) return;
+  const std::string who = nameOf(caller->user, caller->busName);
+  const std::string text = textOf(tool, *arguments);
+  std::optional<AllowedLine> line = allowedLine(tool, *arguments);
+  if (!line) return refuse(call, who, text, kHelperNotAllowed, "not a line of the tool command table");
+  if (wantsOutput && line->row->work != Work::readKernelValue)
+    return refuse(call, who, text, kHelperNotAllowed, "this line has no output");
+  if (linesOf(caller->user) >= kMostLinesOfUser)
+    return refuse(call, who, text, kHelperTooMany, "too many lines");
+  std::erase_if(queues_, [](const auto& entry) { return entry.second->size() == 0; });
+  auto& queue = queues_[caller->busName];
+  if (!queue) queue = std::make_unique<CallerQueue>(around_, *caller);
+  queue->take(call, std::move(*line), wantsOutput);
+}
+
+bool Service::isIdle() const {
+  return std::all_of(queues_.begin(), queues_.end(),
+                     [](const auto& entry) { return entry.second->size() == 0; });
+}
+
+std::size_t Service::linesOf(uid_t user) const {
+  std::size_t count = 0;
+  for (const auto& [name, queue] : queues_) {
+    if (queue->caller().user == user) count += queue->size();
+  }
+  return count;
+}
+
+void Service::wake(std::chrono::microseconds after) {
+  sd_event_source_set_time_relative(timer_, static_cast<uint64_t>(after.count()));
+  sd_event_source_set_enabled(timer_, SD_EVENT_ONESHOT);
+}
+
+// Without the name, the bus starts a new helper for the next call. Those that are on their way to this one
+// are taken before the timer's next turn.
+void Service::finish() {
+  finishing_ = true;
+  sd_bus_release_name(around_.bus, kHelperName);
+  wake(std::chrono::microseconds(0));
+}
+
+int Service::onTime(sd_event_source*, uint64_t, void* data) {
+  auto& service = *static_cast<Service*>(data);
+  if (!service.isIdle()) return 0;  // the last line's end wakes again
+  if (!service.finishing_) {
+    service.finish();
+    return 0;
+  }
+  return sd_event_exit(service.around_.event, 0);
+}
+
+}  // namespace norvik::helper
