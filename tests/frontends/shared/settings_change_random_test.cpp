@@ -149,6 +149,7 @@ class Session {
 
   void change(Control& control);
   void write(const char* path);
+  void writtenByOthers(const char* path);
   void keepMine(const std::string& name);
   void settleLate();
   // The answers to the pane's own question that discard, if there is one.
@@ -209,8 +210,7 @@ Session::Session(unsigned seed, const InterfaceDescription& interface)
   };
   person_.keptMine = [this](const std::string& name) { keepMine(name); };
   person_.whileAsking = [this] {
-    if (random_.chance(15)) write(random_.chance(50) ? kAgent : kMenu);
-    known_ = meaningOf(computer_);
+    if (random_.chance(15)) writtenByOthers(random_.chance(50) ? kAgent : kMenu);
   };
   computer_.effects.setSink([this](EffectKind kind, const std::string& line) {
     if (kind != EffectKind::alert) effects_.push_back(line);
@@ -449,6 +449,10 @@ void Session::writeElsewhere() {
   const char* path = random_.of(kPaths);
   const bool isUsers = path == std::string(kAgent) || path == std::string(kMenu);
   if (!isUsers && toolsRun()) return;  // they hold the lock
+  writtenByOthers(path);
+}
+
+void Session::writtenByOthers(const char* path) {
   write(path);
   torn_.erase(path);
   rescued_.erase(path);
@@ -466,6 +470,7 @@ void Session::damage() {
       computer_.fileSystem.remove(path);
       break;
     case 1:
+      if (torn_.contains(path) || rescued_.contains(path)) return;  // nobody can tell it from what was left
       computer_.fileSystem.put(path, "");
       break;
     case 2:
