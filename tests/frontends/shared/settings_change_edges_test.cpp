@@ -734,6 +734,18 @@ TEST_F(SettingsChangeEdgesTest, LeavingWithoutTheChangeLockWritesNothingAtAll) {
   EXPECT_EQ(pendingNames(), before);
 }
 
+TEST_F(SettingsChangeEdgesTest, LeavingWithoutTheChangeLockHidesNoChangeOfOthers) {
+  put(kServer, portFile(4500));
+  open();
+  typeNvkPort("4700");
+  put(kServer, portFile(4600));
+  computer.locks.holdElsewhere(std::nullopt);
+  leave(NSAlertDefaultReturn);
+  computer.locks.holdElsewhere(0ms);
+  EXPECT_EQ(apply().error.code, FailureCode::cancelled);
+  EXPECT_EQ(person.collisions.size(), 1u);
+}
+
 TEST_F(SettingsChangeEdgesTest, AnImpossibleValueOutlivesTheLock) {
   open();
   typeNvkPort("70000");

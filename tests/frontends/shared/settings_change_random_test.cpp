@@ -149,6 +149,7 @@ class Session {
 
   void change(Control& control);
   void write(const char* path);
+  void writtenByOthers(const char* path);
   void keepMine(const std::string& name);
   void settleLate();
   // The answers to the pane's own question that discard, if there is one.
@@ -209,8 +210,7 @@ Session::Session(unsigned seed, const InterfaceDescription& interface)
   };
   person_.keptMine = [this](const std::string& name) { keepMine(name); };
   person_.whileAsking = [this] {
-    if (random_.chance(15)) write(random_.chance(50) ? kAgent : kMenu);
-    known_ = meaningOf(computer_);
+    if (random_.chance(15)) writtenByOthers(random_.chance(50) ? kAgent : kMenu);
   };
   computer_.effects.setSink([this](EffectKind kind, const std::string& line) {
     if (kind != EffectKind::alert) effects_.push_back(line);
@@ -449,6 +449,10 @@ void Session::writeElsewhere() {
   const char* path = random_.of(kPaths);
   const bool isUsers = path == std::string(kAgent) || path == std::string(kMenu);
   if (!isUsers && toolsRun()) return;  // they hold the lock
+  writtenByOthers(path);
+}
+
+void Session::writtenByOthers(const char* path) {
   write(path);
   torn_.erase(path);
   rescued_.erase(path);
@@ -466,6 +470,7 @@ void Session::damage() {
       computer_.fileSystem.remove(path);
       break;
     case 1:
+      if (torn_.contains(path) || rescued_.contains(path)) return;  // nobody can tell it from what was left
       computer_.fileSystem.put(path, "");
       break;
     case 2:
@@ -605,12 +610,18 @@ void Session::watched(const std::function<ChangeReport()>& call, const Answers& 
     if (!torn_.contains(path)) known_[path] = after.at(path);
   }
   const bool discarded = !alerts_.given.empty() && discarding.contains(alerts_.given[0]);
-  // The pane has then loaded what is left of such a file.
-  if (discarded) torn_.clear();
-  if (discarded) known_ = after;
+  // The pane has then loaded what is left of a torn file; when it is left, not that of the notifications.
+  for (const char* path : kPaths) {
+    const bool stays = path == std::string(kMenu) && discarding.size() > 1;
+    if (!discarded || (stays && torn_.contains(path))) continue;
+    torn_.erase(path);
+    known_[path] = after.at(path);
+  }
   if (!discarded) checkWishes(before, staged);
-  if (report.applied && (restoring_.empty() || report.ok())) checkBaseline(after);
-  if (report.applied) disturbed_ = disturbed_ && isLate;
+  // Without the lock nothing is done, and nothing is looked at.
+  const bool isIdle = !discarding.empty() && report.error.code == FailureCode::tryAgain;
+  if (report.applied && !isIdle && (restoring_.empty() || report.ok())) checkBaseline(after);
+  if (report.applied) disturbed_ = disturbed_ && (isLate || isIdle);
   if (report.ok() && report.applied && restoring_.empty()) checkSaved(unlocked && pane().authorized());
   for (const char* path : kTemporary) {
     if (report.applied && !isLate && computer_.fileSystem.find(path) != nullptr)
@@ -624,6 +635,9 @@ void Session::watched(const std::function<ChangeReport()>& call, const Answers& 
 
 bool Session::mayChange(const Setting& row, const ChangeReport& report) {
   if (touched_.contains(&row) || late_.contains(&row) || row.followed) return true;
+  // With several users at once there is only one action.
+  const bool isAction = &row == serverRow(&NVKServerPrefs::m_admin_loginAct);
+  if (isAction && touched_.contains(serverRow(&NVKServerPrefs::m_admin_multiUser))) return true;
   const auto settings = paneSettings(interface_, pane());
   const PaneSetting* setting = settingOfRow(settings, pane(), row);
   if (setting == nullptr) return false;

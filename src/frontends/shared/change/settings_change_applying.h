@@ -43,7 +43,7 @@ class SettingsChange::Applying {
   // ---- Where the pane has asked already: settings_change_around.cpp
 
   void prepareUnasked();
-  void putBack();
+  void finishUnasked();
 
   // ---- After
 
@@ -61,9 +61,10 @@ class SettingsChange::Applying {
  private:
   bool agreedWithOthers(ChangeDecisions& person);
   void keepOthers();
-  ChangeError whyHeld(bool hasLock, Rows& rows, bool& limit);
-  void holdBack(bool hasLock);
-  void refuse(bool hasLock);
+  ChangeError whyHeld(Rows& rows, bool& limit);
+  void holdBack();
+  void refuse();
+  void putBack();
 
   bool mayMend(const FileState& file, DamagedAnswer answer);
   bool mend(const FileState& file, DamagedAnswer answer);
@@ -93,6 +94,7 @@ class SettingsChange::Applying {
   Edits before_;
   Edits held_;                     // edits that must not be saved, for as long as the pane applies
   ChangeError heldError_;          // and why
+  bool savesNothing_ = false;      // as somebody else holds the lock
   std::set<std::string> refused_;  // files that the pane is kept from writing
   std::vector<std::string> groups_;
   std::map<std::string, FileContent> settled_;  // damaged files that may be written over, as they were

@@ -23,21 +23,31 @@ bool isSavedWith(const StoredFile& file, const Setting& row) {
   return file.byTool ? std::string_view(own.path) == file.path : own.group == file.group;
 }
 
-// What an answer of discarding makes the pane load again.
-bool isDiscarded(const StoredFile& file) {
-  return file.group == Group::user || file.group == Group::server;
+// What discarding makes the pane load again: when it is locked, the notifications too.
+bool isDiscarded(const StoredFile& file, bool withNotifications) {
+  return file.group == Group::user || file.group == Group::server ||
+         (withNotifications && file.group == Group::notifications);
 }
 
 }  // namespace
 
 void SettingsChange::Applying::prepareUnasked() {
-  const bool hasLock = locked();
-  if (hasLock) keepOthers();
-  holdBack(hasLock);
-  refuse(hasLock);
-  if (hasLock) keepCopies();
+  savesNothing_ = !locked();
+  report_.applied = true;
+  if (!savesNothing_) keepOthers();
+  holdBack();
+  refuse();
+  if (savesNothing_) return;
+  keepCopies();
   warn();
   begin();
+}
+
+// Where nothing was saved, nothing is looked at either: what others have changed is asked about the next
+// time.
+void SettingsChange::Applying::finishUnasked() {
+  if (!savesNothing_) readBack();
+  putBack();
 }
 
 // What is edited here wins, and it is said.
@@ -53,8 +63,8 @@ void SettingsChange::Applying::keepOthers() {
 }
 
 // What must not reach the pane's save, and the first reason why.
-ChangeError SettingsChange::Applying::whyHeld(bool hasLock, Rows& rows, bool& limit) {
-  if (!hasLock) {
+ChangeError SettingsChange::Applying::whyHeld(Rows& rows, bool& limit) {
+  if (savesNothing_) {
     rows.insert(storedRows().begin(), storedRows().end());
     limit = true;
     return report_.error;
@@ -77,10 +87,10 @@ ChangeError SettingsChange::Applying::whyHeld(bool hasLock, Rows& rows, bool& li
   return why;
 }
 
-void SettingsChange::Applying::holdBack(bool hasLock) {
+void SettingsChange::Applying::holdBack() {
   Rows rows;
   bool limit = false;
-  heldError_ = whyHeld(hasLock, rows, limit);
+  heldError_ = whyHeld(rows, limit);
   if (!heldError_) return;
   held_ = state_.edits({}, limit);
   std::erase_if(held_.rows, [&](const auto& entry) { return !rows.contains(entry.first); });
@@ -88,10 +98,10 @@ void SettingsChange::Applying::holdBack(bool hasLock) {
 }
 
 // Values that no edit has made pending cannot be held back, but their file can.
-void SettingsChange::Applying::refuse(bool hasLock) {
+void SettingsChange::Applying::refuse() {
   std::set<std::string> refused;
   for (const FileState& file : state_.files) {
-    if (!hasLock || !file.damage.empty()) refused.insert(writtenPath(state_.pane, file.file, file.path));
+    if (savesNothing_ || !file.damage.empty()) refused.insert(writtenPath(state_.pane, file.file, file.path));
   }
   refused_ = refused;
   state_.recording.refuse(std::move(refused));
@@ -104,10 +114,10 @@ void SettingsChange::Applying::putBack() {
   state_.putBack(held_);
 }
 
-// The pane has loaded the user's and the server's files by itself.
-void SettingsChange::State::adoptDiscarded(const FileStates& found, const Edits& edits) {
+void SettingsChange::State::adoptDiscarded(const FileStates& found, const Edits& edits,
+                                           bool withNotifications) {
   for (std::size_t i = 0; i < files.size(); ++i) {
-    if (!isDiscarded(files[i].file)) continue;
+    if (!isDiscarded(files[i].file, withNotifications)) continue;
     files[i] = found[i];
     torn.erase(files[i].path);  // the pane has loaded what is left of it
   }
@@ -115,7 +125,7 @@ void SettingsChange::State::adoptDiscarded(const FileStates& found, const Edits&
     const auto edit = edits.rows.find(&row);
     const bool remains =
         edit != edits.rows.end() && row.differs(pane) && edit->second.controls == controlStates(pane, row);
-    return !remains && isDiscarded(fileOfRow(row));
+    return !remains && isDiscarded(fileOfRow(row), withNotifications);
   };
   for (const Setting* row : storedRows()) {
     if (isLoaded(*row)) rememberRow(*row);
@@ -142,6 +152,7 @@ ChangeReport SettingsChange::around(const std::function<void()>& call) {
   std::optional<int> answer;
   FileStates found;
   Edits edits;
+  std::optional<PropertyList> notifications;
   // The first panel is the pane's own question: its default answer applies. What another one means depends on
   // the question.
   state_->recording.answered = [&](int given) {
@@ -150,14 +161,14 @@ ChangeReport SettingsChange::around(const std::function<void()>& call) {
     if (given == NSAlertDefaultReturn) return applying.prepareUnasked();
     found = inspectFiles(state_->computer, state_->services.files);
     edits = state_->edits({}, true);
+    notifications = state_->pane.m_admin_Ntf_Config;
   };
   call();
   state_->recording.answered = nullptr;
   if (report.applied) {
-    applying.readBack();
-    applying.putBack();
+    applying.finishUnasked();
   } else if (answer && state_->hasDiscarded(edits)) {
-    state_->adoptDiscarded(found, edits);
+    state_->adoptDiscarded(found, edits, state_->pane.m_admin_Ntf_Config != notifications);
     findings_ =
         findingsOf(state_->files, state_->computer, state_->services.files, state_->interface, state_->pane);
   }

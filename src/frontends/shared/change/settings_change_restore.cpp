@@ -12,7 +12,7 @@ namespace norvik {
 namespace {
 
 ChangeError needsRights() {
-  return {FailureCode::notAllowed, "This needs administrator rights. Nothing was changed.", "", "",
+  return {FailureCode::notAllowed, "This needs administrator rights, which were not granted.", "", "",
           "Click the lock, then try again."};
 }
 

@@ -102,9 +102,9 @@ struct SettingsChange::State {
   void takeBack(const Rows& rows, bool withLimit);
   // Whether the pane has loaded files by itself: an edit is gone, or a field is another.
   bool hasDiscarded(const Edits& edits) const;
-  // The pane has loaded the user's and the server's files by itself, as they were found. `edits` are those of
-  // before.
-  void adoptDiscarded(const FileStates& found, const Edits& edits);
+  // The pane has loaded the user's and the server's files by itself, as they were found, and the
+  // notifications perhaps. `edits` are those of before.
+  void adoptDiscarded(const FileStates& found, const Edits& edits, bool withNotifications);
   // The user's image controls show the server's pending values while they follow them.
   void followAndRefresh();
 
