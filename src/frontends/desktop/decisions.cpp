@@ -25,9 +25,15 @@ std::optional<std::vector<Side>> DialogDecisions::resolve(const std::vector<Coll
   return dialog.sides();
 }
 
-// Writing over a damaged file is never the default.
 DamagedAnswer DialogDecisions::decideDamaged(const FileFinding& file) {
-  const std::string words = asSentence(file.sentence) + "\n\n" + std::string(texts::kReplaceText);
+  const DamagedAnswer answer = askAboutDamaged(file);
+  givenUp_ = answer == DamagedAnswer::cancel;
+  return answer;
+}
+
+// Writing over a damaged file is never the default.
+DamagedAnswer DialogDecisions::askAboutDamaged(const FileFinding& file) {
+  const std::string words = damagedQuestion(file);
   if (file.copyTime.empty()) {
     const int answer = ask(panels_, texts::kDamagedTitle, words, texts::kCancel, texts::kReplaceFile, {});
     return answer == NSAlertAlternateReturn ? DamagedAnswer::replace : DamagedAnswer::cancel;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QWidget>
+#include <utility>
 
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/server/mac/platform/application.h"
@@ -16,13 +17,19 @@ class DialogDecisions : public ChangeDecisions {
   std::optional<std::vector<Side>> resolve(const std::vector<Collision>& collisions) override;
   DamagedAnswer decideDamaged(const FileFinding& file) override;
 
+  // Whether the person has given up the question about a damaged file since this was called last.
+  bool takeGivenUp() { return std::exchange(givenUp_, false); }
+
   enum class Leave { apply, discard, stay };
   // Escape and the close button mean stay.
   Leave decideLeaving(const std::vector<SettingChange>& changes);
 
  private:
+  DamagedAnswer askAboutDamaged(const FileFinding& file);
+
   QWidget& window_;
   AlertPanels& panels_;
+  bool givenUp_ = false;
 };
 
 }  // namespace norvik::desktop

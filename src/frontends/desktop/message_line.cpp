@@ -30,6 +30,7 @@ constexpr MessageAction kActions[] = {MessageAction::showSetting, MessageAction:
 // Of the way from the window's colour to that of the kind.
 constexpr double kTint = 0.12;
 constexpr int kBarWidth = 3;
+constexpr int kMargin = 6;
 
 QColor tinted(const QColor& window, const QColor& color) {
   const auto mix = [](float from, float to) { return from + (to - from) * float(kTint); };
@@ -70,7 +71,10 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
   auto* row = new QHBoxLayout(this);
   auto* column = new QVBoxLayout;
   auto* actions = new QHBoxLayout;
-  row->addWidget(icon_, 0, Qt::AlignTop);
+  auto* beside = new QVBoxLayout;
+  row->addLayout(beside);
+  beside->addWidget(icon_);
+  beside->addStretch();
   row->addLayout(column, 1);
   column->addWidget(sentence_);
   column->addWidget(bar_);
@@ -95,6 +99,11 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
   close_->setFocusPolicy(Qt::StrongFocus);
   close_->setAccessibleName(text(window_texts::kCloseMessage));
   close_->setToolTip(text(window_texts::kCloseMessage));
+  // The first line stands in the middle of the close button's height, and so does the icon.
+  const int above = std::max(0, (close_->sizeHint().height() - fontMetrics().height()) / 2);
+  beside->setContentsMargins(0, above, 0, 0);
+  sentence_->setContentsMargins(0, above, 0, above);
+  row->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   connect(close_, &QToolButton::clicked, this, [this] {
     clear();
     if (closed) closed();

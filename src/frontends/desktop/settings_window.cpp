@@ -130,7 +130,6 @@ QWidget* SettingsWindow::makeFrame() {
 QPushButton* SettingsWindow::makeChangesButton(QWidget* frame) {
   changes_ = new QPushButton(frame);
   changes_->setObjectName(QStringLiteral("pendingChanges"));
-  changes_->setFlat(true);
   changes_->setAutoDefault(false);
   changes_->setToolTip(text(window_texts::kChangesHelp));
   changes_->setAccessibleDescription(text(window_texts::kChangesHelp));
@@ -146,7 +145,7 @@ void SettingsWindow::setCommand(const Control& button, std::function<void()> com
 void SettingsWindow::showPending(std::size_t all, const std::vector<std::size_t>& byPage) {
   const QString words = text(countedChanges(all));
   if (changes_->accessibleName() != words) {
-    changes_->setText(words);
+    changes_->setText(words + QStringLiteral("…"));  // it opens a list
     changes_->setAccessibleName(words);
     assignMnemonics();
   }

@@ -45,6 +45,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void restorePage(int row);
   int pageToRestore() const;
 
+  const InterfaceDescription& interface() const { return interface_; }
   const std::vector<Page*>& pages() const { return pages_; }
   // The binding of that outlet, page or frame; null if there is none.
   Binding* binding(const QString& outlet) const;

@@ -51,6 +51,9 @@ WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, Setti
     if (busy_.isBusy()) line(MessageSubject::outcome).showProgress(text(window_texts::kSaving), 0, 0);
   });
   connectMessages();
+  for (const FileFinding& finding : change_.findings()) {
+    if (finding.damaged) neverRead_.insert(finding.file);
+  }
   showFindings();
   showPending();
 }
@@ -64,7 +67,7 @@ WindowChanges::~WindowChanges() {
 void WindowChanges::connectMessages() {
   for (const MessageSubject subject : kSubjects)
     line(subject).acted = [this, subject](MessageAction action) { act(subject, action); };
-  line(MessageSubject::files).closed = [this] { dismissed_ = damagedMessage(change_.findings()).sentence; };
+  line(MessageSubject::files).closed = [this] { dismissed_ = findingsMessage().sentence; };
 }
 
 void WindowChanges::act(MessageSubject subject, MessageAction action) {
@@ -96,22 +99,42 @@ void WindowChanges::say(const WindowMessage& message, const std::string& outlet,
                         std::function<void()> retry) {
   outlet_ = outlet;
   retry_ = std::move(retry);
-  line(MessageSubject::outcome).showMessage(message);
+  line(MessageSubject::outcome).showMessage(withLabels(message, window_.interface()));
 }
 
 void WindowChanges::say(const ChangeReport& report, const WindowMessage& message,
                         std::function<void()> retry) {
   if (!report.error.outlet.empty()) window_.showSetting(report.error.outlet);
   line(MessageSubject::others).clear();
+  collides_ = false;
   showFindings();
   say(message, report.error.outlet, std::move(retry));
   window_.refresh();
   if (changed) changed();
 }
 
+// A file that was read once is not replaced by the defaults when it is damaged later.
+WindowMessage WindowChanges::findingsMessage() const {
+  std::size_t damaged = 0;
+  std::size_t neverRead = 0;
+  for (const FileFinding& finding : change_.findings()) {
+    if (finding.damaged) ++damaged;
+    if (finding.damaged && neverRead_.contains(finding.file)) ++neverRead;
+  }
+  const auto shown = neverRead == damaged ? window_texts::kDefaultsShown
+                     : neverRead == 0     ? window_texts::kLastReadShown
+                                          : window_texts::kSomeDefaultsShown;
+  return withLabels(damagedMessage(change_.findings(), shown), window_.interface());
+}
+
 // A damaged file is said until it is none any more, or until a person has closed the message about it.
 void WindowChanges::showFindings() {
-  const WindowMessage message = damagedMessage(change_.findings());
+  std::erase_if(neverRead_, [this](const std::string& file) {
+    return std::ranges::none_of(change_.findings(), [&file](const FileFinding& finding) {
+      return finding.damaged && finding.file == file;
+    });
+  });
+  const WindowMessage message = findingsMessage();
   if (message.sentence != dismissed_) dismissed_.clear();
   if (dismissed_.empty()) line(MessageSubject::files).showMessage(message);
 }
@@ -129,6 +152,9 @@ void WindowChanges::apply() {
   slow_.start(kSlow);
   const ChangeReport report = change_.apply(decisions_);
   slow_.stop();
+  // The damaged file has a message of its own, which stays.
+  if (decisions_.takeGivenUp() && report.error.code == FailureCode::damaged)
+    return say(report, {MessageKind::note, std::string(window_texts::kNothingSaved), {}, {}}, nullptr);
   say(report, appliedMessage(report), [this] { applyAgain(); });
 }
 
@@ -165,6 +191,8 @@ void WindowChanges::showPending() {
     if (const auto page = window_.pageOf(change.outlet)) ++byPage[*page];
   }
   window_.showPending(changes.size(), byPage);
+  const std::string lines = changeLines(changes, changes.size());
+  if (std::exchange(pending_, lines) != lines && edited) edited();
 }
 
 // ---- The lock
@@ -182,8 +210,8 @@ void WindowChanges::pressLock() {
   change_.takeOver();  // an open lock shows more than a closed one
 }
 
-bool WindowChanges::serverFileIsDamaged() const {
-  return std::ranges::any_of(change_.findings(), [](const FileFinding& finding) {
+bool WindowChanges::storedIsKnown() const {
+  return !collides_ && std::ranges::none_of(change_.findings(), [](const FileFinding& finding) {
     return finding.damaged && finding.group == Group::server;
   });
 }
@@ -206,7 +234,8 @@ void WindowChanges::lookAtFiles() {
   if (busy_.isBusy() || QApplication::activeModalWidget() != nullptr) return settled_.start(kSettling);
   const ForeignChanges foreign = change_.foreignChanges();
   if (!foreign.any()) return;
-  if (foreign.collisions.empty()) change_.takeOver();
+  collides_ = !foreign.collisions.empty();
+  if (!collides_) change_.takeOver();
   showFindings();
   const auto& findings = change_.findings();
   const bool damaged = std::ranges::any_of(findings, &FileFinding::damaged);
@@ -225,9 +254,11 @@ void WindowChanges::chooseValues() {
     if ((*sides)[i] == Side::theirs) theirs.push_back(collisions[i].name);
   }
   change_.takeOver(theirs);
+  collides_ = false;
   line(MessageSubject::others).clear();
   showFindings();
   window_.refresh();
+  if (changed) changed();
 }
 
 void WindowChanges::restoreCopy() {

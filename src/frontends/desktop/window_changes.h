@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QTimer>
 #include <functional>
+#include <set>
 #include <string>
 
 #include "src/frontends/desktop/decisions.h"
@@ -37,14 +38,18 @@ class WindowChanges : public QObject {
   // How many changes are pending.
   std::size_t pendingCount() { return change_.pending().size(); }
 
-  // Whether the server's settings file cannot be read; then nothing of it should be taken up.
-  bool serverFileIsDamaged() const;
+  // Whether the values that the window takes for the stored ones are what the server's settings file holds:
+  // not while it is damaged, and not while a person has yet to choose between them and what somebody else has
+  // stored. Where they are not, nobody should be offered to take them up.
+  bool storedIsKnown() const;
 
   // Says what came of something: the setting it is about, if any, and what "Retry" does about it.
   void say(const WindowMessage& message, const std::string& outlet, std::function<void()> retry);
 
   // Called after each change of the settings files: what is in force may be different now.
   std::function<void()> changed;
+  // Called when other changes are pending than before.
+  std::function<void()> edited;
   // Has the server take up what is stored.
   std::function<void()> takeUp;
 
@@ -58,6 +63,7 @@ class WindowChanges : public QObject {
   void showAddresses();
   void applyAgain();
   void showFindings();
+  WindowMessage findingsMessage() const;
   void lookAtFiles();
   void chooseValues();
   void restoreCopy();
@@ -72,8 +78,11 @@ class WindowChanges : public QObject {
   QTimer settled_;  // a save is several events
   QTimer slow_;     // a save that takes so long that a person should know
   std::function<void()> retry_;
-  std::string outlet_;     // of the setting that the outcome is about
-  std::string dismissed_;  // the sentence about files that a person has closed
+  std::string outlet_;               // of the setting that the outcome is about
+  std::string dismissed_;            // the sentence about files that a person has closed
+  std::string pending_;              // the changes, as they were shown last
+  bool collides_ = false;            // somebody else has changed what a person is changing here
+  std::set<std::string> neverRead_;  // files that are damaged since the start
 };
 
 }  // namespace norvik::desktop

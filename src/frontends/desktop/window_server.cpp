@@ -9,6 +9,8 @@ namespace norvik::desktop {
 
 namespace {
 constexpr std::chrono::seconds kLookAgain{3};
+// After an edit: the message names what is typed, too.
+constexpr std::chrono::milliseconds kAfterEdit{100};
 }  // namespace
 
 WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, SettingsChange& change,
@@ -24,6 +26,9 @@ WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, Setti
     window_.setCommand(*button, [this, button] { press(*button); });
   window_.serverTextChanged = [this] { showProgress(); };
   changes_.changed = [this] { lookAtForce(); };
+  changes_.edited = [this] {
+    if (!said_.empty()) again_.start(kAfterEdit);
+  };
   changes_.takeUp = [this] { takeUpStored(); };
   again_.setSingleShot(true);
   connect(&again_, &QTimer::timeout, this, [this] { lookAtForce(); });
@@ -33,6 +38,7 @@ WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, Setti
 WindowServer::~WindowServer() {
   window_.serverTextChanged = nullptr;
   changes_.changed = nullptr;
+  changes_.edited = nullptr;
   changes_.takeUp = nullptr;
 }
 
@@ -83,7 +89,7 @@ void WindowServer::lookAtForce() {
 
 void WindowServer::showForce(const ServerInForce& inForce) {
   pid_ = server_.pane.m_serverPid;
-  const WindowMessage message = changes_.serverFileIsDamaged() ? WindowMessage() : inForceMessage(inForce);
+  const WindowMessage message = changes_.storedIsKnown() ? inForceMessage(inForce) : WindowMessage();
   if (std::exchange(said_, message.sentence) != message.sentence)
     window_.messages().line(MessageSubject::inForce).showMessage(message);
   if (!message.isEmpty()) again_.start(kLookAgain);

@@ -354,6 +354,9 @@ TEST_F(Changes, ACollisionIsSaidAtOnceAndTheirsCanBeTaken) {
   noticeFiles();
   EXPECT_EQ(line(MessageSubject::others).message().kind, MessageKind::warning);
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "nobody is interrupted";
+  desktop.computer.ports.setServerPorts({4999, 3390});
+  panel.server->lookAtForce();
+  EXPECT_FALSE(line(MessageSubject::inForce).isVisible()) << "what is stored has yet to be taken over";
   InDialog<CollisionDialog> theirs([](CollisionDialog& dialog) {
     QTest::mouseClick(dialog.findChildren<QRadioButton*>().front(), Qt::LeftButton, {}, QPoint(5, 8));
     QTest::mouseClick(dialog.findChild<QPushButton*>(QStringLiteral("collisionContinue")), Qt::LeftButton);
@@ -363,6 +366,17 @@ TEST_F(Changes, ACollisionIsSaidAtOnceAndTheirsCanBeTaken) {
   EXPECT_EQ(panel.as<QLineEdit>("ib_admin_edbox_nvkPort")->text(), QStringLiteral("4600"));
   EXPECT_FALSE(counter().isVisible());
   EXPECT_FALSE(line(MessageSubject::others).isVisible());
+  EXPECT_TRUE(line(MessageSubject::inForce).accessibleName().contains(QStringLiteral("stored 4600")));
+}
+
+TEST_F(Changes, WhatOthersHadChangedIsNamedAsThePagesNameIt) {
+  openEverything();
+  typePort(QStringLiteral("4500"));
+  saveElsewhere(4074, true);
+  panel.click("ib_button_Apply");
+  EXPECT_TRUE(said().contains(QStringLiteral("Play sound on the client (Norvik clients)")))
+      << said().toStdString();
+  EXPECT_FALSE(said().contains(QStringLiteral("nvk.sound"))) << said().toStdString();
 }
 
 TEST_F(Changes, OwnSavesAreNoChangesOfOthers) {
@@ -386,7 +400,8 @@ TEST_F(Changes, ADamagedFileIsSaidWithItsCopyAndTheCopyIsRestored) {
   ASSERT_TRUE(files.isVisible());
   EXPECT_TRUE(files.accessibleName().contains(QStringLiteral("/etc/norvik/svr.cfg")))
       << files.accessibleName().toStdString();
-  EXPECT_TRUE(files.accessibleName().contains(QStringLiteral("The values shown are the defaults.")));
+  EXPECT_TRUE(files.accessibleName().contains(QStringLiteral("those that could be read last.")))
+      << files.accessibleName().toStdString();
   panel.choosePage("user", "Mouse");
   panel.click("ib_user_chkbox_mseSwap");
   EXPECT_TRUE(files.isVisible()) << "it stays";
@@ -394,7 +409,8 @@ TEST_F(Changes, ADamagedFileIsSaidWithItsCopyAndTheCopyIsRestored) {
   EXPECT_EQ(stored(), good);
   EXPECT_EQ(pane.m_admin_nvkPort, 4500);
   EXPECT_FALSE(files.isVisible());
-  EXPECT_TRUE(said().contains(QStringLiteral("was put back"))) << said().toStdString();
+  EXPECT_TRUE(said().startsWith(QStringLiteral("Done: The copy"))) << said().toStdString();
+  EXPECT_TRUE(said().contains(QStringLiteral("svr.cfg.damaged"))) << said().toStdString();
 }
 
 TEST_F(Changes, ADamagedFileIsNotWrittenOverUntilAPersonSaysSo) {
@@ -410,8 +426,9 @@ TEST_F(Changes, ADamagedFileIsNotWrittenOverUntilAPersonSaysSo) {
     ASSERT_EQ(cancel.seen.size(), 1u);
     EXPECT_EQ(cancel.seen[0].title, QStringLiteral("Damaged Settings File"));
   }
+  EXPECT_EQ(said(), QStringLiteral("Note: Nothing was saved.")) << "the damage is said already";
   EXPECT_EQ(stored(), "<plist><dict>");
-  Answers replace(QStringLiteral("Replace with Defaults"));
+  Answers replace(QStringLiteral("Replace File"));
   panel.click("ib_button_Apply");
   EXPECT_EQ(replace.seen.size(), 1u);
   EXPECT_TRUE(bytesAreIn(stored(), "SoundOutputEnabled"));

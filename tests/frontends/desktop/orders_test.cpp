@@ -128,6 +128,19 @@ TEST_F(Orders, WhatIsInForceStaysClosedUntilItSaysMore) {
   EXPECT_TRUE(line(MessageSubject::inForce).isVisible());
 }
 
+TEST_F(Orders, WhatIsTypedIsSaidAsItIsNow) {
+  runServer();
+  desktop.computer.ports.setServerPorts({4999, 3390});
+  panel.server->lookAtForce();
+  panel.choosePage("admin", "Norvik clients");
+  for (const QString& port : {QStringLiteral("4500"), QStringLiteral("4501")}) {
+    panel.type("ib_admin_edbox_nvkPort", port);
+    const QString words = QStringLiteral("typed ") + port;
+    EXPECT_TRUE(QTest::qWaitFor(
+        [&] { return line(MessageSubject::inForce).accessibleName().contains(words); }, 1500));
+  }
+}
+
 TEST_F(Orders, APortThatSomebodyElseHasIsSaidWithTheirName) {
   desktop.computer.ports.hold(4074, 999, "nginx");
   panel.click(kStartButton);

@@ -1,4 +1,5 @@
-// The program by a process of the toolkit, and the mouse and keyboard through xdotool.
+// The program by a process of the toolkit, and the mouse and keyboard through
+// xdotool.
 #include "tests/frontends/desktop/program.h"
 
 #include <QProcessEnvironment>
@@ -85,11 +86,16 @@ void Program::keys(const QStringList& names) {
   x(QStringList{QStringLiteral("key"), QStringLiteral("--delay"), QStringLiteral("30")} + names);
 }
 
+// What the window manager calls active is not enough: the window of a program
+// that was started again often has the number of the window before, which the
+// window manager may not have noticed to be gone. Only the X server knows where
+// a key goes.
 QString Program::activeWindow(const QString& title) {
   QString window;
   const bool isThere = eventually([&] {
     window = x({QStringLiteral("getactivewindow")});
-    return !window.isEmpty() && x({QStringLiteral("getwindowname"), window}) == title;
+    if (window.isEmpty() || x({QStringLiteral("getwindowname"), window}) != title) return false;
+    return x({QStringLiteral("getwindowfocus")}) == window;
   });
   return isThere ? window : QString();
 }

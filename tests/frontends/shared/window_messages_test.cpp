@@ -5,6 +5,8 @@
 
 #include <set>
 
+#include "tests/support/shipped_interface.h"
+
 namespace norvik {
 namespace {
 
@@ -63,6 +65,42 @@ TEST(WindowMessages, WhatOthersHadChangedIsSaid) {
   EXPECT_TRUE(appliedMessage(report).sentence.starts_with("Somebody else had changed nvk.sound"));
 }
 
+TEST(WindowMessages, SettingsAreNamedAsTheWindowNamesThem) {
+  const InterfaceDescription interface = shippedInterface();
+  ChangeReport report = saved();
+  report.takenOver = {"nvk.sound", "user.image.depth"};
+  const WindowMessage message = withLabels(appliedMessage(report), interface);
+  EXPECT_TRUE(message.sentence.starts_with(
+      "Somebody else had changed Play sound on the client (Norvik clients) and Colour depth (Image); "))
+      << message.sentence;
+  ChangeReport lost = failure(FailureCode::notWritten);
+  lost.notSaved = {"nvk.port.custom"};
+  EXPECT_EQ(withLabels(appliedMessage(lost), interface).details,
+            "Not saved: Use a port other than 4073 (Norvik clients)");
+  EXPECT_EQ(withLabels("Not saved: nvk.port.", interface), "Not saved: Port number (Norvik clients).");
+  for (const char* words : {"", "my.nvk.port", "nvk.port.else", "nvk.ports", "/etc/norvik/svr.cfg"})
+    EXPECT_EQ(withLabels(words, interface), words);
+}
+
+TEST(WindowMessages, AFailureAfterTheSaveSaysWhatIsSaved) {
+  ChangeReport report = failure(FailureCode::server);
+  report.saved = {"server settings"};
+  EXPECT_TRUE(appliedMessage(report).sentence.starts_with("Saved the server settings. The file could"));
+}
+
+TEST(WindowMessages, ARestoredCopyIsDone) {
+  FileFinding file;
+  file.label = "the server's settings file";
+  ChangeReport report;
+  report.warnings = {"What /etc/norvik/svr.cfg held is kept in /etc/norvik/svr.cfg.damaged."};
+  const WindowMessage message = restoredMessage(report, file);
+  EXPECT_EQ(message.kind, MessageKind::done);
+  EXPECT_EQ(message.sentence,
+            "The copy of the server's settings file was put back. " + report.warnings.front());
+  report.notTold = {"the server"};
+  EXPECT_EQ(restoredMessage(report, file).kind, MessageKind::warning);
+}
+
 TEST(WindowMessages, WithoutApplyThereIsNone) {
   EXPECT_TRUE(appliedMessage(ChangeReport()).isEmpty());
 }
@@ -114,7 +152,20 @@ TEST(WindowMessages, ADamagedFileOffersItsCopy) {
   EXPECT_TRUE(damagedMessage({file}).actions.empty());
   file.copyTime = "2026-01-01T00:00:00Z";
   EXPECT_EQ(damagedMessage({file}).actions, Actions{MessageAction::restoreCopy});
+  EXPECT_EQ(damagedMessage({file}, "Others are shown.").sentence, file.sentence + " Others are shown.");
   EXPECT_TRUE(damagedMessage({}).isEmpty());
+}
+
+TEST(WindowMessages, TheQuestionAboutADamagedFileSaysWhatEachAnswerDoes) {
+  FileFinding file;
+  file.sentence = "the file is damaged.";
+  const std::string replaces(window_texts::kReplaceText);
+  EXPECT_EQ(damagedQuestion(file), "The file is damaged.\n\n" + replaces);
+  file.copyTime = "2026-01-31T12:30:05Z";
+  EXPECT_EQ(damagedQuestion(file),
+            "The file is damaged.\n\nRestore Copy begins with the copy of 2026-01-31 12:30 UTC. " + replaces);
+  file.copyTime = "yesterday";
+  EXPECT_NE(damagedQuestion(file).find("the copy of yesterday. "), std::string::npos);
 }
 
 TEST(WindowMessages, AStoredValueThatCannotBeIsNoDamagedFile) {
@@ -137,15 +188,19 @@ TEST(WindowMessages, ForeignChangesAreNamedAndCollisionsAskedAbout) {
   changes.filesChanged = true;
   EXPECT_TRUE(foreignMessage(changes).isEmpty()) << "keys that nobody sees here";
   changes.takenOver = {soundOn()};
-  EXPECT_EQ(foreignMessage(changes).sentence, "Somebody else has changed Sound. The new values are shown.");
+  EXPECT_EQ(foreignMessage(changes).sentence,
+            "Somebody else has changed Sound (Norvik clients). The new values are shown.");
   changes.collisions = {{"nvk.port", "Port", "Norvik clients", "4073", "4500", "4600"}};
   EXPECT_EQ(foreignMessage(changes).actions, Actions{MessageAction::chooseValues});
+  EXPECT_EQ(foreignMessage(changes).sentence,
+            "Somebody else has changed Port (Norvik clients), which you are changing too.");
 }
 
 TEST(WindowMessages, ChangesAreCountedAndListed) {
   EXPECT_EQ(countedChanges(1), "1 change");
   EXPECT_EQ(countedChanges(3), "3 changes");
-  EXPECT_EQ(changeLines({soundOn(), soundOn(), soundOn()}, 1), "Norvik clients, Sound: off → on\nand 2 more");
+  EXPECT_EQ(changeLines({soundOn(), soundOn(), soundOn()}, 1),
+            "• Norvik clients, Sound: off → on\nand 2 more");
   EXPECT_EQ(leaveQuestion({soundOn()}), "1 change is not applied.");
   EXPECT_EQ(leaveQuestion({soundOn(), soundOn()}), "2 changes are not applied.");
 }

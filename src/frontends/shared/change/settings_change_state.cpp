@@ -12,12 +12,6 @@ namespace {
 
 constexpr const char* kLimitLabel = "Open Files Limit";
 
-std::string labelOf(const SettingDescription& description, const InterfaceDescription& interface) {
-  const ControlDescription& first = description.first();
-  const ControlDescription* box = description.isChoice() ? interface.find(first.requiresOutlet) : nullptr;
-  return box != nullptr ? box->label : first.label;
-}
-
 std::map<const Setting*, int64_t> fieldsOf(const NVKServerPrefs& pane) {
   std::map<const Setting*, int64_t> fields;
   for (const Setting* row : storedRows()) fields.emplace(row, row->baseline(pane));

@@ -39,4 +39,10 @@ std::vector<SettingDescription> settingsOf(const InterfaceDescription& interface
   return settings;
 }
 
+std::string labelOf(const SettingDescription& setting, const InterfaceDescription& interface) {
+  const ControlDescription& first = setting.first();
+  const ControlDescription* box = setting.isChoice() ? interface.find(first.requiresOutlet) : nullptr;
+  return box != nullptr ? box->label : first.label;
+}
+
 }  // namespace norvik

@@ -33,4 +33,8 @@ struct SettingDescription {
 // Every setting that is shown to people, in the order of the pages.
 std::vector<SettingDescription> settingsOf(const InterfaceDescription& interface);
 
+// What a person reads at the setting: the label of its control, for a choice that of the box over its
+// buttons.
+std::string labelOf(const SettingDescription& setting, const InterfaceDescription& interface);
+
 }  // namespace norvik

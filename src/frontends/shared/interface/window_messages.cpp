@@ -2,6 +2,7 @@
 #include "src/frontends/shared/interface/window_messages.h"
 
 #include <algorithm>
+#include <cctype>
 
 #include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/checks/value_check.h"
@@ -23,10 +24,52 @@ void addLine(std::string& lines, const std::string& line) {
   lines += line;
 }
 
-std::string labelsOf(const std::vector<SettingChange>& changes) {
+// Several pages have a port, or a colour depth.
+std::string labelWithPage(const std::string& label, const std::string& page) {
+  return page.empty() ? label : label + " (" + page + ")";
+}
+
+// Of changes or collisions.
+template <typename Named>
+std::string labelsOf(const std::vector<Named>& settings) {
   std::vector<std::string> labels;
-  for (const SettingChange& change : changes) labels.push_back(change.label);
+  for (const Named& setting : settings) labels.push_back(labelWithPage(setting.label, setting.page));
   return listInWords(labels, "and");
+}
+
+// Whether a letter would make a name before or behind it another name.
+bool isOfName(char letter) {
+  return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_' || letter == '-';
+}
+
+// Whether the name at that place is not a part of a longer one: "nvk.port" is not in "nvk.port.custom".
+bool isWholeName(std::string_view words, std::size_t at, std::size_t length) {
+  if (at > 0 && (isOfName(words[at - 1]) || words[at - 1] == '.')) return false;
+  const std::string_view behind = words.substr(at + length);
+  if (behind.empty()) return true;
+  return !isOfName(behind[0]) && (behind[0] != '.' || behind.size() == 1 || !isOfName(behind[1]));
+}
+
+void replaceName(std::string& words, std::string_view name, const std::string& label) {
+  for (std::size_t at = words.find(name); at != std::string::npos; at = words.find(name, at)) {
+    if (isWholeName(words, at, name.size())) words.replace(at, name.size(), label);
+    ++at;
+  }
+}
+
+// "2026-01-31 12:30 UTC" from "2026-01-31T12:30:05Z"; anything else as it is.
+std::string timeInWords(const std::string& time) {
+  constexpr std::string_view kPattern = "dddd-dd-ddTdd:dd:ddZ";
+  const auto fits = [](char letter, char wanted) {
+    return wanted == 'd' ? std::isdigit(static_cast<unsigned char>(letter)) != 0 : letter == wanted;
+  };
+  if (!std::ranges::equal(time, kPattern, fits)) return time;
+  return time.substr(0, 10) + " " + time.substr(11, 5) + " UTC";
+}
+
+// "Saved the server settings."; empty where nothing was.
+std::string savedSentence(const ChangeReport& report) {
+  return report.saved.empty() ? "" : "Saved the " + listInWords(report.saved, "and") + ".";
 }
 
 // Codes after which the same may work at another time, or after something was mended.
@@ -39,8 +82,9 @@ bool canBeRetried(FailureCode code) {
 
 WindowMessage failed(const ChangeReport& report) {
   const ChangeError& error = report.error;
-  WindowMessage message{MessageKind::failure, asSentence(error.sentence), {}, detailsOf(report)};
+  WindowMessage message{MessageKind::failure, savedSentence(report), {}, detailsOf(report)};
   if (error.code == FailureCode::cancelled) message.kind = MessageKind::note;
+  addSentence(message.sentence, asSentence(error.sentence));
   addSentence(message.sentence, asSentence(error.advice));
   if (message.isEmpty()) message.sentence = codeWord(error.code);
   if (!error.outlet.empty()) message.actions.push_back(MessageAction::showSetting);
@@ -95,10 +139,24 @@ std::string changeLines(const std::vector<SettingChange>& changes, std::size_t m
   std::string lines;
   for (std::size_t i = 0; i < changes.size() && i < most; ++i) {
     const SettingChange& change = changes[i];
-    addLine(lines, change.page + ", " + change.label + ": " + change.from + " → " + change.to);
+    addLine(lines, "• " + change.page + ", " + change.label + ": " + change.from + " → " + change.to);
   }
   if (changes.size() > most) addLine(lines, "and " + std::to_string(changes.size() - most) + " more");
   return lines;
+}
+
+std::string withLabels(std::string words, const InterfaceDescription& interface) {
+  for (const SettingDescription& setting : settingsOf(interface)) {
+    if (words.find(setting.name) != std::string::npos)
+      replaceName(words, setting.name, labelWithPage(labelOf(setting, interface), setting.page.title));
+  }
+  return words;
+}
+
+WindowMessage withLabels(WindowMessage message, const InterfaceDescription& interface) {
+  message.sentence = withLabels(std::move(message.sentence), interface);
+  message.details = withLabels(std::move(message.details), interface);
+  return message;
 }
 
 WindowMessage appliedMessage(const ChangeReport& report) {
@@ -108,13 +166,16 @@ WindowMessage appliedMessage(const ChangeReport& report) {
     sentence = "Somebody else had changed " + listInWords(report.takenOver, "and") + "; that was taken over.";
   }
   if (report.saved.empty() && sentence.empty() && report.warnings.empty()) return {};
-  if (!report.saved.empty()) addSentence(sentence, "Saved the " + listInWords(report.saved, "and") + ".");
+  addSentence(sentence, savedSentence(report));
   return succeeded(report, std::move(sentence));
 }
 
 WindowMessage restoredMessage(const ChangeReport& report, const FileFinding& file) {
   if (report.error) return failed(report);
-  return succeeded(report, "The copy of " + file.label + " was put back.");
+  WindowMessage message = succeeded(report, "The copy of " + file.label + " was put back.");
+  // What was asked for has happened; the warnings only say where the damaged bytes are.
+  if (report.notTold.empty()) message.kind = MessageKind::done;
+  return message;
 }
 
 WindowMessage refusedMessage(const std::vector<ValueFinding>& findings) {
@@ -131,7 +192,7 @@ WindowMessage refusedMessage(const std::vector<ValueFinding>& findings) {
   return message;
 }
 
-WindowMessage damagedMessage(const std::vector<FileFinding>& findings) {
+WindowMessage damagedMessage(const std::vector<FileFinding>& findings, std::string_view shown) {
   if (findings.empty()) return {};
   WindowMessage message{MessageKind::warning, {}, {}, {}};
   for (const FileFinding& finding : findings) {
@@ -139,16 +200,21 @@ WindowMessage damagedMessage(const std::vector<FileFinding>& findings) {
     if (finding.damaged && !finding.copyTime.empty() && message.actions.empty())
       message.actions.push_back(MessageAction::restoreCopy);
   }
-  if (findings.front().damaged) addSentence(message.sentence, window_texts::kDefaultsShown);
+  if (findings.front().damaged) addSentence(message.sentence, shown);
   return message;
+}
+
+std::string damagedQuestion(const FileFinding& file) {
+  std::string question = asSentence(file.sentence) + "\n\n";
+  if (!file.copyTime.empty())
+    question += std::string(window_texts::kRestoreText) + " " + timeInWords(file.copyTime) + ". ";
+  return question += window_texts::kReplaceText;
 }
 
 WindowMessage foreignMessage(const ForeignChanges& changes) {
   if (!changes.collisions.empty()) {
-    std::vector<std::string> labels;
-    for (const Collision& collision : changes.collisions) labels.push_back(collision.label);
     return {MessageKind::warning,
-            "Somebody else has changed " + listInWords(labels, "and") + ", which you are changing too.",
+            "Somebody else has changed " + labelsOf(changes.collisions) + ", which you are changing too.",
             {MessageAction::chooseValues},
             {}};
   }

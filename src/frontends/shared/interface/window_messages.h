@@ -7,6 +7,7 @@
 
 #include "src/frontends/shared/change/change_report.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/interface/setting_description.h"
 #include "src/frontends/shared/interface/window_texts.h"
 #include "src/frontends/shared/server/server_order.h"
 
@@ -26,8 +27,13 @@ struct WindowMessage {
 
 // "1 change", "3 changes".
 std::string countedChanges(std::size_t count);
-// "Port: 4073 → 4500", one line for each; at most `most`, and then how many more there are.
+// "• Norvik clients, Port: 4073 → 4500", one line for each; at most `most`, and then how many more there are.
 std::string changeLines(const std::vector<SettingChange>& changes, std::size_t most);
+
+// The same words with "Port number (Norvik clients)" in place of "nvk.port", which is for the command line.
+// Words in which no setting is named stay as they are.
+std::string withLabels(std::string words, const InterfaceDescription& interface);
+WindowMessage withLabels(WindowMessage message, const InterfaceDescription& interface);
 
 // What came of Apply. Empty where nobody pressed it and nothing is wrong.
 WindowMessage appliedMessage(const ChangeReport& report);
@@ -35,8 +41,12 @@ WindowMessage appliedMessage(const ChangeReport& report);
 WindowMessage restoredMessage(const ChangeReport& report, const FileFinding& file);
 // Values that cannot be: why Apply was not pressed. Empty if none of them blocks.
 WindowMessage refusedMessage(const std::vector<ValueFinding>& findings);
-// Damaged files and stored values that cannot be; empty if there are none.
-WindowMessage damagedMessage(const std::vector<FileFinding>& findings);
+// Damaged files and stored values that cannot be; empty if there are none. `shown` says which values a person
+// sees in place of those of the damaged files.
+WindowMessage damagedMessage(const std::vector<FileFinding>& findings,
+                             std::string_view shown = window_texts::kDefaultsShown);
+// The question before a damaged file is written over: what is wrong with it and what each answer does.
+std::string damagedQuestion(const FileFinding& file);
 // What somebody else has saved meanwhile; empty if nothing of it is shown.
 WindowMessage foreignMessage(const ForeignChanges& changes);
 // What came of an order to the server, and of having it take up what is stored.

@@ -45,7 +45,7 @@ inline constexpr std::string_view kGoToSetting = "Go to Setting";
 inline constexpr std::string_view kTakeBack = "Take Back";
 inline constexpr std::string_view kTakeBackAll = "Take Back All";
 inline constexpr std::string_view kRestoreCopy = "Restore Copy";
-inline constexpr std::string_view kReplaceFile = "Replace with Defaults";
+inline constexpr std::string_view kReplaceFile = "Replace File";
 
 // ---- The list of pending changes
 
@@ -81,7 +81,13 @@ inline constexpr std::string_view kTakeTheirs = "Take Theirs";
 
 inline constexpr std::string_view kDamagedTitle = "Damaged Settings File";
 inline constexpr std::string_view kDefaultsShown = "The values shown are the defaults.";
-inline constexpr std::string_view kReplaceText = "The damaged file is kept beside the new one.";
+inline constexpr std::string_view kLastReadShown = "The values shown are those that could be read last.";
+inline constexpr std::string_view kSomeDefaultsShown =
+    "The values shown are those that could be read last, or the defaults.";
+inline constexpr std::string_view kReplaceText =
+    "Replace File writes the values that this window shows. The damaged file is kept beside it.";
+inline constexpr std::string_view kRestoreText = "Restore Copy begins with the copy of";  // a time follows
+inline constexpr std::string_view kNothingSaved = "Nothing was saved.";
 
 // ---- Leaving
 
