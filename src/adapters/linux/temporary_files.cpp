@@ -22,9 +22,11 @@ bool isOwn(const struct stat& status) {
 
 }  // namespace
 
+// A folder below it is somebody's own, such as the home folder of a test.
 bool isTemporary(std::string_view path) {
-  return path.starts_with(kTemporaryFolder) &&
-         path.substr(std::string_view(kTemporaryFolder).size()).starts_with('/');
+  if (!path.starts_with(kTemporaryFolder)) return false;
+  const std::string_view name = path.substr(std::string_view(kTemporaryFolder).size());
+  return name.starts_with('/') && name.find('/', 1) == std::string_view::npos;
 }
 
 Descriptor createTemporary(const std::string& diskPath) {

@@ -8,7 +8,7 @@
 
 namespace norvik {
 
-// Whether the computer's `path` is below its folder for temporary files.
+// Whether the computer's `path` is that of a file directly in its folder for temporary files.
 bool isTemporary(std::string_view path);
 
 // Creates a file at the path on the disk and opens it for writing. What is there already goes first, where it

@@ -32,7 +32,7 @@ std::string currentText(int32_t limit) {
   return limit > 0 ? std::to_string(limit) : "not known";
 }
 
-Json jsonOf(const NVKServerLimit& limit) {
+Json limitJson(const NVKServerLimit& limit) {
   const auto number = [](int32_t value) { return value > 0 ? Json(value) : Json(nullptr); };
   return {{"program", number(limit.soft)}, {"system", number(limit.hard)}};
 }
@@ -46,8 +46,8 @@ ExitStatus show(const Context& context) {
   NVKServerPrefs& pane = session.pane();
   const NVKServerLimits& limits = pane.m_admin_maxFiles;
   if (context.json) {
-    const Json json{{"now", jsonOf(limits.system)},
-                    {"nextStart", jsonOf(limits.launchd)},
+    const Json json{{"now", limitJson(limits.system)},
+                    {"nextStart", limitJson(limits.launchd)},
                     {"action", actionWord(limits.action)}};
     return finish(context.output(), ChangeReport(), json);
   }

@@ -38,12 +38,12 @@ constexpr QuestionRow kQuestions[] = {
 };
 // clang-format on
 
-constexpr bool isComplete(const QuestionRow& row) {
+constexpr bool isWhole(const QuestionRow& row) {
   return !row.name.empty() && !row.meaning.empty() && row.answers.size() >= 2 && row.answers.size() <= 3 &&
          std::ranges::count(kQuestions, row.name, &QuestionRow::name) == 1 &&
          std::ranges::count(kQuestions, row.title, &QuestionRow::title) == 1;
 }
-static_assert(std::ranges::all_of(kQuestions, isComplete),
+static_assert(std::ranges::all_of(kQuestions, isWhole),
               "every question has one row, with a meaning and an answer for each button");
 
 }  // namespace
