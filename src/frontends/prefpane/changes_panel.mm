@@ -33,6 +33,11 @@ std::string effectsOf(const Preview& preview) {
   std::string words;
   if (preview.endsConnections) words += std::string(texts::kEndsConnections) + "\n";
   if (preview.needsRestart) words += std::string(texts::kNeedsRestart) + "\n";
+  std::vector<std::string> reasons;  // there is no room for them in the table
+  for (const SettingChange& change : preview.changes) {
+    if (!change.because.empty()) reasons.push_back(change.label + ": " + change.because);
+  }
+  addBlock(words, texts::kReasonColumn, reasons);
   addBlock(words, texts::kFilesHeading, preview.files);
   std::vector<std::string> commands;
   for (const Launch& launch : preview.commands) commands.push_back(commandLine(launch));

@@ -96,10 +96,9 @@ ChangesTable::ChangesTable(double width, double height)
   NSScrollView* scroll = static_cast<NSScrollView*>(scroll_.get());
   [scroll setBorderType:NSBezelBorder];
   [scroll setHasVerticalScroller:YES];
-  [scroll setAutohidesScrollers:YES];
   const CGFloat inner = [scroll contentSize].width;
   for (NSInteger i = 0; i < static_cast<NSInteger>(std::size(kColumns)); ++i)
-    addColumn(table, i, inner * kColumns[i].share - 1);
+    addColumn(table, i, inner * kColumns[i].share - [table intercellSpacing].width - 1);
   [table setRowHeight:kTableRow];
   [table setAllowsColumnReordering:NO];
   [table setAllowsMultipleSelection:NO];

@@ -19,11 +19,19 @@ bool isInput(NSEvent* event) {
 }
 
 // In a mode in which only what draws is handled: the pane's own timers wait.
-NSEvent* nextEvent(NSDate* limit) {
-  return [NSApp nextEventMatchingMask:NSAnyEventMask
-                            untilDate:limit
-                               inMode:NSEventTrackingRunLoopMode
-                              dequeue:YES];
+NSEvent* nextEvent(NSUInteger mask, NSDate* limit) {
+  return [NSApp nextEventMatchingMask:mask untilDate:limit inMode:NSEventTrackingRunLoopMode dequeue:YES];
+}
+
+// Events that are not in the mask stay where they are.
+void handleEvents(NSUInteger mask, double seconds) {
+  NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  NSDate* end = [NSDate dateWithTimeIntervalSinceNow:seconds];
+  do {
+    NSEvent* event = nextEvent(mask, end);
+    if (event != nil && !isInput(event)) [NSApp sendEvent:event];
+  } while ([end timeIntervalSinceNow] > 0);
+  [pool release];
 }
 
 }  // namespace
@@ -37,19 +45,15 @@ void dropInput() {
 }
 
 void waitDroppingInput(double seconds) {
-  NSAutoreleasePool* pool = [NSAutoreleasePool new];
-  NSDate* end = [NSDate dateWithTimeIntervalSinceNow:seconds];
-  do {
-    NSEvent* event = nextEvent(end);
-    if (event != nil && !isInput(event)) [NSApp sendEvent:event];
-  } while ([end timeIntervalSinceNow] > 0);
-  [pool release];
+  handleEvents(NSAnyEventMask, seconds);
 }
 
-bool waitDroppingInput(const std::function<bool()>& condition, double limit) {
+bool waitKeepingInput(const std::function<bool()>& condition, double limit) {
+  // A click on a close button is one of the toolkit's own events.
+  constexpr NSUInteger kHandled = NSAnyEventMask & ~(kInput | NSAppKitDefinedMask);
   for (double waited = 0; !condition(); waited += kLook) {
     if (waited >= limit) return false;
-    waitDroppingInput(kLook);
+    handleEvents(kHandled, kLook);
   }
   return true;
 }

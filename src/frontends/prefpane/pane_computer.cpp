@@ -47,7 +47,7 @@ std::unique_ptr<HeldLock> DrawingLocks::lock(std::chrono::milliseconds limit) {
     held = computer_.lock(std::chrono::milliseconds(0));
     return held != nullptr;
   };
-  waitDroppingInput(isHeld, seconds(limit));
+  waitKeepingInput(isHeld, seconds(limit));
   return held;
 }
 
@@ -56,7 +56,7 @@ SessionComputer PaneComputer::forSession() {
   LaunchedTools& tools = own.tools;
   const auto waitForTools = [&tools](std::chrono::milliseconds limit) {
     const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
-    return waitDroppingInput(ended, seconds(limit));
+    return waitKeepingInput(ended, seconds(limit));
   };
   return {
       platform_,
@@ -66,7 +66,7 @@ SessionComputer PaneComputer::forSession() {
       drawing_,
       runLoop_,
       waitForTools,
-      [](std::chrono::milliseconds time) { waitDroppingInput(seconds(time)); },
+      [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
       portInUse,
       settingsFiles()};
 }

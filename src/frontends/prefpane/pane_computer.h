@@ -11,8 +11,7 @@
 
 namespace norvik::prefpane {
 
-// The computer's lock of changes. While it is waited for, windows are drawn, and what a person clicks and
-// types is dropped.
+// The computer's lock of changes. Windows are drawn while it is waited for.
 class DrawingLocks : public ChangeLocks {
  public:
   explicit DrawingLocks(ChangeLocks& computer) : computer_(computer) {}

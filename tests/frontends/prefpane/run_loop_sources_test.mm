@@ -111,11 +111,48 @@ TEST_F(DescriptorWatchTest, DoesNotCallWhenItIsGoneAndLeavesTheDescriptorOpen) {
   EXPECT_EQ(read(ends[0], &byte, 1), 1);
 }
 
+// How many keys wait to be handled.
+int keysWaiting() {
+  int keys = 0;
+  while ([NSApp nextEventMatchingMask:NSKeyDownMask
+                            untilDate:[NSDate distantPast]
+                               inMode:NSDefaultRunLoopMode
+                              dequeue:YES] != nil)
+    ++keys;
+  return keys;
+}
+
+void pressKey() {
+  [NSApp postEvent:[NSEvent keyEventWithType:NSKeyDown
+                                          location:NSZeroPoint
+                                     modifierFlags:0
+                                         timestamp:0
+                                      windowNumber:0
+                                           context:nil
+                                        characters:@"a"
+                       charactersIgnoringModifiers:@"a"
+                                         isARepeat:NO
+                                           keyCode:0]
+           atStart:NO];
+}
+
+TEST(PaneWait, DropsWhatIsTypedOrKeepsIt) {
+  pressKey();
+  waitKeepingInput([] { return false; }, 0.03);
+  EXPECT_EQ(keysWaiting(), 1);
+  pressKey();
+  waitDroppingInput(0.03);
+  EXPECT_EQ(keysWaiting(), 0);
+  pressKey();
+  dropInput();
+  EXPECT_EQ(keysWaiting(), 0);
+}
+
 TEST(PaneWait, EndsWhenTheConditionHoldsOrTheLimitPasses) {
   int looks = 0;
-  EXPECT_TRUE(waitDroppingInput([&looks] { return ++looks == 3; }, 60));
+  EXPECT_TRUE(waitKeepingInput([&looks] { return ++looks == 3; }, 60));
   EXPECT_EQ(looks, 3);
-  EXPECT_FALSE(waitDroppingInput([] { return false; }, 0.03));
+  EXPECT_FALSE(waitKeepingInput([] { return false; }, 0.03));
 }
 
 }  // namespace
