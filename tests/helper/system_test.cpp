@@ -442,6 +442,15 @@ TEST_F(CommandLineTest, TheSuperUserNeedsNeitherBusNorPolkit) {
   EXPECT_TRUE(log_->says("uid 0 (directly): \"/usr/sbin/nvkservice\" \"apply\": started"));
 }
 
+TEST_F(CommandLineTest, WhatAToolSaysReachesThePerson) {
+  writeFile("/run/tool-script", "echo out of order >&2; exit 3\n");
+  TerminalDialog terminal({norvikctl_, "set", "nvk.port=5073"}, kUser);
+  ASSERT_TRUE(terminal.shows("Password:")) << terminal.rest();
+  terminal.typeSecret("right");
+  const std::string shown = terminal.rest();
+  EXPECT_TRUE(has(shown, "failed with exit status 3: out of order")) << shown;
+}
+
 // The program itself.
 
 struct HelperProgramTest : HelperSystemTest {
