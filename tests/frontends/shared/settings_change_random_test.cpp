@@ -25,7 +25,7 @@ using namespace change_model;
 using Names = std::vector<std::string>;
 using std::chrono::milliseconds;
 
-constexpr unsigned kQuickSessions = 150;
+constexpr unsigned kQuickSessions = 120;
 constexpr int kSteps = 30;
 constexpr const char* kTools[] = {"/bin/mv", "/bin/chmod", "/usr/sbin/chown", "/usr/bin/defaults",
                                   "/usr/sbin/nvkservice"};
@@ -96,12 +96,21 @@ struct Undisturbed {
   Names effects;
 };
 
+// How much the sessions have tried, so that a test which tries nothing fails.
+struct Tally {
+  int saved = 0;
+  int repeated = 0;
+  int collisions = 0;
+  int takenOver = 0;
+  std::map<FailureCode, int> failed;
+};
+
 const ListedProcess kAgentProcess{812'000, fourCharCode("APPL"), fourCharCode("nvka"),
                                   "com.veltrane.nvkagent"};
 
 class Session {
  public:
-  Session(unsigned seed, const InterfaceDescription& interface);
+  Session(unsigned seed, const InterfaceDescription& interface, Tally& tally);
   ~Session() { close(); }
   void run();
   const Names& problems() const { return problems_; }
@@ -113,6 +122,11 @@ class Session {
     const Setting* row;
     int64_t value;
     std::string name;
+  };
+  struct Before {
+    std::vector<Wish> wishes;
+    bool isUnlocked;
+    bool isLimitStaged;
   };
   struct Step {
     const char* name;
@@ -156,6 +170,10 @@ class Session {
   using Answers = std::set<int>;
   void watched(const std::function<ChangeReport()>& call, const Answers& discarding = {});
   std::vector<Wish> wishes();
+  void noteLate(const ChangeReport& report, bool isLimitStaged);
+  void adoptFiles(const Meaning& after);
+  void adoptDiscarded(const Meaning& after, const Answers& discarding);
+  void checkReport(const ChangeReport& report, const Meaning& after, bool wasUnlocked, bool isLeaving);
   void checkFiles(const Meaning& after, const ChangeReport& report);
   void checkFile(const std::string& path, const FileMeaning& before, const FileMeaning& after,
                  const ChangeReport& report);
@@ -168,6 +186,7 @@ class Session {
   void checkPreview(const Preview& preview, const ChangeReport& report);
   bool isUndisturbed();
   Undisturbed recorded();
+  Names effectsAlone(SimulatedComputer& twin, const Undisturbed& apply);
   void repeatOnATwin(const Undisturbed& apply);
   bool hasFault(const std::string& path) const {
     return computer_.fileFaults.has(FileOperation::openRead, path) ||
@@ -175,6 +194,7 @@ class Session {
   }
 
   const InterfaceDescription& interface_;
+  Tally& tally_;
   Random random_;
   SimulatedComputer computer_;
   RandomAlerts alerts_;
@@ -199,10 +219,13 @@ class Session {
   int sequence_ = 0;
 };
 
-Session::Session(unsigned seed, const InterfaceDescription& interface)
-    : interface_(interface), random_(seed) {
+Session::Session(unsigned seed, const InterfaceDescription& interface, Tally& tally)
+    : interface_(interface), tally_(tally), random_(seed) {
   alerts_.next = [this] { return random_.of(kAnswers); };
-  person_.side = [this] { return random_.chance(50) ? Side::mine : Side::theirs; };
+  person_.side = [this] {
+    ++tally_.collisions;
+    return random_.chance(50) ? Side::mine : Side::theirs;
+  };
   person_.answer = [this] {
     constexpr DamagedAnswer kChoices[] = {DamagedAnswer::cancel, DamagedAnswer::restore,
                                           DamagedAnswer::replace};
@@ -381,6 +404,8 @@ void Session::apply() {
 void Session::watch() {
   const ForeignChanges foreign = change_->foreignChanges();
   if (!foreign.any()) return;
+  tally_.collisions += static_cast<int>(foreign.collisions.size());
+  tally_.takenOver += static_cast<int>(foreign.takenOver.size());
   person_.theirs.clear();
   std::vector<std::string> theirs;
   for (const Collision& collision : foreign.collisions) {
@@ -581,56 +606,72 @@ void Session::watched(const std::function<ChangeReport()>& call, const Answers& 
   settleLate();
   person_.theirs.clear();
   person_.answers.clear();
-  const auto before = wishes();
-  const bool unlocked = pane().authorized();
-  const bool staged = unlocked && pane().maxFilesChanged();
   alerts_.given.clear();
+  const Before before{wishes(), pane().authorized(), pane().authorized() && pane().maxFilesChanged()};
   const ChangeReport report = call();
   steps_.back() += report.ok() ? " ok" : " " + std::string(codeWord(report.error.code));
   if (report.applied) steps_.back() += " applied";
   const Meaning after = meaningOf(computer_);
-  const bool isLate = toolsRun();
-  if (isLate) {
-    late_.insert(touched_.begin(), touched_.end());
-    for (const Setting* row : storedRows()) {
-      if (mayChange(*row, report)) late_.insert(row);
-    }
-    limitLate_ = limitLate_ || staged || limitTouched_;
-    if (!restoring_.empty()) lateAnswers_.insert(restoring_);
-    for (const auto& [path, answer] : person_.answers) {
-      if (answer != DamagedAnswer::cancel) lateAnswers_.insert(path);
-    }
-  }
+  if (toolsRun()) noteLate(report, before.isLimitStaged);
   checkFiles(after, report);
+  const bool discarded = !alerts_.given.empty() && discarding.contains(alerts_.given[0]);
+  adoptFiles(after);
+  if (discarded) adoptDiscarded(after, discarding);
+  if (!discarded) checkWishes(before.wishes, before.isLimitStaged);
+  checkReport(report, after, before.isUnlocked, !discarding.empty());
+  std::erase_if(touched_, [&](const Setting* row) { return !row->differs(pane()); });
+  limitTouched_ = pane().maxFilesChanged();
+}
+
+// What the tools that still run may do later.
+void Session::noteLate(const ChangeReport& report, bool isLimitStaged) {
+  late_.insert(touched_.begin(), touched_.end());
+  for (const Setting* row : storedRows()) {
+    if (mayChange(*row, report)) late_.insert(row);
+  }
+  limitLate_ = limitLate_ || isLimitStaged || limitTouched_;
+  if (!restoring_.empty()) lateAnswers_.insert(restoring_);
+  for (const auto& [path, answer] : person_.answers) {
+    if (answer != DamagedAnswer::cancel) lateAnswers_.insert(path);
+  }
+}
+
+void Session::adoptFiles(const Meaning& after) {
   for (const char* path : kPaths) {
     const bool failed = computer_.fileFaults.has(FileOperation::write, path);
     const bool emptied = failed && after.at(path).bytes.empty() && !known_[path].bytes.empty();
     if (emptied) (known_[path].damaged ? rescued_ : torn_).insert(path);
-    if (torn_.contains(path) && !after.at(path).bytes.empty()) torn_.erase(path);
+    if (!after.at(path).bytes.empty()) torn_.erase(path);
     if (!torn_.contains(path)) known_[path] = after.at(path);
   }
-  const bool discarded = !alerts_.given.empty() && discarding.contains(alerts_.given[0]);
-  // The pane has then loaded what is left of a torn file; when it is left, not that of the notifications.
+}
+
+// The pane has loaded what is left of a torn file; when it was only left, not that of the notifications.
+void Session::adoptDiscarded(const Meaning& after, const Answers& discarding) {
   for (const char* path : kPaths) {
     const bool stays = path == std::string(kMenu) && discarding.size() > 1;
-    if (!discarded || (stays && torn_.contains(path))) continue;
+    if (stays && torn_.contains(path)) continue;
     torn_.erase(path);
     known_[path] = after.at(path);
   }
-  if (!discarded) checkWishes(before, staged);
+}
+
+void Session::checkReport(const ChangeReport& report, const Meaning& after, bool wasUnlocked,
+                          bool isLeaving) {
+  const bool isLate = toolsRun();
   // Without the lock nothing is done, and nothing is looked at.
-  const bool isIdle = !discarding.empty() && report.error.code == FailureCode::tryAgain;
+  const bool isIdle = isLeaving && report.error.code == FailureCode::tryAgain;
   if (report.applied && !isIdle && (restoring_.empty() || report.ok())) checkBaseline(after);
   if (report.applied) disturbed_ = disturbed_ && (isLate || isIdle);
-  if (report.ok() && report.applied && restoring_.empty()) checkSaved(unlocked && pane().authorized());
+  if (report.ok() && report.applied && restoring_.empty()) checkSaved(wasUnlocked && pane().authorized());
   for (const char* path : kTemporary) {
     if (report.applied && !isLate && computer_.fileSystem.find(path) != nullptr)
       problem(std::string("left behind: ") + path);
   }
   if (!report.ok() && (report.error.sentence.empty() || report.error.sentence.back() != '.'))
     problem("no sentence: " + report.error.sentence);
-  std::erase_if(touched_, [&](const Setting* row) { return !row->differs(pane()); });
-  limitTouched_ = pane().maxFilesChanged();
+  if (report.ok() && report.applied) ++tally_.saved;
+  if (!report.ok()) ++tally_.failed[report.error.code];
 }
 
 bool Session::mayChange(const Setting& row, const ChangeReport& report) {
@@ -737,7 +778,7 @@ void Session::checkSaved(bool unlocked) {
 }
 
 void Session::checkLeftovers() {
-  if (computer_.locks.isHeld()) problem("the lock is held");
+  if (computer_.locks.isHeld() && !toolsRun()) problem("the lock is held");
   for (const std::string& stream : computer_.files.openStreams()) problem("open: " + stream);
   if (computer_.runLoop.timers().size() != 1) problem("timers are left");
   if (computer_.authorization.references().size() != (pane().authorized() ? 1u : 0u))
@@ -806,10 +847,33 @@ Undisturbed Session::recorded() {
   return record;
 }
 
-// A bare pane that is in the same state does the same when Apply is pressed.
+// The effects of a bare pane in the same state, when Apply is pressed.
+Names Session::effectsAlone(SimulatedComputer& twin, const Undisturbed& apply) {
+  Names effects;
+  NVKServerPrefs bare(interface_);
+  bare.awakeFromNib();
+  if (apply.authorized) bare.buttonClicked(bare.ib_button_Auth);
+  for (const auto& [name, state] : apply.controls) {
+    Control& control = *bare.outlet(name);
+    control.setState(std::get<0>(state));
+    control.setDoubleValue(std::get<1>(state));
+    control.selectItemAtIndex(std::get<2>(state));
+    control.setStringValue(std::get<3>(state));
+  }
+  bare.m_admin_maxFiles = apply.limits;
+  bare.m_needReboot = apply.needsReboot;
+  bare.onStateTimer();
+  twin.effects.setSink([&](EffectKind kind, const std::string& line) {
+    if (kind != EffectKind::alert) effects.push_back(line);
+  });
+  bare.buttonClicked(bare.ib_button_Apply);
+  twin.effects.setSink(nullptr);
+  bare.destroy();
+  return effects;
+}
+
 void Session::repeatOnATwin(const Undisturbed& apply) {
   SimulatedComputer twin;
-  Names effects;
   twin.processes.add(kAgentProcess);
   if (apply.runs) twin.service.setDaemon(900);
   for (const auto& [path, file] : apply.before) {
@@ -817,28 +881,9 @@ void Session::repeatOnATwin(const Undisturbed& apply) {
   }
   for (const int answer : apply.answers) twin.alerts.addAnswer(answer);
   installPlatform(&twin.platform());
-  {
-    NVKServerPrefs bare(interface_);
-    bare.awakeFromNib();
-    if (apply.authorized) bare.buttonClicked(bare.ib_button_Auth);
-    for (const auto& [name, state] : apply.controls) {
-      Control& control = *bare.outlet(name);
-      control.setState(std::get<0>(state));
-      control.setDoubleValue(std::get<1>(state));
-      control.selectItemAtIndex(std::get<2>(state));
-      control.setStringValue(std::get<3>(state));
-    }
-    bare.m_admin_maxFiles = apply.limits;
-    bare.m_needReboot = apply.needsReboot;
-    bare.onStateTimer();
-    twin.effects.setSink([&](EffectKind kind, const std::string& line) {
-      if (kind != EffectKind::alert) effects.push_back(line);
-    });
-    bare.buttonClicked(bare.ib_button_Apply);
-    twin.effects.setSink(nullptr);
-    bare.destroy();
-  }
+  const Names effects = effectsAlone(twin, apply);
   installPlatform(nullptr);
+  ++tally_.repeated;
   if (effects != apply.effects) {
     problem("the pane alone does something else");
     for (const std::string& line : effects) problem("  alone: " + line);
@@ -899,10 +944,20 @@ TEST(SettingsChangeRandomTest, EveryPromiseHoldsInEverySession) {
   const InterfaceDescription interface = shippedInterface();
   const unsigned first = numberIn("NORVIK_CHANGE_SEED", 1);
   const unsigned count = numberIn("NORVIK_CHANGE_SESSIONS", kQuickSessions);
+  Tally tally;
   for (unsigned seed = first; seed < first + count; ++seed) {
-    Session session(seed, interface);
+    Session session(seed, interface, tally);
     session.run();
     ASSERT_TRUE(session.problems().empty()) << "seed " << seed << session.told();
+  }
+  if (count < kQuickSessions) return;
+  EXPECT_GT(tally.saved, 150);
+  EXPECT_GT(tally.repeated, 50);
+  EXPECT_GT(tally.collisions, 5);
+  EXPECT_GT(tally.takenOver, 50);
+  for (const FailureCode code : {FailureCode::wrongValue, FailureCode::damaged, FailureCode::notWritten,
+                                 FailureCode::tryAgain, FailureCode::server, FailureCode::notAllowed}) {
+    EXPECT_GT(tally.failed[code], 0) << codeWord(code);
   }
 }
 
