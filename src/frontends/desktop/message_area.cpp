@@ -11,7 +11,9 @@ constexpr const char* kNames[] = {"message_files", "message_inForce", "message_o
 
 MessageArea::MessageArea(QWidget* parent) : QWidget(parent) {
   setObjectName(QStringLiteral("messages"));
-  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+  // No higher than it needs to be beside the pages, which stretch; in a narrow window that is more than its
+  // hint.
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   for (std::size_t i = 0; i < lines_.size(); ++i) {

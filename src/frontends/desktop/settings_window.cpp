@@ -297,6 +297,26 @@ void SettingsWindow::showPage() {
   refresh();
 }
 
+// Messages wrap, which the layout's own minimum does not count: where they need more height than there is,
+// the window grows, as far as the screen allows.
+void SettingsWindow::followMessages() {
+  if (!isFilled()) return;
+  const int needed = std::max(layout()->minimumHeightForWidth(width()), layout()->minimumSize().height());
+  const int most = static_cast<int>(screen()->availableSize().height() * kMostOfScreen);
+  if (minimumHeight() != std::min(needed, most)) setMinimumHeight(std::min(needed, most));
+}
+
+bool SettingsWindow::event(QEvent* event) {
+  const bool isHandled = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest) followMessages();
+  return isHandled;
+}
+
+void SettingsWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  followMessages();
+}
+
 // A control that gets the keyboard focus is scrolled into view.
 void SettingsWindow::revealFocus(QWidget* widget) {
   auto* area = static_cast<PageArea*>(stack_->currentWidget());

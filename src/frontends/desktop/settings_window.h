@@ -94,6 +94,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
   std::function<void()> serverTextChanged;
 
  protected:
+  bool event(QEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -115,6 +117,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void assignMnemonics();
   void orderTabs();
   void showPage();
+  void followMessages();
   void revealFocus(QWidget* widget);
 
   NVKServerPrefs& pane_;

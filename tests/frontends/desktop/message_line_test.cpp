@@ -54,6 +54,27 @@ TEST_F(Messages, NoneIsShownAtFirst) {
     EXPECT_FALSE(panel.window.messages().line(subject).isVisible());
 }
 
+// All at once, and the window as small as it can be: it grows.
+TEST_F(Messages, NothingOfTheirWordsIsCutOffInASmallWindow) {
+  const QString words = QStringLiteral(
+      "The server's settings file, /etc/norvik/svr.cfg, could not be written: No space left on device. Make "
+      "sure that there is room on the disk and that you may write there, then apply again.");
+  panel.window.resize(panel.window.minimumSizeHint());
+  for (const auto subject :
+       {MessageSubject::files, MessageSubject::inForce, MessageSubject::others, MessageSubject::outcome}) {
+    panel.window.messages().line(subject).showMessage(
+        {MessageKind::failure, words.toStdString(), {MessageAction::retry}, {}});
+  }
+  panel.settle();
+  int lines = 0;
+  for (const auto* label : panel.window.messages().findChildren<QLabel*>()) {
+    if (!label->isVisible()) continue;
+    EXPECT_GE(label->height(), label->heightForWidth(label->width()));
+    ++lines;
+  }
+  EXPECT_EQ(lines, 4);
+}
+
 TEST_F(Messages, AreShownWithWordsAndReadInTheirRole) {
   outcome().showMessage(message(MessageKind::failure));
   panel.settle();
