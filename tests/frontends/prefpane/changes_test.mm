@@ -367,7 +367,7 @@ TEST_F(PaneChangesTest, ADamagedFileIsNotWrittenOverUntilAPersonSaysSo) {
     EXPECT_NE(cancel.words.find("Damaged Settings File"), std::string::npos);
   }
   EXPECT_EQ(stored(), "<plist><dict>");
-  InPanel replace("Replace with Defaults");
+  InPanel replace("Replace File");
   press("ib_button_Apply");
   EXPECT_EQ(replace.seen, 1);
   EXPECT_TRUE(holdsText("SoundOutputEnabled"));

@@ -31,9 +31,7 @@ class ForgetfulFiles : public Files {
   std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) override {
     return files_.fwrite(bytes, size, file);
   }
-  int fclose(FileRef file) override {
-    return forgotten.fclose ? 0 : files_.fclose(file);
-  }
+  int fclose(FileRef file) override { return forgotten.fclose ? 0 : files_.fclose(file); }
   int mkdir(const char* path, uint32_t mode) override { return files_.mkdir(path, mode); }
 
  private:

@@ -46,10 +46,12 @@ TEST_F(RecordingPlatformTest, RecordsAFileWhoseClosingFailsOnce) {
   computer.fileFaults.set(FileOperation::close, "/tmp/unsynced", true);
   computer.fileFaults.set(FileOperation::close, "/tmp/full", true);
   computer.fileFaults.set(FileOperation::write, "/tmp/full", true);
-  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, RecordingMode::real);
+  const RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing,
+                                    RecordingMode::real);
   write("/tmp/unsynced");
   write("/tmp/full");
-  EXPECT_EQ(recording.effects().unwritten, (std::vector<UnwrittenFile>{{"/tmp/unsynced", ""}, {"/tmp/full", ""}}));
+  EXPECT_EQ(recording.effects().unwritten,
+            (std::vector<UnwrittenFile>{{"/tmp/unsynced", ""}, {"/tmp/full", ""}}));
 }
 
 // Reading is no change: a file that cannot be read is none that could not be written.

@@ -134,15 +134,17 @@ TEST_F(ServerOrderTest, AToolThatFailsAlthoughTheServerDoesAsOrderedIsAWarning) 
   computer.clock.addSleepListener([this](uint32_t) { computer.service.setDaemon(std::nullopt); });
   const OrderReport report = order(ServerOrder::stop);
   EXPECT_TRUE(report.ok());
-  EXPECT_EQ(report.change.warnings,
-            std::vector<std::string>{"/usr/sbin/nvkservice stop -w failed with exit status 1: half stopped."});
+  EXPECT_EQ(
+      report.change.warnings,
+      std::vector<std::string>{"/usr/sbin/nvkservice stop -w failed with exit status 1: half stopped."});
 }
 
 TEST_F(ServerOrderTest, AToolThatTheSystemRefuses) {
   computer.authorization.refuse(PROC_NVKSVC, "start");
   const OrderReport report = order(ServerOrder::start);
   EXPECT_EQ(report.change.error.code, FailureCode::notAllowed);
-  EXPECT_EQ(report.change.error.sentence, "The system refused to run the command /usr/sbin/nvkservice start -f -w.");
+  EXPECT_EQ(report.change.error.sentence,
+            "The system refused to run the command /usr/sbin/nvkservice start -f -w.");
 }
 
 TEST_F(ServerOrderTest, AToolThatDoesNotEnd) {

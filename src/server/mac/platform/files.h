@@ -34,8 +34,8 @@ class Files {
   // Writes `size` bytes as one block; the number written, fewer on an error. What could not be written by the
   // time of a short count may be known only then: an adapter does not defer these errors to fclose.
   virtual std::size_t fwrite(const void* bytes, std::size_t size, FileRef file) = 0;
-  // Closes and forgets the stream, in every case. 0; -1 if what was written has not reached the disk whole. The
-  // pane, by its rules, does not look at the result: by then the write has succeeded.
+  // Closes and forgets the stream, in every case. 0; -1 if what was written has not reached the disk whole.
+  // The pane, by its rules, does not look at the result: by then the write has succeeded.
   virtual int fclose(FileRef file) = 0;
 
   // Makes one directory with the permission bits `mode`, less those that the process withholds from all that

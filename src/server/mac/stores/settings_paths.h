@@ -1,4 +1,5 @@
-// Where the settings that are no one tool's are kept; those that tools install are in control/tool_commands.h.
+// Where the settings that are no one tool's are kept; those that tools install are in
+// control/tool_commands.h.
 #pragma once
 
 namespace norvik {
