@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QPushButton>
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "src/frontends/desktop/address_label.h"
@@ -265,9 +266,10 @@ void WindowChanges::restoreCopy() {
   const auto hasCopy = [](const FileFinding& finding) {
     return finding.damaged && !finding.copyTime.empty();
   };
-  const auto found = std::ranges::find_if(change_.findings(), hasCopy);
-  if (found == change_.findings().end()) return;
-  const FileFinding file = *found;
+  std::vector<FileFinding> found;  // copies, as the files are looked at again
+  std::ranges::copy_if(change_.findings(), std::back_inserter(found), hasCopy);
+  if (found.empty()) return;
+  const FileFinding& file = found.front();
   const bool isAdministrators = file.group == Group::server || file.group == Group::limit;
   if (isAdministrators && !unlocked()) return;
   const ChangeReport report = change_.restore(file);

@@ -33,6 +33,7 @@ std::string labelWithPage(const std::string& label, const std::string& page) {
 template <typename Named>
 std::string labelsOf(const std::vector<Named>& settings) {
   std::vector<std::string> labels;
+  labels.reserve(settings.size());
   for (const Named& setting : settings) labels.push_back(labelWithPage(setting.label, setting.page));
   return listInWords(labels, "and");
 }
