@@ -13,7 +13,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-constexpr int32_t kRunning = 700;
+constexpr int32_t kRunningPid = 700;
 constexpr int32_t kStarted = 4321;
 
 class ServerOrderTest : public testing::Test {
@@ -30,7 +30,7 @@ class ServerOrderTest : public testing::Test {
     pane.discardServerAndUserChanges();
   }
   void runServer() {
-    computer.service.setDaemon(kRunning);
+    computer.service.setDaemon(kRunningPid);
     pane.onStateTimer();
   }
   OrderReport order(ServerOrder order) { return carryOut(order, server); }
@@ -65,7 +65,7 @@ TEST_F(ServerOrderTest, AStopAndARestart) {
   runServer();
   const OrderReport restarted = order(ServerOrder::restart);
   EXPECT_TRUE(restarted.ok()) << restarted.change.error.sentence;
-  EXPECT_EQ(restarted.before, kRunning);
+  EXPECT_EQ(restarted.before, kRunningPid);
   EXPECT_EQ(restarted.after, kStarted);
   EXPECT_EQ(restarted.change.commands.size(), 2U);
   const OrderReport stopped = order(ServerOrder::stop);
@@ -83,13 +83,13 @@ TEST_F(ServerOrderTest, WhatIsSoAlreadyNeedsNoToolAndNoRights) {
   EXPECT_TRUE(started.ok());
   EXPECT_EQ(started.note, "The server is already running.");
   EXPECT_TRUE(started.change.commands.empty());
-  EXPECT_EQ(started.after, kRunning);
+  EXPECT_EQ(started.after, kRunningPid);
 }
 
 // The pane's button would stop a server that has come up since the pane looked last.
 TEST_F(ServerOrderTest, AServerThatHasJustComeUpIsNotStoppedByAStart) {
-  computer.service.setDaemon(kRunning);
-  EXPECT_EQ(order(ServerOrder::start).after, kRunning);
+  computer.service.setDaemon(kRunningPid);
+  EXPECT_EQ(order(ServerOrder::start).after, kRunningPid);
   EXPECT_TRUE(computer.service.daemonRuns());
 }
 
