@@ -17,9 +17,9 @@ namespace {
 constexpr uint32_t kFileEvents =
     IN_CLOSE_WRITE | IN_MODIFY | IN_ATTRIB | IN_MOVED_FROM | IN_MOVED_TO | IN_CREATE | IN_DELETE;
 constexpr uint32_t kFolderEvents = IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
-constexpr std::size_t kBufferSize = 16 * 1024;
+constexpr std::size_t kBufferSize = std::size_t{16} * 1024;
 
-std::string folderOf(const std::string& path) {
+std::string parentOf(const std::string& path) {
   return std::filesystem::path(path).parent_path().string();
 }
 
@@ -39,10 +39,10 @@ LinuxFileWatch::LinuxFileWatch(std::vector<std::string> paths)
 void LinuxFileWatch::watchFolders() {
   folders_.clear();
   for (const std::string& path : paths_) {
-    std::string folder = folderOf(path);
+    std::string folder = parentOf(path);
     bool isParent = true;
-    while (!isFolder(folder) && folder != folderOf(folder)) {
-      folder = folderOf(folder);
+    while (!isFolder(folder) && folder != parentOf(folder)) {
+      folder = parentOf(folder);
       isParent = false;
     }
     const int watch = inotify_add_watch(queue_.number(), folder.c_str(), kFileEvents | kFolderEvents);

@@ -161,11 +161,11 @@ class Listener {
 
 // Listens until the tool has ended; its status.
 int listenUntilEnd(pid_t tool, Listener& listener) {
-  constexpr int kPause = 50;  // for systems on which the end cannot be waited for together with the words
+  constexpr int kPollPause = 50;  // for systems on which the end cannot be waited for together with the words
   const int end = static_cast<int>(::syscall(SYS_pidfd_open, tool, 0));
   std::array<pollfd, 2> sources{{{kWords, POLLIN, 0}, {end, POLLIN, 0}}};
   for (;;) {
-    ::poll(sources.data(), sources.size(), end >= 0 ? -1 : kPause);
+    ::poll(sources.data(), sources.size(), end >= 0 ? -1 : kPollPause);
     int status = 0;
     if (::waitpid(tool, &status, WNOHANG) == tool) return status;
     listener.hear();

@@ -13,6 +13,8 @@ namespace norvik::command {
 
 namespace {
 
+using Json = nlohmann::ordered_json;
+
 // What a panel returns, in the order of its buttons.
 constexpr int kResults[] = {NSAlertDefaultReturn, NSAlertAlternateReturn, NSAlertOtherReturn};
 
@@ -102,7 +104,6 @@ std::string waysToAnswer(const Question& question) {
 }
 
 nlohmann::ordered_json questionsJson(const std::vector<Question>& questions) {
-  using Json = nlohmann::ordered_json;
   Json list = Json::array();
   for (const Question& question : questions) {
     Json words = Json::array();

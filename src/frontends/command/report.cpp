@@ -35,6 +35,7 @@ std::string remark(const CommandOutcome& command) {
 template <typename Commands, typename Line>
 std::vector<std::string> linesOf(const Commands& commands, Line line) {
   std::vector<std::string> lines;
+  lines.reserve(commands.size());
   for (const auto& command : commands) lines.push_back(line(command));
   return lines;
 }

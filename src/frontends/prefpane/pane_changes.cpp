@@ -175,6 +175,8 @@ void PaneChanges::restoreCopy() {
   };
   const auto found = std::ranges::find_if(change_.findings(), hasCopy);
   if (found == change_.findings().end()) return;
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): restoring looks again and replaces the
+  // findings
   const FileFinding file = *found;
   const bool isAdministrators = file.group == Group::server || file.group == Group::limit;
   if (isAdministrators && !unlocked()) return;

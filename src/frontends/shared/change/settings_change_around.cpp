@@ -13,6 +13,7 @@ namespace {
 
 std::string namesOf(const std::vector<Collision>& collisions) {
   std::vector<std::string> names;
+  names.reserve(collisions.size());
   for (const Collision& collision : collisions) names.push_back(collision.name);
   return listInWords(names, "and");
 }
