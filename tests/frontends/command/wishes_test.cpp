@@ -137,7 +137,8 @@ TEST_F(WishesTest, UnsetGivesTheDefaults) {
   all.insert(all.begin(), {"unset", "--no-reboot"});
   const Result result = box.run(all);
   EXPECT_EQ(result.status, 0) << result.err;
-  for (const auto& page : box.json({"show"})["pages"]) {
+  const auto shown = box.json({"show"});
+  for (const auto& page : shown["pages"]) {
     for (const auto& setting : page["settings"]) EXPECT_EQ(setting["default"], true) << setting;
   }
   const Result again = box.run(all);
