@@ -1,5 +1,5 @@
-// Who calls, and whether they may: the caller is whom the bus says, and polkit decides, about every call
-// afresh. Nothing is remembered.
+// Identifies the caller by the bus, and asks polkit at every call whether the caller is allowed. Keeps no
+// decision.
 #pragma once
 
 #include <sys/types.h>

@@ -108,7 +108,7 @@ void CallerQueue::onToolEnd(const ToolEnding& ending) {
   if (size() == 0) around_.onEmpty();
 }
 
-// A tool that could not be started is told to have failed.
+// A tool that could not be started is reported as failed.
 void CallerQueue::carryOutInside(Granted granted) {
   const StepOutcome outcome = carryOut(around_.computer, granted.line, caller_.user);
   if (granted.output) writeAll(granted.output, outcome.output);

@@ -45,7 +45,7 @@ int say(const std::string& text, int status) {
   return status;
 }
 
-// A program with the set-user-ID bit would serve whoever starts it.
+// False for a program with the set-user-ID bit, which any user could start.
 bool isSuperUser() {
   return ::getuid() == 0 && ::geteuid() == 0 && ::getauxval(AT_SECURE) == 0;
 }

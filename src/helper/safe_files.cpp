@@ -44,7 +44,7 @@ Descriptor openFolder(const std::string& path) {
   return Descriptor(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
 }
 
-// Refuses what another file system shows at the name: whoever mounted that could keep the opening waiting.
+// Refuses a file on another file system, because the user who mounted it could block the opening.
 Descriptor openInside(const Descriptor& folder, const std::string& name) {
   open_how how{};
   how.flags = O_RDONLY | kAlways;

@@ -14,7 +14,7 @@
 
 namespace norvik::helper {
 
-// Larger files are not read, whoever owns them.
+// Larger files are not read.
 inline constexpr std::size_t kLargestFile = std::size_t{64} << 20;
 
 class StepFailed : public std::runtime_error {

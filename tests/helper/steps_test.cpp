@@ -1,5 +1,5 @@
-// What the helper does inside: with every kind of file at the temporary path and at the target, whoever made
-// it.
+// What the helper does itself, with every kind of file, of every owner, at the temporary path and at the
+// target.
 #include "src/helper/steps.h"
 
 #include <fcntl.h>

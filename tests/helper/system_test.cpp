@@ -383,7 +383,7 @@ TEST_F(PasswordTest, WithoutKeepingEachLineAsks) {
 
 struct CommandLineTest : PasswordTest {
   const std::string norvikctl_ = builtProgram("norvikctl");
-  // What the server's tool is told, and what it finds then.
+  // The arguments and the files that the server's tool gets.
   static constexpr const char* kToolScript = "cp /etc/norvik/svr.cfg /run/applied\n";
 
   void SetUp() override {

@@ -16,8 +16,7 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// The first of them that is there is locked. All front ends of a computer see the same one, whoever runs
-// them.
+// The first of these that exists is locked. It is the same folder for every user and every front end.
 constexpr const char* kFolders[] = {"/etc/norvik", "/etc", "/"};
 // Between two attempts. Short for a person, and thousands of times longer than an attempt.
 constexpr std::chrono::milliseconds kPause{10};

@@ -1,4 +1,4 @@
-// What the helper tells is believed of the helper alone: of whom the bus gave the reply from.
+// Accepts signals only from the helper, which is identified by the sender that the bus names in its reply.
 #include "src/adapters/linux/helper_client.h"
 
 #include <fcntl.h>

@@ -20,14 +20,14 @@ class HelperClient : public PrivilegedLines {
   Answer run(const std::string& tool, const std::vector<std::string>& arguments, bool mayAsk,
              Descriptor* output) override;
 
-  // A line whose helper is gone before it told the end counts as killed, and says so.
+  // If the helper exits before it reports how a line ended, the line counts as killed and its words say why.
   void forget() override { reported_.clear(); }
   bool wait(std::chrono::milliseconds limit) override;
   std::vector<ToolOutcome> outcomes() override;
 
  private:
   struct Line {
-    std::string helper;  // whom the bus knows it by
+    std::string helper;  // its unique name on the bus
     uint32_t number = 0;
     ToolOutcome outcome;
   };

@@ -100,13 +100,12 @@ std::size_t FileInPlace::size() const {
   return ::fstat(file_.number(), &status) == 0 ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
-// Reading and writing of one file at the same time is not kept apart by the system: a reader can see some
-// bytes of the new text among the old ones. While there is a write lease, whoever opens the file waits; it is
-// granted when nobody else has the file open, and ends with the descriptor or the process. Not every file
-// system grants one.
+// The system does not separate reading from writing: a reader can see a mixture of the old and the new text.
+// A write lease makes other programs wait when they open the file. It is granted only while no other program
+// has the file open, and ends with the descriptor or the process. Not every file system supports leases.
 void FileInPlace::keepOthersOut() {
-  ::fcntl(file_.number(), F_SETSIG,
-          SIGURG);  // tells that somebody waits, and is ignored; SIGIO would end the program
+  // Sent when another program waits for the file. It is ignored; SIGIO, the default, would end the program.
+  ::fcntl(file_.number(), F_SETSIG, SIGURG);
   for (auto waited = 0us; waited < kLeasePatience; waited += kLeasePause) {
     if (::fcntl(file_.number(), F_SETLEASE, F_WRLCK) == 0 || errno != EAGAIN) return;
     std::this_thread::sleep_for(kLeasePause);

@@ -1,4 +1,4 @@
-// Which TCP ports are listened on, by what the system tells of its sockets and of the files of its processes.
+// Which TCP ports are listened on, read from the system's list of sockets and the open files of processes.
 #pragma once
 
 #include <string>

@@ -29,8 +29,7 @@ class PolkitAuthorization : public AuthorizationService, public AuthorizationRef
 
   OSStatus AuthorizationCreate(AuthorizationRights rights, AuthorizationFlags flags,
                                AuthorizationRef& authorization) override;
-  // polkit decides each time afresh, about one action that stands for all rights. Whatever goes wrong is a
-  // refusal.
+  // Asks polkit at every call. One action covers all rights. Any error counts as a refusal.
   OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                    AuthorizationFlags flags) override;
   // Takes the right from this reference only: the grant remains, so the next silent request succeeds again.

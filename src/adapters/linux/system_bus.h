@@ -31,8 +31,8 @@ class SystemBus {
   SystemBus(const SystemBus&) = delete;
   SystemBus& operator=(const SystemBus&) = delete;
 
-  // The connection, made now if there is none or the last one is lost; null where there is no bus. Each new
-  // connection is told to `onConnect` first.
+  // The connection, made now if there is none or the last one is lost; null if there is no bus. `onConnect`
+  // is called with each new connection before it is returned.
   sd_bus* connection();
   std::function<void(sd_bus*)> onConnect;
   // Called when the connection is found to be lost.

@@ -186,8 +186,8 @@ int listenUntilEnd(pid_t tool, Listener& listener) {
   const pid_t child = ::_Fork();
   if (child == 0) becomeTool(program, argv, envp);
   if (child < 0) sayWhyNot(argv[0]);
-  ::signal(SIGPIPE, SIG_IGN);           // for a program that has ended and that nobody can report to any more
-  ::dup2(STDIN_FILENO, STDOUT_FILENO);  // whoever reads the output finds its end when the tool has ended
+  ::signal(SIGPIPE, SIG_IGN);           // the program may have ended, and then no report can be written
+  ::dup2(STDIN_FILENO, STDOUT_FILENO);  // closes the output here, so that it ends when the tool ends
   writeWhole(kReport, &kBegun, sizeof kBegun);
   Listener listener;
   const int status = child < 0 ? W_EXITCODE(kExecFailed, 0) : listenUntilEnd(child, listener);

@@ -13,9 +13,9 @@ namespace norvik {
 // Files with more bytes, or nested more deeply, are not accepted as property lists.
 inline constexpr std::size_t kMaxPropertyListBytes = std::size_t{64} << 20;
 inline constexpr int kMaxPropertyListDepth = 512;
-// Nor are files that stand for more values, keys among them, or for more bytes of text and data than a file
-// may have: a few bytes in a file can mean far more in memory, and a binary file can refer to one value many
-// times. So reading a file never needs more memory than eight times kMaxPropertyListBytes.
+// Files that expand to more values, keys included, or to more than kMaxPropertyListBytes of text and data are
+// not accepted either: a few bytes can expand to far more in memory, and a binary file can refer to one value
+// many times. Reading therefore needs at most eight times kMaxPropertyListBytes of memory.
 inline constexpr std::size_t kMaxPropertyListValues = 250'000;
 
 // What is wrong with bytes that are no property list, for a person who may mend the file.

@@ -1,5 +1,5 @@
 // The three formats behind the codec, each read from memory or written to it as a whole. The codec recognises
-// the format and enforces the limit of size; each reader enforces those of depth and of what it stands for.
+// the format and enforces the limit of size; each reader enforces the limits of depth and of expansion.
 #pragma once
 
 #include <cstdint>

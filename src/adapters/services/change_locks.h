@@ -1,5 +1,5 @@
-// The one lock of a computer for changes of its settings: whoever changes them, by whichever front end, holds
-// it from reading the files until the tools that save them have ended.
+// The one lock of a computer for changes of its settings. Every front end holds it from reading the files
+// until the tools that save them have ended.
 #pragma once
 
 #include <chrono>
@@ -8,7 +8,7 @@
 namespace norvik {
 
 // The lock is held for as long as this object lives, and by the tools that were launched meanwhile until they
-// end. The system releases it when the program ends, in whatever way.
+// end. The system releases it when the program ends, even if it is killed.
 class HeldLock {
  public:
   virtual ~HeldLock() = default;

@@ -1,5 +1,5 @@
-// Which TCP ports are listened on, and by whom: what is in force, whatever the files say. Main thread; does
-// not block for longer than a connection to this computer takes.
+// Which TCP ports are listened on, and by which process: what is in force, as opposed to what is stored. Main
+// thread; blocks no longer than a connection to this computer takes.
 #pragma once
 
 #include <cstdint>

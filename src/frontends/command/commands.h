@@ -45,7 +45,7 @@ ExitStatus takeUpStored(const Context& context, const CommandLine& line);
 
 // Says what is wrong with the stored settings, or with a file as server settings; nothing is changed.
 ExitStatus validate(const Context& context, const CommandLine& line);
-// Puts the kept copy of a damaged file back, or of each that is damaged, and tells whom it concerns.
+// Restores the kept copy of a damaged file, or of every damaged file, and notifies the server or the agents.
 ExitStatus restoreFiles(const Context& context, const CommandLine& line);
 
 // Shows the open files limit, or changes it in one of two steps.

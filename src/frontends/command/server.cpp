@@ -95,7 +95,7 @@ void writeNote(const Context& context, const std::string& note) {
 using NeedsRights = std::function<bool(const NVKServerPrefs& pane)>;
 using Order = std::function<OrderReport(Session& session, OrderedServer& server)>;
 
-// Opens the lock where the order needs rights, and carries it out to its end, whoever goes away meanwhile.
+// Opens the lock if the order needs rights, and finishes the order even if the terminal or the reader goes.
 ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, const Order& order,
                     bool restarts = false) {
   Questions questions(context.answers, context.err);

@@ -22,8 +22,8 @@ constexpr std::chrono::milliseconds kPass{250};
 constexpr int kPassesBetweenLoads = 4;
 constexpr std::size_t kLabelWidth = 16;
 
-// What is in force, looked at as seldom as it can change. A port whose owner cannot be seen is not connected
-// to again and again, as whoever listens there would notice each time.
+// What is in force, looked at only when it can have changed. A port whose owner cannot be seen is tried once
+// only, because the program that listens there notices every connection.
 class WatchedPorts {
  public:
   const ServerInForce& look(const Context& context, const NVKServerPrefs& pane, bool isTime) {

@@ -103,8 +103,7 @@ void SingleInstance::acceptRequest() {
   if (ours && activationRequested) activationRequested();
 }
 
-// Without waiting: whoever holds the name may never accept, and a connection to such a one would wait for
-// ever.
+// Does not wait: another program may hold the name and never accept the connection.
 bool SingleInstance::requestActivation() const {
   const Address address = addressOf(path_);
   const int first = localSocket(SOCK_NONBLOCK);

@@ -128,7 +128,7 @@ WindowMessage WindowChanges::findingsMessage() const {
   return withLabels(damagedMessage(change_.findings(), shown), window_.interface());
 }
 
-// A damaged file is said until it is none any more, or until a person has closed the message about it.
+// The message about a damaged file stays until the file is mended or a person closes the message.
 void WindowChanges::showFindings() {
   std::erase_if(neverRead_, [this](const std::string& file) {
     return std::ranges::none_of(change_.findings(), [&file](const FileFinding& finding) {

@@ -76,7 +76,7 @@ void PaneChanges::say(const ChangeReport& report, const WindowMessage& message, 
   view_.refresh();
 }
 
-// A damaged file is said until it is none any more, or until a person has closed the message about it.
+// The message about a damaged file stays until the file is mended or a person closes the message.
 void PaneChanges::showFindings() {
   const WindowMessage message = damagedMessage(change_.findings());
   if (message.sentence != dismissed_) dismissed_.clear();

@@ -1,4 +1,4 @@
-// How each kind of message is marked: a colour and an icon, so that none of them is told by its colour alone.
+// How each kind of message is marked: a colour and an icon, so that the colour is not the only mark.
 // For .mm files alone.
 #pragma once
 

@@ -409,7 +409,7 @@ TEST(CodecTest, SizeIsLimited) {
   EXPECT_TRUE(isDamaged(text + " "));
 }
 
-// What is told of damage, as the sentence that an administrator reads.
+// The sentence about the damage that an administrator reads.
 struct DamageCase {
   std::string bytes;
   std::string sentence;

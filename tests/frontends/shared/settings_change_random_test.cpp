@@ -582,7 +582,7 @@ std::vector<Session::Wish> Session::wishes() {
   return result;
 }
 
-// A person has said that this value is to be saved, whoever typed it.
+// A person has chosen this value to be saved.
 void Session::keepMine(const std::string& name) {
   for (const PaneSetting& setting : paneSettings(interface_, pane())) {
     if (setting.name() == name) touched_.insert(rowOfSetting(pane(), setting));

@@ -48,8 +48,8 @@ struct ChangeReport {
   std::vector<std::string> saved;     // groups that the files hold now
   std::vector<std::string> notSaved;  // settings that they do not hold
   std::vector<CommandOutcome> commands;
-  std::vector<std::string> told;       // whom the change was told
-  std::vector<std::string> notTold;    // and whom not
+  std::vector<std::string> told;       // processes that were notified of the change
+  std::vector<std::string> notTold;    // and those that could not be notified
   std::vector<std::string> takenOver;  // settings that others had changed and that were taken over before
   Effects effects;
 

@@ -56,7 +56,7 @@ inline constexpr ToolCommand kChownLaunchdConfig{PROC_CHOWN, {"root", kLaunchdCo
 inline constexpr ToolCommand kReadKernelValue {PROC_SYSCTL, {"-n", kVariable}};
 // clang-format on
 
-// Every row above, for whoever has to know all of them.
+// Every row above.
 inline constexpr const ToolCommand* kToolCommands[] = {
     &kStopServer,         &kStartServer,        &kManageDisplays,
     &kManageAccess,       &kApplyConfig,        &kReboot,
