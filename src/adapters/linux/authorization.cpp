@@ -16,9 +16,7 @@ LinuxAuthorization::LinuxAuthorization(ToolLauncher& tools, InteractivePolicy po
 
 OSStatus LinuxAuthorization::AuthorizationCreate(AuthorizationRights, AuthorizationFlags,
                                                  AuthorizationRef& authorization) {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): never dereferenced
-  authorization = reinterpret_cast<AuthorizationRef>(++lastNumber_);
-  references_.emplace(authorization, Reference{});
+  authorization = references_.make();
   return errAuthorizationSuccess;
 }
 
@@ -30,30 +28,25 @@ bool LinuxAuthorization::decide(AuthorizationFlags flags) {
 
 OSStatus LinuxAuthorization::AuthorizationCopyRights(AuthorizationRef authorization,
                                                      AuthorizationRights rights, AuthorizationFlags flags) {
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
+  AuthorizationReference* found = references_.find(authorization);
+  if (found == nullptr) return errAuthorizationInvalidRef;
   if (!decide(flags)) return errAuthorizationDenied;
-  for (const AuthorizationItem& right : rights) found->second.rights.emplace(right.name);
-  found->second.hadRights = true;
+  AuthorizationReferences::grant(*found, rights, (flags & kAuthorizationFlagInteractionAllowed) != 0);
   return errAuthorizationSuccess;
 }
 
 OSStatus LinuxAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) {
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
-  const auto right = found->second.rights.find(name);
-  if (right != found->second.rights.end()) found->second.rights.erase(right);
-  return errAuthorizationSuccess;
+  return references_.removeRight(authorization, name);
 }
 
 OSStatus LinuxAuthorization::AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) {
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
-  const bool endsGrant = (flags & kAuthorizationFlagDestroyRights) != 0 && found->second.hadRights;
-  references_.erase(found);
+  AuthorizationReference* found = references_.find(authorization);
+  if (found == nullptr) return errAuthorizationInvalidRef;
+  const bool endsGrant = (flags & kAuthorizationFlagDestroyRights) != 0 && found->hadRights;
+  references_.free(authorization);
   if (!endsGrant) return errAuthorizationSuccess;
   granted_ = false;
-  for (auto& [other, reference] : references_) reference.rights.clear();
+  references_.clearRights();
   return errAuthorizationSuccess;
 }
 
@@ -62,9 +55,9 @@ OSStatus LinuxAuthorization::AuthorizationExecuteWithPrivileges(AuthorizationRef
                                                                 const char* const* arguments,
                                                                 FileRef* communicationsPipe) {
   if (communicationsPipe != nullptr) *communicationsPipe = nullptr;
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
-  if (found->second.rights.empty()) return errAuthorizationDenied;
+  AuthorizationReference* found = references_.find(authorization);
+  if (found == nullptr) return errAuthorizationInvalidRef;
+  if (found->rights.empty()) return errAuthorizationDenied;
   Pipe pipe = communicationsPipe != nullptr ? makePipe() : Pipe{};
   if (communicationsPipe != nullptr && !pipe.reading) return errAuthorizationToolExecuteFailure;
   if (!tools_.start(path, argumentWords(arguments), pipe.writing)) return errAuthorizationToolExecuteFailure;

@@ -3,11 +3,10 @@
 #pragma once
 
 #include <functional>
-#include <map>
-#include <set>
 #include <string>
 #include <vector>
 
+#include "src/adapters/linux/authorization_references.h"
 #include "src/adapters/linux/tool_launcher.h"
 #include "src/server/mac/platform/authorization.h"
 
@@ -40,20 +39,12 @@ class LinuxAuthorization : public AuthorizationService {
                                               FileRef* communicationsPipe) override;
 
  private:
-  struct Reference {
-    std::set<std::string, std::less<>> rights;
-    bool hadRights = false;
-  };
-  // A reference is really a number, which is never used again, so that a freed one is known to be invalid.
-  using References = std::map<AuthorizationRef, Reference>;
-
   bool decide(AuthorizationFlags flags);
 
   ToolLauncher& tools_;
   InteractivePolicy policy_;
   bool granted_ = false;
-  std::uintptr_t lastNumber_ = 0;
-  References references_;
+  AuthorizationReferences references_;
 };
 
 }  // namespace norvik

@@ -45,9 +45,7 @@ PolkitAuthorization::~PolkitAuthorization() = default;
 
 OSStatus PolkitAuthorization::AuthorizationCreate(AuthorizationRights, AuthorizationFlags,
                                                   AuthorizationRef& authorization) {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): never dereferenced
-  authorization = reinterpret_cast<AuthorizationRef>(++lastNumber_);
-  references_.emplace(authorization, Reference{});
+  authorization = references_.make();
   return errAuthorizationSuccess;
 }
 
@@ -77,24 +75,19 @@ AuthorizationRefusal PolkitAuthorization::check(bool mayAsk) {
 
 OSStatus PolkitAuthorization::AuthorizationCopyRights(AuthorizationRef authorization,
                                                       AuthorizationRights rights, AuthorizationFlags flags) {
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
+  AuthorizationReference* found = references_.find(authorization);
+  if (found == nullptr) return errAuthorizationInvalidRef;
   const bool mayAsk = (flags & kAuthorizationFlagInteractionAllowed) != 0;
   lastRefusal_ = check(mayAsk);
   if (lastRefusal_ != AuthorizationRefusal::none) return errAuthorizationDenied;
-  for (const AuthorizationItem& right : rights) found->second.rights.emplace(right.name);
-  found->second.byAsking = found->second.byAsking || mayAsk;
+  AuthorizationReferences::grant(*found, rights, mayAsk);
   isGivenUp_ = false;
   return errAuthorizationSuccess;
 }
 
 OSStatus PolkitAuthorization::AuthorizationRightRemove(AuthorizationRef authorization,
                                                        std::string_view name) {
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
-  const auto right = found->second.rights.find(name);
-  if (right != found->second.rights.end()) found->second.rights.erase(right);
-  return errAuthorizationSuccess;
+  return references_.removeRight(authorization, name);
 }
 
 // polkit revokes for a session. What it keeps for this program alone, because the program's own text agent
@@ -110,10 +103,10 @@ void PolkitAuthorization::revoke() {
 }
 
 OSStatus PolkitAuthorization::AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) {
-  if (references_.erase(authorization) == 0) return errAuthorizationInvalidRef;
+  if (!references_.free(authorization)) return errAuthorizationInvalidRef;
   if ((flags & kAuthorizationFlagDestroyRights) == 0) return errAuthorizationSuccess;
   revoke();
-  for (auto& [other, reference] : references_) reference.rights.clear();
+  references_.clearRights();
   return errAuthorizationSuccess;
 }
 
@@ -122,11 +115,11 @@ OSStatus PolkitAuthorization::AuthorizationExecuteWithPrivileges(AuthorizationRe
                                                                  const char* const* arguments,
                                                                  FileRef* communicationsPipe) {
   if (communicationsPipe != nullptr) *communicationsPipe = nullptr;
-  const auto found = references_.find(authorization);
-  if (found == references_.end()) return errAuthorizationInvalidRef;
-  if (found->second.rights.empty()) return errAuthorizationDenied;
+  AuthorizationReference* found = references_.find(authorization);
+  if (found == nullptr) return errAuthorizationInvalidRef;
+  if (found->rights.empty()) return errAuthorizationDenied;
   Descriptor output;
-  const PrivilegedLines::Answer answer = lines_.run(path, argumentWords(arguments), found->second.byAsking,
+  const PrivilegedLines::Answer answer = lines_.run(path, argumentWords(arguments), found->byAsking,
                                                     communicationsPipe != nullptr ? &output : nullptr);
   if (answer == PrivilegedLines::Answer::refused) return errAuthorizationDenied;
   if (answer != PrivilegedLines::Answer::launched) return errAuthorizationToolExecuteFailure;

@@ -3,11 +3,11 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <set>
 #include <string>
 
+#include "src/adapters/linux/authorization_references.h"
 #include "src/adapters/linux/privileged_lines.h"
 #include "src/adapters/linux/system_bus.h"
 #include "src/adapters/linux/text_agent.h"
@@ -45,13 +45,6 @@ class PolkitAuthorization : public AuthorizationService, public AuthorizationRef
   AuthorizationRefusal lastRefusal() const override { return lastRefusal_; }
 
  private:
-  struct Reference {
-    std::set<std::string, std::less<>> rights;
-    bool byAsking = false;
-  };
-  // A reference is really a number, which is never used again, so that a freed one is known to be invalid.
-  using References = std::map<AuthorizationRef, Reference>;
-
   AuthorizationRefusal check(bool mayAsk);
   AuthorizationRefusal readAnswer(sd_bus_message* reply, bool mayAsk);
   void revoke();
@@ -63,8 +56,7 @@ class PolkitAuthorization : public AuthorizationService, public AuthorizationRef
   AuthorizationRefusal lastRefusal_ = AuthorizationRefusal::none;
   std::set<std::string> kept_;  // by polkit, for this program
   bool isGivenUp_ = false;      // until a person is asked again, although polkit still keeps something
-  std::uintptr_t lastNumber_ = 0;
-  References references_;
+  AuthorizationReferences references_;
 };
 
 }  // namespace norvik
