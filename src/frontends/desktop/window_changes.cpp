@@ -4,13 +4,11 @@
 #include <QApplication>
 #include <QPushButton>
 #include <algorithm>
-#include <iterator>
 #include <utility>
 
 #include "src/frontends/desktop/address_label.h"
 #include "src/frontends/desktop/changes_dialog.h"
 #include "src/frontends/desktop/details_dialog.h"
-#include "src/frontends/shared/interface/window_messages.h"
 #include "src/frontends/shared/server/client_services.h"
 
 namespace norvik::desktop {
@@ -35,7 +33,8 @@ WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, Setti
       change_(change),
       alerts_(alerts),
       busy_(busy),
-      decisions_(window, alerts) {
+      decisions_(window, alerts),
+      files_(change, window.interface()) {
   window_.setCommand(pane_.ib_button_Apply, [this] { apply(); });
   window_.setCommand(pane_.ib_button_Auth, [this] { pressLock(); });
   connect(&window_.changesButton(), &QPushButton::clicked, this, [this] { showChanges(); });
@@ -52,9 +51,6 @@ WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, Setti
     if (busy_.isBusy()) line(MessageSubject::outcome).showProgress(text(window_texts::kSaving), 0, 0);
   });
   connectMessages();
-  for (const FileFinding& finding : change_.findings()) {
-    if (finding.damaged) neverRead_.insert(finding.file);
-  }
   showFindings();
   showPending();
 }
@@ -68,7 +64,7 @@ WindowChanges::~WindowChanges() {
 void WindowChanges::connectMessages() {
   for (const MessageSubject subject : kSubjects)
     line(subject).acted = [this, subject](MessageAction action) { act(subject, action); };
-  line(MessageSubject::files).closed = [this] { dismissed_ = findingsMessage().sentence; };
+  line(MessageSubject::files).closed = [this] { files_.close(); };
 }
 
 void WindowChanges::act(MessageSubject subject, MessageAction action) {
@@ -114,30 +110,8 @@ void WindowChanges::say(const ChangeReport& report, const WindowMessage& message
   if (changed) changed();
 }
 
-// A file that was read once is not replaced by the defaults when it is damaged later.
-WindowMessage WindowChanges::findingsMessage() const {
-  std::size_t damaged = 0;
-  std::size_t neverRead = 0;
-  for (const FileFinding& finding : change_.findings()) {
-    if (finding.damaged) ++damaged;
-    if (finding.damaged && neverRead_.contains(finding.file)) ++neverRead;
-  }
-  const auto shown = neverRead == damaged ? window_texts::kDefaultsShown
-                     : neverRead == 0     ? window_texts::kLastReadShown
-                                          : window_texts::kSomeDefaultsShown;
-  return withLabels(damagedMessage(change_.findings(), shown), window_.interface());
-}
-
-// The message about a damaged file stays until the file is mended or a person closes the message.
 void WindowChanges::showFindings() {
-  std::erase_if(neverRead_, [this](const std::string& file) {
-    return std::ranges::none_of(change_.findings(), [&file](const FileFinding& finding) {
-      return finding.damaged && finding.file == file;
-    });
-  });
-  const WindowMessage message = findingsMessage();
-  if (message.sentence != dismissed_) dismissed_.clear();
-  if (dismissed_.empty()) line(MessageSubject::files).showMessage(message);
+  if (const auto message = files_.update()) line(MessageSubject::files).showMessage(*message);
 }
 
 // ---- Apply and its list
@@ -247,14 +221,7 @@ void WindowChanges::lookAtFiles() {
 
 // Asked now; otherwise at Apply.
 void WindowChanges::chooseValues() {
-  const std::vector<Collision> collisions = change_.foreignChanges().collisions;
-  const auto sides = collisions.empty() ? std::vector<Side>() : decisions_.resolve(collisions);
-  if (!sides) return;
-  std::vector<std::string> theirs;
-  for (std::size_t i = 0; i < collisions.size(); ++i) {
-    if ((*sides)[i] == Side::theirs) theirs.push_back(collisions[i].name);
-  }
-  change_.takeOver(theirs);
+  if (!change_.agree(decisions_)) return;
   collides_ = false;
   line(MessageSubject::others).clear();
   showFindings();
@@ -263,17 +230,10 @@ void WindowChanges::chooseValues() {
 }
 
 void WindowChanges::restoreCopy() {
-  const auto hasCopy = [](const FileFinding& finding) {
-    return finding.damaged && !finding.copyTime.empty();
-  };
-  std::vector<FileFinding> found;  // copies, as the files are looked at again
-  std::ranges::copy_if(change_.findings(), std::back_inserter(found), hasCopy);
-  if (found.empty()) return;
-  const FileFinding& file = found.front();
-  const bool isAdministrators = file.group == Group::server || file.group == Group::limit;
-  if (isAdministrators && !unlocked()) return;
-  const ChangeReport report = change_.restore(file);
-  say(report, restoredMessage(report, file), [this] { restoreCopy(); });
+  const auto file = restorableFile(change_);
+  if (!file || (needsRights(*file) && !unlocked())) return;
+  const ChangeReport report = change_.restore(*file);
+  say(report, restoredMessage(report, *file), [this] { restoreCopy(); });
 }
 
 // ---- Leaving

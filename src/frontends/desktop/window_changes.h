@@ -6,7 +6,6 @@
 #include <QObject>
 #include <QTimer>
 #include <functional>
-#include <set>
 #include <string>
 
 #include "src/frontends/desktop/decisions.h"
@@ -14,6 +13,7 @@
 #include "src/frontends/desktop/qt_platform.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/interface/files_message.h"
 
 namespace norvik::desktop {
 
@@ -63,7 +63,6 @@ class WindowChanges : public QObject {
   void showAddresses();
   void applyAgain();
   void showFindings();
-  WindowMessage findingsMessage() const;
   void lookAtFiles();
   void chooseValues();
   void restoreCopy();
@@ -75,14 +74,13 @@ class WindowChanges : public QObject {
   QtAlertPanels& alerts_;
   const Busy& busy_;
   DialogDecisions decisions_;
+  FilesMessage files_;
   QTimer settled_;  // a save is several events
   QTimer slow_;     // a save that takes so long that a person should know
   std::function<void()> retry_;
-  std::string outlet_;               // of the setting that the outcome is about
-  std::string dismissed_;            // the sentence about files that a person has closed
-  std::string pending_;              // the changes, as they were shown last
-  bool collides_ = false;            // somebody else has changed what a person is changing here
-  std::set<std::string> neverRead_;  // files that are damaged since the start
+  std::string outlet_;     // of the setting that the outcome is about
+  std::string pending_;    // the changes, as they were shown last
+  bool collides_ = false;  // somebody else has changed what a person is changing here
 };
 
 }  // namespace norvik::desktop

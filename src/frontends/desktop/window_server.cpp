@@ -46,17 +46,8 @@ void WindowServer::press(const Control& button) {
   if (const auto order = orderOf(server_.pane, button)) give(*order);
 }
 
-bool WindowServer::isAgreed(ServerOrder order) {
-  const auto question = questionBefore(order);
-  if (!question) return true;
-  const int answer =
-      panels_.NSRunAlertPanel(question->title.c_str(), question->message.c_str(),
-                              question->buttons[0].c_str(), question->buttons[1].c_str(), nullptr);
-  return answer == NSAlertDefaultReturn;
-}
-
 void WindowServer::give(ServerOrder order) {
-  if (!isAgreed(order)) return;
+  if (!isAgreed(order, panels_)) return;
   const OrderReport report = carryOut(order, server_);
   changes_.say(orderMessage(order, report), report.change.error.outlet, [this, order] { give(order); });
   showForce(report.inForce);

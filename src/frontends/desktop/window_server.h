@@ -25,7 +25,6 @@ class WindowServer : public QObject {
  private:
   void press(const Control& button);
   void give(ServerOrder order);
-  bool isAgreed(ServerOrder order);
   void takeUpStored();
   void showProgress();
   void showForce(const ServerInForce& inForce);

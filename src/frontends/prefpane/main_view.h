@@ -27,6 +27,8 @@ class MainView : public ControlObserver {
   MainView(const MainView&) = delete;
   MainView& operator=(const MainView&) = delete;
 
+  const InterfaceDescription& interface() const { return interface_; }
+
   // An NSView.
   void* view() const { return view_.get(); }
   MessageArea& messages() { return *messages_; }

@@ -16,14 +16,19 @@ constexpr double kSettling = 0.15;
 }  // namespace
 
 PaneChanges::PaneChanges(MainView& view, NVKServerPrefs& pane, SettingsChange& change, AlertPanels& panels)
-    : view_(view), pane_(pane), change_(change), decisions_(panels), settled_([this] { lookAtFiles(); }) {
+    : view_(view),
+      pane_(pane),
+      change_(change),
+      decisions_(panels),
+      files_(change, view.interface()),
+      settled_([this] { lookAtFiles(); }) {
   view_.setCommand(pane_.ib_button_Apply, [this] { apply(); });
   view_.setCommand(pane_.ib_button_Auth, [this] { pressLock(); });
   view_.showChanges = [this] { showPendingChanges(); };
   view_.refreshed = [this] { showPending(); };
   view_.messages().acted = [this](MessageSubject subject, MessageAction action) { act(subject, action); };
   view_.messages().closed = [this](MessageSubject subject) {
-    if (subject == MessageSubject::files) dismissed_ = damagedMessage(change_.findings()).sentence;
+    if (subject == MessageSubject::files) files_.close();
   };
   showFindings();
   showPending();
@@ -64,7 +69,7 @@ void PaneChanges::act(MessageSubject subject, MessageAction action) {
 void PaneChanges::say(const WindowMessage& message, const std::string& outlet, std::function<void()> retry) {
   outlet_ = outlet;
   retry_ = std::move(retry);
-  view_.messages().show(MessageSubject::outcome, message);
+  view_.messages().show(MessageSubject::outcome, withLabels(message, view_.interface()));
 }
 
 void PaneChanges::say(const ChangeReport& report, const WindowMessage& message, std::function<void()> retry) {
@@ -76,12 +81,10 @@ void PaneChanges::say(const ChangeReport& report, const WindowMessage& message, 
   view_.refresh();
 }
 
-// The message about a damaged file stays until the file is mended or a person closes the message.
 void PaneChanges::showFindings() {
-  const WindowMessage message = damagedMessage(change_.findings());
-  if (message.sentence != dismissed_) dismissed_.clear();
-  if (dismissed_.empty() && message.sentence != view_.messages().message(MessageSubject::files).sentence)
-    view_.messages().show(MessageSubject::files, message);
+  const auto message = files_.update();
+  if (message && message->sentence != view_.messages().message(MessageSubject::files).sentence)
+    view_.messages().show(MessageSubject::files, *message);
 }
 
 // ---- Apply and its list
@@ -95,7 +98,13 @@ void PaneChanges::apply() {
     return say(refused, outlet, nullptr);
   }
   const ChangeReport report = change_.apply(decisions_);
-  say(report, appliedMessage(report), [this] { apply(); });
+  say(report, appliedMessage(report), [this] { applyAgain(); });
+}
+
+// What is saved already only has to be taken up.
+void PaneChanges::applyAgain() {
+  if (change_.pending().empty() && takeUp) return takeUp();
+  apply();
 }
 
 void PaneChanges::showPendingChanges() {
@@ -119,7 +128,7 @@ void PaneChanges::pressLock() {
   const bool wasOpen = pane_.authorized();
   const ChangeReport report = change_.around([this] { pane_.buttonClicked(pane_.ib_button_Auth); });
   if (wasOpen && (report.applied || report.error))
-    return say(report, appliedMessage(report), [this] { apply(); });
+    return say(report, appliedMessage(report), [this] { applyAgain(); });
   if (wasOpen) return;
   if (!pane_.authorized()) return say(unlockDeniedMessage(), {}, [this] { pressLock(); });
   view_.messages().clear(MessageSubject::outcome);
@@ -155,14 +164,7 @@ void PaneChanges::lookAtFiles() {
 
 // Asked now; otherwise at Apply.
 void PaneChanges::chooseValues() {
-  const std::vector<Collision> collisions = change_.foreignChanges().collisions;
-  const auto sides = collisions.empty() ? std::vector<Side>() : decisions_.resolve(collisions);
-  if (!sides) return;
-  std::vector<std::string> theirs;
-  for (std::size_t i = 0; i < collisions.size(); ++i) {
-    if ((*sides)[i] == Side::theirs) theirs.push_back(collisions[i].name);
-  }
-  change_.takeOver(theirs);
+  if (!change_.agree(decisions_)) return;
   view_.messages().clear(MessageSubject::others);
   showFindings();
   if (changed) changed();
@@ -170,18 +172,10 @@ void PaneChanges::chooseValues() {
 }
 
 void PaneChanges::restoreCopy() {
-  const auto hasCopy = [](const FileFinding& finding) {
-    return finding.damaged && !finding.copyTime.empty();
-  };
-  const auto found = std::ranges::find_if(change_.findings(), hasCopy);
-  if (found == change_.findings().end()) return;
-  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): restoring looks again and replaces the
-  // findings
-  const FileFinding file = *found;
-  const bool isAdministrators = file.group == Group::server || file.group == Group::limit;
-  if (isAdministrators && !unlocked()) return;
-  const ChangeReport report = change_.restore(file);
-  say(report, restoredMessage(report, file), [this] { restoreCopy(); });
+  const auto file = restorableFile(change_);
+  if (!file || (needsRights(*file) && !unlocked())) return;
+  const ChangeReport report = change_.restore(*file);
+  say(report, restoredMessage(report, *file), [this] { restoreCopy(); });
 }
 
 // ---- Leaving
@@ -189,7 +183,7 @@ void PaneChanges::restoreCopy() {
 // Nobody sees the view now; it keeps the message until it is shown again.
 void PaneChanges::leave(const std::function<void()>& call) {
   const ChangeReport report = change_.around(call);
-  if (report.applied || report.error) say(report, appliedMessage(report), [this] { apply(); });
+  if (report.applied || report.error) say(report, appliedMessage(report), [this] { applyAgain(); });
   view_.refresh();
 }
 

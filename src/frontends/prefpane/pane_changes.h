@@ -10,6 +10,7 @@
 #include "src/frontends/prefpane/pane_decisions.h"
 #include "src/frontends/prefpane/run_loop_sources.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/interface/files_message.h"
 
 namespace norvik::prefpane {
 
@@ -48,6 +49,7 @@ class PaneChanges {
   void showPending();
   void showFindings();
   void lookAtFiles();
+  void applyAgain();
   void chooseValues();
   void restoreCopy();
 
@@ -55,10 +57,10 @@ class PaneChanges {
   NVKServerPrefs& pane_;
   SettingsChange& change_;
   PanelDecisions decisions_;
+  FilesMessage files_;
   Delay settled_;
   std::function<void()> retry_;
-  std::string outlet_;     // of the setting that the outcome is about
-  std::string dismissed_;  // the sentence about files that a person has closed
+  std::string outlet_;  // of the setting that the outcome is about
 };
 
 }  // namespace norvik::prefpane

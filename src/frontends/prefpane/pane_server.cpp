@@ -38,18 +38,9 @@ void PaneServer::press(const Control& button) {
   if (const auto order = orderOf(server_.pane, button)) give(*order);
 }
 
-bool PaneServer::isAgreed(ServerOrder order) {
-  const auto question = questionBefore(order);
-  if (!question) return true;
-  const int answer =
-      panels_.NSRunAlertPanel(question->title.c_str(), question->message.c_str(),
-                              question->buttons[0].c_str(), question->buttons[1].c_str(), nullptr);
-  return answer == NSAlertDefaultReturn;
-}
-
 // What was clicked on the greyed buttons until now is no order.
 void PaneServer::give(ServerOrder order) {
-  if (!isAgreed(order)) return;
+  if (!isAgreed(order, panels_)) return;
   const OrderReport report = carryOut(order, server_);
   dropInput();
   showForce(report.inForce);

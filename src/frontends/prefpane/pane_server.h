@@ -27,7 +27,6 @@ class PaneServer {
  private:
   void press(const Control& button);
   void give(ServerOrder order);
-  bool isAgreed(ServerOrder order);
   void takeUpStored();
   void showProgress();
   void showForce(const ServerInForce& inForce);

@@ -790,6 +790,35 @@ TEST_F(SettingsChangeEdgesTest, ContinuingToEditKeepsEveryEdit) {
   EXPECT_EQ(change->foreignChanges().collisions.size(), 1u);
 }
 
+TEST_F(SettingsChangeEdgesTest, WhatComesWhileAPersonChoosesIsAskedAboutToo) {
+  put(kServer, portFile(4500));
+  open();
+  typeNvkPort("4700");
+  pane->ib_admin_chkbox_rdpPort.setState(kOnState);
+  pane->ib_admin_edbox_rdpPort.setStringValue("4701");
+  put(kServer, portFile(4600));
+  person.side = Side::theirs;
+  person.whileAsking = [this] {
+    PropertyList::Dictionary more = portFile(4600);
+    more["RDPService"] = PropertyList::Dictionary{{"PortNumber", int64_t{5001}}};
+    more["ImageColorDepth"] = int64_t{8};
+    put(kServer, more);
+  };
+  EXPECT_EQ(change->agree(person), (Names{"image.depth", "nvk.port", "rdp.port"}));
+  EXPECT_EQ(person.questions, 2);
+  EXPECT_EQ(pendingNames(), Names{});
+  EXPECT_EQ(pane->new_admin_rdpPort(), 5001);
+}
+
+TEST_F(SettingsChangeEdgesTest, CancellingTheChoiceLeavesEverythingAsItIs) {
+  put(kServer, portFile(4500));
+  open();
+  typeNvkPort("4700");
+  put(kServer, portFile(4600));
+  EXPECT_EQ(change->agree(person), std::nullopt);
+  EXPECT_EQ(change->foreignChanges().collisions.size(), 1u);
+}
+
 TEST_F(SettingsChangeEdgesTest, AnExceptionReleasesTheLockAndTheQuestion) {
   open();
   typeNvkPort("4700");

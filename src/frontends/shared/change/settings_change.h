@@ -103,6 +103,10 @@ class SettingsChange {
   // Compares the files of now with those that were looked at. Reads files; not for every tick. A file that is
   // damaged now has changed, and no setting with it.
   ForeignChanges foreignChanges();
+  // Asks about what collides, and asks again if others change something while the question is open; then
+  // takes over. The names of the settings that were taken over; nothing if the person cancels, and then
+  // nothing is different.
+  std::optional<std::vector<std::string>> agree(ChangeDecisions& person);
   // Loads the files of now; edits of the person stay, except those of `theirs` (settings by name, or
   // kOpenFilesLimitName). Nothing is loaded from a file that is damaged: the pane keeps what it knew. Whoever
   // calls it has asked about the collisions, as they are none afterwards.

@@ -76,26 +76,9 @@ bool SettingsChange::Applying::agreed(ChangeDecisions& person) {
 }
 
 bool SettingsChange::Applying::agreedWithOthers(ChangeDecisions& person) {
-  ForeignChanges foreign = change_.foreignChanges();
-  std::vector<Collision> asked;
-  std::vector<std::string> theirs;
-  while (foreign.collisions != asked) {
-    asked = foreign.collisions;
-    theirs.clear();
-    if (asked.empty()) break;
-    const auto sides = person.resolve(asked);
-    if (!sides || sides->size() != asked.size()) {
-      return fail({FailureCode::cancelled, kNothingChanged, "", "", ""});
-    }
-    for (std::size_t i = 0; i < asked.size(); ++i) {
-      if ((*sides)[i] == Side::theirs) theirs.push_back(asked[i].name);
-    }
-    foreign = change_.foreignChanges();
-  }
-  if (!foreign.any()) return true;
-  for (const SettingChange& change : foreign.takenOver) report_.takenOver.push_back(change.name);
-  report_.takenOver.insert(report_.takenOver.end(), theirs.begin(), theirs.end());
-  change_.takeOver(theirs);
+  const auto takenOver = change_.agree(person);
+  if (!takenOver) return fail({FailureCode::cancelled, kNothingChanged, "", "", ""});
+  report_.takenOver = *takenOver;
   return checked();
 }
 
@@ -249,6 +232,30 @@ bool SettingsChange::Applying::wroteLater(NVKServerPrefs& found) {
   state_.addForeignLimit(found, foreign);
   for (const SettingChange& change : foreign.takenOver) report_.takenOver.push_back(change.name);
   return true;
+}
+
+std::optional<std::vector<std::string>> SettingsChange::agree(ChangeDecisions& person) {
+  ForeignChanges foreign = foreignChanges();
+  std::vector<Collision> asked;
+  std::vector<std::string> theirs;
+  while (foreign.collisions != asked) {
+    asked = foreign.collisions;
+    theirs.clear();
+    if (asked.empty()) break;
+    const auto sides = person.resolve(asked);
+    if (!sides || sides->size() != asked.size()) return std::nullopt;
+    for (std::size_t i = 0; i < asked.size(); ++i) {
+      if ((*sides)[i] == Side::theirs) theirs.push_back(asked[i].name);
+    }
+    foreign = foreignChanges();
+  }
+  if (!foreign.any()) return std::vector<std::string>();
+  std::vector<std::string> names;
+  names.reserve(foreign.takenOver.size() + theirs.size());
+  for (const SettingChange& change : foreign.takenOver) names.push_back(change.name);
+  names.insert(names.end(), theirs.begin(), theirs.end());
+  takeOver(theirs);
+  return names;
 }
 
 ChangeReport SettingsChange::apply(ChangeDecisions& person) {

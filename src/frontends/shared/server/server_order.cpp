@@ -113,6 +113,15 @@ std::optional<OrderQuestion> questionBefore(ServerOrder order) {
   return std::nullopt;
 }
 
+bool isAgreed(ServerOrder order, AlertPanels& panels) {
+  const auto question = questionBefore(order);
+  if (!question) return true;
+  const int answer =
+      panels.NSRunAlertPanel(question->title.c_str(), question->message.c_str(), question->buttons[0].c_str(),
+                             question->buttons[1].c_str(), nullptr);
+  return answer == NSAlertDefaultReturn;
+}
+
 ChangeError installationError(SettingsFiles& files) {
   const FileKind kind = files.inspect(PROC_NVKSVC).kind;
   if (kind != FileKind::missing && kind != FileKind::directory) return {};

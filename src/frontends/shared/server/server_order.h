@@ -30,6 +30,9 @@ struct OrderQuestion {
 // Nothing for an order that ends none.
 std::optional<OrderQuestion> questionBefore(ServerOrder order);
 
+// Asks that question; true for an order that needs none. Blocks until it is answered.
+bool isAgreed(ServerOrder order, AlertPanels& panels);
+
 // What orders work on. Borrows everything; the pane works over `recording`.
 struct OrderedServer {
   NVKServerPrefs& pane;
