@@ -40,6 +40,7 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
                         : nullptr),
       locks_(root, tools_),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
+      network_(root),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),
@@ -88,6 +89,7 @@ ComputerServices LinuxComputer::services() {
           .tools = launchedTools(),
           .files = settingsFiles_,
           .ports = ports_,
+          .network = network_,
           .delivery = notifications};
 }
 

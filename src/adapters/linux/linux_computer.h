@@ -17,6 +17,7 @@
 #include "src/adapters/linux/files.h"
 #include "src/adapters/linux/host.h"
 #include "src/adapters/linux/listening_ports.h"
+#include "src/adapters/linux/network.h"
 #include "src/adapters/linux/notifications.h"
 #include "src/adapters/linux/posix_processes.h"
 #include "src/adapters/linux/process_manager.h"
@@ -105,6 +106,7 @@ class LinuxComputer {
   LinuxChangeLocks locks_;
   LinuxSettingsFiles settingsFiles_;
   LinuxListeningPorts ports_;
+  LinuxNetwork network_;
 
  public:
   // The platform interfaces; each lives as long as the computer.

@@ -5,6 +5,7 @@
 #include "src/adapters/services/change_locks.h"
 #include "src/adapters/services/launched_tools.h"
 #include "src/adapters/services/listening_ports.h"
+#include "src/adapters/services/network.h"
 #include "src/adapters/services/settings_files.h"
 
 namespace norvik {
@@ -23,6 +24,7 @@ struct ComputerServices {
   LaunchedTools& tools;
   SettingsFiles& files;
   ListeningPorts& ports;
+  Network& network;
   NotificationDelivery& delivery;
 };
 

@@ -58,17 +58,21 @@ SessionComputer PaneComputer::forSession() {
     const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
     return waitKeepingInput(ended, seconds(limit));
   };
-  return {
-      platform_,
-      recording_,
-      {.locks = locks_, .tools = own.tools, .files = own.files, .ports = own.ports, .delivery = own.delivery},
-      panels_,
-      drawing_,
-      runLoop_,
-      waitForTools,
-      [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
-      portInUse,
-      settingsFiles()};
+  return {platform_,
+          recording_,
+          {.locks = locks_,
+           .tools = own.tools,
+           .files = own.files,
+           .ports = own.ports,
+           .network = own.network,
+           .delivery = own.delivery},
+          panels_,
+          drawing_,
+          runLoop_,
+          waitForTools,
+          [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
+          portInUse,
+          settingsFiles()};
 }
 
 std::vector<std::string> PaneComputer::settingsFiles() {
