@@ -117,6 +117,10 @@ void Session::fill() {
                        [this](std::chrono::milliseconds time) { computer_.pause(time); }};
   server_ = std::make_unique<WindowServer>(window_, *changes_, change_, std::move(server), computer_.alerts(),
                                            computer_.busy());
+  reach_ = std::make_unique<WindowReach>(window_, *server_, pane_, computer_.services(),
+                                         [this](std::function<void()> work, std::function<void()> then) {
+                                           background_.run(std::move(work), std::move(then));
+                                         });
   computer_.runLoop().ticked = [this] { window_.ticked(); };
   watchFiles();
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window_,

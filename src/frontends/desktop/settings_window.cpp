@@ -21,6 +21,7 @@
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/desktop/page_area.h"
+#include "src/frontends/desktop/reach_line.h"
 #include "src/frontends/desktop/sidebar.h"
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
@@ -116,14 +117,26 @@ QWidget* SettingsWindow::makeFrame() {
     if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
     QWidget* widget = bind(description, frame).widget();
     if (description.outlet == pane_.ib_button_Apply.name()) row->addWidget(makeChangesButton(frame));
-    row->addWidget(widget, description.kind == ControlKind::label ? 1 : 0);
     if (description.kind == ControlKind::lockButton) lock = qobject_cast<QAbstractButton*>(widget);
-    // The lock has no words of its own: it gets the mnemonic of its hint.
     auto* hint = qobject_cast<QLabel*>(widget);
-    if (hint != nullptr && lock != nullptr) clickAtMnemonic(lock, hint);
+    if (hint == nullptr) {
+      row->addWidget(widget);
+      continue;
+    }
+    row->addLayout(makeHintColumn(hint, frame), 1);
+    // The lock has no words of its own: it gets the mnemonic of its hint.
+    if (lock != nullptr) clickAtMnemonic(lock, hint);
   }
   button(pane_.ib_button_Apply)->setDefault(true);
   return frame;
+}
+
+QLayout* SettingsWindow::makeHintColumn(QLabel* hint, QWidget* frame) {
+  auto* column = new QVBoxLayout;
+  column->addWidget(hint);
+  reachLine_ = new ReachLine(pane_, frame);
+  column->addWidget(reachLine_);
+  return column;
 }
 
 // Hidden while nothing is pending; it keeps its place, so that the buttons beside it do not move.
