@@ -22,10 +22,13 @@
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/desktop/page_area.h"
 #include "src/frontends/desktop/reach_line.h"
+#include "src/frontends/desktop/search_panel.h"
+#include "src/frontends/desktop/search_ring.h"
 #include "src/frontends/desktop/sidebar.h"
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/search/search_texts.h"
 
 namespace norvik::desktop {
 
@@ -58,7 +61,9 @@ void SettingsWindow::fill() {
   auto* right = new QVBoxLayout;
   right->addWidget(messages_);
   right->addWidget(stack_, 1);
-  row->addWidget(sidebar_);
+  search_ = new SearchPanel(pane_, interface_, sidebar_, this);
+  search_->chosen = [this](const SearchHit& hit) { showHit(hit); };
+  row->addWidget(search_);
   row->addLayout(right, 1);
   stack_->setObjectName(text(pane_.ib_tview_confView.name()));
   stack_->setAccessibleName(text(interface_.find(pane_.ib_tview_confView.name())->label));
@@ -81,6 +86,8 @@ void SettingsWindow::addShortcuts() {
   add(Qt::CTRL | Qt::Key_Q, [this] { close(); });
   add(Qt::CTRL | Qt::Key_W, [this] { close(); });
   add(QKeyCombination(Qt::Key_F1), [this] { button(pane_.ib_button_Help)->click(); });
+  add(Qt::CTRL | Qt::Key_F, [this] { search_->begin(); });
+  add(QKeyCombination(Qt::Key_Slash), [this] { search_->begin(); });  // a field that is typed into keeps it
   add(Qt::CTRL | Qt::Key_Tab, [this] { sidebar_->choosePage(1); });
   add(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, [this] { sidebar_->choosePage(-1); });
 }
@@ -191,6 +198,30 @@ bool SettingsWindow::showSetting(const std::string& outlet) {
   return true;
 }
 
+// A locked one is shown as soon as the lock is open, unless a person has searched for another meanwhile.
+void SettingsWindow::showHit(const SearchHit& hit) {
+  behindLock_.reset();
+  if (isLocked(hit, pane_)) {
+    behindLock_ = hit;
+    messages_->line(MessageSubject::outcome).showMessage({MessageKind::note, lockedSentence(hit), {}, ""});
+    button(pane_.ib_button_Auth)->setFocus(Qt::ShortcutFocusReason);
+  } else if (!hit.outlet.empty()) {
+    if (showSetting(hit.outlet)) new SearchRing(binding(text(hit.outlet))->widget());
+  } else {
+    for (std::size_t i = 0; i < interface_.tabs.size(); ++i) {
+      const PageName page = pageName(interface_.tabs[i]);
+      if (page.group == hit.page.group && page.title == hit.page.title) sidebar_->chooseTab(i);
+    }
+    sidebar_->setFocus(Qt::ShortcutFocusReason);
+  }
+}
+
+void SettingsWindow::showHitBehindLock() {
+  if (!behindLock_ || isLocked(*behindLock_, pane_)) return;
+  messages_->line(MessageSubject::outcome).clear();
+  showHit(SearchHit(*behindLock_));
+}
+
 // An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its
 // next tick now, so that Return right after a port was typed need not wait for the clock.
 void SettingsWindow::edited(const Binding& binding) {
@@ -205,7 +236,7 @@ void SettingsWindow::followServer() {
   const bool open = !isServerChanging(pane_);
   if (frame_ == nullptr || frame_->isEnabledTo(this) == open) return;
   if (!open) focusBefore_ = focusWidget();
-  for (QWidget* widget : {static_cast<QWidget*>(sidebar_), frame_}) widget->setEnabled(open);
+  for (QWidget* widget : {static_cast<QWidget*>(search_), frame_}) widget->setEnabled(open);
 }
 
 bool SettingsWindow::isTabStop(const QWidget& widget) const {
@@ -244,6 +275,8 @@ void SettingsWindow::assignMnemonics() {
 
 // From the sidebar to the page and then to the buttons below; within a page in the order of its description.
 void SettingsWindow::orderTabs() {
+  setTabOrder(&search_->field(), &search_->results());
+  setTabOrder(&search_->results(), sidebar_);
   QWidget* last = sidebar_;
   const auto append = [this, &last](QWidget& root) {
     for (QWidget* widget : root.findChildren<QWidget*>()) {
@@ -286,6 +319,7 @@ int SettingsWindow::pageToRestore() const {
 void SettingsWindow::refresh() {
   followServer();
   restoreFocus();
+  showHitBehindLock();
   sidebar_->returnToPage();
   for (Page* page : pages_) page->refreshMarks();
   for (Page* page : pages_) page->refreshNotes();

@@ -14,6 +14,7 @@
 
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/page.h"
+#include "src/frontends/shared/search/setting_search.h"
 
 class QAbstractButton;
 class QLabel;
@@ -26,6 +27,7 @@ namespace norvik::desktop {
 class AddressLabel;
 class MessageArea;
 class ReachLine;
+class SearchPanel;
 class Sidebar;
 
 class SettingsWindow : public QWidget, public ControlObserver {
@@ -124,6 +126,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void assignMnemonics();
   void orderTabs();
   void showPage();
+  void showHit(const SearchHit& hit);
+  void showHitBehindLock();
   void followMessages();
   void revealFocus(QWidget* widget);
 
@@ -131,6 +135,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   const InterfaceDescription& interface_;
   Page::Problem problem_;
   Sidebar* sidebar_ = nullptr;
+  SearchPanel* search_ = nullptr;
   MessageArea* messages_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QPushButton* changes_ = nullptr;
@@ -140,6 +145,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   std::vector<std::unique_ptr<Binding>> bindings_;
   QPointer<QWidget> focusBefore_;  // a start or stop under way
   int ticksToNotes_ = 0;
+  std::optional<SearchHit> behindLock_;  // what a person has searched for and the lock hides
   bool asking_ = false;
   bool leaving_ = false;
 };
