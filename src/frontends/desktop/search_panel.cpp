@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/search_result.h"
 #include "src/frontends/shared/search/search_texts.h"
 
 namespace norvik::desktop {
@@ -29,7 +30,7 @@ SearchPanel::SearchPanel(NVKServerPrefs& pane, const InterfaceDescription& inter
   field_->installEventFilter(this);
   results_->setObjectName(QStringLiteral("searchResults"));
   results_->setAccessibleName(text(search_texts::kResults));
-  results_->setWordWrap(true);
+  results_->setItemDelegate(new SearchResult(results_));
   results_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   results_->installEventFilter(this);
   // The panel is as wide as the sidebar.
@@ -60,7 +61,8 @@ void SearchPanel::search() {
   for (const SearchHit& hit : hits_) {
     const QString label = text(hit.label);
     const QString place = text(placeOf(hit, pane_));
-    auto* item = new QListWidgetItem(label + QLatin1Char('\n') + place, results_);
+    auto* item = new QListWidgetItem(label, results_);
+    item->setData(kPlaceRole, place);
     item->setData(Qt::AccessibleTextRole, QString(label + QStringLiteral(", ") + place));
   }
   if (hits_.empty()) {

@@ -13,11 +13,12 @@ constexpr double kWidth = 2;
 constexpr double kRadius = 5;
 }  // namespace
 
-SearchRing::SearchRing(QWidget* widget) : QWidget(widget->parentWidget()), widget_(widget) {
+SearchRing::SearchRing(QWidget* widget, QWidget* page) : QWidget(page), widget_(widget) {
   setObjectName(QStringLiteral("searchRing"));
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setFocusPolicy(Qt::NoFocus);
   widget->installEventFilter(this);
+  page->installEventFilter(this);  // its rows move with it
   connect(widget, &QObject::destroyed, this, &QObject::deleteLater);
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*old*/, QWidget* now) {
     const bool stays = now == nullptr || now == widget_ || (widget_ != nullptr && widget_->isAncestorOf(now));
@@ -30,12 +31,16 @@ SearchRing::SearchRing(QWidget* widget) : QWidget(widget->parentWidget()), widge
 
 void SearchRing::follow() {
   constexpr int kReach = kGap + static_cast<int>(kWidth);
-  if (widget_ != nullptr) setGeometry(widget_->geometry().adjusted(-kReach, -kReach, kReach, kReach));
+  if (widget_ == nullptr) return;
+  const QRect place(widget_->mapTo(parentWidget(), QPoint()), widget_->size());
+  setGeometry(place.adjusted(-kReach, -kReach, kReach, kReach));
 }
 
 bool SearchRing::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Move || event->type() == QEvent::Resize) follow();
-  if (event->type() == QEvent::Hide) deleteLater();
+  const bool isLaidOut = event->type() == QEvent::Move || event->type() == QEvent::Resize ||
+                         event->type() == QEvent::LayoutRequest;
+  if (isLaidOut) follow();
+  if (event->type() == QEvent::Hide && watched == widget_) deleteLater();
   return QWidget::eventFilter(watched, event);
 }
 

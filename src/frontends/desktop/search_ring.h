@@ -8,8 +8,9 @@ namespace norvik::desktop {
 
 class SearchRing : public QWidget {
  public:
-  // Around `widget`, over its parent, until the keyboard focus leaves it, it is hidden or it is gone.
-  explicit SearchRing(QWidget* widget);
+  // Around `widget`, over the page that it is on, until the keyboard focus goes to another widget than it has
+  // now, or the setting is hidden or gone.
+  SearchRing(QWidget* widget, QWidget* page);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -206,7 +206,8 @@ void SettingsWindow::showHit(const SearchHit& hit) {
     messages_->line(MessageSubject::outcome).showMessage({MessageKind::note, lockedSentence(hit), {}, ""});
     button(pane_.ib_button_Auth)->setFocus(Qt::ShortcutFocusReason);
   } else if (!hit.outlet.empty()) {
-    if (showSetting(hit.outlet)) new SearchRing(binding(text(hit.outlet))->widget());
+    if (showSetting(hit.outlet))
+      new SearchRing(binding(text(hit.outlet))->widget(), pages_[*pageOf(hit.outlet)]);
   } else {
     for (std::size_t i = 0; i < interface_.tabs.size(); ++i) {
       const PageName page = pageName(interface_.tabs[i]);

@@ -4,6 +4,7 @@
 #include <QListWidget>
 #include <QTest>
 
+#include "src/frontends/desktop/search_result.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
 namespace norvik::desktop {
@@ -22,7 +23,10 @@ class SearchTest : public SimulatedPanel {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return panel.window.findChild<QWidget*>(QStringLiteral("searchRing"));
   }
-  std::string first() { return results().item(0)->text().toStdString(); }
+  std::string first() {
+    const QListWidgetItem* item = results().item(0);
+    return (item->text() + QLatin1Char('\n') + item->data(kPlaceRole).toString()).toStdString();
+  }
 };
 
 TEST_F(SearchTest, TheResultsTakeTheSidebarsPlaceWhileThereAreWords) {
@@ -43,7 +47,9 @@ TEST_F(SearchTest, ReturnShowsTheSettingWithARingUntilTheFocusMoves) {
   EXPECT_TRUE(box->isVisible());
   EXPECT_EQ(QApplication::focusWidget(), box);
   ASSERT_NE(ring(), nullptr);
-  EXPECT_TRUE(ring()->geometry().contains(box->geometry()));
+  const QPoint place = box->mapTo(ring()->parentWidget(), QPoint());
+  EXPECT_TRUE(ring()->geometry().contains(QRect(place, box->size())));
+  EXPECT_TRUE(ring()->parentWidget()->rect().contains(ring()->geometry())) << "nothing of it is cut off";
   panel.press(Qt::Key_Tab);
   EXPECT_EQ(ring(), nullptr);
 }
@@ -90,7 +96,7 @@ TEST_F(SearchTest, AClickChooses) {
 
 TEST_F(SearchTest, NothingFoundIsSaidAndCannotBeChosen) {
   search(QStringLiteral("zzzz"));
-  EXPECT_EQ(first(), "Nothing is found.");
+  EXPECT_EQ(first(), "Nothing is found.\n");
   panel.press(Qt::Key_Return);
   EXPECT_EQ(field().text(), QStringLiteral("zzzz"));
 }
