@@ -67,7 +67,7 @@ TEST_F(SearchTest, TheArrowsChooseWithoutLeavingTheField) {
 
 TEST_F(SearchTest, ALockedSettingIsFoundAndShownWhenTheLockIsOpen) {
   search(QStringLiteral("3389"));
-  EXPECT_NE(first().find("RDP clients, locked"), std::string::npos) << first();
+  EXPECT_NE(first().find("Locked: Server Administrator, RDP clients"), std::string::npos) << first();
   panel.press(Qt::Key_Return);
   const MessageLine& line = panel.window.messages().line(MessageSubject::outcome);
   EXPECT_EQ(line.message().sentence, "The page RDP clients is locked. Open the lock to see it.");

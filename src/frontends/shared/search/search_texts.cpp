@@ -24,7 +24,7 @@ bool isLocked(const SearchHit& hit, const NVKServerPrefs& pane) {
 
 std::string placeOf(const SearchHit& hit, const NVKServerPrefs& pane) {
   const std::string page = hit.name.empty() ? "" : ", " + hit.page.title;
-  return titleOfGroup(pane, hit.page.group) + page + (isLocked(hit, pane) ? ", locked" : "");
+  return (isLocked(hit, pane) ? "Locked: " : "") + titleOfGroup(pane, hit.page.group) + page;
 }
 
 std::string lockedSentence(const SearchHit& hit) {

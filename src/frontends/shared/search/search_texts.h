@@ -18,7 +18,7 @@ inline constexpr std::string_view kNothing = "Nothing is found.";
 
 }  // namespace search_texts
 
-// Where the hit is, and that a lock is in the way: "Server Administrator, RDP clients, locked". The group is
+// Where the hit is, and that a lock is in the way: "Locked: Server Administrator, RDP clients". The group is
 // named as in the sidebar.
 std::string placeOf(const SearchHit& hit, const NVKServerPrefs& pane);
 // Whether the lock keeps its page closed.
