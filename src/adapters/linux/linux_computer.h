@@ -42,6 +42,7 @@ struct LinuxComputerOptions {
   std::string stateFolder;    // for copies of the settings files, made as needed; empty keeps none
   std::string syslogIdent;    // before each line of the log; empty for the program's name
   uid_t user;                 // whose processes the process manager lists
+  bool superUser;             // whether the program has administrator rights already
   bool systemRights = false;  // whether the system decides who is an administrator; else the policy does
   LinuxAuthorization::InteractivePolicy authorization;  // called when a person may be asked; none refuses
   bool textAgent = false;                // whether the system may ask for passwords at the terminal
@@ -91,14 +92,13 @@ class LinuxComputer {
   // And what a front end asks of the computer beyond it. The delivery is that of the computer's own
   // notifications.
   ComputerServices services();
-  // Why the last request for rights was not granted; a policy does not say.
-  AuthorizationRefusal lastRefusal() const;
 
  private:
   LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root);
 
   LaunchedTools& launchedTools();
   AuthorizationService& authorizationService();
+  const AuthorizationRefusals& refusals() const;
 
   ToolLauncher tools_;
   std::unique_ptr<SystemRights> systemRights_;  // none where the policy decides

@@ -2,6 +2,7 @@
 // transaction. Linux and the simulated computer implement each.
 #pragma once
 
+#include "src/adapters/services/authorization_refusal.h"
 #include "src/adapters/services/change_locks.h"
 #include "src/adapters/services/launched_tools.h"
 #include "src/adapters/services/listening_ports.h"
@@ -24,6 +25,7 @@ struct ComputerServices {
   SettingsFiles& files;
   ListeningPorts& ports;
   NotificationDelivery& delivery;
+  const AuthorizationRefusals& refusals;
 };
 
 }  // namespace norvik

@@ -38,7 +38,12 @@ SimulatedComputer::SimulatedComputer()
                 .assertions = assertions} {}
 
 ComputerServices SimulatedComputer::services() {
-  return {.locks = locks, .tools = tools, .files = settingsFiles, .ports = ports, .delivery = notifications};
+  return {.locks = locks,
+          .tools = tools,
+          .files = settingsFiles,
+          .ports = ports,
+          .delivery = notifications,
+          .refusals = authorization};
 }
 
 }  // namespace norvik

@@ -76,8 +76,8 @@ LinuxComputerOptions optionsFor(const CommandLine& line) {
 }
 
 // Says why rights were not granted, where the system says so.
-ExitStatus explained(ExitStatus status, const LinuxComputer& computer) {
-  const std::string why = sentenceOf(computer.lastRefusal());
+ExitStatus explained(ExitStatus status, const AuthorizationRefusals& refusals) {
+  const std::string why = sentenceOf(refusals.lastRefusal());
   if (status == kExitNoPermission && !why.empty()) writeDiagnostic(std::cerr, why);
   return status;
 }
@@ -96,7 +96,7 @@ ExitStatus runOnComputer(const CommandLine& line) {
   if (!line.help) {
     if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
     if (context.faults) writeWarnings(std::cerr, *context.faults);
-    return explained(line.command->run(context, line), installation.computer);
+    return explained(line.command->run(context, line), installation.computer.services().refusals);
   }
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;
