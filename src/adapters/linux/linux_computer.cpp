@@ -34,7 +34,8 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
     : LinuxComputer(options, absoluteRoot(options.root)) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
-    : tools_(root, atSpeed(kLongestReportDelay, options.speed)),
+    : unreadFiles_(options.unreadFiles),
+      tools_(root, atSpeed(kLongestReportDelay, options.speed)),
       systemRights_(options.systemRights
                         ? std::make_unique<SystemRights>(
                               tools_, PolkitAuthorization::Options{options.superUser, options.textAgent},
@@ -92,7 +93,8 @@ ComputerServices LinuxComputer::services() {
           .files = settingsFiles_,
           .ports = ports_,
           .delivery = notifications,
-          .refusals = refusals()};
+          .refusals = refusals(),
+          .unreadFiles = unreadFiles_};
 }
 
 }  // namespace norvik

@@ -17,6 +17,7 @@
 #include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 
 namespace norvik::command {
 namespace {
@@ -92,7 +93,8 @@ ExitStatus runOnComputer(const CommandLine& line) {
                   failure(FailureCode::software, "the interface description is damaged: " + damage));
   }
   Installation installation(optionsFor(line));
-  Context context = installation.context(*interface, line);
+  const InterfaceDescription shown = withUnreadSaid(*interface, installation.computer.services().unreadFiles);
+  Context context = installation.context(shown, line);
   if (!line.help) {
     if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
     if (context.faults) writeWarnings(std::cerr, *context.faults);

@@ -39,7 +39,8 @@ ComputerServices DesktopComputer::services() {
           .files = own.files,
           .ports = own.ports,
           .delivery = own.delivery,
-          .refusals = own.refusals};
+          .refusals = own.refusals,
+          .unreadFiles = own.unreadFiles};
 }
 
 bool DesktopComputer::waitForTools(std::chrono::milliseconds limit) {
