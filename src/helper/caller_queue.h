@@ -37,17 +37,20 @@ class CallerQueue {
   // How many lines have not ended.
   std::size_t size() const { return asked_.size() + granted_.size(); }
 
-  void take(sd_bus_message* call, AllowedLine line, bool wantsOutput);
+  // `lock` is kept until the line has ended; it may be none.
+  void take(sd_bus_message* call, AllowedLine line, Descriptor lock, bool wantsOutput);
 
  private:
   struct Asked {
     std::shared_ptr<sd_bus_message> call;
     AllowedLine line;
+    Descriptor lock;
     bool wantsOutput;
   };
   struct Granted {
     uint32_t number;
     AllowedLine line;
+    Descriptor lock;    // the caller's, for changes; may be none
     Descriptor output;  // the writing end; none where nobody reads
   };
 
@@ -58,7 +61,7 @@ class CallerQueue {
   bool startFirst();
   void onToolEnd(const ToolEnding& ending);
   void carryOutInside(Granted granted);
-  void tellEnd(const Granted& ended, const ToolEnding& ending);
+  void tellEnd(Granted& ended, const ToolEnding& ending);
 
   const Surroundings& around_;
   Caller caller_;

@@ -1,6 +1,8 @@
 // The methods, the limits, and the end after a while without work.
 #include "src/helper/service.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
 #include <cerrno>
 #include <ctime>
@@ -10,6 +12,7 @@
 
 #include "src/adapters/linux/helper_interface.h"
 #include "src/helper/journal.h"
+#include "src/helper/safe_files.h"
 
 namespace norvik::helper {
 
@@ -25,7 +28,20 @@ std::optional<Words> readArguments(sd_bus_message* call) {
   if (sd_bus_message_enter_container(call, 'a', "s") < 0) return std::nullopt;
   while (arguments.size() <= kMaxArguments && sd_bus_message_read(call, "s", &text) > 0)
     arguments.emplace_back(text);
+  sd_bus_message_exit_container(call);  // fails before its end, and then the line is refused anyway
   return arguments;
+}
+
+// The caller's lock for changes, if one was handed over: a descriptor of the folder that is locked. Nothing
+// for anything else.
+std::optional<Descriptor> readLock(sd_bus_message* call, const Computer& computer) {
+  int given = -1;
+  if (sd_bus_message_enter_container(call, 'a', "h") < 0) return std::nullopt;
+  if (sd_bus_message_at_end(call, 0) > 0) return Descriptor();
+  if (sd_bus_message_read(call, "h", &given) <= 0 || sd_bus_message_at_end(call, 0) == 0) return std::nullopt;
+  if (!isLockFolder(given, computer.root)) return std::nullopt;
+  Descriptor lock(::fcntl(given, F_DUPFD_CLOEXEC, 3));
+  return lock ? std::optional(std::move(lock)) : std::nullopt;
 }
 
 // The boundary to the C library: nothing is thrown through it.
@@ -49,9 +65,9 @@ int runWithOutput(sd_bus_message* call, void* data, sd_bus_error*) {
 // Unprivileged, because polkit decides and not the bus.
 constexpr sd_bus_vtable kMethods[] = {
     SD_BUS_VTABLE_START(0),
-    SD_BUS_METHOD_WITH_ARGS("Run", SD_BUS_ARGS("s", tool, "as", arguments), SD_BUS_RESULT("u", number), run,
-                            SD_BUS_VTABLE_UNPRIVILEGED),
-    SD_BUS_METHOD_WITH_ARGS("RunWithOutput", SD_BUS_ARGS("s", tool, "as", arguments),
+    SD_BUS_METHOD_WITH_ARGS("Run", SD_BUS_ARGS("s", tool, "as", arguments, "ah", lock),
+                            SD_BUS_RESULT("u", number), run, SD_BUS_VTABLE_UNPRIVILEGED),
+    SD_BUS_METHOD_WITH_ARGS("RunWithOutput", SD_BUS_ARGS("s", tool, "as", arguments, "ah", lock),
                             SD_BUS_RESULT("u", number, "h", output), runWithOutput,
                             SD_BUS_VTABLE_UNPRIVILEGED),
     SD_BUS_SIGNAL_WITH_ARGS("Ended", SD_BUS_ARGS("u", number, "b", killed, "i", status, "ay", words), 0),
@@ -90,12 +106,14 @@ void Service::take(sd_bus_message* call, bool wantsOutput) {
   if (!line) return refuse(call, who, text, kHelperNotAllowed, "not a line of the tool command table");
   if (wantsOutput && line->row->work != Work::readKernelValue)
     return refuse(call, who, text, kHelperNotAllowed, "this line has no output");
+  std::optional<Descriptor> lock = readLock(call, around_.computer);
+  if (!lock) return refuse(call, who, text, kHelperNotAllowed, "this is not the lock for changes");
   if (linesOf(caller->user) >= kMostLinesOfUser)
     return refuse(call, who, text, kHelperTooMany, "too many lines");
   std::erase_if(queues_, [](const auto& entry) { return entry.second->size() == 0; });
   auto& queue = queues_[caller->busName];
   if (!queue) queue = std::make_unique<CallerQueue>(around_, *caller);
-  queue->take(call, std::move(*line), wantsOutput);
+  queue->take(call, std::move(*line), std::move(*lock), wantsOutput);
 }
 
 bool Service::isIdle() const {

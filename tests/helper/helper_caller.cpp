@@ -5,6 +5,9 @@
 //   read TOOL [WORD]... end   the same, and prints what it says
 //   touch FILE | await FILE   makes a file; waits until there is one
 //   ends                      waits until all lines have ended, and prints how
+//   take                      takes the lock for changes, which is handed to the helper from then on
+//   hand PATH                 hands a descriptor of that file in its place
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -14,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "src/adapters/linux/change_locks.h"
 #include "src/adapters/linux/helper_client.h"
 #include "src/adapters/linux/polkit_authorization.h"
 #include "tests/support/waiting.h"
@@ -65,6 +69,11 @@ class Calls {
         file(name, *word++);
       } else if (name == "ends") {
         ends();
+      } else if (name == "take") {
+        held_ = locks_.lock(std::chrono::milliseconds(100));
+        say(held_ ? "take: done" : "take: busy");
+      } else if (name == "hand") {
+        handed_ = std::make_shared<const Descriptor>(::open((word++)->c_str(), O_RDONLY | O_CLOEXEC));
       } else {
         rights(name);
       }
@@ -121,7 +130,11 @@ class Calls {
   }
 
   SystemBus bus_{{}};
-  HelperClient client_{bus_};
+  ToolLauncher tools_{RootFolder(), kPatience};
+  LinuxChangeLocks locks_{RootFolder(), tools_};
+  std::unique_ptr<HeldLock> held_;
+  std::shared_ptr<const Descriptor> handed_;
+  HelperClient client_{bus_, [this] { return handed_ ? handed_ : tools_.heldOpen(); }};
   PolkitAuthorization authorization_{bus_, client_, {.isSuperUser = false, .textAgent = true}};
   AuthorizationRef reference_ = nullptr;
 };

@@ -220,6 +220,63 @@ TEST_F(StepsTest, LinksAtTheNamesThatAreWrittenAreNotFollowed) {
   EXPECT_FALSE(computer.has(unfinished));
 }
 
+// What a killed helper left.
+
+pid_t endedProcess() {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(0);
+  ::waitpid(child, nullptr, 0);
+  return child;
+}
+
+void makeOlderBy(const fs::path& path, std::chrono::hours age) {
+  fs::last_write_time(path, fs::last_write_time(path) - age);
+}
+
+TEST_F(StepsTest, WhatAKilledHelperLeftIsRemovedByTheNextInstall) {
+  const std::string gone = std::to_string(endedProcess());
+  const std::string living = std::to_string(::getppid());
+  computer.put("/etc/norvik/.svr.cfg.new." + gone, "unfinished");
+  computer.put("/etc/norvik/.svr.cfg.previous.new." + gone, "unfinished");
+  computer.put("/etc/norvik/.svr.cfg.new." + living, "old");
+  makeOlderBy(computer.onDisk("/etc/norvik/.svr.cfg.new." + living), std::chrono::hours(25));
+  computer.put(kConfiguration, listWith("old"));
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  EXPECT_EQ(computer.namesIn("/etc/norvik"), (std::vector<std::string>{"svr.cfg", "svr.cfg.previous"}));
+}
+
+TEST_F(StepsTest, NothingElseIsTakenForALeftover) {
+  const std::string gone = std::to_string(endedProcess());
+  const std::string living = std::to_string(::getppid());
+  const std::string ours = "/etc/norvik/.svr.cfg.new.";
+  for (const std::string& name :
+       {"0" + gone, "-" + gone, gone + "x", std::string("0"), std::string(), living})
+    computer.put(ours + name, "not ours");
+  computer.put("/etc/norvik/svr.cfg.new." + gone, "not ours");
+  computer.put("/etc/norvik/.other.new." + gone, "not ours");
+  computer.put("/etc/norvik/one", "two names");
+  fs::create_hard_link(computer.onDisk("/etc/norvik/one"), computer.onDisk(ours + "2147483647"));
+  fs::create_symlink("/nowhere", computer.onDisk(ours + "2147483646"));
+  fs::create_directory(computer.onDisk(ours + "2147483645"));
+  auto expected = computer.namesIn("/etc/norvik");
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  expected.emplace_back("svr.cfg");
+  std::ranges::sort(expected);
+  EXPECT_EQ(computer.namesIn("/etc/norvik"), expected);
+}
+
+TEST_F(StepsTest, AnUnfinishedFileOfSomebodyElseIsLeftAlone) {
+  if (::getuid() != 0) GTEST_SKIP() << "only the super-user can give a file away";
+  const std::string name = "/etc/norvik/.svr.cfg.new." + std::to_string(endedProcess());
+  computer.put(name, "not ours");
+  ASSERT_EQ(::chown(computer.onDisk(name).c_str(), 1234, 1234), 0);
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  EXPECT_TRUE(computer.has(name));
+}
+
 // Mode and owner.
 
 TEST_F(StepsTest, TheModeIsSetOnTheFileItself) {

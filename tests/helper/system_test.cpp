@@ -2,6 +2,7 @@
 // special.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/mount.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -214,6 +215,55 @@ TEST_F(HelperSystemTest, NothingOvertakesALineOfTheSameCaller) {
   EXPECT_EQ(caller.status(), 0);
   EXPECT_FALSE(fs::exists("/tmp/overtaken"));
   EXPECT_EQ(contentOf(kConfiguration), listWith("new"));
+}
+
+// The lock for changes.
+
+bool isLocked(const char* folder) {
+  const Descriptor descriptor(::open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return ::flock(descriptor.number(), LOCK_EX | LOCK_NB) != 0;
+}
+
+TEST_F(HelperSystemTest, TheLockOfAKilledCallerIsKeptUntilItsLinesHaveEnded) {
+  grantEverything();
+  writeFile("/run/tool-script", "while [ ! -e /tmp/go ]; do sleep 0.01; done\n");
+  RunningProgram caller(
+      callerWords(Words{"take"} + asking("run", applyLine()) + asking("run", setConfigurationMode()) +
+                  Words{"touch", "/tmp/asked", "ends"}),
+      {.user = kUser}, "/tmp/caller");
+  ASSERT_TRUE(eventually([] { return fs::exists("/tmp/asked"); }));
+  EXPECT_TRUE(isLocked("/etc/norvik"));
+  caller.send(SIGKILL);
+  EXPECT_EQ(caller.ending()->signal, SIGKILL);
+  EXPECT_TRUE(isLocked("/etc/norvik"));
+  // Nothing of it reaches the tool.
+  EXPECT_EQ(contentOf("/run/tool-descriptors"), "0\n1\n2\n3\n");
+  EXPECT_EQ(call({"take"}), "take: busy\n");
+  writeFile("/tmp/go", "");
+  EXPECT_TRUE(eventually([] { return !isLocked("/etc/norvik"); }));
+}
+
+TEST_F(HelperSystemTest, WhoKnowsOfTheEndFindsTheLockFree) {
+  grantEverything();
+  for (int i = 0; i < 20; ++i) {
+    call(Words{"take"} + asking("run", applyLine()) + Words{"ends"});
+    EXPECT_FALSE(isLocked("/etc/norvik"));
+  }
+}
+
+TEST_F(HelperSystemTest, OnlyTheLockIsKept) {
+  grantEverything();
+  fs::create_directory("/home/norvik-user/folder");
+  for (const char* path :
+       {"/etc/passwd", "/etc/norvik/svr.cfg", "/home/norvik-user/folder", "/dev/null", "/tmp"}) {
+    writeFile(kConfiguration, listWith("old"));
+    EXPECT_EQ(call(Words{"hand", path} + asking("run", applyLine())), "/usr/sbin/nvkservice: not possible\n")
+        << path;
+  }
+  EXPECT_TRUE(log_->says("refused: this is not the lock for changes"));
+  EXPECT_EQ(contentOf("/run/tools"), "");
+  EXPECT_EQ(call(Words{"hand", "/etc/norvik"} + asking("run", applyLine())),
+            "/usr/sbin/nvkservice: launched\n");
 }
 
 TEST_F(HelperSystemTest, NoEndIsMissedHoweverSoonItComes) {
@@ -440,6 +490,17 @@ TEST_F(CommandLineTest, TheSuperUserNeedsNeitherBusNorPolkit) {
   EXPECT_EQ(portIn("/run/applied"), 5074);
   EXPECT_EQ(temporaryFiles(), 0U);
   EXPECT_TRUE(log_->says("uid 0 (directly): \"/usr/sbin/nvkservice\" \"apply\": started"));
+}
+
+TEST_F(CommandLineTest, SettingsThatNothingHereReadsSaySo) {
+  const std::string sentence = "Nothing on this computer reads this setting";
+  EXPECT_TRUE(has(runProgram({norvikctl_, "show", "system.compositing.disable"}).output, sentence));
+  EXPECT_TRUE(has(runProgram({norvikctl_, "limits"}).output, sentence));
+  EXPECT_TRUE(has(runProgram({norvikctl_, "limits", "--json"}).output, sentence));
+  EXPECT_TRUE(has(runProgram({norvikctl_, "show", "system.screensaver.disable", "--json"}).output,
+                  "\"unread\": true"));
+  EXPECT_FALSE(has(runProgram({norvikctl_, "show", "nvk.port"}).output, sentence));
+  EXPECT_FALSE(has(runProgram({norvikctl_, "show", "nvk.port", "--json"}).output, "unread"));
 }
 
 TEST_F(CommandLineTest, WhatAToolSaysReachesThePerson) {

@@ -13,7 +13,7 @@ SystemRights::SystemRights(ToolLauncher& tools, PolkitAuthorization::Options opt
   if (options.isSuperUser) {
     lines_ = std::make_unique<DirectLines>(tools);
   } else {
-    lines_ = std::make_unique<HelperClient>(bus_);
+    lines_ = std::make_unique<HelperClient>(bus_, [&tools] { return tools.heldOpen(); });
   }
   authorization_ = std::make_unique<PolkitAuthorization>(bus_, *lines_, options);
 }
