@@ -232,6 +232,7 @@ TEST_F(HelperSystemTest, TheLockOfAKilledCallerIsKeptUntilItsLinesHaveEnded) {
                   Words{"touch", "/tmp/asked", "ends"}),
       {.user = kUser}, "/tmp/caller");
   ASSERT_TRUE(eventually([] { return fs::exists("/tmp/asked"); }));
+  ASSERT_TRUE(eventually([] { return has(contentOf("/run/tools"), "apply"); }));
   EXPECT_TRUE(isLocked("/etc/norvik"));
   caller.send(SIGKILL);
   EXPECT_EQ(caller.ending()->signal, SIGKILL);
