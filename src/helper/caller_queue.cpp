@@ -29,7 +29,10 @@ void refuse(sd_bus_message* call, const std::string& who, const std::string& lin
 }
 
 CallerQueue::CallerQueue(const Surroundings& surroundings, Caller caller)
-    : around_(surroundings), caller_(std::move(caller)), who_(nameOf(caller_.user, caller_.busName)) {}
+    : around_(surroundings),
+      caller_(std::move(caller)),
+      who_(nameOf(caller_.user, caller_.busName)),
+      presence_(surroundings.bus, caller_.busName) {}
 
 void CallerQueue::take(sd_bus_message* call, AllowedLine line, Descriptor lock, bool wantsOutput) {
   asked_.push_back(
@@ -57,7 +60,7 @@ void CallerQueue::onAnswer(Answer answer) {
   sd_bus_message* const call = asked.call.get();
   if (answer == Answer::noAuthority) {
     refuse(call, who_, lineText(asked.line), kHelperNoAuthority, "polkit does not answer");
-  } else if (answer == Answer::refused || !callerOf(call)) {
+  } else if (answer == Answer::refused || !presence_.isThere()) {
     refuse(call, who_, lineText(asked.line), kHelperNotAuthorized, "not authorized");
   } else {
     grant(std::move(asked));

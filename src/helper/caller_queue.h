@@ -25,7 +25,7 @@ struct Surroundings {
   std::function<void()> onEmpty;  // called when a queue has nothing left to do
 };
 
-// The words for the journal, the error for the caller.
+// The words for the journal, and the error for the caller.
 void refuse(sd_bus_message* call, const std::string& who, const std::string& line, const char* error,
             const char* reason);
 
@@ -66,6 +66,7 @@ class CallerQueue {
   const Surroundings& around_;
   Caller caller_;
   std::string who_;
+  Presence presence_;
   std::deque<Asked> asked_;
   std::unique_ptr<Question> question_;  // about the first of them
   std::deque<Granted> granted_;         // without those that only report

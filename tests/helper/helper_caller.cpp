@@ -6,6 +6,7 @@
 //   touch FILE | await FILE   makes a file; waits until there is one
 //   ends                      waits until all lines have ended, and prints how
 //   take                      takes the lock for changes, which is handed to the helper from then on
+//   flood COUNT SIZE          sends so many calls with so long a word, and waits for no reply
 //   hand PATH                 hands a descriptor of that file in its place
 #include <fcntl.h>
 #include <unistd.h>
@@ -19,6 +20,7 @@
 
 #include "src/adapters/linux/change_locks.h"
 #include "src/adapters/linux/helper_client.h"
+#include "src/adapters/linux/helper_interface.h"
 #include "src/adapters/linux/polkit_authorization.h"
 #include "tests/support/waiting.h"
 
@@ -69,6 +71,9 @@ class Calls {
         file(name, *word++);
       } else if (name == "ends") {
         ends();
+      } else if (name == "flood") {
+        const int count = std::stoi(*word++);
+        flood(count, std::stoul(*word++));
       } else if (name == "take") {
         held_ = locks_.lock(std::chrono::milliseconds(100));
         say(held_ ? "take: done" : "take: busy");
@@ -115,6 +120,18 @@ class Calls {
     } else if (!eventually([&] { return std::filesystem::exists(path); })) {
       say(path + ": does not come");
     }
+  }
+
+  void flood(int count, std::size_t size) {
+    const std::string text(size, 'x');
+    for (int i = 0; i < count; ++i) {
+      const BusMessage call = bus_.newCall(kHelperName, kHelperPath, kHelperInterface, "Run");
+      sd_bus_message_append(call.get(), "sasah", "/usr/sbin/nvkservice", 1, text.c_str(), 0);
+      sd_bus_message_set_expect_reply(call.get(), 0);
+      sd_bus_send(bus_.connection(), call.get(), nullptr);
+      sd_bus_flush(bus_.connection());
+    }
+    say("flood: done");
   }
 
   void ends() {
