@@ -15,7 +15,8 @@ namespace norvik {
 class LinuxChangeLocks : public ChangeLocks {
  public:
   // `tools` is borrowed: those that are launched while the lock is held hold it too, until they have ended,
-  // so that a front end that is killed leaves nobody to overtake its tools.
+  // so that a front end that is killed leaves nobody to overtake its tools. The helper does the same for the
+  // lines that it carries out.
   LinuxChangeLocks(RootFolder root, ToolLauncher& tools);
 
   std::unique_ptr<HeldLock> lock(std::chrono::milliseconds limit) override;

@@ -28,15 +28,18 @@ std::string withoutSlash(std::string path) {
 
 }  // namespace
 
-LinuxComputerOptions::LinuxComputerOptions() : user(::getuid()) {}
+LinuxComputerOptions::LinuxComputerOptions() : user(::getuid()), superUser(::geteuid() == 0) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
     : LinuxComputer(options, absoluteRoot(options.root)) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
-    : tools_(root, atSpeed(kLongestReportDelay, options.speed)),
+    : unreadFiles_(options.unreadFiles),
+      tools_(root, atSpeed(kLongestReportDelay, options.speed)),
       systemRights_(options.systemRights
-                        ? std::make_unique<SystemRights>(tools_, options.textAgent, options.whileAsking)
+                        ? std::make_unique<SystemRights>(
+                              tools_, PolkitAuthorization::Options{options.superUser, options.textAgent},
+                              options.whileAsking)
                         : nullptr),
       locks_(root, tools_),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
@@ -61,8 +64,9 @@ LaunchedTools& LinuxComputer::launchedTools() {
   return tools_;
 }
 
-AuthorizationRefusal LinuxComputer::lastRefusal() const {
-  return systemRights_ ? systemRights_->authorization().lastRefusal() : AuthorizationRefusal::none;
+const AuthorizationRefusals& LinuxComputer::refusals() const {
+  if (systemRights_) return systemRights_->authorization();
+  return authorization;
 }
 
 Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
@@ -90,7 +94,9 @@ ComputerServices LinuxComputer::services() {
           .files = settingsFiles_,
           .ports = ports_,
           .network = network_,
-          .delivery = notifications};
+          .delivery = notifications,
+          .refusals = refusals(),
+          .unreadFiles = unreadFiles_};
 }
 
 }  // namespace norvik

@@ -2,6 +2,10 @@
 // transaction. Linux and the simulated computer implement each.
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "src/adapters/services/authorization_refusal.h"
 #include "src/adapters/services/change_locks.h"
 #include "src/adapters/services/launched_tools.h"
 #include "src/adapters/services/listening_ports.h"
@@ -26,6 +30,9 @@ struct ComputerServices {
   ListeningPorts& ports;
   Network& network;
   NotificationDelivery& delivery;
+  const AuthorizationRefusals& refusals;
+  // The settings files that nothing on this computer reads, so that what is stored there has no effect.
+  std::vector<std::string> unreadFiles = {};
 };
 
 }  // namespace norvik

@@ -84,6 +84,7 @@ OSStatus SimulatedAuthorization::AuthorizationCopyRights(AuthorizationRef author
                                                          AuthorizationFlags flags) {
   const bool interactive = (flags & kAuthorizationFlagInteractionAllowed) != 0;
   const bool granted = holds(authorization) && (interactive ? interactiveGranted_ : silentGranted_);
+  lastRefusal_ = granted ? AuthorizationRefusal::none : reason_;
   effects_.report(EffectKind::authorization,
                   "authorization copy-rights" + names(flags) + " -> " + (granted ? "granted" : "refused"));
   for (const AuthorizationItem& item : rights) effects_.report(EffectKind::rights, itemLine(item));

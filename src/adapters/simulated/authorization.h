@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "src/adapters/services/authorization_refusal.h"
 #include "src/adapters/simulated/effects.h"
 #include "src/adapters/simulated/files.h"
 #include "src/adapters/simulated/tools.h"
@@ -16,7 +17,7 @@
 
 namespace norvik {
 
-class SimulatedAuthorization : public AuthorizationService {
+class SimulatedAuthorization : public AuthorizationService, public AuthorizationRefusals {
  public:
   SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const EffectReporter& effects);
   ~SimulatedAuthorization() override;
@@ -25,6 +26,9 @@ class SimulatedAuthorization : public AuthorizationService {
   void setSilentGranted(bool granted) { silentGranted_ = granted; }
   void setInteractiveGranted(bool granted) { interactiveGranted_ = granted; }
   void setCreateGranted(bool granted) { createGranted_ = granted; }
+  // Why requests are refused from now on; nothing is said without it.
+  void setRefusal(AuthorizationRefusal reason) { reason_ = reason; }
+  AuthorizationRefusal lastRefusal() const override { return lastRefusal_; }
   // Launches of the tool are refused, with any arguments or only with that first one.
   void refuse(const std::string& tool, const std::optional<std::string>& firstArgument);
   // Launches of the tool are accepted again, whatever was refused.
@@ -61,6 +65,8 @@ class SimulatedAuthorization : public AuthorizationService {
   bool silentGranted_ = false;
   bool interactiveGranted_ = true;
   bool createGranted_ = true;
+  AuthorizationRefusal reason_ = AuthorizationRefusal::none;
+  AuthorizationRefusal lastRefusal_ = AuthorizationRefusal::none;
   std::map<std::string, RefusedArguments> refused_;
   std::set<std::string> withoutPipe_;
   int lastNumber_ = 0;

@@ -44,7 +44,8 @@ ComputerServices SimulatedComputer::services() {
           .files = settingsFiles,
           .ports = ports,
           .network = network,
-          .delivery = notifications};
+          .delivery = notifications,
+          .refusals = authorization};
 }
 
 }  // namespace norvik

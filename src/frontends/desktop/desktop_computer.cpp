@@ -39,7 +39,9 @@ ComputerServices DesktopComputer::services() {
           .files = own.files,
           .ports = own.ports,
           .network = own.network,
-          .delivery = own.delivery};
+          .delivery = own.delivery,
+          .refusals = own.refusals,
+          .unreadFiles = own.unreadFiles};
 }
 
 bool DesktopComputer::waitForTools(std::chrono::milliseconds limit) {

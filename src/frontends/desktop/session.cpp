@@ -13,6 +13,7 @@
 #include "resources/resources.h"
 #include "src/frontends/desktop/pictures.h"
 #include "src/frontends/shared/checks/port_in_use.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 
 namespace norvik::desktop {
 
@@ -50,7 +51,7 @@ Session::Session(const LinuxComputerOptions& options, InterfaceDescription inter
                  std::unique_ptr<QSettings> state)
     : computer_(options),
       recording_(computer_.platform(), computer_.alerts(), computer_.drawing(), RecordingMode::real),
-      interface_(std::move(interface)),
+      interface_(withUnreadSaid(std::move(interface), computer_.services().unreadFiles)),
       pane_(interface_),
       change_(pane_, recording_, computer_.platform(), interface_, computer_.services(),
               changeOptions(computer_)),
