@@ -217,6 +217,7 @@ TEST_F(HelperSystemTest, AHelperThatIsAskedToEndFinishesItsWork) {
 TEST_F(HelperSystemTest, AProcessThatAToolLeavesBehindNeitherDelaysTheEndNorDiesOfIt) {
   grantEverything();
   writeFile("/run/tool-script",
+            "echo talking >&2\n"
             "(while [ ! -e /tmp/go ]; do echo talking >&2; done; echo later >&2 && touch /tmp/lives) &\n");
   EXPECT_TRUE(has(call(asking("run", applyLine()) + Words{"ends"}), "status 0: talking"));
   writeFile("/tmp/go", "");
@@ -414,10 +415,12 @@ TEST_F(HelperSystemTest, LongCallsAreNotKept) {
   constexpr std::size_t kMostMemory = 64 * 1024;
   std::vector<std::unique_ptr<RunningProgram>> callers;
   for (int i = 0; i < 4; ++i)
-    callers.push_back(std::make_unique<RunningProgram>(callerWords({"flood", "20", "2000000"}),
+    callers.push_back(std::make_unique<RunningProgram>(callerWords({"flood", "12", "2000000"}),
                                                        ProgramOptions{.user = kUser}));
   for (auto& caller : callers) EXPECT_EQ(caller->status(), 0);
-  EXPECT_EQ(call(asking("run", applyLine())), "/usr/sbin/nvkservice: refused\n");
+  // The bus may still have more for the helper than it keeps for anybody.
+  EXPECT_TRUE(
+      eventually([&] { return call(asking("run", applyLine())) == "/usr/sbin/nvkservice: refused\n"; }));
   EXPECT_GT(mostMemoryOf(helperProcess()), 0U);
   EXPECT_LT(mostMemoryOf(helperProcess()), kMostMemory);
 }
