@@ -8,7 +8,6 @@ namespace norvik::command {
 namespace {
 
 constexpr std::string_view kLimitSteps[] = {kAdjustStep, kResetStep};
-constexpr std::string_view kShells[] = {"bash"};
 
 // clang-format off
 constexpr ArgumentDescription kNone{};
@@ -25,7 +24,7 @@ constexpr ArgumentDescription kFile{
 constexpr ArgumentDescription kStoredFile{
     ArgumentKind::file, "FILE", "A settings file of this computer; without one, all that are damaged", 0, 1, {}};
 constexpr ArgumentDescription kShell{
-    ArgumentKind::choice, "SHELL", "bash", 1, 1, kShells};
+    ArgumentKind::choice, "SHELL", "bash, zsh or fish", 1, 1, kShells};
 
 constexpr Command kCommands[] = {
     {"status", "Show whether the server runs, how to connect to it, the lock, and what is not saved",
