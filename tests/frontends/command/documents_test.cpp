@@ -113,5 +113,35 @@ TEST(DocumentsTest, TheManualPageHasEveryQuestionWithItsAnswers) {
   EXPECT_EQ(entries, expected);
 }
 
+// The lines of a shell in the page's examples.
+Words manualExamples() {
+  Words examples;
+  bool isExamples = false, isLiteral = false;
+  for (const std::string& line : manualPage()) {
+    if (line.starts_with(".Sh ")) isExamples = line == ".Sh EXAMPLES";
+    if (line == ".Ed") isLiteral = false;
+    if (isExamples && isLiteral) examples.push_back(line);
+    if (line.starts_with(".Bd -literal")) isLiteral = true;
+  }
+  return examples;
+}
+
+TEST(DocumentsTest, TheExamplesOfTheManualPageWork) {
+  const SandboxRun box;
+  const std::string program = "norvikctl() { '" + builtProgram("norvikctl") + "' --root '" +
+                              box.folder().string() + "' \"$@\"; }; set -e; ";
+  const auto port = [] { return std::to_string(freePort()); };
+  const Words examples = manualExamples();
+  EXPECT_EQ(examples.size(), 6U);
+  for (std::string line : examples) {
+    // The ports of the page may be somebody else's here.
+    ASSERT_EQ(box.run({"set", "nvk.port=" + port(), "rdp.port=" + port()}).status, 0);
+    if (const auto place = line.find("=5000"); place != std::string::npos) line.replace(place + 1, 4, port());
+    const Result result = runProgram("/bin/bash", {"-c", program + line}, box.beside(""));
+    EXPECT_EQ(result.status, 0) << line << '\n' << result.err;
+    EXPECT_EQ(result.out.find("does not start"), std::string::npos) << result.out << result.err;
+  }
+}
+
 }  // namespace
 }  // namespace norvik::command
