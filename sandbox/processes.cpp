@@ -23,7 +23,8 @@ constexpr std::string_view kFileTools[] = {"/bin/mv", "/bin/chmod", "/usr/sbin/c
 std::string programOf(const Root& root, const fs::path& process) {
   std::error_code error;
   std::string program = fs::read_symlink(process / "exe", error);
-  const std::string prefix = root.folder().string() + "/";
+  // With one slash at the end, also where the root is the computer's own.
+  const std::string prefix = root.folder() / "";
   if (error || !program.starts_with(prefix)) return {};
   constexpr std::string_view kDeleted = " (deleted)";
   if (program.ends_with(kDeleted)) program.resize(program.size() - kDeleted.size());

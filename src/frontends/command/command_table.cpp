@@ -8,7 +8,6 @@ namespace norvik::command {
 namespace {
 
 constexpr std::string_view kLimitSteps[] = {kAdjustStep, kResetStep};
-constexpr std::string_view kShells[] = {"bash"};
 constexpr std::string_view kServices[] = {"nvk", "rdp"};
 
 // clang-format off
@@ -28,7 +27,7 @@ constexpr ArgumentDescription kStoredFile{
 constexpr ArgumentDescription kService{
     ArgumentKind::choice, "SERVICE", "nvk or rdp; without one, the services that are switched on", 0, 1, kServices};
 constexpr ArgumentDescription kShell{
-    ArgumentKind::choice, "SHELL", "bash", 1, 1, kShells};
+    ArgumentKind::choice, "SHELL", "bash, zsh or fish", 1, 1, kShells};
 
 constexpr Command kCommands[] = {
     {"status", "Show whether the server runs, how to connect to it, the lock, and what is not saved",

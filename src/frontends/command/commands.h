@@ -65,5 +65,6 @@ ExitStatus watch(const Context& context, const CommandLine& line);
 
 // Writes a completion script with the commands, options, settings and values in it.
 ExitStatus printCompletion(const Context& context, const CommandLine& line);
+inline constexpr std::string_view kShells[] = {"bash", "zsh", "fish"};
 
 }  // namespace norvik::command

@@ -1,12 +1,13 @@
-// The script holds the words themselves, so that it need not run the program at every key.
+// The words of the completion, from the tables of commands, options, questions and settings.
+#include "src/frontends/command/completion.h"
+
 #include <algorithm>
+#include <iterator>
 #include <ostream>
-#include <sstream>
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/shared/checks/value_check.h"
-#include "src/server/mac/text/join.h"
 
 namespace norvik::command {
 
@@ -15,8 +16,10 @@ namespace {
 using Words = std::vector<std::string>;
 
 template <typename Rows>
-std::string joinedNames(const Rows& rows) {
-  return joined(rows, " ", [](const auto& row) { return row.name; });
+Words namesIn(const Rows& rows) {
+  Words names;
+  for (const auto& row : rows) names.emplace_back(row.name);
+  return names;
 }
 
 // A text as one word of the shell, in the form that every command takes as well.
@@ -45,163 +48,48 @@ Words valuesOf(const SettingDescription& setting) {
   return words;
 }
 
-std::string valueCases(const std::vector<SettingDescription>& settings) {
-  std::string cases;
-  for (const SettingDescription& setting : settings) {
-    cases += "    " + setting.name + ") echo \"" + joined(valuesOf(setting), " ") + "\" ;;\n";
-  }
-  return cases;
-}
-
-std::string pages(const std::vector<SettingDescription>& settings) {
+Words pagesOf(const std::vector<SettingDescription>& settings) {
   Words words;
   for (const SettingDescription& setting : settings) {
     const std::string word = oneWord(setting.page.title);
     if (std::ranges::count(words, word) == 0) words.push_back(word);
   }
-  return joined(words, " ");
+  return words;
 }
 
-// The answers that each question takes.
-std::string answerCases() {
-  std::string cases;
-  for (const QuestionRow& question : questionTable()) {
-    cases += "    " + std::string(question.name) + ") echo \"" + joined(question.answers, " ") + "\" ;;\n";
-  }
-  return cases;
-}
-
-// A row of a "case" that proposes what compgen finds by these arguments.
-std::string proposal(std::string_view name, const std::string& arguments) {
-  return "    " + std::string(name) + ") COMPREPLY=($(compgen " + arguments + " -- \"$current\"))";
-}
-
-// A row that proposes the names of a variable and, behind an equals sign, what the function says for a name.
-std::string pairProposal(std::string_view name, const std::string& names, const std::string& function) {
-  return "    " + std::string(name) + ") _norvikctl_pair \"$_norvikctl_" + names + "\" _norvikctl_" +
-         function;
-}
-
-std::string optionCases() {
-  std::string cases;
+Words takingOptions() {
+  Words names;
   for (const Option& option : options()) {
-    switch (option.takes) {
-      case OptionValue::none:
-        continue;
-      case OptionValue::folder:
-        cases += proposal(option.name, "-d");
-        break;
-      case OptionValue::answer:
-        cases += pairProposal(option.name, "questions", "answers");
-        break;
-      case OptionValue::number:
-        cases += "    " + std::string(option.name) + ") COMPREPLY=()";
-        break;
-    }
-    cases += "; return ;;\n";
+    if (option.takes != OptionValue::none) names.emplace_back(option.name);
   }
-  return cases;
+  return names;
 }
 
-std::string argumentCase(const Command& command) {
-  switch (command.argument.kind) {
-    case ArgumentKind::none:
-      return "";
-    case ArgumentKind::pageOrSetting:
-      return proposal(command.name, "-W \"$_norvikctl_pages $_norvikctl_settings\"") + " ;;\n";
-    case ArgumentKind::setting:
-      return proposal(command.name, "-W \"$_norvikctl_settings\"") + " ;;\n";
-    case ArgumentKind::choice:
-      return proposal(command.name, "-W \"" + joined(command.argument.choices, " ") + "\"") + " ;;\n";
-    case ArgumentKind::file:
-      return proposal(command.name, "-f") + " ;;\n";
-    case ArgumentKind::assignment:
-      return pairProposal(command.name, "settings", "values") + " ;;\n";
-  }
-  return "";
-}
-
-std::string argumentCases() {
-  std::string cases;
-  for (const Command& command : commands()) cases += argumentCase(command);
-  return cases;
-}
-
-// The shell splits a word at the equals sign, so the value may be a word of its own after that sign.
-constexpr const char* kPairFunction = R"bash(
-_norvikctl_pair() {
-  local names=$1 values=$2 current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} name=
-  if [[ $current == "=" ]]; then name=$previous; current=
-  elif [[ $previous == "=" ]]; then name=${COMP_WORDS[COMP_CWORD-2]}
-  fi
-  if [[ -n $name ]]; then
-    COMPREPLY=($(compgen -W "$($values "$name")" -- "$current"))
-  else
-    COMPREPLY=($(compgen -S = -W "$names" -- "$current"))
-    compopt -o nospace 2>/dev/null
-  fi
-}
-)bash";
-
-// An option's value is no command, even where it is called like one. An option whose value has an equals sign
-// is three words before the end of its value.
-constexpr const char* kFunctionBegin = R"bash(
-_norvikctl() {
-  local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD-1]} option command= word before=
-  for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-    case " $_norvikctl_taking " in *" $before "*) before=$word; continue ;; esac
-    before=$word
-    case " $_norvikctl_commands " in *" $word "*) command=$word; break ;; esac
-  done
-  COMPREPLY=()
-  option=$previous
-  if [[ $current == "=" ]]; then option=${COMP_WORDS[COMP_CWORD-2]}
-  elif [[ $previous == "=" ]]; then option=${COMP_WORDS[COMP_CWORD-3]}
-  fi
-  case $option in
-)bash";
-constexpr const char* kFunctionMiddle = R"bash(  esac
-  if [[ $current == -* ]]; then
-    COMPREPLY=($(compgen -W "$_norvikctl_options" -- "$current")); return
-  fi
-  case $command in
-    "") COMPREPLY=($(compgen -W "$_norvikctl_commands" -- "$current")) ;;
-)bash";
-constexpr const char* kFunctionEnd = R"bash(  esac
-}
-complete -F _norvikctl norvikctl
-)bash";
-
-// The options whose value is the next word.
-std::string takingOptions() {
-  std::vector<std::string_view> names;
-  for (const Option& option : options()) {
-    if (option.takes != OptionValue::none) names.push_back(option.name);
-  }
-  return joined(names, " ");
-}
-
-std::string variable(const std::string& name, const std::string& words) {
-  return "_norvikctl_" + name + "=\"" + words + "\"\n";
-}
+// The scripts in the order of the shells.
+using Script = std::string (*)(const CompletionWords& words);
+constexpr Script kScripts[] = {bash::script, zsh::script, fish::script};
+static_assert(std::size(kScripts) == std::size(kShells));
 
 }  // namespace
 
-ExitStatus printCompletion(const Context& context, const CommandLine& /*line*/) {
-  const auto settings = shownSettings(context);
-  std::ostringstream script;
-  script << "# Completion of norvikctl for bash. To use it now: source <(norvikctl completion bash)\n"
-         << variable("commands", joinedNames(commands())) << variable("options", joinedNames(options()))
-         << variable("taking", takingOptions()) << variable("pages", pages(settings))
-         << variable("settings", joinedNames(settings)) << variable("questions", joinedNames(questionTable()))
-         << "\n# The values that a setting takes.\n_norvikctl_values() {\n  case $1 in\n"
-         << valueCases(settings) << "  esac\n}\n"
-         << "\n# The answers that a question takes.\n_norvikctl_answers() {\n  case $1 in\n"
-         << answerCases() << "  esac\n}\n"
-         << kPairFunction << kFunctionBegin << optionCases() << kFunctionMiddle << argumentCases()
-         << kFunctionEnd;
-  if (!context.json) context.out << script.str();
-  return finish(context.output(), ChangeReport(), {{"script", script.str()}});
+std::vector<std::string> namesOf(const std::vector<NamedWords>& rows) {
+  return namesIn(rows);
+}
+
+CompletionWords completionWords(const std::vector<SettingDescription>& settings) {
+  CompletionWords words{namesIn(commands()), namesIn(options()), pagesOf(settings), takingOptions(), {}, {}};
+  for (const SettingDescription& setting : settings)
+    words.values.push_back({setting.name, valuesOf(setting)});
+  for (const QuestionRow& question : questionTable())
+    words.answers.push_back({std::string(question.name), {question.answers.begin(), question.answers.end()}});
+  return words;
+}
+
+ExitStatus printCompletion(const Context& context, const CommandLine& line) {
+  const auto* shell = std::ranges::find(kShells, line.arguments.front());
+  const std::string script = kScripts[shell - kShells](completionWords(shownSettings(context)));
+  if (!context.json) context.out << script;
+  return finish(context.output(), ChangeReport(), {{"script", script}});
 }
 
 }  // namespace norvik::command

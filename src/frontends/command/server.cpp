@@ -95,14 +95,17 @@ void writeNote(const Context& context, const std::string& note) {
 using NeedsRights = std::function<bool(const NVKServerPrefs& pane)>;
 using Order = std::function<OrderReport(Session& session, OrderedServer& server)>;
 
-// Opens the lock if the order needs rights, and finishes the order even if the terminal or the reader goes.
+// Opens the lock if the order needs rights and there is a server, and finishes the order even if the terminal
+// or the reader goes.
 ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, const Order& order,
                     bool restarts = false) {
   Questions questions(context.answers, context.err);
   Progress progress(context.json ? nullptr : context.progress);
   InterruptibleDrawing drawing(progress, context.services.wasStopped);
   Session session(context, questions, drawing, RecordingMode::real);
-  if (needsRights(session.pane()) && !session.unlock()) return finish(context.output(), noRights());
+  const bool mayNeedRights = !installationError(context.services.computer.files);
+  if (mayNeedRights && needsRights(session.pane()) && !session.unlock())
+    return finish(context.output(), noRights());
   context.services.deferInterruptions();
   try {
     OrderedServer server = orderedServer(context, session);

@@ -8,9 +8,11 @@
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/progress.h"
+#include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/interface/address_text.h"
 #include "src/frontends/shared/server/client_services.h"
+#include "src/frontends/shared/server/server_order.h"
 
 namespace norvik::command {
 
@@ -135,10 +137,13 @@ ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
   const ServerInForce inForce =
       serverInForce(session.pane(), context.interface, context.services.computer.ports);
   const auto pending = pendingSettings(session);
+  ChangeReport report;
+  if (const ChangeError missing = installationError(context.services.computer.files))
+    report.warnings.push_back(missing.sentence);
   if (context.json) {
     auto status = statusJson(session.pane(), inForce);
     status["pending"] = pending;
-    return finish(context.output(), ChangeReport(), status);
+    return finish(context.output(), report, status);
   }
   std::vector<TableRow> rows;
   for (const StatusLine& line : statusLines(context, session.pane(), inForce)) {
@@ -148,7 +153,7 @@ ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
   for (const std::string& name : pending) rows.push_back({&name == &pending.front() ? "Pending" : "", name});
   writeTable(context.out, rows);
   if (std::ranges::any_of(inForce.services, canBeTakenUp)) context.out << '\n' << kTakeUpHint << '\n';
-  return finish(context.output(), ChangeReport());
+  return finish(context.output(), report);
 }
 
 ExitStatus isServerRunning(const Context& context, const CommandLine& /*line*/) {

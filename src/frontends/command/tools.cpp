@@ -28,13 +28,13 @@ ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   Questions questions(context.answers, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::real);
+  ChangeReport report;
+  report.error = installationError(context.services.computer.files);
+  if (!report.ok()) return finish(context.output(), report);
   if (!session.unlock()) {
     return finish(context.output(), failure(FailureCode::notAllowed,
                                             "This needs administrator rights, which were not granted."));
   }
-  ChangeReport report;
-  report.error = installationError(context.services.computer.files);
-  if (!report.ok()) return finish(context.output(), report);
   context.services.computer.tools.forget();
   session.recording().forget();
   session.click(session.pane().*button);

@@ -1,6 +1,8 @@
 // What all bindings share: identity, accessible texts, enabled and shown.
 #include "src/frontends/desktop/binding.h"
 
+#include <utility>
+
 namespace norvik::desktop {
 
 QString text(std::string_view utf8) {
@@ -24,13 +26,17 @@ void Binding::attach(QWidget* widget) {
   showState();
 }
 
+void Binding::setOffered(bool isOffered) {
+  if (std::exchange(isOffered_, isOffered) != isOffered) showState();
+}
+
 void Binding::controlChanged(Control& /*control*/) {
   showState();
   if (changed) changed();
 }
 
 void Binding::showState() {
-  widget_->setEnabled(control_.isEnabled());
+  widget_->setEnabled(control_.isEnabled() && isOffered_);
   widget_->setVisible(isDrawn());
   showValue();
 }

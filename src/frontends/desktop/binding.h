@@ -33,6 +33,9 @@ class Binding : public ControlObserver {
   // Called after the widget showed a change of the model, so that what is beside it can follow.
   std::function<void()> changed;
 
+  // Whether a person may use the widget where the model allows it; they may at first.
+  void setOffered(bool isOffered);
+
   // Whether the control appears on its page at all.
   bool isVisible() const { return !control_.isHidden() && !control_.isRemoved(); }
 
@@ -61,6 +64,7 @@ class Binding : public ControlObserver {
   Control& control_;
   const ControlDescription& description_;
   QWidget* widget_ = nullptr;
+  bool isOffered_ = true;
 };
 
 // The binding for a control of the description; its widget is a new child of `parent`. Null for the sidebar

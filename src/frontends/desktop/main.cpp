@@ -9,6 +9,7 @@
 
 #include <cstdio>
 
+#include "src/frontends/desktop/bus_activation.h"
 #include "src/frontends/desktop/display.h"
 #include "src/frontends/desktop/session.h"
 #include "src/frontends/desktop/single_instance.h"
@@ -97,8 +98,16 @@ int run(QApplication& application) {
   SingleInstance instance(lockPath(options));
   const auto claim = instance.claim();
   if (claim == SingleInstance::Claim::asked) return EX_OK;
-  if (claim == SingleInstance::Claim::first)
+  if (claim == SingleInstance::Claim::first) {
+    BusActivation activation;
+    activation.activationRequested = [&instance] {
+      if (instance.activationRequested) instance.activationRequested();
+    };
+    // The name stands for the panel of the computer itself; without it, a second start finds the first all
+    // the same.
+    if (options.root.isEmpty()) activation.take(QDBusConnection::sessionBus());
     return Session(computer, interfaceOrExit(), storedState(options)).run(instance);
+  }
   return refuse(EX_TEMPFAIL, QStringLiteral("another instance is open and does not respond"));
 }
 
@@ -113,6 +122,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setOrganizationName(QStringLiteral("Norvik"));
   QApplication::setApplicationName(QStringLiteral("norvik-settings"));
+  QApplication::setDesktopFileName(QLatin1String(norvik::desktop::kBusName));
   QApplication::setApplicationVersion(QStringLiteral(NORVIK_VERSION));
   return norvik::desktop::run(application);
 }

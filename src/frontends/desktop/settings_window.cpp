@@ -162,6 +162,10 @@ void SettingsWindow::setCommand(const Control& button, std::function<void()> com
   binding(text(button.name()))->command = std::move(command);
 }
 
+void SettingsWindow::setOffered(const Control& control, bool isOffered) {
+  binding(text(control.name()))->setOffered(isOffered);
+}
+
 void SettingsWindow::showPending(std::size_t all, const std::vector<std::size_t>& byPage) {
   const QString words = text(countedChanges(all));
   if (changes_->accessibleName() != words) {

@@ -65,6 +65,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
+  // Whether a person may use a control where the pane allows it.
+  void setOffered(const Control& control, bool isOffered);
   // The page of a control, in the order of the description; nothing for one that is on none.
   std::optional<std::size_t> pageOf(const std::string& outlet) const;
   // Opens the page of a control and gives it the keyboard focus. False if a lock keeps the page closed.

@@ -1,6 +1,7 @@
 // The two buttons of the server's page, and the line about what is in force.
 #include "src/frontends/desktop/window_server.h"
 
+#include <array>
 #include <utility>
 
 #include "src/frontends/shared/interface/window_messages.h"
@@ -11,6 +12,17 @@ namespace {
 constexpr std::chrono::seconds kLookAgain{3};
 // After an edit: the message names what is typed, too.
 constexpr std::chrono::milliseconds kAfterEdit{100};
+
+// The buttons that order the server.
+std::array<const Control*, 2> orderButtons(const NVKServerPrefs& pane) {
+  return {&pane.ib_admin_button_svrStart, &pane.ib_admin_button_svrRestart};
+}
+
+// What can be used, and makes sense, only where there is a server.
+std::array<const Control*, 5> serversOwn(const NVKServerPrefs& pane) {
+  return {&pane.ib_admin_button_svrStart, &pane.ib_admin_label_svrDesc, &pane.ib_admin_button_svrRestart,
+          &pane.ib_admin_button_dispManager, &pane.ib_admin_button_accManager};
+}
 }  // namespace
 
 WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, SettingsChange& change,
@@ -21,8 +33,7 @@ WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, Setti
       server_(std::move(server)),
       panels_(panels),
       busy_(busy) {
-  for (const Control* button :
-       {&server_.pane.ib_admin_button_svrStart, &server_.pane.ib_admin_button_svrRestart})
+  for (const Control* button : orderButtons(server_.pane))
     window_.setCommand(*button, [this, button] { press(*button); });
   window_.serverTextChanged = [this] { showProgress(); };
   changes_.changed = [this] { lookAtForce(); };
@@ -81,7 +92,10 @@ void WindowServer::lookAtForce() {
 
 void WindowServer::showForce(const ServerInForce& inForce) {
   pid_ = server_.pane.m_serverPid;
-  const WindowMessage message = changes_.storedIsKnown() ? inForceMessage(inForce) : WindowMessage();
+  const bool isInstalled = !installationError(server_.services.files);
+  for (const Control* control : serversOwn(server_.pane)) window_.setOffered(*control, isInstalled);
+  const WindowMessage message =
+      changes_.storedIsKnown() ? inForceMessage(inForce, server_.services.files) : WindowMessage();
   if (std::exchange(said_, message.sentence) != message.sentence)
     window_.messages().line(MessageSubject::inForce).showMessage(message);
   if (!message.isEmpty()) again_.start(kLookAgain);

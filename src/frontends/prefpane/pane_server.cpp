@@ -71,7 +71,7 @@ void PaneServer::lookAtForce() {
 
 void PaneServer::showForce(const ServerInForce& inForce) {
   pid_ = server_.pane.m_serverPid;
-  const WindowMessage message = inForceMessage(inForce);
+  const WindowMessage message = inForceMessage(inForce, server_.services.files);
   if (std::exchange(said_, message.sentence) != message.sentence)
     view_.messages().show(MessageSubject::inForce, message);
   if (!message.isEmpty()) again_.start(kLookAgain);

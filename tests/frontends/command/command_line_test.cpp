@@ -149,7 +149,8 @@ TEST(CommandLineTest, WhatIsUnknownProposesTheNearest) {
   EXPECT_EQ(faultOf({"-x", "status"}), "unknown option \"-x\".");
   EXPECT_EQ(faultOf({"limits", "adjsut"}),
             "limits takes adjust or reset, not \"adjsut\". Did you mean \"adjust\"?");
-  EXPECT_EQ(faultOf({"completion", "zsh"}), "completion takes bash, not \"zsh\".");
+  EXPECT_EQ(faultOf({"completion", "csh"}),
+            "completion takes bash, zsh or fish, not \"csh\". Did you mean \"zsh\"?");
 }
 
 TEST(CommandLineTest, TooFewAndTooManyArguments) {

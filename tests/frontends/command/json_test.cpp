@@ -83,7 +83,7 @@ TEST_F(JsonTest, AWrongLine) {
                              Words{"status", "extra"}, Words{"start", "--dry-run"}, Words{"limits", "up"},
                              Words{"get", "nvk.prot"}, Words{"show", "xyz"}, Words{"set", "nvk.sound"},
                              Words{"set", "nvk.sound=on", "nvk.sound=off"}, Words{"unset", "nvk.sound=on"},
-                             Words{"completion", "zsh"}, Words{"set", "system.compositing.disable=on"}}) {
+                             Words{"completion", "csh"}, Words{"set", "system.compositing.disable=on"}}) {
     EXPECT_EQ(code(words, 64), "usage") << words[0];
   }
   const Result root = runProgram("norvikctl", {"--json", "--root", "/nowhere", "status"}, box.beside(""));

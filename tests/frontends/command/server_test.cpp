@@ -128,10 +128,20 @@ TEST_F(ServerTest, AServerThatIsNotInstalled) {
   for (const char* order : {"start", "restart", "displays", "access"}) {
     const Result result = box.run({order});
     EXPECT_EQ(result.status, 69) << order;
-    EXPECT_NE(result.err.find("The server is not installed: there is no program /usr/sbin/nvkservice.\n"),
-              std::string::npos)
+    EXPECT_NE(result.err.find("The Norvik server is not installed on this computer.\n"), std::string::npos)
         << order << ": " << result.err;
   }
+  const Result status = box.run({"status"});
+  EXPECT_EQ(status.status, 0);
+  EXPECT_NE(status.err.find("The Norvik server is not installed on this computer.\n"), std::string::npos)
+      << status.err;
+}
+
+TEST_F(ServerTest, WithoutAServerNobodyIsAskedForRights) {
+  std::filesystem::remove(box.folder() / "usr/sbin/nvkservice");
+  box.write("/.norvik/authorization", "refused\n");
+  for (const char* order : {"start", "restart", "displays", "access"})
+    EXPECT_EQ(box.run({order}).status, 69) << order;
 }
 
 TEST_F(ServerTest, AServiceToolThatCannotBeRun) {

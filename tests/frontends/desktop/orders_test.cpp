@@ -100,6 +100,26 @@ TEST_F(Orders, AServerThatIsNotInstalledIsTheReason) {
       << outcome().accessibleName().toStdString();
 }
 
+TEST_F(Orders, AServerThatIsNotInstalledIsSaidInsteadOfOfferingStart) {
+  EXPECT_FALSE(line(MessageSubject::inForce).isVisible());
+  EXPECT_TRUE(panel.widget(kStartButton)->isEnabled());
+  desktop.computer.fileSystem.remove("/usr/sbin/nvkservice");
+  panel.server->lookAtForce();
+  EXPECT_TRUE(line(MessageSubject::inForce).isVisible());
+  EXPECT_TRUE(line(MessageSubject::inForce)
+                  .accessibleName()
+                  .contains(QStringLiteral("The Norvik server is not installed on this computer.")))
+      << line(MessageSubject::inForce).accessibleName().toStdString();
+  for (const char* outlet : {kStartButton, "ib_admin_button_dispManager", "ib_admin_button_accManager"})
+    EXPECT_FALSE(panel.widget(outlet)->isEnabled()) << outlet;
+  panel.tick();
+  EXPECT_FALSE(panel.widget(kStartButton)->isEnabled());
+  desktop.computer.fileSystem.put("/usr/sbin/nvkservice", "the tool");
+  panel.server->lookAtForce();
+  EXPECT_FALSE(line(MessageSubject::inForce).isVisible());
+  EXPECT_TRUE(panel.widget(kStartButton)->isEnabled());
+}
+
 TEST_F(Orders, WhatIsInForceIsSaidWhereItDiffersAndCanBeTakenUp) {
   runServer();
   EXPECT_FALSE(line(MessageSubject::inForce).isVisible());

@@ -1,9 +1,13 @@
 // The program on a screen, by mouse and keyboard alone.
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sysexits.h>
 
 #include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QTemporaryDir>
 #include <filesystem>
 
@@ -11,6 +15,7 @@
 #include "src/adapters/property_lists/codec.h"
 #include "tests/frontends/desktop/program.h"
 #include "tests/support/files.h"
+#include "tests/support/session_bus.h"
 
 namespace norvik::desktop {
 namespace {
@@ -215,6 +220,35 @@ TEST_F(OnScreen, ASecondStartThroughASymbolicLinkFindsTheFirst) {
   ASSERT_TRUE(eventually([&] { return x({word("getactivewindow")}) != first; }));
   EXPECT_EQ(run({word("--root"), link}), 0);
   EXPECT_EQ(activeWindow(kTitle), first);
+}
+
+// As a desktop opens it: no program is started but by the bus.
+TEST_F(OnScreen, TheBusStartsItOnceAndBringsItForward) {
+  const std::string own = path(word("")).toStdString();
+  const SessionBus bus({{"HOME", own}, {"XDG_CONFIG_HOME", own}, {"XDG_RUNTIME_DIR", own}},
+                       {{"com.veltrane.norvik.settings", builtProgram("norvik-settings")}});
+  const QDBusConnection desktop =
+      QDBusConnection::connectToBus(QString::fromStdString(bus.address()), word("desktop"));
+  const auto activate = [&desktop] {
+    QDBusMessage call = QDBusMessage::createMethodCall(word("com.veltrane.norvik.settings"),
+                                                       word("/com/veltrane/norvik/settings"),
+                                                       word("org.freedesktop.Application"), word("Activate"));
+    call.setArguments({QVariantMap()});
+    return desktop.call(call).type() == QDBusMessage::ReplyMessage;
+  };
+  EXPECT_TRUE(activate());
+  const uint process = desktop.interface()->servicePid(word("com.veltrane.norvik.settings"));
+  ASSERT_NE(process, 0U);
+  const QString first = activeWindow(kTitle);
+  ASSERT_NE(first, QString());
+  x({word("windowminimize"), first});
+  ASSERT_TRUE(eventually([&] { return x({word("getactivewindow")}) != first; }));
+  EXPECT_TRUE(activate());
+  EXPECT_EQ(activeWindow(kTitle), first);
+  EXPECT_EQ(desktop.interface()->servicePid(word("com.veltrane.norvik.settings")).value(), process);
+  keys({word("Escape")});
+  EXPECT_TRUE(eventually([process] { return ::kill(static_cast<pid_t>(process), 0) != 0; }));
+  QDBusConnection::disconnectFromBus(word("desktop"));
 }
 
 TEST_F(OnScreen, AnAdministratorsPageIsRememberedUntilTheLockIsOpen) {

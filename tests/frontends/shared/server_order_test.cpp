@@ -112,10 +112,16 @@ TEST_F(ServerOrderTest, AServerThatIsNotInstalled) {
   computer.fileSystem.remove(PROC_NVKSVC);
   const OrderReport report = order(ServerOrder::start);
   EXPECT_EQ(report.change.error.code, FailureCode::server);
-  EXPECT_EQ(report.change.error.sentence,
-            "The server is not installed: there is no program /usr/sbin/nvkservice.");
-  EXPECT_EQ(report.change.error.advice, "Install the Norvik server on this computer.");
+  EXPECT_EQ(report.change.error.sentence, "The Norvik server is not installed on this computer.");
+  EXPECT_EQ(report.change.error.advice, "Install the server; its program /usr/sbin/nvkservice is missing.");
   EXPECT_TRUE(report.change.commands.empty());
+}
+
+TEST_F(ServerOrderTest, WithoutAServerNobodyIsAskedForRights) {
+  computer.fileSystem.remove(PROC_NVKSVC);
+  pane.deauthorize();
+  EXPECT_EQ(order(ServerOrder::start).change.error.sentence,
+            "The Norvik server is not installed on this computer.");
 }
 
 TEST_F(ServerOrderTest, AToolThatFailsIsQuoted) {
@@ -257,8 +263,7 @@ TEST_F(TakeUpTest, AToolThatFailsOrIsNotThere) {
   EXPECT_EQ(failed.change.error.code, FailureCode::server);
   EXPECT_NE(failed.change.error.sentence.find("cannot be signalled"), std::string::npos);
   computer.fileSystem.remove(PROC_NVKSVC);
-  EXPECT_EQ(takeUpNow().change.error.sentence,
-            "The server is not installed: there is no program /usr/sbin/nvkservice.");
+  EXPECT_EQ(takeUpNow().change.error.sentence, "The Norvik server is not installed on this computer.");
 }
 
 TEST_F(TakeUpTest, SomebodyElseWhoChangesSettingsIsWaitedFor) {

@@ -239,8 +239,10 @@ WindowMessage takenUpMessage(const OrderReport& report) {
   return succeeded(report.change, "The server uses what is stored.");
 }
 
-WindowMessage inForceMessage(const ServerInForce& server) {
+WindowMessage inForceMessage(const ServerInForce& server, SettingsFiles& files) {
   WindowMessage message{MessageKind::warning, {}, {}, {}};
+  message.sentence = installationError(files).sentence;
+  if (!message.isEmpty()) return message;
   for (const ServiceInForce& service : server.services) {
     if (!service.differs()) continue;
     addSentence(message.sentence, inForceSentence(service));

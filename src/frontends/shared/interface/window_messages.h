@@ -52,8 +52,9 @@ WindowMessage foreignMessage(const ForeignChanges& changes);
 // What came of an order to the server, and of having it take up what is stored.
 WindowMessage orderMessage(ServerOrder order, const OrderReport& report);
 WindowMessage takenUpMessage(const OrderReport& report);
-// Where the server uses other values than those that are stored; empty where it does not, as far as is known.
-WindowMessage inForceMessage(const ServerInForce& server);
+// Where the server uses other values than those that are stored, or is not installed; empty where all is as
+// it is shown, as far as is known.
+WindowMessage inForceMessage(const ServerInForce& server, SettingsFiles& files);
 // A denied unlock, and why, where the computer says so.
 WindowMessage unlockDeniedMessage(AuthorizationRefusal why);
 

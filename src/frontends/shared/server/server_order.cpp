@@ -125,9 +125,8 @@ bool isAgreed(ServerOrder order, AlertPanels& panels) {
 ChangeError installationError(SettingsFiles& files) {
   const FileKind kind = files.inspect(PROC_NVKSVC).kind;
   if (kind != FileKind::missing && kind != FileKind::directory) return {};
-  return {FailureCode::server,
-          std::string("The server is not installed: there is no program ") + PROC_NVKSVC + ".", "", "",
-          "Install the Norvik server on this computer."};
+  return {FailureCode::server, "The Norvik server is not installed on this computer.", "", "",
+          std::string("Install the server; its program ") + PROC_NVKSVC + " is missing."};
 }
 
 std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane) {
@@ -150,11 +149,10 @@ OrderReport carryOut(ServerOrder order, OrderedServer& server) {
   report.before = pane.m_serverPid;
   report.note = noteBefore(order, pane);
   const bool fulfilled = isFulfilled(order, pane);
-  if (!fulfilled && !pane.authorized()) {
+  if (!fulfilled) report.change.error = installationError(server.services.files);
+  if (!fulfilled && report.ok() && !pane.authorized()) {
     report.change.error = {FailureCode::notAllowed,
                            "This needs administrator rights, which were not granted.", "", "", ""};
-  } else if (!fulfilled) {
-    report.change.error = installationError(server.services.files);
   }
   if (!fulfilled && report.ok()) press(order, server, report);
   look(server, report);
