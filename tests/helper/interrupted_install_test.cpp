@@ -29,8 +29,8 @@ bool killedAtStop(const FolderComputer& computer, int number) {
 }
 
 TEST(InterruptedInstall, TheTargetIsAlwaysTheOldFileOrTheNewOne) {
-  const std::string oldBytes = listWith(std::string(100'000, 'o'));
-  const std::string newBytes = listWith(std::string(200'000, 'n'));
+  const std::string oldBytes = listWith(std::string(20'000, 'o'));
+  const std::string newBytes = listWith(std::string(40'000, 'n'));
   int stop = 0;
   int sawOld = 0;
   int sawNew = 0;

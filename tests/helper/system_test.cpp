@@ -217,11 +217,13 @@ TEST_F(HelperSystemTest, AHelperThatIsAskedToEndFinishesItsWork) {
 TEST_F(HelperSystemTest, AProcessThatAToolLeavesBehindNeitherDelaysTheEndNorDiesOfIt) {
   grantEverything();
   writeFile("/run/tool-script",
-            "echo talking >&2\n"
-            "(while [ ! -e /tmp/go ]; do echo talking >&2; done; echo later >&2 && touch /tmp/lives) &\n");
-  EXPECT_TRUE(has(call(asking("run", applyLine()) + Words{"ends"}), "status 0: talking"));
+            "(while [ ! -e /tmp/go ]; do sleep 0.01; done; echo later >&2 && touch /tmp/lives) &\n");
+  EXPECT_TRUE(has(call(asking("run", applyLine()) + Words{"ends"}), "status 0\n"));
   writeFile("/tmp/go", "");
   EXPECT_TRUE(eventually([] { return fs::exists("/tmp/lives"); }));
+  // One that never stops talking.
+  writeFile("/run/tool-script", "echo talking >&2\nyes talking >&2 &\nsleep 0.05\n");
+  EXPECT_TRUE(has(call(asking("run", applyLine()) + Words{"ends"}), "status 0: talking"));
 }
 
 TEST_F(HelperSystemTest, NobodyElseIsToldOfAnEnd) {
