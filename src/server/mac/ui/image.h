@@ -34,8 +34,8 @@ class Image {
   int height() const { return height_; }
 
   // Whether row 0 is the top row; it is the bottom row of an image that is not flipped, as a new one is. No
-  // operation turns an image over: rows are combined by their numbers, so all images of one drawing have to be
-  // flipped as the view that they are drawn for.
+  // operation turns an image over: rows are combined by their numbers, so all images of one drawing have to
+  // be flipped as the view that they are drawn for.
   bool isFlipped() const { return flipped_; }
   void setFlipped(bool flipped) { flipped_ = flipped; }
 
