@@ -6,8 +6,11 @@
 #include "src/frontends/prefpane/pane_computer.h"
 
 #include <cstdlib>
+#include <memory>
+#include <utility>
 
 #include "src/frontends/prefpane/input.h"
+#include "src/frontends/prefpane/termination.h"
 #include "src/frontends/shared/change/stored_files.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 
@@ -19,6 +22,16 @@ LinuxComputerOptions chosenOptions() {
   const char* root = std::getenv("NORVIK_ROOT");
   return root != nullptr && *root != '\0' ? sandboxOptions(root) : systemOptions();
 }
+
+// A held lock during which the host is not killed.
+class HeldInHost : public HeldLock {
+ public:
+  explicit HeldInHost(std::unique_ptr<HeldLock> held) : held_(std::move(held)) {}
+
+ private:
+  std::unique_ptr<HeldLock> held_;
+  NoSuddenTermination alive_;
+};
 
 double seconds(std::chrono::milliseconds time) {
   return std::chrono::duration<double>(time).count();
@@ -48,7 +61,8 @@ std::unique_ptr<HeldLock> DrawingLocks::lock(std::chrono::milliseconds limit) {
     return held != nullptr;
   };
   waitKeepingInput(isHeld, seconds(limit));
-  return held;
+  if (held == nullptr) return nullptr;
+  return std::make_unique<HeldInHost>(std::move(held));
 }
 
 SessionComputer PaneComputer::forSession() {
