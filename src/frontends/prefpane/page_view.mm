@@ -69,7 +69,7 @@ PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
       interface_(interface),
       portInUse_(std::move(portInUse)),
       width_(width),
-      view_([[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease]),
+      view_([[[NVKFlippedView alloc] initWithFrame:NSMakeRect(0, 0, width, 0)] autorelease]),
       captionWidth_(widestCaption(tab, pane)),
       y_(kGap) {
   for (const SectionDescription& section : tab.sections) addSection(section);
