@@ -18,7 +18,7 @@ const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.ve
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
 constexpr QPoint kNews(217, 98);      // the first box under a heading
 constexpr QPoint kShadow(450, 327);   // on the slider of a user's shadow size, right of its knob
-constexpr QPoint kCopy(262, 199);
+constexpr QPoint kCopy(262, 184);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
 constexpr QPoint kStart(235, 161);
 
