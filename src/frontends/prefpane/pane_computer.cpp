@@ -6,8 +6,11 @@
 #include "src/frontends/prefpane/pane_computer.h"
 
 #include <cstdlib>
+#include <memory>
+#include <utility>
 
 #include "src/frontends/prefpane/input.h"
+#include "src/frontends/prefpane/termination.h"
 #include "src/frontends/shared/change/stored_files.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 
@@ -28,6 +31,16 @@ LinuxComputerOptions drawing(LinuxComputerOptions options) {
   options.whileAsking = [] { waitDroppingInput(kBetweenLooks); };
   return options;
 }
+
+// A held lock during which the host is not killed.
+class HeldInHost : public HeldLock {
+ public:
+  explicit HeldInHost(std::unique_ptr<HeldLock> held) : held_(std::move(held)) {}
+
+ private:
+  std::unique_ptr<HeldLock> held_;
+  NoSuddenTermination alive_;
+};
 
 double seconds(std::chrono::milliseconds time) {
   return std::chrono::duration<double>(time).count();
@@ -57,7 +70,8 @@ std::unique_ptr<HeldLock> DrawingLocks::lock(std::chrono::milliseconds limit) {
     return held != nullptr;
   };
   waitKeepingInput(isHeld, seconds(limit));
-  return held;
+  if (held == nullptr) return nullptr;
+  return std::make_unique<HeldInHost>(std::move(held));
 }
 
 SessionComputer PaneComputer::forSession() {

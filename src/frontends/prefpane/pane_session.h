@@ -14,6 +14,7 @@
 #include "src/frontends/prefpane/pane_changes.h"
 #include "src/frontends/prefpane/pane_server.h"
 #include "src/frontends/prefpane/run_loop_sources.h"
+#include "src/frontends/prefpane/termination.h"
 
 namespace norvik::prefpane {
 
@@ -59,6 +60,7 @@ class PaneSession {
   bool isMain() const { return __main_pane == &pane_; }
   static void setSeen(bool seen);
   void beMainPane();
+  void hostEnds();
 
   SessionComputer computer_;
   const InterfaceDescription& interface_;
@@ -69,6 +71,7 @@ class PaneSession {
   std::unique_ptr<PaneServer> server_;
   std::unique_ptr<LinuxFileWatch> files_;
   std::unique_ptr<DescriptorWatch> watch_;
+  std::unique_ptr<TerminationWatch> termination_;
 };
 
 }  // namespace norvik::prefpane

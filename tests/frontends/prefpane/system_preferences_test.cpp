@@ -18,7 +18,7 @@ const QString kAgentFile = QStringLiteral("Users/user/Library/Preferences/com.ve
 constexpr QPoint kFirstBox(211, 69);  // the first control of a page that begins with a box
 constexpr QPoint kNews(217, 98);      // the first box under a heading
 constexpr QPoint kShadow(450, 327);   // on the slider of a user's shadow size, right of its knob
-constexpr QPoint kCopy(262, 199);
+constexpr QPoint kCopy(262, 184);
 constexpr QPoint kDiscard(166, 140);  // in the panel that asks
 constexpr QPoint kStart(235, 161);
 
@@ -249,6 +249,19 @@ TEST_F(Pane, LeavingWithChangesAsksAndDiscards) {
   EXPECT_FALSE(swapsButtons());
   openPane();
   EXPECT_TRUE(eventually([&] { return lookOfPage() == unticked; }));
+}
+
+TEST_F(Pane, QuitWithChangesAsksAndApplies) {
+  lookOfRow(kMouse);
+  lookAfterClick(kFirstBox);
+  keys({QStringLiteral("alt+q")});
+  ASSERT_TRUE(eventually([&] { return !panelWindow().isEmpty(); }));
+  EXPECT_FALSE(swapsButtons());
+  EXPECT_TRUE(eventually([this] {
+    keys({QStringLiteral("Return")});
+    return swapsButtons();
+  }));
+  EXPECT_TRUE(ends());
 }
 
 TEST_F(Pane, ShowAllAndBackAgain) {
