@@ -96,6 +96,8 @@ constexpr Option kOptions[] = {
      SettingsUse::reads, "import diff", setFlag<&CommandLine::exact>},
     {"--changed-only", "", "", "Leave out settings that have their default values", OptionValue::none,
      SettingsUse::reads, "export", setFlag<&CommandLine::changedOnly>},
+    {"--prometheus", "", "", "Print the status as metrics, for the textfile collector of node_exporter", OptionValue::none,
+     SettingsUse::reads, "status", setFlag<&CommandLine::prometheus>},
     {"--wait-lock", "", "SECONDS", "Wait so long for somebody else's change to end; 10 seconds unless given",
      OptionValue::number, SettingsUse::changes, "", setSeconds<&WaitLimits::lock>},
     {"--wait-tools", "", "SECONDS", "Wait so long for the programs that save; 30 seconds unless given",

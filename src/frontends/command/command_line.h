@@ -25,6 +25,7 @@ struct CommandLine {
   std::chrono::seconds waitForReach{0};
   bool exact = false;
   bool changedOnly = false;
+  bool prometheus = false;
   GivenAnswers answers;
   WaitLimits limits;
 };
