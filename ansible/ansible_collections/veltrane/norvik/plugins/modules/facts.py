@@ -1,7 +1,5 @@
 #!/usr/bin/python
 """The module veltrane.norvik.facts."""
-from __future__ import annotations
-
 DOCUMENTATION = r'''
 module: facts
 short_description: How the Norvik remote access server is on a computer

@@ -1,7 +1,5 @@
 #!/usr/bin/python
 """The module veltrane.norvik.server."""
-from __future__ import annotations
-
 DOCUMENTATION = r'''
 module: server
 short_description: The Norvik remote access server, started, stopped or brought up to date

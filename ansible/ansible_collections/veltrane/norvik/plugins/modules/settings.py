@@ -1,7 +1,5 @@
 #!/usr/bin/python
 """The module veltrane.norvik.settings."""
-from __future__ import annotations
-
 DOCUMENTATION = r'''
 module: settings
 short_description: Settings of the Norvik remote access server
@@ -154,7 +152,7 @@ error:
       type: str
 '''
 
-from typing import Any
+from typing import Any, Optional
 
 from ansible.module_utils.basic import AnsibleModule
 from ansible_collections.veltrane.norvik.plugins.module_utils.norvikctl import ARGUMENTS, Norvikctl
@@ -167,7 +165,7 @@ def as_word(value: Any) -> str:
     return str(value)
 
 
-def command(module: AnsibleModule) -> tuple[list[str], str | None]:
+def command(module: AnsibleModule) -> tuple[list[str], Optional[str]]:
     """The command with its words, and what it reads from its standard input."""
     params = module.params
     words = ['--wait-lock', str(params['wait_lock']), '--wait-tools', str(params['wait_tools'])]
