@@ -90,13 +90,15 @@ class Attempt {
 
 // Whether the wish is about a setting that the file keeps.
 bool Attempt::isRequested(const FileFinding& file) {
-  return std::ranges::any_of(request_.requested, [&](const std::string& name) {
+  const auto isIn = [&](const std::string& name) {
     const PaneSetting* setting = session_.find(name);
     if (setting == nullptr) return file.group == Group::limit;
     const Setting* row = rowOfSetting(session_.pane(), *setting);
     return row != nullptr &&
            context_.computer.propertyLists.stringByExpandingTildeInPath(fileOfRow(*row).path) == file.file;
-  });
+  };
+  return std::ranges::any_of(request_.requested, isIn) ||
+         std::ranges::any_of(request_.reasons, isIn, [](const auto& entry) { return entry.first; });
 }
 
 // Before the edits: whether a wish holds already can only be told of a file that can be read.
@@ -297,8 +299,12 @@ ChangeError lockIsTaken() {
   return error;
 }
 
+Outcome foresee(const Context& context, const ChangeRequest& request) {
+  return previewed(context, request, true);
+}
+
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun) {
-  return report(context, dryRun ? previewed(context, request, true) : make(context, request), dryRun);
+  return report(context, dryRun ? foresee(context, request) : make(context, request), dryRun);
 }
 
 }  // namespace norvik::command

@@ -41,6 +41,8 @@ struct Outcome {
 // question that nobody can answer ends it there, whether it comes up while editing or only after saving. A
 // dry run holds no lock.
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun);
+// The outcome that the change would have. Holds no lock and touches nothing.
+Outcome foresee(const Context& context, const ChangeRequest& request);
 
 // What the transaction needs to know of a command's context.
 ChangeOptions changeOptions(const Context& context);

@@ -8,7 +8,7 @@
 #include <iterator>
 #include <utility>
 
-#include "src/frontends/command/nearest.h"
+#include "src/frontends/shared/checks/nearest.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/server/mac/text/join.h"
 
@@ -90,8 +90,14 @@ constexpr Option kOptions[] = {
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=now"); }},
     {"--no-reboot", "", "", "Leave the restart of the computer for later: restart=later", OptionValue::none, SettingsUse::none, "",
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=later"); }},
-    {"--dry-run", "", "", "Only show what set or unset would change, save and run", OptionValue::none,
+    {"--dry-run", "", "", "Only show what set, unset or import would change, save and run", OptionValue::none,
      SettingsUse::previews, "", setFlag<&CommandLine::dryRun>},
+    {"--exact", "", "", "Give every setting that the profile does not name its default", OptionValue::none,
+     SettingsUse::reads, "import diff", setFlag<&CommandLine::exact>},
+    {"--changed-only", "", "", "Leave out settings that have their default values", OptionValue::none,
+     SettingsUse::reads, "export", setFlag<&CommandLine::changedOnly>},
+    {"--prometheus", "", "", "Print the status as metrics, for the textfile collector of node_exporter", OptionValue::none,
+     SettingsUse::reads, "status", setFlag<&CommandLine::prometheus>},
     {"--wait-lock", "", "SECONDS", "Wait so long for somebody else's change to end; 10 seconds unless given",
      OptionValue::number, SettingsUse::changes, "", setSeconds<&WaitLimits::lock>},
     {"--wait-tools", "", "SECONDS", "Wait so long for the programs that save; 30 seconds unless given",
@@ -234,7 +240,9 @@ std::span<const Option> options() {
 }
 
 bool takes(const Command& command, const Option& option) {
-  return command.use >= option.least && (option.only.empty() || option.only == command.name);
+  const std::string takers = " " + std::string(option.only) + " ";
+  const bool isNamed = takers.find(" " + std::string(command.name) + " ") != std::string::npos;
+  return command.use >= option.least && (option.only.empty() || isNamed);
 }
 
 CommandLine parseCommandLine(const std::vector<std::string>& words, std::string& fault) {

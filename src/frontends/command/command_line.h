@@ -23,6 +23,9 @@ struct CommandLine {
   bool version = false;
   bool qrCode = false;
   std::chrono::seconds waitForReach{0};
+  bool exact = false;
+  bool changedOnly = false;
+  bool prometheus = false;
   GivenAnswers answers;
   WaitLimits limits;
 };
@@ -37,7 +40,7 @@ struct Option {
   std::string_view help;
   OptionValue takes;
   SettingsUse least;      // a command with less does not take it
-  std::string_view only;  // the one command that takes it; empty for all others
+  std::string_view only;  // the commands that take it, as words: "import diff"; empty for all others
   std::string (*apply)(CommandLine& line,
                        std::string_view value);  // returns what is wrong; empty for nothing
 };

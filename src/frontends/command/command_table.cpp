@@ -20,8 +20,12 @@ constexpr ArgumentDescription kAssignments{
     ArgumentKind::assignment, "NAME=VALUE", "A setting and its new value; may be repeated", 1, kAnyNumber, {}};
 constexpr ArgumentDescription kStep{
     ArgumentKind::choice, "STEP", "adjust or reset", 0, 1, kLimitSteps};
+constexpr ArgumentDescription kPages{
+    ArgumentKind::pageOrSetting, "PAGE", "A page, the start of its name, or a setting; without one, all settings", 0, kAnyNumber, {}};
 constexpr ArgumentDescription kFile{
-    ArgumentKind::file, "FILE", "A property list; without one, the settings files of this computer", 0, 1, {}};
+    ArgumentKind::file, "FILE", "A property list or a profile; without one, the settings files of this computer", 0, 1, {}};
+constexpr ArgumentDescription kProfile{
+    ArgumentKind::file, "FILE", "A profile; - for the standard input", 1, 1, {}};
 constexpr ArgumentDescription kStoredFile{
     ArgumentKind::file, "FILE", "A settings file of this computer; without one, all that are damaged", 0, 1, {}};
 constexpr ArgumentDescription kService{
@@ -52,7 +56,13 @@ constexpr Command kCommands[] = {
      kNone, SettingsUse::none, stopServer},
     {"restart", "Stop the server if it is running, and start it",
      kNone, SettingsUse::reads, restartServer},
-    {"validate", "Check the stored settings, or a file as server settings",
+    {"export", "Print settings as a profile, for other computers",
+     kPages, SettingsUse::reads, exportProfile},
+    {"import", "Change settings as a profile says, save them and put them into effect",
+     kProfile, SettingsUse::previews, importProfile},
+    {"diff", "Show what import would change; the exit status is 0 for nothing, 1 for something",
+     kProfile, SettingsUse::reads, diffProfile},
+    {"validate", "Check the stored settings, a file as server settings, or a profile",
      kFile, SettingsUse::none, validate},
     {"restore", "Put the kept copies of damaged settings files back",
      kStoredFile, SettingsUse::changes, restoreFiles},

@@ -46,7 +46,15 @@ ExitStatus restartServer(const Context& context, const CommandLine& line);
 // Has the running server take up what is stored, and says what is in force then.
 ExitStatus takeUpStored(const Context& context, const CommandLine& line);
 
-// Says what is wrong with the stored settings, or with a file as server settings; nothing is changed.
+// Writes settings as a profile.
+ExitStatus exportProfile(const Context& context, const CommandLine& line);
+// Sets what a profile says and applies.
+ExitStatus importProfile(const Context& context, const CommandLine& line);
+// Shows what importing a profile would change: the exit status says whether anything.
+ExitStatus diffProfile(const Context& context, const CommandLine& line);
+
+// Says what is wrong with the stored settings, with a file as server settings, or with a profile; nothing is
+// changed.
 ExitStatus validate(const Context& context, const CommandLine& line);
 // Restores the kept copy of a damaged file, or of every damaged file, and notifies the server or the agents.
 ExitStatus restoreFiles(const Context& context, const CommandLine& line);

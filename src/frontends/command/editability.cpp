@@ -92,6 +92,16 @@ bool switchingDisables(Session& session, Control& box, const Control& control) {
   return disables;
 }
 
+void whileSwitched(Session& session, Control& box, const std::function<void()>& step) {
+  {
+    const SwitchedBox switched(box);
+    session.pane().enableGui(true, false);
+    step();
+  }
+  session.pane().onStateTimer();
+  session.pane().enableGui(true, false);
+}
+
 std::string switchesInWords(const std::vector<NeededSwitch>& switches) {
   std::vector<std::string> words;
   words.reserve(switches.size());

@@ -2,6 +2,7 @@
 // rule; the pane's enabling pass is asked.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, cons
 // Whether switching the box would disable the control, which is enabled now. Leaves the controls as they
 // were.
 bool switchingDisables(Session& session, Control& box, const Control& control);
+
+// Switches the box for as long as `step` takes, without sending its action, and back.
+void whileSwitched(Session& session, Control& box, const std::function<void()>& step);
 
 // "nvk.enabled=on and nvk.port.custom=on".
 std::string switchesInWords(const std::vector<NeededSwitch>& switches);

@@ -1,12 +1,13 @@
-// Words become edits; edits are made one by one, the one that disables others last.
+// Words and profiles become edits; edits are made one by one, the one that disables others last.
 #include "src/frontends/command/edits.h"
 
 #include <algorithm>
 
 #include "src/frontends/command/defaults.h"
 #include "src/frontends/command/editability.h"
-#include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
+#include "src/frontends/shared/change/setting_rows.h"
+#include "src/frontends/shared/checks/nearest.h"
 #include "src/frontends/shared/checks/value_check.h"
 
 namespace norvik::command {
@@ -100,6 +101,42 @@ ChangeError addRequired(Session& session, const Defaults& defaults, std::vector<
   return {};
 }
 
+// Whether a default value is one that its setting cannot have while a box is as an edit has it.
+bool contradicts(Session& session, const Defaults& defaults, const Edit& edit,
+                 const std::vector<Edit>& edits) {
+  const Requirement requirement = requirementOf(session, edit, defaults);
+  if (requirement.box == nullptr || requirement.mayBeOtherwise) return false;
+  const Edit* given = find(edits, requirement.box->name());
+  return given != nullptr && given->value != (requirement.on ? kOnState : kOffState);
+}
+
+// Whether the setting shows the server's value once the edits are made.
+bool followsThen(Session& session, const PaneSetting& setting, const std::vector<Edit>& edits) {
+  const Setting* row = rowOfSetting(session.pane(), setting);
+  if (row == nullptr || !row->followed) return false;
+  const PaneSetting* box = session.settingOf(session.pane().ib_user_chkbox_imgDefs.name());
+  const Edit* given = box != nullptr ? find(edits, box->name()) : nullptr;
+  return given != nullptr && given->value == kOnState;
+}
+
+// The boxes come first, as they decide which other settings have a value of their own.
+void addDefaults(Session& session, const Defaults& defaults, std::vector<Edit>& edits) {
+  for (const bool boxes : {true, false}) {
+    for (const PaneSetting& setting : session.settings()) {
+      const bool isBox = setting.description().first().kind == ControlKind::checkBox;
+      const auto standard = defaults.find(setting.name());
+      if (isBox != boxes || standard == defaults.end() || find(edits, setting.name()) != nullptr) continue;
+      const Edit edit{setting.name(), standard->second, "not in the profile"};
+      if (contradicts(session, defaults, edit, edits) || followsThen(session, setting, edits)) continue;
+      edits.push_back(edit);
+    }
+  }
+}
+
+void inOrderOfPages(Session& session, std::vector<Edit>& edits) {
+  std::ranges::stable_sort(edits, {}, [&](const Edit& edit) { return session.find(edit.name); });
+}
+
 // The control that a person would click; null for a choice of which no button is to be on, which its box
 // brings about.
 Control* controlOf(Session& session, const Edit& edit) {
@@ -154,6 +191,17 @@ void make(Session& session, const Edit& edit) {
   session.click(*controlOf(session, edit));
 }
 
+// Makes an edit whose control would be enabled if one box were on, and leaves the box off. Whether it holds
+// then, as it does not where the box being off undoes it.
+bool makeBehindBox(Session& session, const Edit& edit) {
+  const Control* control = controlOf(session, edit);
+  const auto switches = control != nullptr ? switchesToEnable(session, *control) : std::nullopt;
+  if (!switches || switches->size() != 1 || !switches->front().on) return false;
+  Control& box = *session.find(switches->front().name)->controls().front();
+  whileSwitched(session, box, [&] { make(session, edit); });
+  return holds(session, edit);
+}
+
 }  // namespace
 
 Wish wishOf(const Context& context, const Arguments& assignments) {
@@ -167,11 +215,33 @@ Wish wishOf(const Context& context, const Arguments& assignments) {
       wish.errors.push_back(error);
   }
   if (ChangeError error = addRequired(session, defaults, wish.edits)) wish.errors.push_back(error);
-  std::ranges::stable_sort(wish.edits, {}, [&](const Edit& edit) { return session.find(edit.name); });
+  inOrderOfPages(session, wish.edits);
   return wish;
 }
 
-ChangeError applyEdits(Session& session, const std::vector<Edit>& edits, std::vector<std::string>& notes) {
+Wish wishOf(const Context& context, const ProfileSettings& profile, Unnamed unnamed) {
+  const Defaults defaults = defaultValues(context);
+  Questions questions({}, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, RecordingMode::pretending);
+  Wish wish;
+  for (const ProfileSetting& setting : profile) {
+    if (session.find(setting.name) == nullptr) {
+      wish.errors.push_back(failure(FailureCode::notSettable,
+                                    setting.name + " is not available on this computer. Nothing was changed.",
+                                    setting.name));
+    } else {
+      wish.edits.push_back({setting.name, setting.value, ""});
+    }
+  }
+  if (ChangeError error = addRequired(session, defaults, wish.edits)) wish.errors.push_back(error);
+  if (unnamed == Unnamed::toDefaults) addDefaults(session, defaults, wish.edits);
+  inOrderOfPages(session, wish.edits);
+  return wish;
+}
+
+ChangeError applyEdits(Session& session, const std::vector<Edit>& edits, BehindBoxes behindBoxes,
+                       std::vector<std::string>& notes) {
   std::vector<const Edit*> declined;
   const auto openEdits = [&] {
     std::vector<const Edit*> open;
@@ -184,7 +254,11 @@ ChangeError applyEdits(Session& session, const std::vector<Edit>& edits, std::ve
   std::size_t left = 2 * edits.size();
   for (auto open = openEdits(); !open.empty(); open = openEdits()) {
     const Edit* next = nextOf(session, open);
-    if (next == nullptr || left-- == 0) return notSettable(session, *open.front());
+    if (left-- == 0) return notSettable(session, *open.front());
+    const auto isMadeBehindBox = [&](const Edit* edit) { return makeBehindBox(session, *edit); };
+    if (next == nullptr && behindBoxes == BehindBoxes::edited && std::ranges::any_of(open, isMadeBehindBox))
+      continue;
+    if (next == nullptr) return notSettable(session, *open.front());
     make(session, *next);
     if (holds(session, *next)) continue;
     declined.push_back(next);

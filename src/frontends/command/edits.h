@@ -1,5 +1,5 @@
-// What a person wishes settings to be, and how it gets into the controls. The order of the words and of the
-// pages does not matter: each control is edited while it is enabled.
+// What a person wishes settings to be, by words or by a profile, and how it gets into the controls. The order
+// of the words and of the pages does not matter: each control is edited while it is enabled.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,9 @@
 
 #include "src/frontends/command/commands.h"
 #include "src/frontends/command/session.h"
+#include "src/frontends/shared/profile/profile.h"
 
 namespace norvik::command {
-
-// The value of a choice of which no button is on: "none".
-inline constexpr int64_t kNoChoice = -1;
 
 struct Edit {
   std::string name;
@@ -31,8 +29,21 @@ struct Wish {
 // interface description says. Opens a session of its own and changes nothing.
 Wish wishOf(const Context& context, const Arguments& assignments);
 
+// What becomes of the settings that a profile does not name.
+enum class Unnamed { stay, toDefaults };
+// The same for the settings of a profile. A setting that gets its default and has none while another is as
+// the profile says, such as an image value of a user who follows the server's, is left alone.
+Wish wishOf(const Context& context, const ProfileSettings& profile, Unnamed unnamed);
+
+// What to do about a setting whose control is disabled because a box is off.
+enum class BehindBoxes {
+  refused,  // it cannot be set as things are
+  edited,   // as a person does who switches the box on for the moment
+};
+
 // Edits the controls until every wish holds. A question that was declined keeps the old value, which is no
 // failure: `notes` then says so.
-ChangeError applyEdits(Session& session, const std::vector<Edit>& edits, std::vector<std::string>& notes);
+ChangeError applyEdits(Session& session, const std::vector<Edit>& edits, BehindBoxes behindBoxes,
+                       std::vector<std::string>& notes);
 
 }  // namespace norvik::command

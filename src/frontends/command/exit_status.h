@@ -10,6 +10,7 @@ namespace norvik::command {
 
 enum ExitStatus : int {
   kExitOk = 0,
+  kExitDiffers = 1,     // no failure: the answer of diff
   kExitNotRunning = 3,  // no failure: the answer of is-running
   kExitUsage = 64,
   kExitData = 65,

@@ -2,9 +2,9 @@
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
+#include "src/frontends/shared/checks/nearest.h"
 
 namespace norvik::command {
 

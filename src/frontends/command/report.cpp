@@ -16,15 +16,6 @@ std::string inParentheses(const std::string& text) {
   return text.empty() ? "" : "(" + text + ")";
 }
 
-void writeChanges(std::ostream& out, const std::vector<SettingChange>& changes) {
-  std::vector<TableRow> rows;
-  for (const SettingChange& change : changes) {
-    const std::string step = change.from == change.to ? change.to : change.from + " -> " + change.to;
-    rows.push_back({change.name, step, inParentheses(change.because)});
-  }
-  writeTable(out, rows);
-}
-
 // What became of a command, for a person; empty where it did what it should.
 std::string remark(const CommandOutcome& command) {
   if (command.launch.refused) return "  (refused)";
@@ -122,6 +113,15 @@ Json fieldsOf(const Outcome& outcome, bool dryRun) {
 }
 
 }  // namespace
+
+void writeChanges(std::ostream& out, const std::vector<SettingChange>& changes) {
+  std::vector<TableRow> rows;
+  for (const SettingChange& change : changes) {
+    const std::string step = change.from == change.to ? change.to : change.from + " -> " + change.to;
+    rows.push_back({change.name, step, inParentheses(change.because)});
+  }
+  writeTable(out, rows);
+}
 
 ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
   const ChangeReport& report = outcome.report;

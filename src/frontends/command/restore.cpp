@@ -4,10 +4,10 @@
 
 #include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/checks/nearest.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {

@@ -4,11 +4,12 @@
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/editability.h"
-#include "src/frontends/command/nearest.h"
 #include "src/frontends/command/progress.h"
+#include "src/frontends/command/selection.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/interface/unread_settings.h"
+#include "src/frontends/shared/profile/pane_profile.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {
@@ -33,18 +34,9 @@ std::string range(const SettingDescription& setting) {
   }
 }
 
-bool anyControl(const PaneSetting& setting, const NVKServerPrefs& pane,
-                bool (NVKServerPrefs::*test)(const Control&) const) {
-  return std::ranges::any_of(setting.controls(),
-                             [&](const Control* control) { return (pane.*test)(*control); });
-}
-
-bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane) {
-  return !anyControl(setting, pane, &NVKServerPrefs::differsFromDefault);
-}
-
 bool isPending(const PaneSetting& setting, const NVKServerPrefs& pane) {
-  return anyControl(setting, pane, &NVKServerPrefs::differsFromStored);
+  return std::ranges::any_of(setting.controls(),
+                             [&](const Control* control) { return pane.differsFromStored(*control); });
 }
 
 std::string state(const PaneSetting& setting, const NVKServerPrefs& pane) {
@@ -65,25 +57,15 @@ std::string groupTitle(const NVKServerPrefs& pane, const std::string& group) {
   return group;
 }
 
-// By the page's title or its start, its group, both, or what the setting's name begins with.
-bool matches(const SettingDescription& setting, const std::string& typed) {
-  const PageName& page = setting.page;
-  const std::string wanted = folded(typed);
-  if (setting.name.starts_with(wanted + ".")) return true;
-  return wanted.empty() || wanted == page.group || folded(page.title).starts_with(wanted) ||
-         wanted == page.group + ":" + folded(page.title);
-}
-
 using Page = std::vector<PaneSetting*>;
 
-std::vector<Page> pagesOf(Session& session, const std::string& typed) {
+std::vector<Page> pagesOf(const std::vector<PaneSetting*>& settings) {
   std::vector<Page> pages;
   const PageName* last = nullptr;
-  for (PaneSetting& setting : session.settings()) {
-    const PageName& page = setting.description().page;
-    if (!matches(setting.description(), typed)) continue;
+  for (PaneSetting* setting : settings) {
+    const PageName& page = setting->description().page;
     if (last == nullptr || last->title != page.title || last->group != page.group) pages.emplace_back();
-    pages.back().push_back(&setting);
+    pages.back().push_back(setting);
     last = &page;
   }
   return pages;
@@ -166,14 +148,6 @@ void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
              2);
 }
 
-ExitStatus unknownPage(const Context& context, Session& session, const std::string& typed) {
-  std::vector<std::string> known = session.settingNames();
-  for (const Page& page : pagesOf(session, "")) known.push_back(page.front()->description().page.title);
-  return finish(context.output(),
-                failure(FailureCode::usage,
-                        "unknown page or setting \"" + typed + "\"." + suggestion(typed, known), typed));
-}
-
 }  // namespace
 
 ExitStatus showSettings(const Context& context, const CommandLine& line) {
@@ -182,8 +156,8 @@ ExitStatus showSettings(const Context& context, const CommandLine& line) {
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::looking);
   PaneSetting* one = session.find(page);
-  const auto pages = one != nullptr ? std::vector<Page>{{one}} : pagesOf(session, page);
-  if (pages.empty()) return unknownPage(context, session, page);
+  const auto pages = pagesOf(meantSettings(session, page));
+  if (pages.empty()) return finish(context.output(), unknownPage(session, page));
   if (!context.json && one != nullptr) {
     writeSetting(context.out, session, *one);
   } else if (!context.json) {

@@ -7,6 +7,7 @@
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
+#include "src/frontends/command/metrics.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
@@ -39,11 +40,6 @@ std::string labelOf(const InterfaceDescription& interface, std::string_view outl
 }
 
 constexpr const char* kTakeUpHint = "\"norvikctl apply\" makes the server take up what is stored.";
-
-// Somebody else's port cannot be taken up.
-bool canBeTakenUp(const ServiceInForce& service) {
-  return service.differs() && !service.takenBy;
-}
 
 // Why clients cannot connect as the pane's sentence says; empty where they can, as far as is known.
 std::string contradiction(const ServiceInForce& service) {
@@ -84,7 +80,23 @@ Json inForceJson(const ServiceInForce& service) {
           {"takenBy", holderJson(service.takenBy)}};
 }
 
+// A program that reads metrics takes no object of JSON.
+ExitStatus refuseBothForms(const Context& context) {
+  return finish(context.output(), failure(FailureCode::usage, "--json and --prometheus exclude each other."));
+}
+
+ExitStatus showMetrics(const Context& context, Session& session, const ServerInForce& inForce) {
+  const ReachQuestion question = reachQuestion(session.pane(), context.interface, context.services.computer);
+  const auto reach = climb(question, context.services.computer.network);
+  writeMetrics(context.out, metricsOf(context, session.pane(), inForce, reach));
+  return finish(context.output(), ChangeReport());
+}
+
 }  // namespace
+
+bool canBeTakenUp(const ServiceInForce& service) {
+  return service.differs() && !service.takenBy;
+}
 
 std::vector<StatusLine> statusLines(const Context& context, NVKServerPrefs& pane,
                                     const ServerInForce& inForce) {
@@ -130,12 +142,14 @@ std::vector<std::string> notInForce(const Context& context, const NVKServerPrefs
   return sentences;
 }
 
-ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
+ExitStatus showStatus(const Context& context, const CommandLine& line) {
+  if (line.prometheus && context.json) return refuseBothForms(context);
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::looking);
   const ServerInForce inForce =
       serverInForce(session.pane(), context.interface, context.services.computer.ports);
+  if (line.prometheus) return showMetrics(context, session, inForce);
   const auto pending = pendingSettings(session);
   ChangeReport report;
   if (const ChangeError missing = installationError(context.services.computer.files))
@@ -146,8 +160,8 @@ ExitStatus showStatus(const Context& context, const CommandLine& /*line*/) {
     return finish(context.output(), report, status);
   }
   std::vector<TableRow> rows;
-  for (const StatusLine& line : statusLines(context, session.pane(), inForce)) {
-    rows.push_back({line.label, line.text});
+  for (const StatusLine& each : statusLines(context, session.pane(), inForce)) {
+    rows.push_back({each.label, each.text});
   }
   if (pending.empty()) rows.push_back({"Pending", "Nothing"});
   for (const std::string& name : pending) rows.push_back({&name == &pending.front() ? "Pending" : "", name});

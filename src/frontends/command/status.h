@@ -29,6 +29,10 @@ std::vector<StatusLine> statusLines(const Context& context, NVKServerPrefs& pane
 //  force.
 nlohmann::ordered_json statusJson(NVKServerPrefs& pane, const ServerInForce& inForce);
 
+// Whether having the server take up what is stored would make the service what is stored. Somebody else's
+// port cannot be taken up.
+bool canBeTakenUp(const ServiceInForce& service);
+
 // For a person who changed nothing, or something else: where what is stored is not in force, and how it comes
 // into force. A sentence for each service and each port that somebody else has; none where all is as stored.
 std::vector<std::string> notInForce(const Context& context, const NVKServerPrefs& pane);

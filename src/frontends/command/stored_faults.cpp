@@ -2,11 +2,6 @@
 #include "src/frontends/command/stored_faults.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/frontends/command/diagnostic.h"
@@ -45,28 +40,6 @@ StoredFaults faultsIn(const FileStates& states, Platform& computer, SettingsFile
   return faults;
 }
 
-// A file that a person types, and what is wrong with it already before it is decoded.
-struct TypedFile {
-  std::string bytes;
-  std::string damage;
-};
-
-TypedFile readTyped(const std::string& path) {
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(path, error);
-  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-    return {"", "it is no regular file"};
-  }
-  const auto size = std::filesystem::file_size(path, error);
-  if (!error && size > kMaxPropertyListBytes) return {"", "it is too large"};
-  errno = 0;
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes(std::istreambuf_iterator<char>(file), {});
-  if (!file.is_open() || file.bad())
-    return {"", std::string("it cannot be read (") + std::strerror(errno) + ")"};
-  return {bytes, bytes.empty() ? "it is empty" : ""};
-}
-
 StoredFile serverFile() {
   return *std::ranges::find_if(
       storedFiles(), [](const StoredFile& file) { return file.group == Group::server && !file.byTool; });
@@ -79,8 +52,7 @@ StoredFaults storedFaults(const Context& context) {
   return faultsIn(inspectFiles(context.computer, files), context.computer, files, context.interface);
 }
 
-StoredFaults faultsOfFile(const Context& context, const std::string& path) {
-  TypedFile typed = readTyped(path);
+StoredFaults faultsOfFile(const Context& context, const std::string& path, TypedFile typed) {
   StoredFile file = serverFile();
   file.label = "the file";
   if (typed.damage.empty()) typed.damage = damageOf(file, typed.bytes);

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "src/frontends/command/context.h"
+#include "src/frontends/command/typed_file.h"
 
 namespace norvik::command {
 
@@ -14,9 +15,9 @@ namespace norvik::command {
 // changes nothing.
 StoredFaults storedFaults(const Context& context);
 
-// What is wrong with a file of this system, given by the path that a person types, as server settings. A
-// file that is missing is damaged too. Of the computer, nothing is looked at.
-StoredFaults faultsOfFile(const Context& context, const std::string& path);
+// What is wrong with a file that was read from the path that a person types, as server settings. A file that
+// is missing is damaged too. Of the computer, nothing is looked at.
+StoredFaults faultsOfFile(const Context& context, const std::string& path, TypedFile typed);
 
 // A warning for each, on a line of its own.
 void writeWarnings(std::ostream& err, const StoredFaults& faults);

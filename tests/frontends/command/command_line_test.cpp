@@ -59,15 +59,17 @@ TEST(CommandLineTest, WithoutOptions) {
 
 TEST(CommandLineTest, EveryOptionMayPrecedeOrFollowTheCommand) {
   for (const Option& option : options()) {
+    const std::string taker(option.only.empty() ? "set" : option.only.substr(0, option.only.find(' ')));
+    const Line arguments = findCommand(taker)->argument.least > 0 ? Line{"a=b"} : Line{};
     Line words{std::string(option.name)};
     if (!option.value.empty()) words.push_back(valueFor(option));
-    const Line command = option.only.empty() ? Line{"set", "a=b"} : Line{std::string(option.only), "nvk"};
-    Line before = words, after = command;
+    Line command{taker}, before = words;
+    command.insert(command.end(), arguments.begin(), arguments.end());
     before.insert(before.end(), command.begin(), command.end());
-    after.insert(after.end(), words.begin(), words.end());
-    for (const Line& line : {before, after}) {
-      EXPECT_EQ(parsed(line).command, findCommand(command[0])) << option.name;
-      EXPECT_EQ(parsed(line).arguments, Line{command[1]}) << option.name;
+    command.insert(command.end(), words.begin(), words.end());
+    for (const Line& line : {before, command}) {
+      EXPECT_EQ(parsed(line).command, findCommand(taker)) << option.name;
+      EXPECT_EQ(parsed(line).arguments, arguments) << option.name;
     }
   }
   EXPECT_TRUE(parsed({"-h"}).help);
@@ -163,12 +165,27 @@ TEST(CommandLineTest, TooFewAndTooManyArguments) {
   EXPECT_EQ(faultOf({"limits", "reset", ""}), "unexpected argument \"\".");
 }
 
-TEST(CommandLineTest, OnlySetAndUnsetTakeADryRun) {
+TEST(CommandLineTest, AnOptionOfSomeCommandsIsTakenByNoOther) {
+  for (const Option& option : options()) {
+    std::istringstream words{std::string(option.only)};
+    std::set<std::string_view> takers;
+    for (std::string name; words >> name;) {
+      ASSERT_NE(findCommand(name), nullptr) << name;
+      takers.insert(findCommand(name)->name);
+    }
+    for (const Command& command : commands()) {
+      EXPECT_TRUE(takers.empty() || takes(command, option) == takers.contains(command.name)) << command.name;
+    }
+  }
+  EXPECT_EQ(faultOf({"set", "a=b", "--exact"}), "set takes no --exact.");
+}
+
+TEST(CommandLineTest, OnlySetUnsetAndImportTakeADryRun) {
   for (const Command& command : commands()) {
     Line words{"--dry-run", std::string(command.name)};
     const ArgumentDescription& argument = command.argument;
     if (argument.least > 0) words.emplace_back(argument.choices.empty() ? "a=b" : argument.choices[0]);
-    if (command.name == "set" || command.name == "unset") {
+    if (command.name == "set" || command.name == "unset" || command.name == "import") {
       EXPECT_TRUE(parsed(words).dryRun);
     } else {
       EXPECT_EQ(faultOf(words), std::string(command.name) + " takes no --dry-run.");

@@ -90,7 +90,7 @@ TEST(DocumentsTest, TheManualPageHasEveryExitStatus) {
   for (auto line = section; line != lines.end() && *line != ".El"; ++line) {
     if (line->starts_with(".It ")) entries.push_back(line->substr(4));
   }
-  std::set<int> known{kExitNotRunning};
+  std::set<int> known{kExitDiffers, kExitNotRunning};
   for (const ExitStatusRow& row : exitStatuses()) known.insert(row.status);
   for (const RungRow& row : rungs()) known.insert(row.exitStatus);
   std::vector<std::string> expected;
@@ -113,6 +113,49 @@ TEST(DocumentsTest, TheManualPageHasEveryQuestionWithItsAnswers) {
     expected.push_back(".It Cm " + std::string(question.name) + " Ns = Ns Cm " + answers);
   }
   EXPECT_EQ(entries, expected);
+}
+
+nlohmann::json profileSchema() {
+  std::ifstream file(NORVIK_PROFILE_SCHEMA);
+  return nlohmann::json::parse(file, nullptr, false);
+}
+
+TEST(DocumentsTest, TheSchemaOfProfilesHasEverySettingWithItsValues) {
+  const InterfaceDescription description = shippedInterface();
+  auto properties = profileSchema()["properties"]["settings"]["properties"];
+  for (const SettingDescription& setting : settingsOf(description)) {
+    nlohmann::json values = properties[setting.name];
+    properties.erase(setting.name);
+    EXPECT_FALSE(values["description"].get<std::string>().empty());
+    values.erase("description");
+    const ControlDescription& first = setting.first();
+    nlohmann::json expected;
+    if (first.kind == ControlKind::checkBox) {
+      expected["type"] = "boolean";
+    } else if (first.kind == ControlKind::popUp) {
+      expected["enum"] = first.items;
+    } else if (setting.isChoice()) {
+      for (const ControlDescription* button : setting.controls) expected["enum"].push_back(button->choice);
+      expected["enum"].push_back("none");
+    } else {
+      expected = {{"type", "integer"},
+                  {"minimum", static_cast<int>(first.minimum.value())},
+                  {"maximum", static_cast<int>(first.maximum.value())}};
+    }
+    EXPECT_EQ(values, expected) << setting.name;
+  }
+  EXPECT_EQ(properties, nlohmann::json::object());
+}
+
+TEST(DocumentsTest, TheSchemaAllowsWhatExportPrints) {
+  const SandboxRun box;
+  std::ofstream(box.beside("profile.json")) << box.run({"export"}).out;
+  std::ofstream(box.beside("wrong.json")) << R"({"norvikProfile": 1, "settings": {"nvk.port": "5000"}})";
+  const auto check = [&](const char* file) {
+    return runProgram(NORVIK_CHECK_JSON, {NORVIK_PROFILE_SCHEMA, box.beside(file).string()}, box.beside(""));
+  };
+  EXPECT_EQ(check("profile.json").status, 0) << check("profile.json").out;
+  EXPECT_EQ(check("wrong.json").status, 1);
 }
 
 // The lines of a shell in the page's examples.

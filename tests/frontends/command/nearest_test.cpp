@@ -1,5 +1,5 @@
 // The word that a misspelt one was probably meant to be, and text in columns.
-#include "src/frontends/command/nearest.h"
+#include "src/frontends/shared/checks/nearest.h"
 
 #include <gtest/gtest.h>
 

@@ -64,12 +64,15 @@ std::string PaneSetting::textOf(int64_t value) const {
 }
 
 SettingValue PaneSetting::typedValue() const {
-  const ControlKind kind = description_.first().kind;
   const auto held = value();
-  if (kind == ControlKind::checkBox) return *held == kOnState;
+  return held ? typedValueOf(*held) : SettingValue(text());
+}
+
+SettingValue PaneSetting::typedValueOf(int64_t value) const {
+  const ControlKind kind = description_.first().kind;
+  if (kind == ControlKind::checkBox) return value == kOnState;
   const bool isNumber = kind == ControlKind::slider || kind == ControlKind::textField;
-  if (isNumber && held) return *held;
-  return text();
+  return isNumber ? SettingValue(value) : SettingValue(textOf(value));
 }
 
 void PaneSetting::put(int64_t value) {

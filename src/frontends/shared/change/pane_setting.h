@@ -15,6 +15,9 @@ namespace norvik {
 
 using SettingValue = std::variant<std::string, bool, int64_t>;
 
+// The value of a choice of which no button is on: "none".
+inline constexpr int64_t kNoChoice = -1;
+
 class PaneSetting {
  public:
   // `pane` is borrowed. Every control of the description has to be an outlet of the pane.
@@ -34,6 +37,7 @@ class PaneSetting {
   SettingValue typedValue() const;
   // The same for a value that it does not hold yet.
   std::string textOf(int64_t value) const;
+  SettingValue typedValueOf(int64_t value) const;
   // As checkedValue gives it; nothing where what it holds is no such value.
   std::optional<int64_t> value() const;
 

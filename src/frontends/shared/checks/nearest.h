@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace norvik::command {
+namespace norvik {
 
 // The known word nearest to what was typed, by the number of letters to change, add, remove or swap; empty
 // where none is near.
@@ -14,4 +14,4 @@ std::string nearestWord(std::string_view typed, const std::vector<std::string>& 
 // " Did you mean \"nvk.port\"?", or nothing where no known word is near.
 std::string suggestion(std::string_view typed, const std::vector<std::string>& known);
 
-}  // namespace norvik::command
+}  // namespace norvik

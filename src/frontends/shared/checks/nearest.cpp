@@ -1,11 +1,11 @@
 // By the edit distance of two words.
-#include "src/frontends/command/nearest.h"
+#include "src/frontends/shared/checks/nearest.h"
 
 #include <cstddef>
 
 #include "src/server/mac/text/edit_distance.h"
 
-namespace norvik::command {
+namespace norvik {
 
 std::string nearestWord(std::string_view typed, const std::vector<std::string>& known) {
   std::string nearest;
@@ -25,4 +25,4 @@ std::string suggestion(std::string_view typed, const std::vector<std::string>& k
   return nearest.empty() ? "" : " Did you mean \"" + nearest + "\"?";
 }
 
-}  // namespace norvik::command
+}  // namespace norvik

@@ -1,0 +1,31 @@
+// The names that a profile may use are those of the interface description; what of it this computer shows is
+// looked at later.
+#include "src/frontends/command/profile_file.h"
+
+namespace norvik::command {
+
+bool isProfileFile(const std::string& path, const TypedFile& file) {
+  return path.ends_with(".json") || isProfileText(file.bytes);
+}
+
+ProfileFile profileIn(const Context& context, const std::string& path, const TypedFile& file) {
+  ProfileFile profile{path == "-" ? "standard input" : path, {}};
+  if (file.damage.empty()) {
+    profile.reading = readProfile(file.bytes, settingsOf(context.interface));
+  } else {
+    profile.reading.faults.push_back({true, 0, "", file.damage + "."});
+  }
+  return profile;
+}
+
+ProfileFile readProfileFile(const Context& context, const std::string& path) {
+  return profileIn(context, path, readTypedFile(path, kMaxProfileBytes));
+}
+
+ChangeError errorOf(const ProfileFile& profile, const ProfileFault& fault) {
+  const std::string place = profile.name + (fault.line > 0 ? ", line " + std::to_string(fault.line) : "");
+  return failure(fault.unreadable ? FailureCode::damaged : FailureCode::wrongValue,
+                 place + ": " + fault.sentence, fault.key);
+}
+
+}  // namespace norvik::command

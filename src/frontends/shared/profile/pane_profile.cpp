@@ -1,0 +1,45 @@
+// A value that cannot be stored elsewhere is left out rather than carried there.
+#include "src/frontends/shared/profile/pane_profile.h"
+
+#include <algorithm>
+
+#include "src/frontends/shared/change/setting_rows.h"
+#include "src/frontends/shared/checks/value_check.h"
+
+namespace norvik {
+
+namespace {
+
+// Empty for a setting whose value can be taken up elsewhere.
+std::string whyLeftOut(const NVKServerPrefs& pane, const PaneSetting& setting) {
+  const Setting* row = rowOfSetting(pane, setting);
+  if (row != nullptr && isFollowing(pane, *row)) return "it follows the server's settings";
+  // A choice without a value is "none", which a profile can say.
+  const bool isNone = setting.description().isChoice() && !setting.value();
+  if (isNone || checkedValue(setting.description(), setting.text())) return "";
+  return "its value, \"" + setting.text() + "\", cannot be";
+}
+
+}  // namespace
+
+bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane) {
+  return std::ranges::none_of(setting.controls(),
+                              [&](const Control* control) { return pane.differsFromDefault(*control); });
+}
+
+PaneProfile profileOf(const NVKServerPrefs& pane, const std::vector<const PaneSetting*>& settings,
+                      bool changedOnly) {
+  PaneProfile profile;
+  for (const PaneSetting* setting : settings) {
+    if (changedOnly && isDefault(*setting, pane)) continue;
+    std::string why = whyLeftOut(pane, *setting);
+    if (why.empty()) {
+      profile.values.emplace_back(setting->name(), setting->typedValue());
+    } else {
+      profile.leftOut.emplace_back(setting->name(), std::move(why));
+    }
+  }
+  return profile;
+}
+
+}  // namespace norvik
