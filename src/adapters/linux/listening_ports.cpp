@@ -14,7 +14,7 @@
 #include <memory>
 #include <sstream>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

@@ -6,9 +6,9 @@
 #include <cerrno>
 #include <new>
 
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/in_place.h"
-#include "src/adapters/linux/temporary_files.h"
+#include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/temporary_files.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {

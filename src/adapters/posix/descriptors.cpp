@@ -1,5 +1,5 @@
 // Opens, reads and writes whole files with system calls.
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

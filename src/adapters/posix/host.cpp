@@ -1,5 +1,5 @@
 // Asks the kernel, not a name service.
-#include "src/adapters/linux/host.h"
+#include "src/adapters/posix/host.h"
 
 #include <ifaddrs.h>
 #include <limits.h>
@@ -33,7 +33,7 @@ std::optional<std::string> text(const sockaddr& address) {
 
 }  // namespace
 
-int LinuxHost::gethostname(char* name, std::size_t size) {
+int PosixHost::gethostname(char* name, std::size_t size) {
   // The system's call fails for a buffer that is too small; ours must truncate the name instead.
   std::array<char, HOST_NAME_MAX + 1> whole{};
   if (::gethostname(whole.data(), whole.size()) != 0) return -1;
@@ -41,7 +41,7 @@ int LinuxHost::gethostname(char* name, std::size_t size) {
   return 0;
 }
 
-std::vector<std::optional<std::string>> LinuxHost::addresses() {
+std::vector<std::optional<std::string>> PosixHost::addresses() {
   std::vector<std::optional<std::string>> found;
   ifaddrs* list = nullptr;
   if (::getifaddrs(&list) != 0) return found;
