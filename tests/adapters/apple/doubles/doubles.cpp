@@ -17,6 +17,7 @@ Mac& mac() {
 
 void reset() {
   forgetTimers();
+  forgetBundles();
   forgetObjects();
   forgetAuthorizations();
   current = std::make_unique<Mac>();

@@ -74,6 +74,7 @@ std::vector<std::string> leakedObjects();
 std::vector<std::string> leakedAuthorizations();
 void forgetObjects();
 void forgetTimers();
+void forgetBundles();
 void forgetAuthorizations();
 
 }  // namespace norvik::doubles
