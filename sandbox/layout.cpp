@@ -41,6 +41,7 @@ struct TextFile {
 constexpr TextFile kTexts[] = {
     {".norvik/clock", "1\n"},
     {".norvik/authorization", "granted\n"},
+    {".norvik/listen", "this-computer\n"},
     {".norvik/kernel", "kern.maxfiles 12288\nkern.maxfilesperproc 10240\n"},
     {"etc/launchd.conf", "# Limits that the system applies when it starts.\nlimit maxfiles 4096 8192\n"},
     {"Applications/Norvik Agent.app/Contents/PkgInfo", "APPLnvka"},

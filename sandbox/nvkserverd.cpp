@@ -1,5 +1,6 @@
-// Stand-in for the server daemon: listens on the ports of its configuration, reads it again on SIGHUP, ends
-// on SIGTERM. Its pid file exists exactly while the services do.
+// Stand-in for the server daemon: listens on the ports of its configuration, for this computer alone unless
+// the sandbox's file "listen" says "everyone", reads it again on SIGHUP, ends on SIGTERM. Its pid file exists
+// exactly while the services do.
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/signalfd.h>
@@ -29,7 +30,9 @@ bool isOnly(const Root& root) {
 
 // Listens, with the pid file in place, until a signal to end; on SIGHUP reads the configuration again.
 void serve(const Root& root, const sigset_t& signals) {
-  Listeners listeners([&root](const std::string& line) { logLine(root, "serverd", line); });
+  const bool isOpen = readFile(root.own("listen")).value_or("") == "everyone\n";
+  Listeners listeners(isOpen ? Reachability::everyone : Reachability::thisComputer,
+                      [&root](const std::string& line) { logLine(root, "serverd", line); });
   listeners.configure(readSettings(root, kServerConfig));
   replaceFile(root.inside(kPidFile), std::to_string(getpid()) + "\n");
   const int wake = signalfd(-1, &signals, SFD_CLOEXEC);

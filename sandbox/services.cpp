@@ -53,7 +53,7 @@ void Listeners::open(std::size_t service, int32_t port) {
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_port = htons(static_cast<uint16_t>(port));
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_addr.s_addr = htonl(reachability_ == Reachability::everyone ? INADDR_ANY : INADDR_LOOPBACK);
   const int on = 1;
   setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
   if (bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0 ||

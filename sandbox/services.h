@@ -22,13 +22,17 @@ inline constexpr std::array<Service, 2> kServices = {
 // The port of a service by the configuration, where 0 is the standard port; nothing when it is switched off.
 std::optional<int32_t> configuredPort(const PropertyList& configuration, const Service& service);
 
-// Owns the listening sockets, on loopback only.
+// Who may connect: only this computer, or every other one too.
+enum class Reachability { thisComputer, everyone };
+
+// Owns the listening sockets, of IPv4.
 class Listeners {
  public:
   using Report = std::function<void(const std::string&)>;
 
   // `report` gets a line for each thing that happens to the services.
-  explicit Listeners(Report report) : report_(std::move(report)) {}
+  Listeners(Reachability reachability, Report report)
+      : reachability_(reachability), report_(std::move(report)) {}
   ~Listeners();
   Listeners(const Listeners&) = delete;
   Listeners& operator=(const Listeners&) = delete;
@@ -50,6 +54,7 @@ class Listeners {
   void open(std::size_t service, int32_t port);
   void greet(std::size_t service);
 
+  Reachability reachability_;
   Report report_;
   std::array<Listener, kServices.size()> listeners_;
 };

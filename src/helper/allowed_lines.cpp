@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdint>
 #include <iterator>
 
 namespace norvik::helper {
@@ -82,15 +81,20 @@ std::optional<AllowedLine> allowedLine(std::string_view tool, const Words& argum
   return AllowedLine{row, arguments};
 }
 
+std::optional<int32_t> processIdIn(std::string_view text) {
+  int32_t pid = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), pid);
+  const bool isNumber = error == std::errc() && end == text.data() + text.size() && pid > 0;
+  return isNumber && std::to_string(pid) == text ? std::optional(pid) : std::nullopt;
+}
+
 bool isTemporaryPath(std::string_view path, std::string_view name) {
   for (const std::string_view part : {std::string_view(kTemporaryFolder), std::string_view(kTemporaryPrefix),
                                       name, std::string_view(".")}) {
     if (!path.starts_with(part)) return false;
     path.remove_prefix(part.size());
   }
-  int32_t pid = 0;
-  const auto [end, error] = std::from_chars(path.data(), path.data() + path.size(), pid);
-  return error == std::errc() && end == path.data() + path.size() && pid > 0 && std::to_string(pid) == path;
+  return processIdIn(path).has_value();
 }
 
 }  // namespace norvik::helper

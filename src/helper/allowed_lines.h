@@ -2,6 +2,7 @@
 // functions; touches nothing.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -46,8 +47,11 @@ struct AllowedLine {
 // place twice, both must hold the same.
 std::optional<AllowedLine> allowedLine(std::string_view tool, const Words& arguments);
 
-// Whether the path is the temporary path of that name, for some process id: decimal digits as the system
-// writes them, without a sign and without zeros in front.
+// A process id in decimal digits as the system writes it, without a sign and without zeros in front; nothing
+// for any other text.
+std::optional<int32_t> processIdIn(std::string_view text);
+
+// Whether the path is the temporary path of that name, for some process id.
 bool isTemporaryPath(std::string_view path, std::string_view name);
 
 }  // namespace norvik::helper

@@ -35,16 +35,37 @@ Answer answerIn(sd_bus_message* reply) {
 
 }  // namespace
 
-std::optional<Caller> callerOf(sd_bus_message* call) {
-  const char* const sender = sd_bus_message_get_sender(call);
-  sd_bus_creds* found = nullptr;
-  if (sender == nullptr) return std::nullopt;
-  if (sd_bus_get_name_creds(sd_bus_message_get_bus(call), sender, SD_BUS_CREDS_EUID, &found) < 0)
-    return std::nullopt;
-  const std::unique_ptr<sd_bus_creds, decltype(&sd_bus_creds_unref)> creds(found, &sd_bus_creds_unref);
-  uid_t user = 0;
-  if (sd_bus_creds_get_euid(found, &user) < 0) return std::nullopt;
-  return Caller{sender, user};
+Lookup::~Lookup() {
+  sd_bus_slot_unref(slot_);
+}
+
+std::unique_ptr<Lookup> Lookup::ask(sd_bus* bus, const std::string& busName, OnUser onUser) {
+  std::unique_ptr<Lookup> lookup(new Lookup(std::move(onUser)));
+  const int sent = sd_bus_call_method_async(
+      bus, &lookup->slot_, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+      "GetConnectionUnixUser", &Lookup::onReply, lookup.get(), "s", busName.c_str());
+  return sent >= 0 ? std::move(lookup) : nullptr;
+}
+
+int Lookup::onReply(sd_bus_message* reply, void* data, sd_bus_error*) {
+  const OnUser told = std::move(static_cast<Lookup*>(data)->onUser_);
+  uint32_t user = 0;
+  const bool isKnown =
+      sd_bus_message_is_method_error(reply, nullptr) == 0 && sd_bus_message_read(reply, "u", &user) > 0;
+  told(isKnown ? std::optional<uid_t>(user) : std::nullopt);  // the lookup may be gone from here on
+  return 0;
+}
+
+Presence::Presence(sd_bus* bus, std::string busName) : busName_(std::move(busName)) {
+  if (sd_bus_track_new(bus, &track_, nullptr, nullptr) >= 0) sd_bus_track_add_name(track_, busName_.c_str());
+}
+
+Presence::~Presence() {
+  sd_bus_track_unref(track_);
+}
+
+bool Presence::isThere() const {
+  return track_ != nullptr && sd_bus_track_contains(track_, busName_.c_str()) != nullptr;
 }
 
 Question::Question(sd_bus* bus, OnAnswer onAnswer) : bus_(bus), onAnswer_(std::move(onAnswer)) {

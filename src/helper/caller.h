@@ -1,5 +1,6 @@
 // Identifies the caller by the bus, and asks polkit at every call whether the caller is allowed. Keeps no
-// decision.
+// decision. Nothing here waits for an answer: while it waits, a bus connection keeps whatever else arrives,
+// and anybody may send as much as they like.
 #pragma once
 
 #include <sys/types.h>
@@ -9,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace norvik::helper {
 
@@ -17,8 +19,42 @@ struct Caller {
   uid_t user;
 };
 
-// Nothing where the bus does not say, for example because the caller has gone.
-std::optional<Caller> callerOf(sd_bus_message* call);
+// The question to the bus who has a name on it.
+class Lookup {
+ public:
+  // Nothing where the bus does not say, for example because the caller has gone.
+  using OnUser = std::function<void(std::optional<uid_t> user)>;
+
+  // `onUser` is called once, later, from the bus's event loop, unless this object goes first; it may destroy
+  // it. Null if the question cannot be sent.
+  static std::unique_ptr<Lookup> ask(sd_bus* bus, const std::string& busName, OnUser onUser);
+  ~Lookup();
+  Lookup(const Lookup&) = delete;
+  Lookup& operator=(const Lookup&) = delete;
+
+ private:
+  explicit Lookup(OnUser onUser) : onUser_(std::move(onUser)) {}
+  static int onReply(sd_bus_message* reply, void* data, sd_bus_error* error);
+
+  OnUser onUser_;
+  sd_bus_slot* slot_ = nullptr;
+};
+
+// Whether a caller is still on the bus.
+class Presence {
+ public:
+  Presence(sd_bus* bus, std::string busName);
+  ~Presence();
+  Presence(const Presence&) = delete;
+  Presence& operator=(const Presence&) = delete;
+
+  // As of the last message that was handled. False too where it cannot be known.
+  bool isThere() const;
+
+ private:
+  std::string busName_;
+  sd_bus_track* track_ = nullptr;
+};
 
 enum class Answer {
   granted,

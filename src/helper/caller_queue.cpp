@@ -29,10 +29,14 @@ void refuse(sd_bus_message* call, const std::string& who, const std::string& lin
 }
 
 CallerQueue::CallerQueue(const Surroundings& surroundings, Caller caller)
-    : around_(surroundings), caller_(std::move(caller)), who_(nameOf(caller_.user, caller_.busName)) {}
+    : around_(surroundings),
+      caller_(std::move(caller)),
+      who_(nameOf(caller_.user, caller_.busName)),
+      presence_(surroundings.bus, caller_.busName) {}
 
-void CallerQueue::take(sd_bus_message* call, AllowedLine line, bool wantsOutput) {
-  asked_.push_back({{sd_bus_message_ref(call), &sd_bus_message_unref}, std::move(line), wantsOutput});
+void CallerQueue::take(sd_bus_message* call, AllowedLine line, Descriptor lock, bool wantsOutput) {
+  asked_.push_back(
+      {{sd_bus_message_ref(call), &sd_bus_message_unref}, std::move(line), std::move(lock), wantsOutput});
   if (asked_.size() == 1) askAboutNext();
 }
 
@@ -56,7 +60,7 @@ void CallerQueue::onAnswer(Answer answer) {
   sd_bus_message* const call = asked.call.get();
   if (answer == Answer::noAuthority) {
     refuse(call, who_, lineText(asked.line), kHelperNoAuthority, "polkit does not answer");
-  } else if (answer == Answer::refused || !callerOf(call)) {
+  } else if (answer == Answer::refused || !presence_.isThere()) {
     refuse(call, who_, lineText(asked.line), kHelperNotAuthorized, "not authorized");
   } else {
     grant(std::move(asked));
@@ -74,7 +78,7 @@ void CallerQueue::grant(Asked asked) {
                        : sd_bus_reply_method_return(asked.call.get(), "u", number);
   if (sent < 0)
     return refuse(asked.call.get(), who_, lineText(asked.line), kHelperTooMany, "no reply can be sent");
-  Granted granted{number, std::move(asked.line), std::move(pipe.writing)};
+  Granted granted{number, std::move(asked.line), std::move(asked.lock), std::move(pipe.writing)};
   if (asked.wantsOutput) return carryOutInside(std::move(granted));
   granted_.push_back(std::move(granted));
   if (granted_.size() == 1) carryOutNext();
@@ -100,7 +104,7 @@ bool CallerQueue::startFirst() {
 }
 
 void CallerQueue::onToolEnd(const ToolEnding& ending) {
-  const Granted ended = std::move(granted_.front());
+  Granted ended = std::move(granted_.front());
   granted_.pop_front();
   tool_.reset();
   tellEnd(ended, ending);
@@ -116,8 +120,10 @@ void CallerQueue::carryOutInside(Granted granted) {
   tellEnd(granted, {.killed = false, .status = outcome.status, .words = outcome.words});
 }
 
-// The words go as bytes, because a tool may write what is no UTF-8.
-void CallerQueue::tellEnd(const Granted& ended, const ToolEnding& ending) {
+// The words go as bytes, because a tool may write what is no UTF-8. Whoever learns of the end finds the lock
+// free.
+void CallerQueue::tellEnd(Granted& ended, const ToolEnding& ending) {
+  ended.lock.reset();
   writeJournal(who_, lineText(ended.line), resultOf(ending));
   sd_bus_message* made = nullptr;
   if (sd_bus_message_new_signal(around_.bus, &made, kHelperPath, kHelperInterface, "Ended") < 0) return;

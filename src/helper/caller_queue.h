@@ -25,7 +25,7 @@ struct Surroundings {
   std::function<void()> onEmpty;  // called when a queue has nothing left to do
 };
 
-// The words for the journal, the error for the caller.
+// The words for the journal, and the error for the caller.
 void refuse(sd_bus_message* call, const std::string& who, const std::string& line, const char* error,
             const char* reason);
 
@@ -37,17 +37,20 @@ class CallerQueue {
   // How many lines have not ended.
   std::size_t size() const { return asked_.size() + granted_.size(); }
 
-  void take(sd_bus_message* call, AllowedLine line, bool wantsOutput);
+  // `lock` is kept until the line has ended; it may be none.
+  void take(sd_bus_message* call, AllowedLine line, Descriptor lock, bool wantsOutput);
 
  private:
   struct Asked {
     std::shared_ptr<sd_bus_message> call;
     AllowedLine line;
+    Descriptor lock;
     bool wantsOutput;
   };
   struct Granted {
     uint32_t number;
     AllowedLine line;
+    Descriptor lock;    // the caller's, for changes; may be none
     Descriptor output;  // the writing end; none where nobody reads
   };
 
@@ -58,11 +61,12 @@ class CallerQueue {
   bool startFirst();
   void onToolEnd(const ToolEnding& ending);
   void carryOutInside(Granted granted);
-  void tellEnd(const Granted& ended, const ToolEnding& ending);
+  void tellEnd(Granted& ended, const ToolEnding& ending);
 
   const Surroundings& around_;
   Caller caller_;
   std::string who_;
+  Presence presence_;
   std::deque<Asked> asked_;
   std::unique_ptr<Question> question_;  // about the first of them
   std::deque<Granted> granted_;         // without those that only report

@@ -16,8 +16,9 @@ constexpr std::size_t kLongestResult = 500;
 
 }  // namespace
 
-std::string nameOf(uid_t user, std::string_view busName) {
-  return "uid " + std::to_string(user) + " (" + (busName.empty() ? "directly" : escaped(busName)) + ")";
+std::string nameOf(std::optional<uid_t> user, std::string_view busName) {
+  return "uid " + (user ? std::to_string(*user) : "unknown") + " (" +
+         (busName.empty() ? "directly" : escaped(busName)) + ")";
 }
 
 std::string textOf(std::string_view tool, const Words& arguments) {

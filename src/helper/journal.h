@@ -3,6 +3,7 @@
 
 #include <sys/types.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,9 @@
 
 namespace norvik::helper {
 
-// Who asked: "uid 1000 (:1.42)". Without a name on the bus the super-user started the helper directly.
-std::string nameOf(uid_t user, std::string_view busName);
+// Who asked: "uid 1000 (:1.42)", or "uid unknown (:1.42)". Without a name on the bus the super-user started
+// the helper directly.
+std::string nameOf(std::optional<uid_t> user, std::string_view busName);
 
 // The tool and its arguments, each in quotation marks with whatever is not printable escaped, so that nobody
 // can write lines of his own into the log. Cut where it is longer than any allowed line is.

@@ -124,6 +124,7 @@ int main(int argc, char** argv) {
   using namespace norvik::helper;
   if (!openStandardStreams()) return kNotCarriedOut;
   clearEnvironment();
+  allowManyDescriptors();
   ::umask(022);
   prepareSignals();
   if (argc < 1) return kUsage;

@@ -2,15 +2,21 @@
 // opened.
 #include "src/helper/safe_files.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
-#include <filesystem>
+#include <csignal>
+#include <ctime>
 #include <system_error>
+
+#include "src/adapters/posix/lock_folders.h"
+#include "src/helper/allowed_lines.h"
 
 namespace norvik::helper {
 
@@ -82,12 +88,51 @@ CheckedFile open(const std::string& path) {
   return result;
 }
 
+// Which file it is. Asks no file system that is a user's program, which could let this wait: it knows
+// without.
+std::optional<struct statx> identityOf(int descriptor, const std::string& path) {
+  struct statx status {};
+  const int flags = AT_STATX_DONT_SYNC | AT_NO_AUTOMOUNT | (path.empty() ? AT_EMPTY_PATH : 0);
+  if (::statx(descriptor, path.c_str(), flags, STATX_TYPE | STATX_INO, &status) != 0) return std::nullopt;
+  return status;
+}
+
+constexpr std::string_view kUnfinished = ".new.";  // after the final name, before the process id
+
+// Whether the name is that of an unfinished file whose writer was killed, and the file is one that such a
+// writer makes. A process of that number that still runs may be another one, but not after a day.
+bool isLeftover(const Descriptor& folder, const char* name, std::string_view beginning, uid_t owner) {
+  constexpr time_t kDay = 24 * 60 * 60;
+  const std::string_view whole = name;
+  if (!whole.starts_with(beginning)) return false;
+  const std::optional<int32_t> writer = processIdIn(whole.substr(beginning.size()));
+  struct stat status {};
+  if (!writer || ::fstatat(folder.number(), name, &status, AT_SYMLINK_NOFOLLOW) != 0) return false;
+  if (!S_ISREG(status.st_mode) || status.st_uid != owner || status.st_nlink != 1) return false;
+  const bool isGone = ::kill(*writer, 0) != 0 && errno == ESRCH;
+  return isGone || ::time(nullptr) - status.st_mtime > kDay;
+}
+
+// What cannot be removed stays: it disturbs nobody.
+void removeLeftovers(const Descriptor& folder, std::string_view beginning, uid_t owner) {
+  Descriptor own(::openat(folder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  DIR* const entries = own ? ::fdopendir(own.number()) : nullptr;
+  if (entries == nullptr) return;
+  own.release();  // the entries close it
+  while (const dirent* entry = ::readdir(entries)) {
+    if (isLeftover(folder, entry->d_name, beginning, owner)) ::unlinkat(folder.number(), entry->d_name, 0);
+  }
+  ::closedir(entries);
+}
+
 // A file that is written beside its final place. Its name goes unless it was renamed.
 class NewFile {
  public:
   // The name holds the process id, as two processes may replace the same file at once.
-  NewFile(const Descriptor& folder, const std::string& finalPath)
-      : folder_(folder), name_("." + placeOf(finalPath).name + ".new." + std::to_string(::getpid())) {
+  NewFile(const Descriptor& folder, const std::string& finalPath, uid_t owner)
+      : folder_(folder), name_("." + placeOf(finalPath).name + std::string(kUnfinished)) {
+    removeLeftovers(folder, name_, owner);
+    name_ += std::to_string(::getpid());
     ::unlinkat(folder.number(), name_.c_str(), 0);  // of an earlier process of that number, which was killed
     file_ = Descriptor(::openat(folder.number(), name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | kAlways, 0600));
     if (!file_) failByErrno(finalPath);
@@ -167,13 +212,23 @@ void removeName(const CheckedFile& file) {
 void replaceFile(const std::string& path, std::string_view bytes, uid_t owner, Previous previous) {
   const Descriptor folder = openFolder(placeOf(path).folder);
   if (!folder) failByErrno(path);
-  NewFile file(folder, path);
+  NewFile file(folder, path, owner);
   file.fill(path, bytes, owner);
   if (previous == Previous::keepBeside) {
     if (const std::optional<std::string> kept = contentToKeep(path))
       replaceFile(path + std::string(kPreviousSuffix), *kept, owner, Previous::forget);
   }
   file.renameTo(path);
+}
+
+bool isLockFolder(int descriptor, const std::string& root) {
+  const std::optional<struct statx> given = identityOf(descriptor, "");
+  return given && std::ranges::any_of(kLockFolders, [&](const char* path) {
+           const std::optional<struct statx> folder = identityOf(AT_FDCWD, root + path);
+           return folder && folder->stx_ino == given->stx_ino &&
+                  folder->stx_dev_major == given->stx_dev_major &&
+                  folder->stx_dev_minor == given->stx_dev_minor;
+         });
 }
 
 void makeFoldersAbove(const std::string& path) {

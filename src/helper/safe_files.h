@@ -52,8 +52,13 @@ enum class Previous { forget, keepBeside };
 inline constexpr std::string_view kPreviousSuffix = ".previous";
 
 // Writes the bytes to a new file in the folder of `path`, of mode 644 and owned by `owner`, syncs it, and
-// renames it to `path`. At every instant the path names the old file or the new one, each as a whole.
+// renames it to `path`. At every instant the path names the old file or the new one, each as a whole. What an
+// earlier call left there unfinished, because its process was killed, is removed.
 void replaceFile(const std::string& path, std::string_view bytes, uid_t owner, Previous previous);
+
+// Whether the descriptor is one of a folder that is locked for changes, on the computer with that root. The
+// descriptor may be anything and is not used otherwise.
+bool isLockFolder(int descriptor, const std::string& root);
 
 // Makes the folders above the path that are missing, of mode 755.
 void makeFoldersAbove(const std::string& path);

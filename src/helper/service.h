@@ -4,6 +4,7 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "src/helper/caller_queue.h"
@@ -29,6 +30,15 @@ class Service {
   void take(sd_bus_message* call, bool wantsOutput);
 
  private:
+  // A call as far as it is understood without knowing who it is from.
+  struct Call;
+  struct Unknown;
+
+  Call read(sd_bus_message* call, bool wantsOutput) const;
+  void lookUp(const std::string& busName, Call call);
+  void onUser(const std::string& name, std::optional<uid_t> user);
+  void decide(const Caller& caller, Call call);
+  static void refuse(const Call& call, const std::string& who, const char* error, const char* reason);
   bool isIdle() const;
   std::size_t linesOf(uid_t user) const;
   void wake(std::chrono::microseconds after);
@@ -38,6 +48,7 @@ class Service {
   std::chrono::microseconds idle_;
   bool finishing_ = false;
   sd_event_source* timer_ = nullptr;
+  std::map<std::string, Unknown> unknown_;  // callers whom the bus has been asked about, by name
   std::map<std::string, std::unique_ptr<CallerQueue>> queues_;  // by the callers' names on the bus
 };
 

@@ -2,6 +2,7 @@
 #include "src/helper/tool_start.h"
 
 #include <fcntl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -10,6 +11,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
+#include <optional>
 
 namespace norvik::helper {
 
@@ -17,6 +19,8 @@ namespace {
 
 constexpr const char* kSearchPath = "/usr/sbin:/usr/bin:/sbin:/bin";
 constexpr int kExecFailed = 127;  // as shells do for a program that cannot be run
+
+std::optional<rlimit> limitOfTools;  // none while this process has the same
 
 void restoreSignals() {
   struct sigaction standard {};
@@ -70,6 +74,7 @@ void becomeTool(const std::string& program, const Words& words) {
   restoreSignals();
   ::setsid();
   ::umask(022);
+  if (limitOfTools) ::setrlimit(RLIMIT_NOFILE, &*limitOfTools);
   ::close_range(STDERR_FILENO + 1, ~0U, 0);
   if (::chdir("/") == 0) ::execve(program.c_str(), argv.data(), environment.data());
   const std::string sentence = program + ": " + std::strerror(errno) + "\n";
@@ -81,6 +86,14 @@ bool openStandardStreams() {
   while (opened >= 0 && opened <= STDERR_FILENO) opened = ::dup(opened);
   if (opened > STDERR_FILENO) ::close(opened);
   return opened >= 0;
+}
+
+void allowManyDescriptors() {
+  rlimit limit{};
+  if (::getrlimit(RLIMIT_NOFILE, &limit) != 0) return;
+  limitOfTools = limit;
+  limit.rlim_cur = limit.rlim_max;
+  ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
 void clearEnvironment() {

@@ -29,6 +29,10 @@ void becomeTool(const std::string& program, const Words& words);
 // taken for a standard stream. False if that is not possible.
 bool openStandardStreams();
 
+// Lets this process have as many descriptors as the system allows it: messages that wait may bring some, and
+// anybody may send them. Tools get the limit that there was before.
+void allowManyDescriptors();
+
 // Removes every variable but a fixed PATH.
 void clearEnvironment();
 

@@ -3,8 +3,10 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "src/helper/steps.h"
 #include "tests/helper/lines.h"
@@ -51,6 +53,14 @@ class FolderComputer {
   // Without following a link at its end.
   bool has(const std::string& path) const {
     return std::filesystem::symlink_status(onDisk(path)).type() != std::filesystem::file_type::not_found;
+  }
+
+  std::vector<std::string> namesIn(const std::string& path) const {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(onDisk(path)))
+      names.push_back(entry.path().filename());
+    std::ranges::sort(names);
+    return names;
   }
 
   Computer computer() const { return {folder_.path().native(), ::getuid()}; }

@@ -5,6 +5,10 @@
 //   read TOOL [WORD]... end   the same, and prints what it says
 //   touch FILE | await FILE   makes a file; waits until there is one
 //   ends                      waits until all lines have ended, and prints how
+//   take                      takes the lock for changes, which is handed to the helper from then on
+//   flood COUNT SIZE          sends so many calls with so long a word, and waits for no reply
+//   hand PATH                 hands a descriptor of that file in its place
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <array>
@@ -15,7 +19,9 @@
 #include <vector>
 
 #include "src/adapters/linux/helper_client.h"
+#include "src/adapters/linux/helper_interface.h"
 #include "src/adapters/linux/polkit_authorization.h"
+#include "src/adapters/posix/change_locks.h"
 #include "tests/support/waiting.h"
 
 namespace norvik {
@@ -65,6 +71,14 @@ class Calls {
         file(name, *word++);
       } else if (name == "ends") {
         ends();
+      } else if (name == "flood") {
+        const int count = std::stoi(*word++);
+        flood(count, std::stoul(*word++));
+      } else if (name == "take") {
+        held_ = locks_.lock(std::chrono::milliseconds(100));
+        say(held_ ? "take: done" : "take: busy");
+      } else if (name == "hand") {
+        handed_ = std::make_shared<const Descriptor>(::open((word++)->c_str(), O_RDONLY | O_CLOEXEC));
       } else {
         rights(name);
       }
@@ -108,6 +122,18 @@ class Calls {
     }
   }
 
+  void flood(int count, std::size_t size) {
+    const std::string text(size, 'x');
+    for (int i = 0; i < count; ++i) {
+      const BusMessage call = bus_.newCall(kHelperName, kHelperPath, kHelperInterface, "Run");
+      sd_bus_message_append(call.get(), "sasah", "/usr/sbin/nvkservice", 1, text.c_str(), 0);
+      sd_bus_message_set_expect_reply(call.get(), 0);
+      sd_bus_send(bus_.connection(), call.get(), nullptr);
+      sd_bus_flush(bus_.connection());
+    }
+    say("flood: done");
+  }
+
   void ends() {
     if (!client_.wait(kPatience)) say("some have not ended");
     for (const ToolOutcome& outcome : client_.outcomes()) {
@@ -121,7 +147,11 @@ class Calls {
   }
 
   SystemBus bus_{{}};
-  HelperClient client_{bus_};
+  ToolLauncher tools_{RootFolder(), kPatience};
+  PosixChangeLocks locks_{RootFolder(), tools_};
+  std::unique_ptr<HeldLock> held_;
+  std::shared_ptr<const Descriptor> handed_;
+  HelperClient client_{bus_, [this] { return handed_ ? handed_ : tools_.heldOpen(); }};
   PolkitAuthorization authorization_{bus_, client_, {.isSuperUser = false, .textAgent = true}};
   AuthorizationRef reference_ = nullptr;
 };

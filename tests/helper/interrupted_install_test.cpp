@@ -52,6 +52,8 @@ TEST(InterruptedInstall, TheTargetIsAlwaysTheOldFileOrTheNewOne) {
     EXPECT_EQ(computer.read(kTemporaryList), newBytes) << "killed at stop " << stop;
     EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
     EXPECT_EQ(computer.read(kConfiguration), newBytes);
+    EXPECT_EQ(computer.namesIn("/etc/norvik"), (std::vector<std::string>{"svr.cfg", "svr.cfg.previous"}))
+        << "killed at stop " << stop;
   }
   EXPECT_GT(sawOld, 20);
   EXPECT_GT(sawNew, 4);

@@ -4,16 +4,26 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/sysmacros.h>
+#include <sys/un.h>
 #include <sys/wait.h>
 
+#include <chrono>
 #include <csignal>
+#include <cstddef>
+#include <thread>
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/helper/safe_files.h"
 #include "tests/helper/computer.h"
+#include "tests/support/waiting.h"
 
 namespace norvik::helper {
 namespace {
@@ -117,12 +127,38 @@ TEST_F(StepsTest, ADeviceAtTheTemporaryPathIsRefused) {
   expectRefused(moveConfiguration(), "is not a regular file");
 }
 
+// Makes a socket; its name is in the folder, as the name of a socket is short.
+void makeSocket(const fs::path& path) {
+  const Descriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+  const Descriptor folder(::open(path.parent_path().c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  const std::string name =
+      "/proc/self/fd/" + std::to_string(folder.number()) + "/" + path.filename().native();
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  ASSERT_LT(name.size(), sizeof address.sun_path);
+  name.copy(address.sun_path, name.size());
+  ASSERT_EQ(::bind(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+}
+
+TEST_F(StepsTest, ASocketAtTheTemporaryPathIsRefused) {
+  makeSocket(computer.onDisk(kTemporaryList));
+  expectRefused(moveConfiguration(), "No such device or address");
+}
+
 TEST_F(StepsTest, SomebodyElsesFileAtTheTemporaryPathIsRefused) {
   computer.put(kTemporaryList, listWith("new"));
   const StepOutcome outcome = computer.carryOut(moveConfiguration(), ::getuid() + 1);
   EXPECT_EQ(outcome.status, 1);
   EXPECT_NE(outcome.words.find("belongs to somebody else"), std::string::npos) << outcome.words;
   EXPECT_FALSE(computer.has(kConfiguration));
+}
+
+// What the system itself keeps people from doing in /tmp must not be relied on: fs.protected_symlinks and its
+// like hold in sticky folders alone, and may be off. The folder here is none.
+TEST_F(StepsTest, TheTemporaryFolderHereHasNoProtectionOfTheSystems) {
+  struct stat status {};
+  ASSERT_EQ(::stat(computer.onDisk("/tmp").c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & S_ISVTX, 0U);
 }
 
 TEST_F(StepsTest, ATooLargeFileIsRefused) {
@@ -147,6 +183,75 @@ TEST_F(StepsTest, AFileThatIsSwappedAfterItWasCheckedIsNotLookedAt) {
   EXPECT_EQ(readAll(file), listWith("checked"));
   removeName(file);
   EXPECT_EQ(computer.read(kTemporaryList), listWith("other"));  // it is not what was installed
+}
+
+// Somebody puts one thing after another at the path while it is installed, as fast as possible. A second name
+// of a file may go right after it was opened, so what keeps other people's files out is their owner.
+TEST_F(StepsTest, WhateverIsSwappedMeanwhileOnlyACheckedFileIsInstalled) {
+  computer.put("/secret", listWith("secret"));
+  computer.put("/own", listWith("own"));
+  const bool canGiveAway = ::chown(computer.onDisk("/secret").c_str(), 1234, 1234) == 0;
+  const std::jthread swapper([&](const std::stop_token& stop) {
+    const fs::path next = computer.onDisk("/tmp/next");
+    for (int i = 0; !stop.stop_requested(); ++i) {
+      std::error_code ignored;
+      if (i % 3 == 0) fs::create_symlink(computer.onDisk("/secret"), next, ignored);
+      if (i % 3 == 1 && canGiveAway) fs::create_hard_link(computer.onDisk("/secret"), next, ignored);
+      if (i % 3 == 2) fs::copy_file(computer.onDisk("/own"), next, ignored);
+      fs::rename(next, computer.onDisk(kTemporaryList), ignored);
+      fs::remove(next, ignored);
+    }
+  });
+  int installed = 0;
+  int refused = 0;
+  const auto end = std::chrono::steady_clock::now() + kPatience;
+  while ((installed < 20 || refused < 20) && std::chrono::steady_clock::now() < end) {
+    const StepOutcome outcome = computer.carryOut(moveConfiguration());
+    (outcome.status == 0 ? installed : refused) += 1;
+    if (installed == 0) continue;
+    ASSERT_EQ(computer.read(kConfiguration), listWith("own"));
+  }
+  EXPECT_GE(installed, 20);
+  EXPECT_GE(refused, 20);
+  EXPECT_EQ(computer.read("/secret"), listWith("secret"));
+}
+
+// A system without openat2, which a filter stands for.
+
+bool hideOpenat2() {
+  sock_filter filter[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                          BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, SYS_openat2, 0, 1),
+                          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | ENOSYS),
+                          BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+  const sock_fprog program{std::size(filter), filter};
+  return ::prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+         ::prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
+}
+
+TEST_F(StepsTest, LinksAndPipesAreRefusedByAnOlderSystemToo) {
+  constexpr int kNoFilter = 99;
+  const auto statusThere = [this] {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(hideOpenat2() ? computer.carryOut(moveConfiguration()).status : kNoFilter);
+    int status = 0;
+    ::waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  };
+  const fs::path temporary = computer.onDisk(kTemporaryList);
+  computer.put("/secret", listWith("secret"));
+  fs::create_symlink(computer.onDisk("/secret"), temporary);
+  ASSERT_EQ(statusThere(), 1);
+  fs::remove(temporary);
+  fs::create_hard_link(computer.onDisk("/secret"), temporary);
+  EXPECT_EQ(statusThere(), 1);
+  fs::remove(temporary);
+  ASSERT_EQ(::mkfifo(temporary.c_str(), 0666), 0);
+  EXPECT_EQ(statusThere(), 1);
+  fs::remove(temporary);
+  EXPECT_FALSE(computer.has(kConfiguration));
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(statusThere(), 0);
+  EXPECT_EQ(computer.read(kConfiguration), listWith("new"));
 }
 
 TEST_F(StepsTest, AListThatIsNoDictionaryIsRefused) {
@@ -200,6 +305,39 @@ TEST_F(StepsTest, APipeAtTheTargetIsReplacedAtOnce) {
   EXPECT_EQ(computer.read(kConfiguration), listWith("new"));
 }
 
+TEST_F(StepsTest, ASocketAtTheTargetIsReplaced) {
+  makeSocket(computer.onDisk(kConfiguration));
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  EXPECT_EQ(computer.read(kConfiguration), listWith("new"));
+  EXPECT_FALSE(computer.has(kPreviousConfiguration));
+}
+
+TEST_F(StepsTest, ADeviceAtTheTargetIsReplacedAndNotWrittenTo) {
+  if (::mknod(computer.onDisk(kConfiguration).c_str(), S_IFCHR | 0666, makedev(1, 7)) != 0)
+    GTEST_SKIP() << "only the super-user can make a device";
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  EXPECT_TRUE(fs::is_regular_file(computer.onDisk(kConfiguration)));
+  EXPECT_EQ(computer.read(kConfiguration), listWith("new"));
+}
+
+TEST_F(StepsTest, SomebodyElsesFileAtTheTargetIsReplacedByOneOfTheSuperUsers) {
+  if (::getuid() != 0) GTEST_SKIP() << "only the super-user can give a file away";
+  computer.put(kConfiguration, listWith("old"));
+  ASSERT_EQ(::chown(computer.onDisk(kConfiguration).c_str(), 1234, 1234), 0);
+  ::chmod(computer.onDisk(kConfiguration).c_str(), 04777);
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  for (const char* path : {kConfiguration, kPreviousConfiguration}) {
+    struct stat status {};
+    ASSERT_EQ(::stat(computer.onDisk(path).c_str(), &status), 0);
+    EXPECT_EQ(status.st_uid, 0U);
+    EXPECT_EQ(status.st_mode & 07777U, 0644U);
+  }
+  EXPECT_EQ(computer.read(kPreviousConfiguration), listWith("old"));
+}
+
 TEST_F(StepsTest, ADirectoryAtTheTargetIsRefused) {
   fs::create_directory(computer.onDisk(kConfiguration));
   computer.put(kTemporaryList, listWith("new"));
@@ -218,6 +356,63 @@ TEST_F(StepsTest, LinksAtTheNamesThatAreWrittenAreNotFollowed) {
   EXPECT_EQ(computer.read("/other"), "other");
   EXPECT_EQ(computer.read(kPreviousConfiguration), listWith("old"));
   EXPECT_FALSE(computer.has(unfinished));
+}
+
+// What a killed helper left.
+
+pid_t endedProcess() {
+  const pid_t child = ::fork();
+  if (child == 0) ::_exit(0);
+  ::waitpid(child, nullptr, 0);
+  return child;
+}
+
+void makeOlderBy(const fs::path& path, std::chrono::hours age) {
+  fs::last_write_time(path, fs::last_write_time(path) - age);
+}
+
+TEST_F(StepsTest, WhatAKilledHelperLeftIsRemovedByTheNextInstall) {
+  const std::string gone = std::to_string(endedProcess());
+  const std::string living = std::to_string(::getppid());
+  computer.put("/etc/norvik/.svr.cfg.new." + gone, "unfinished");
+  computer.put("/etc/norvik/.svr.cfg.previous.new." + gone, "unfinished");
+  computer.put("/etc/norvik/.svr.cfg.new." + living, "old");
+  makeOlderBy(computer.onDisk("/etc/norvik/.svr.cfg.new." + living), std::chrono::hours(25));
+  computer.put(kConfiguration, listWith("old"));
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  EXPECT_EQ(computer.namesIn("/etc/norvik"), (std::vector<std::string>{"svr.cfg", "svr.cfg.previous"}));
+}
+
+TEST_F(StepsTest, NothingElseIsTakenForALeftover) {
+  const std::string gone = std::to_string(endedProcess());
+  const std::string living = std::to_string(::getppid());
+  const std::string ours = "/etc/norvik/.svr.cfg.new.";
+  for (const std::string& name :
+       {"0" + gone, "-" + gone, gone + "x", std::string("0"), std::string(), living})
+    computer.put(ours + name, "not ours");
+  computer.put("/etc/norvik/svr.cfg.new." + gone, "not ours");
+  computer.put("/etc/norvik/.other.new." + gone, "not ours");
+  computer.put("/etc/norvik/one", "two names");
+  fs::create_hard_link(computer.onDisk("/etc/norvik/one"), computer.onDisk(ours + "2147483647"));
+  fs::create_symlink("/nowhere", computer.onDisk(ours + "2147483646"));
+  fs::create_directory(computer.onDisk(ours + "2147483645"));
+  auto expected = computer.namesIn("/etc/norvik");
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  expected.emplace_back("svr.cfg");
+  std::ranges::sort(expected);
+  EXPECT_EQ(computer.namesIn("/etc/norvik"), expected);
+}
+
+TEST_F(StepsTest, AnUnfinishedFileOfSomebodyElseIsLeftAlone) {
+  if (::getuid() != 0) GTEST_SKIP() << "only the super-user can give a file away";
+  const std::string name = "/etc/norvik/.svr.cfg.new." + std::to_string(endedProcess());
+  computer.put(name, "not ours");
+  ASSERT_EQ(::chown(computer.onDisk(name).c_str(), 1234, 1234), 0);
+  computer.put(kTemporaryList, listWith("new"));
+  EXPECT_EQ(computer.carryOut(moveConfiguration()).status, 0);
+  EXPECT_TRUE(computer.has(name));
 }
 
 // Mode and owner.
@@ -255,6 +450,12 @@ TEST_F(StepsTest, ModeAndOwnerAreNotSetThroughLinks) {
     EXPECT_EQ(computer.carryOut(line).status, 1);
     fs::remove(computer.onDisk(kConfiguration));
     ASSERT_EQ(::mkfifo(computer.onDisk(kConfiguration).c_str(), 0600), 0);
+    EXPECT_EQ(computer.carryOut(line).status, 1);
+    fs::remove(computer.onDisk(kConfiguration));
+    makeSocket(computer.onDisk(kConfiguration));
+    EXPECT_EQ(computer.carryOut(line).status, 1);
+    fs::remove(computer.onDisk(kConfiguration));
+    fs::create_directory(computer.onDisk(kConfiguration));
     EXPECT_EQ(computer.carryOut(line).status, 1);
     fs::remove(computer.onDisk(kConfiguration));
     EXPECT_EQ(computer.carryOut(line).status, 1);

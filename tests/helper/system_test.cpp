@@ -2,7 +2,9 @@
 // special.
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
 #include <sys/mount.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <systemd/sd-bus.h>
@@ -216,6 +218,56 @@ TEST_F(HelperSystemTest, NothingOvertakesALineOfTheSameCaller) {
   EXPECT_EQ(contentOf(kConfiguration), listWith("new"));
 }
 
+// The lock for changes.
+
+bool isLocked(const char* folder) {
+  const Descriptor descriptor(::open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  return ::flock(descriptor.number(), LOCK_EX | LOCK_NB) != 0;
+}
+
+TEST_F(HelperSystemTest, TheLockOfAKilledCallerIsKeptUntilItsLinesHaveEnded) {
+  grantEverything();
+  writeFile("/run/tool-script", "while [ ! -e /tmp/go ]; do sleep 0.01; done\n");
+  RunningProgram caller(
+      callerWords(Words{"take"} + asking("run", applyLine()) + asking("run", setConfigurationMode()) +
+                  Words{"touch", "/tmp/asked", "ends"}),
+      {.user = kUser}, "/tmp/caller");
+  ASSERT_TRUE(eventually([] { return fs::exists("/tmp/asked"); }));
+  ASSERT_TRUE(eventually([] { return has(contentOf("/run/tools"), "apply"); }));
+  EXPECT_TRUE(isLocked("/etc/norvik"));
+  caller.send(SIGKILL);
+  EXPECT_EQ(caller.ending()->signal, SIGKILL);
+  EXPECT_TRUE(isLocked("/etc/norvik"));
+  // Nothing of it reaches the tool.
+  EXPECT_EQ(contentOf("/run/tool-descriptors"), "0\n1\n2\n3\n");
+  EXPECT_EQ(call({"take"}), "take: busy\n");
+  writeFile("/tmp/go", "");
+  EXPECT_TRUE(eventually([] { return !isLocked("/etc/norvik"); }));
+}
+
+TEST_F(HelperSystemTest, WhoKnowsOfTheEndFindsTheLockFree) {
+  grantEverything();
+  for (int i = 0; i < 20; ++i) {
+    call(Words{"take"} + asking("run", applyLine()) + Words{"ends"});
+    EXPECT_FALSE(isLocked("/etc/norvik"));
+  }
+}
+
+TEST_F(HelperSystemTest, OnlyTheLockIsKept) {
+  grantEverything();
+  fs::create_directory("/home/norvik-user/folder");
+  for (const char* path :
+       {"/etc/passwd", "/etc/norvik/svr.cfg", "/home/norvik-user/folder", "/dev/null", "/tmp"}) {
+    writeFile(kConfiguration, listWith("old"));
+    EXPECT_EQ(call(Words{"hand", path} + asking("run", applyLine())), "/usr/sbin/nvkservice: not possible\n")
+        << path;
+  }
+  EXPECT_TRUE(log_->says("refused: this is not the lock for changes"));
+  EXPECT_EQ(contentOf("/run/tools"), "");
+  EXPECT_EQ(call(Words{"hand", "/etc/norvik"} + asking("run", applyLine())),
+            "/usr/sbin/nvkservice: launched\n");
+}
+
 TEST_F(HelperSystemTest, NoEndIsMissedHoweverSoonItComes) {
   grantEverything();
   writeFile(kConfiguration, listWith("old"));
@@ -281,6 +333,74 @@ TEST_F(HelperSystemTest, AFullDiskLeavesTheOldFile) {
   EXPECT_TRUE(has(call(asking("run", moveConfiguration()) + Words{"ends"}), "No space left on device"));
   EXPECT_EQ(contentOf(kConfiguration), listWith("old"));
   EXPECT_EQ(std::distance(fs::directory_iterator("/etc/norvik"), fs::directory_iterator()), 1);
+}
+
+// What anybody may send.
+
+// The helper, of which this computer has one.
+std::string helperProcess() {
+  std::string pid = runProgram({"pgrep", "-x", "norvik-helper"}).output;
+  return pid.substr(0, pid.find('\n'));
+}
+
+// In KiB, since it was started.
+std::size_t mostMemoryOf(const std::string& process) {
+  const std::string status = contentOf("/proc/" + process + "/status");
+  const std::size_t at = status.find("VmHWM:");
+  return at == std::string::npos ? 0 : std::stoul(status.substr(at + 6));
+}
+
+TEST_F(HelperSystemTest, LongCallsAreNotKept) {
+  constexpr std::size_t kMostMemory = 64 * 1024;
+  std::vector<std::unique_ptr<RunningProgram>> callers;
+  for (int i = 0; i < 4; ++i)
+    callers.push_back(std::make_unique<RunningProgram>(callerWords({"flood", "20", "2000000"}),
+                                                       ProgramOptions{.user = kUser}));
+  for (auto& caller : callers) EXPECT_EQ(caller->status(), 0);
+  EXPECT_EQ(call(asking("run", applyLine())), "/usr/sbin/nvkservice: refused\n");
+  EXPECT_GT(mostMemoryOf(helperProcess()), 0U);
+  EXPECT_LT(mostMemoryOf(helperProcess()), kMostMemory);
+}
+
+TEST_F(HelperSystemTest, ManyShortCallsAreEachRefusedAndOthersAreServed) {
+  grantEverything();
+  // While the bus starts the helper it keeps no more than some hundred calls, of all callers together.
+  EXPECT_TRUE(has(call(asking("run", applyLine()) + Words{"ends"}, kAdmin), "status 0"));
+  RunningProgram flood(callerWords({"flood", "3000", "10"}), {.user = kUser});
+  EXPECT_EQ(call(asking("run", applyLine()) + Words{"ends"}, kAdmin),
+            "/usr/sbin/nvkservice: launched\n/usr/sbin/nvkservice: status 0\n");
+  EXPECT_EQ(flood.status(), 0);
+  EXPECT_TRUE(log_->says("refused: not a line of the tool command table"));
+}
+
+TEST_F(HelperSystemTest, ACallerThatHasGoneIsNotServed) {
+  grantEverything();
+  polkit_->send(SIGSTOP);
+  RunningProgram caller(callerWords(asking("run", applyLine())), {.user = kUser});
+  // The helper has taken the call when a later one, which needs nobody, has its reply.
+  ASSERT_TRUE(eventually([] { return isOnBus(kHelperName); }));
+  EXPECT_EQ(call({"run", "/bin/sh", "end"}), "/bin/sh: not possible\n");
+  caller.send(SIGKILL);
+  EXPECT_EQ(caller.ending()->signal, SIGKILL);
+  polkit_->send(SIGCONT);
+  EXPECT_TRUE(log_->says("\"/usr/sbin/nvkservice\" \"apply\": refused"));
+  EXPECT_EQ(contentOf("/run/tools"), "");
+}
+
+TEST_F(HelperSystemTest, TheHelperHasAllDescriptorsThatThereAreAndToolsAsManyAsBefore) {
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+  limit.rlim_cur = 200;
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+  polkit_.reset();
+  bus_.reset();
+  startBus();
+  grantEverything();
+  writeFile("/run/tool-script", "ulimit -Sn >/run/tool-limit\n");
+  EXPECT_TRUE(has(call(asking("run", applyLine()) + Words{"ends"}), "status 0"));
+  EXPECT_EQ(contentOf("/run/tool-limit"), "200\n");
+  ASSERT_EQ(::prlimit(std::stoi(helperProcess()), RLIMIT_NOFILE, nullptr, &limit), 0);
+  EXPECT_EQ(limit.rlim_cur, limit.rlim_max);
 }
 
 // Asking a person. The password is typed at a terminal, to polkit's own agent.
@@ -440,6 +560,17 @@ TEST_F(CommandLineTest, TheSuperUserNeedsNeitherBusNorPolkit) {
   EXPECT_EQ(portIn("/run/applied"), 5074);
   EXPECT_EQ(temporaryFiles(), 0U);
   EXPECT_TRUE(log_->says("uid 0 (directly): \"/usr/sbin/nvkservice\" \"apply\": started"));
+}
+
+TEST_F(CommandLineTest, SettingsThatNothingHereReadsSaySo) {
+  const std::string sentence = "Nothing on this computer reads this setting";
+  EXPECT_TRUE(has(runProgram({norvikctl_, "show", "system.compositing.disable"}).output, sentence));
+  EXPECT_TRUE(has(runProgram({norvikctl_, "limits"}).output, sentence));
+  EXPECT_TRUE(has(runProgram({norvikctl_, "limits", "--json"}).output, sentence));
+  EXPECT_TRUE(has(runProgram({norvikctl_, "show", "system.screensaver.disable", "--json"}).output,
+                  "\"unread\": true"));
+  EXPECT_FALSE(has(runProgram({norvikctl_, "show", "nvk.port"}).output, sentence));
+  EXPECT_FALSE(has(runProgram({norvikctl_, "show", "nvk.port", "--json"}).output, "unread"));
 }
 
 TEST_F(CommandLineTest, WhatAToolSaysReachesThePerson) {

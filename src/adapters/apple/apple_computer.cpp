@@ -19,6 +19,7 @@ AppleComputer::AppleComputer(const AppleComputerOptions& options, const RootFold
     : tools_(options.longestReportDelay, options.longestEnd),
       locks_(root, [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }),
       settingsFiles_(root, options.stateFolder),
+      network_({}),
       processManager_(makeProcessManager()),
       authorization(root, tools_),
       files(root),
@@ -48,8 +49,14 @@ Platform AppleComputer::platform() {
 }
 
 ComputerServices AppleComputer::services() {
-  return {
-      .locks = locks_, .tools = tools_, .files = settingsFiles_, .ports = ports_, .delivery = notifications};
+  return {.locks = locks_,
+          .tools = tools_,
+          .files = settingsFiles_,
+          .ports = ports_,
+          .network = network_,
+          .delivery = notifications,
+          .refusals = authorization,
+          .unreadFiles = {}};
 }
 
 }  // namespace norvik

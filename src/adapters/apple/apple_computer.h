@@ -20,6 +20,7 @@
 #include "src/adapters/posix/change_locks.h"
 #include "src/adapters/posix/files.h"
 #include "src/adapters/posix/host.h"
+#include "src/adapters/posix/network.h"
 #include "src/adapters/posix/processes.h"
 #include "src/adapters/posix/settings_files.h"
 #include "src/adapters/services/computer_services.h"
@@ -52,8 +53,6 @@ class AppleComputer {
   Platform platform();
   // And what a front end asks of the computer beyond it.
   ComputerServices services();
-  // Why the last request for rights was not granted.
-  AuthorizationRefusal lastRefusal() const { return authorization.lastRefusal(); }
 
  private:
   AppleComputer(const AppleComputerOptions& options, const RootFolder& root);
@@ -62,6 +61,7 @@ class AppleComputer {
   PosixChangeLocks locks_;
   PosixSettingsFiles settingsFiles_;
   AppleListeningPorts ports_;
+  PosixNetwork network_;
   std::unique_ptr<ProcessManager> processManager_;
 
  public:

@@ -8,6 +8,7 @@
 
 #include "src/adapters/linux/authorization_references.h"
 #include "src/adapters/linux/tool_launcher.h"
+#include "src/adapters/services/authorization_refusal.h"
 #include "src/server/mac/platform/authorization.h"
 
 namespace norvik {
@@ -15,7 +16,7 @@ namespace norvik {
 // The strings of a null-terminated vector, which may be null itself.
 std::vector<std::string> argumentWords(const char* const* arguments);
 
-class LinuxAuthorization : public AuthorizationService {
+class LinuxAuthorization : public AuthorizationService, public AuthorizationRefusals {
  public:
   // Asks whether the person is an administrator; may block meanwhile.
   using InteractivePolicy = std::function<bool()>;
@@ -36,6 +37,9 @@ class LinuxAuthorization : public AuthorizationService {
   OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* path,
                                               AuthorizationFlags flags, const char* const* arguments,
                                               FileRef* communicationsPipe) override;
+
+  // A policy does not say why.
+  AuthorizationRefusal lastRefusal() const override { return AuthorizationRefusal::none; }
 
  private:
   bool decide(AuthorizationFlags flags);

@@ -22,15 +22,22 @@ constexpr std::chrono::microseconds kWaitTurn = std::chrono::milliseconds(50);
 
 constexpr const char* kLost = "the helper is gone, and nobody knows how this ended";
 
+// The bus gets a copy of the descriptor.
+bool appendLock(sd_bus_message* call, const Descriptor* lock) {
+  return sd_bus_message_open_container(call, 'a', "h") >= 0 &&
+         (lock == nullptr || sd_bus_message_append(call, "h", lock->number()) >= 0) &&
+         sd_bus_message_close_container(call) >= 0;
+}
+
 BusReply askHelper(SystemBus& bus, const std::string& tool, const std::vector<std::string>& arguments,
-                   bool mayAsk, bool wantsOutput) {
+                   bool mayAsk, bool wantsOutput, const Descriptor* lock) {
   const BusMessage call =
       bus.newCall(kHelperName, kHelperPath, kHelperInterface, wantsOutput ? "RunWithOutput" : "Run");
   bool isFilled = call && sd_bus_message_append(call.get(), "s", tool.c_str()) >= 0 &&
                   sd_bus_message_open_container(call.get(), 'a', "s") >= 0;
   for (const std::string& argument : arguments)
     isFilled = isFilled && sd_bus_message_append(call.get(), "s", argument.c_str()) >= 0;
-  isFilled = isFilled && sd_bus_message_close_container(call.get()) >= 0 &&
+  isFilled = isFilled && sd_bus_message_close_container(call.get()) >= 0 && appendLock(call.get(), lock) &&
              sd_bus_message_set_allow_interactive_authorization(call.get(), mayAsk ? 1 : 0) >= 0;
   return isFilled ? bus.call(call, kLongestAnswer) : BusReply();
 }
@@ -41,7 +48,7 @@ bool isForWantOfRights(const std::string& error) {
 
 }  // namespace
 
-HelperClient::HelperClient(SystemBus& bus) : bus_(bus) {
+HelperClient::HelperClient(SystemBus& bus, Lock lock) : bus_(bus), lock_(std::move(lock)) {
   bus_.onConnect = [this](sd_bus* connection) { listen(connection); };
   bus_.onLost = [this] { lose(nullptr); };
 }
@@ -73,7 +80,8 @@ void HelperClient::watch(const std::string& helper) {
 
 PrivilegedLines::Answer HelperClient::run(const std::string& tool, const std::vector<std::string>& arguments,
                                           bool mayAsk, Descriptor* output) {
-  const BusReply reply = askHelper(bus_, tool, arguments, mayAsk, output != nullptr);
+  const std::shared_ptr<const Descriptor> lock = lock_ ? lock_() : nullptr;
+  const BusReply reply = askHelper(bus_, tool, arguments, mayAsk, output != nullptr, lock.get());
   if (!reply) return isForWantOfRights(reply.error) ? Answer::refused : Answer::notPossible;
   uint32_t number = 0;
   int descriptor = -1;

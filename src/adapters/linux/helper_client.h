@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -13,8 +14,12 @@ namespace norvik {
 
 class HelperClient : public PrivilegedLines {
  public:
-  // `bus` is borrowed, and nobody else uses its two callbacks.
-  explicit HelperClient(SystemBus& bus);
+  // What holds the lock for changes at the moment; null while nobody here holds it.
+  using Lock = std::function<std::shared_ptr<const Descriptor>()>;
+
+  // `bus` is borrowed, and nobody else uses its two callbacks. The helper keeps the lock until the lines that
+  // were called for under it have ended; without `lock` it is given none.
+  explicit HelperClient(SystemBus& bus, Lock lock = {});
   ~HelperClient() override;
 
   Answer run(const std::string& tool, const std::vector<std::string>& arguments, bool mayAsk,
@@ -40,6 +45,7 @@ class HelperClient : public PrivilegedLines {
   static int onOwnerChanged(sd_bus_message* message, void* data, sd_bus_error* error);
 
   SystemBus& bus_;
+  Lock lock_;
   std::string watched_;  // the helper that is known to live
   sd_bus_slot* watch_ = nullptr;
   std::vector<std::shared_ptr<Line>> running_;

@@ -1,9 +1,11 @@
 // The helper on the system bus, for those who call it and for the helper itself.
 //
-//   Run(s tool, as arguments) -> u number
+//   Run(s tool, as arguments, ah lock) -> u number
 //     Carries out a line of the tool command table. The reply comes when polkit has granted it, before it is
-//     carried out; an error means that it was refused and nothing is done.
-//   RunWithOutput(s tool, as arguments) -> u number, h output
+//     carried out; an error means that it was refused and nothing is done. `lock` is empty, or a descriptor
+//     of the folder that is locked for changes: the helper keeps it open until the line has ended, so that
+//     the lock outlives a caller that is killed. Nothing else is done with it.
+//   RunWithOutput(s tool, as arguments, ah lock) -> u number, h output
 //     The same for a line that only reports; what it says is read from the descriptor.
 //   Ended(u number, b killed, i status, ay words)
 //     A signal to the caller alone: the line of that number has ended, with that exit status or by that

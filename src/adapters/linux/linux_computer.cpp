@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "src/adapters/linux/firewall.h"
+
 namespace norvik {
 
 namespace {
@@ -28,18 +30,22 @@ std::string withoutSlash(std::string path) {
 
 }  // namespace
 
-LinuxComputerOptions::LinuxComputerOptions() : user(::getuid()) {}
+LinuxComputerOptions::LinuxComputerOptions() : user(::getuid()), superUser(::geteuid() == 0) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options)
     : LinuxComputer(options, absoluteRoot(options.root)) {}
 
 LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root)
-    : tools_(root, atSpeed(kLongestReportDelay, options.speed)),
+    : unreadFiles_(options.unreadFiles),
+      tools_(root, atSpeed(kLongestReportDelay, options.speed)),
       systemRights_(options.systemRights
-                        ? std::make_unique<SystemRights>(tools_, options.textAgent, options.whileAsking)
+                        ? std::make_unique<SystemRights>(
+                              tools_, PolkitAuthorization::Options{options.superUser, options.textAgent},
+                              options.whileAsking)
                         : nullptr),
       locks_(root, [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
+      network_([root](uint16_t) { return visibleFirewall(root); }),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),
@@ -60,8 +66,9 @@ LaunchedTools& LinuxComputer::launchedTools() {
   return tools_;
 }
 
-AuthorizationRefusal LinuxComputer::lastRefusal() const {
-  return systemRights_ ? systemRights_->authorization().lastRefusal() : AuthorizationRefusal::none;
+const AuthorizationRefusals& LinuxComputer::refusals() const {
+  if (systemRights_) return systemRights_->authorization();
+  return authorization;
 }
 
 Platform LinuxComputer::platformFor(const FrontEndInterfaces& own) {
@@ -88,7 +95,10 @@ ComputerServices LinuxComputer::services() {
           .tools = launchedTools(),
           .files = settingsFiles_,
           .ports = ports_,
-          .delivery = notifications};
+          .network = network_,
+          .delivery = notifications,
+          .refusals = refusals(),
+          .unreadFiles = unreadFiles_};
 }
 
 }  // namespace norvik

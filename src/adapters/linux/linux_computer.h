@@ -25,6 +25,7 @@
 #include "src/adapters/posix/change_locks.h"
 #include "src/adapters/posix/files.h"
 #include "src/adapters/posix/host.h"
+#include "src/adapters/posix/network.h"
 #include "src/adapters/posix/processes.h"
 #include "src/adapters/posix/settings_files.h"
 #include "src/adapters/services/computer_services.h"
@@ -39,9 +40,11 @@ struct LinuxComputerOptions {
   std::string busAddress;  // of the bus for notifications; empty for none
   double speed = 1;        // how much faster than real time waits pass; 0.001 to 1000000
   std::vector<std::string> bundleFolders;
-  std::string stateFolder;    // for copies of the settings files, made as needed; empty keeps none
-  std::string syslogIdent;    // before each line of the log; empty for the program's name
-  uid_t user;                 // whose processes the process manager lists
+  std::string stateFolder;               // for copies of the settings files, made as needed; empty keeps none
+  std::string syslogIdent;               // before each line of the log; empty for the program's name
+  std::vector<std::string> unreadFiles;  // settings files that nothing on the computer reads
+  uid_t user;                            // whose processes the process manager lists
+  bool superUser;                        // whether the program has administrator rights already
   bool systemRights = false;  // whether the system decides who is an administrator; else the policy does
   LinuxAuthorization::InteractivePolicy authorization;  // called when a person may be asked; none refuses
   bool textAgent = false;                // whether the system may ask for passwords at the terminal
@@ -52,12 +55,14 @@ struct LinuxComputerOptions {
 };
 
 // This system for the user who runs the program: home folder, state folder and bus come from the environment.
-// The system decides who is an administrator.
+// The system decides who is an administrator. Nothing on Linux reads the files of the open files limit, the
+// screen saver and the window server.
 LinuxComputerOptions systemOptions();
 
 // The sandbox in the folder `directory`, with the settings in its folder .norvik: `bus` (an address), `clock`
 // (a speed) and `authorization` ("granted" or "refused", read at each request). Without a valid file: no bus,
-// real time, refused. Copies of the settings files go to its folder .norvik/state.
+// real time, refused. Copies of the settings files go to its folder .norvik/state. It stands for a computer
+// that reads all settings files.
 LinuxComputerOptions sandboxOptions(const std::string& directory);
 
 // Whether `directory` is a folder with a sandbox in it. Every front end refuses any other root.
@@ -91,20 +96,21 @@ class LinuxComputer {
   // And what a front end asks of the computer beyond it. The delivery is that of the computer's own
   // notifications.
   ComputerServices services();
-  // Why the last request for rights was not granted; a policy does not say.
-  AuthorizationRefusal lastRefusal() const;
 
  private:
   LinuxComputer(const LinuxComputerOptions& options, const RootFolder& root);
 
   LaunchedTools& launchedTools();
   AuthorizationService& authorizationService();
+  const AuthorizationRefusals& refusals() const;
 
+  const std::vector<std::string> unreadFiles_;
   ToolLauncher tools_;
   std::unique_ptr<SystemRights> systemRights_;  // none where the policy decides
   PosixChangeLocks locks_;
   PosixSettingsFiles settingsFiles_;
   LinuxListeningPorts ports_;
+  PosixNetwork network_;
 
  public:
   // The platform interfaces; each lives as long as the computer.

@@ -8,6 +8,8 @@
 
 #include "src/adapters/linux/linux_computer.h"
 #include "src/adapters/posix/descriptors.h"
+#include "src/server/mac/control/tool_commands.h"
+#include "src/server/mac/stores/settings_paths.h"
 #include "src/server/mac/text/trim.h"
 
 namespace norvik {
@@ -58,6 +60,7 @@ LinuxComputerOptions systemOptions() {
   options.bundleFolders = {"/Applications", "/Library/PreferencePanes", options.home + "/Applications"};
   options.stateFolder = stateFolder(options.home);
   options.systemRights = true;
+  options.unreadFiles = {kLaunchdConfigFile, kScreenSaverFile, kWindowServerFile};
   return options;
 }
 

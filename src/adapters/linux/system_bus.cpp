@@ -8,6 +8,8 @@ namespace norvik {
 
 namespace {
 
+using std::chrono::steady_clock;
+
 // Between two turns, so that a window paints often enough.
 constexpr std::chrono::microseconds kCallTurn = std::chrono::milliseconds(20);
 
@@ -91,8 +93,15 @@ BusReply SystemBus::call(const BusMessage& message, std::chrono::microseconds li
     return {.error = SD_BUS_ERROR_DISCONNECTED, .sentence = "there is no system bus"};
   const std::unique_ptr<sd_bus_slot, decltype(&sd_bus_slot_unref)> slot(made, &sd_bus_slot_unref);
   bool wasBusy = false;
+  // Whatever else arrives meanwhile neither hurries nor delays the window.
+  auto next = steady_clock::now() + kCallTurn;
+  bool hasPainted = false;
   while (!waiting.hasCome && step(kCallTurn, wasBusy)) {
-    if (whileWaiting_ && !waiting.hasCome) whileWaiting_();
+    const bool isDue = steady_clock::now() >= next || (waiting.hasCome && hasPainted);
+    if (!isDue || !whileWaiting_) continue;
+    whileWaiting_();
+    hasPainted = true;
+    next = steady_clock::now() + kCallTurn;
   }
   if (waiting.hasCome) return std::move(waiting.reply);
   return {.error = SD_BUS_ERROR_DISCONNECTED, .sentence = "the system bus is gone"};

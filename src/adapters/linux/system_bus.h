@@ -23,7 +23,8 @@ struct BusReply {
 
 class SystemBus {
  public:
-  // Called again and again while a call waits for its reply; may be none.
+  // Called again and again while a call waits for its reply, first after some 20 ms, and once more when it
+  // has come, for what was clicked until then; may be none.
   using WhileWaiting = std::function<void()>;
 
   explicit SystemBus(WhileWaiting whileWaiting) : whileWaiting_(std::move(whileWaiting)) {}

@@ -12,10 +12,9 @@ namespace norvik {
 
 class SystemRights {
  public:
-  // For the user who runs the program: the super-user works directly, everybody else through the helper.
-  // `tools` is borrowed. `textAgent` allows passwords to be asked for at the terminal; `whileAsking` is
+  // The super-user works directly, everybody else through the helper. `tools` is borrowed. `whileAsking` is
   // called again and again while somebody is asked, and may be none.
-  SystemRights(ToolLauncher& tools, bool textAgent, std::function<void()> whileAsking);
+  SystemRights(ToolLauncher& tools, PolkitAuthorization::Options options, std::function<void()> whileAsking);
 
   PolkitAuthorization& authorization() { return *authorization_; }
   const PolkitAuthorization& authorization() const { return *authorization_; }

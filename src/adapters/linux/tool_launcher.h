@@ -32,6 +32,8 @@ class ToolLauncher : public LaunchedTools {
   // Tools that are started while the descriptor exists keep it open until they have ended; they cannot use
   // it, and what they start does not get it.
   void keepOpen(std::weak_ptr<const Descriptor> held) { held_ = std::move(held); }
+  // That descriptor; null where there is none any more.
+  std::shared_ptr<const Descriptor> heldOpen() const { return held_.lock(); }
 
   void forget() override { reported_.clear(); }
   bool wait(std::chrono::milliseconds limit) override;

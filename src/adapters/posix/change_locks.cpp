@@ -9,6 +9,7 @@
 #include <thread>
 
 #include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/lock_folders.h"
 
 namespace norvik {
 
@@ -16,8 +17,6 @@ namespace {
 
 using std::chrono::steady_clock;
 
-// The first of these that exists is locked. It is the same folder for every user and every front end.
-constexpr const char* kFolders[] = {"/etc/norvik", "/etc", "/"};
 // Between two attempts. Short for a person, and thousands of times longer than an attempt.
 constexpr std::chrono::milliseconds kPause{10};
 
@@ -44,7 +43,7 @@ Attempt lockFolder(const std::string& path, Descriptor& folder) {
 }
 
 Attempt lockFirst(const RootFolder& root, Descriptor& folder) {
-  for (const char* path : kFolders) {
+  for (const char* path : kLockFolders) {
     const Attempt attempt = lockFolder(root.onDisk(path), folder);
     if (attempt != Attempt::impossible) return attempt;
   }

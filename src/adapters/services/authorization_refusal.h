@@ -17,7 +17,7 @@ enum class AuthorizationRefusal {
 class AuthorizationRefusals {
  public:
   virtual ~AuthorizationRefusals() = default;
-  // Of the last request for rights. Main thread; does not block.
+  // Of the last request for rights; none where the computer does not say why. Main thread; does not block.
   virtual AuthorizationRefusal lastRefusal() const = 0;
 };
 

@@ -1,10 +1,15 @@
 // What a front end asks of a computer and the pane does not: the counterpart of `Platform` for the change
-// transaction. Linux and the simulated computer implement each.
+// transaction. Every computer implements each.
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "src/adapters/services/authorization_refusal.h"
 #include "src/adapters/services/change_locks.h"
 #include "src/adapters/services/launched_tools.h"
 #include "src/adapters/services/listening_ports.h"
+#include "src/adapters/services/network.h"
 #include "src/adapters/services/settings_files.h"
 
 namespace norvik {
@@ -23,7 +28,11 @@ struct ComputerServices {
   LaunchedTools& tools;
   SettingsFiles& files;
   ListeningPorts& ports;
+  Network& network;
   NotificationDelivery& delivery;
+  const AuthorizationRefusals& refusals;
+  // The settings files that nothing on this computer reads, so that what is stored there has no effect.
+  std::vector<std::string> unreadFiles = {};
 };
 
 }  // namespace norvik

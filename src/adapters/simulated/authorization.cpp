@@ -105,6 +105,7 @@ OSStatus SimulatedAuthorization::AuthorizationCopyRights(AuthorizationRef author
   const bool interactive = (flags & kAuthorizationFlagInteractionAllowed) != 0;
   Reference* reference = find(authorization);
   const bool granted = reference != nullptr && isGranted(*reference, interactive);
+  lastRefusal_ = granted ? AuthorizationRefusal::none : reason_;
   effects_.report(EffectKind::authorization,
                   "authorization copy-rights" + names(flags) + " -> " + (granted ? "granted" : "refused"));
   for (const AuthorizationItem& item : rights) effects_.report(EffectKind::rights, itemLine(item));

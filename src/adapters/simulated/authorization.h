@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "src/adapters/services/authorization_refusal.h"
 #include "src/adapters/simulated/clock.h"
 #include "src/adapters/simulated/effects.h"
 #include "src/adapters/simulated/files.h"
@@ -18,7 +19,7 @@
 
 namespace norvik {
 
-class SimulatedAuthorization : public AuthorizationService {
+class SimulatedAuthorization : public AuthorizationService, public AuthorizationRefusals {
  public:
   SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const SimulatedClock& clock,
                          const EffectReporter& effects);
@@ -32,6 +33,9 @@ class SimulatedAuthorization : public AuthorizationService {
   // interaction are granted too; afterwards a launch asks again, which is answered like a request with
   // interaction. Nothing: a password holds for every launch, and for no request.
   void setPasswordHolds(std::optional<std::chrono::seconds> time) { passwordHolds_ = time; }
+  // Why requests are refused from now on; nothing is said without it.
+  void setRefusal(AuthorizationRefusal reason) { reason_ = reason; }
+  AuthorizationRefusal lastRefusal() const override { return lastRefusal_; }
   // Launches of the tool are refused, with any arguments or only with that first one.
   void refuse(const std::string& tool, const std::optional<std::string>& firstArgument);
   // Launches of the tool are accepted again, whatever was refused.
@@ -77,6 +81,8 @@ class SimulatedAuthorization : public AuthorizationService {
   bool interactiveGranted_ = true;
   bool createGranted_ = true;
   std::optional<std::chrono::seconds> passwordHolds_;
+  AuthorizationRefusal reason_ = AuthorizationRefusal::none;
+  AuthorizationRefusal lastRefusal_ = AuthorizationRefusal::none;
   std::map<std::string, RefusedArguments> refused_;
   std::set<std::string> withoutPipe_;
   int lastNumber_ = 0;

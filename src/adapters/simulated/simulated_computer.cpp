@@ -20,6 +20,7 @@ SimulatedComputer::SimulatedComputer()
       locks(clock, tools),
       settingsFiles(fileSystem, fileFaults, clock),
       ports(fileSystem, service, processes),
+      network(host, ports),
       platform_{.application = application,
                 .alerts = alerts,
                 .workspace = workspace,
@@ -38,7 +39,13 @@ SimulatedComputer::SimulatedComputer()
                 .assertions = assertions} {}
 
 ComputerServices SimulatedComputer::services() {
-  return {.locks = locks, .tools = tools, .files = settingsFiles, .ports = ports, .delivery = notifications};
+  return {.locks = locks,
+          .tools = tools,
+          .files = settingsFiles,
+          .ports = ports,
+          .network = network,
+          .delivery = notifications,
+          .refusals = authorization};
 }
 
 }  // namespace norvik

@@ -19,6 +19,7 @@
 #include "src/adapters/simulated/files.h"
 #include "src/adapters/simulated/host.h"
 #include "src/adapters/simulated/listening_ports.h"
+#include "src/adapters/simulated/network.h"
 #include "src/adapters/simulated/outgoing.h"
 #include "src/adapters/simulated/processes.h"
 #include "src/adapters/simulated/property_list_files.h"
@@ -70,6 +71,7 @@ class SimulatedComputer {
   SimulatedChangeLocks locks;
   SimulatedSettingsFiles settingsFiles;
   SimulatedListeningPorts ports;
+  SimulatedNetwork network;
 
  private:
   Platform platform_;

@@ -58,15 +58,18 @@ std::string answerQuestion(CommandLine& line, std::string_view word) {
 constexpr int64_t kMostSeconds = 3600;
 
 // How long to wait for something.
-template <std::chrono::milliseconds WaitLimits::*limit>
-std::string setSeconds(CommandLine& line, std::string_view value) {
+std::string readSeconds(auto& limit, std::string_view value) {
   const auto seconds = wholeNumber(value);
   if (!seconds || *seconds < 0 || *seconds > kMostSeconds) {
     return "a time to wait is a whole number of seconds from 0 to " + std::to_string(kMostSeconds) +
            ", not " + inQuotes(value) + ".";
   }
-  line.limits.*limit = std::chrono::seconds(*seconds);
+  limit = std::chrono::seconds(*seconds);
   return "";
+}
+template <std::chrono::milliseconds WaitLimits::*limit>
+std::string setSeconds(CommandLine& line, std::string_view value) {
+  return readSeconds(line.limits.*limit, value);
 }
 
 // An option that only sets a flag.
@@ -78,24 +81,28 @@ std::string setFlag(CommandLine& line, std::string_view /*value*/) {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"--root", "", "DIR", "Work on the sandbox in this folder instead of this computer", OptionValue::folder, SettingsUse::none,
+    {"--root", "", "DIR", "Work on the sandbox in this folder instead of this computer", OptionValue::folder, SettingsUse::none, "",
      [](CommandLine& line, std::string_view value) { line.root = value; return std::string(); }},
-    {"--json", "", "", "Print JSON", OptionValue::none, SettingsUse::none, setFlag<&CommandLine::json>},
+    {"--json", "", "", "Print JSON", OptionValue::none, SettingsUse::none, "", setFlag<&CommandLine::json>},
     {"--answer", "", "QUESTION=ANSWER", "Answer this question, should it come up; may be repeated",
-     OptionValue::answer, SettingsUse::none, answerQuestion},
-    {"--reboot", "", "", "Restart the computer now where a change needs it: restart=now", OptionValue::none, SettingsUse::none,
+     OptionValue::answer, SettingsUse::none, "", answerQuestion},
+    {"--reboot", "", "", "Restart the computer now where a change needs it: restart=now", OptionValue::none, SettingsUse::none, "",
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=now"); }},
-    {"--no-reboot", "", "", "Leave the restart of the computer for later: restart=later", OptionValue::none, SettingsUse::none,
+    {"--no-reboot", "", "", "Leave the restart of the computer for later: restart=later", OptionValue::none, SettingsUse::none, "",
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=later"); }},
     {"--dry-run", "", "", "Only show what set or unset would change, save and run", OptionValue::none,
-     SettingsUse::previews, setFlag<&CommandLine::dryRun>},
+     SettingsUse::previews, "", setFlag<&CommandLine::dryRun>},
     {"--wait-lock", "", "SECONDS", "Wait so long for somebody else's change to end; 10 seconds unless given",
-     OptionValue::number, SettingsUse::changes, setSeconds<&WaitLimits::lock>},
+     OptionValue::number, SettingsUse::changes, "", setSeconds<&WaitLimits::lock>},
     {"--wait-tools", "", "SECONDS", "Wait so long for the programs that save; 30 seconds unless given",
-     OptionValue::number, SettingsUse::changes, setSeconds<&WaitLimits::tools>},
-    {"--help", "-h", "", "Print help, for a command or for all", OptionValue::none, SettingsUse::none,
+     OptionValue::number, SettingsUse::changes, "", setSeconds<&WaitLimits::tools>},
+    {"--wait", "", "SECONDS", "Wait so long until clients can connect; not at all unless given", OptionValue::number, SettingsUse::none,
+     "check", [](CommandLine& line, std::string_view value) { return readSeconds(line.waitForReach, value); }},
+    {"--qr", "", "", "Print the address as a QR code too", OptionValue::none, SettingsUse::none, "check",
+     setFlag<&CommandLine::qrCode>},
+    {"--help", "-h", "", "Print help, for a command or for all", OptionValue::none, SettingsUse::none, "",
      setFlag<&CommandLine::help>},
-    {"--version", "", "", "Print the version", OptionValue::none, SettingsUse::none, setFlag<&CommandLine::version>},
+    {"--version", "", "", "Print the version", OptionValue::none, SettingsUse::none, "", setFlag<&CommandLine::version>},
 };
 // clang-format on
 static_assert(std::ranges::none_of(kOptions, [](const Option& option) { return option.apply == nullptr; }));
@@ -227,7 +234,7 @@ std::span<const Option> options() {
 }
 
 bool takes(const Command& command, const Option& option) {
-  return command.use >= option.least;
+  return command.use >= option.least && (option.only.empty() || option.only == command.name);
 }
 
 CommandLine parseCommandLine(const std::vector<std::string>& words, std::string& fault) {

@@ -1,6 +1,7 @@
 // The command line of norvikctl: its options as a table, and what a given line says.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,6 +21,8 @@ struct CommandLine {
   bool dryRun = false;
   bool help = false;
   bool version = false;
+  bool qrCode = false;
+  std::chrono::seconds waitForReach{0};
   GivenAnswers answers;
   WaitLimits limits;
 };
@@ -33,7 +36,8 @@ struct Option {
   std::string_view value;  // what help calls its value; empty where it takes none
   std::string_view help;
   OptionValue takes;
-  SettingsUse least;  // a command with less does not take it
+  SettingsUse least;      // a command with less does not take it
+  std::string_view only;  // the one command that takes it; empty for all others
   std::string (*apply)(CommandLine& line,
                        std::string_view value);  // returns what is wrong; empty for nothing
 };

@@ -9,6 +9,7 @@ namespace {
 
 constexpr std::string_view kLimitSteps[] = {kAdjustStep, kResetStep};
 constexpr std::string_view kShells[] = {"bash"};
+constexpr std::string_view kServices[] = {"nvk", "rdp"};
 
 // clang-format off
 constexpr ArgumentDescription kNone{};
@@ -24,12 +25,16 @@ constexpr ArgumentDescription kFile{
     ArgumentKind::file, "FILE", "A property list; without one, the settings files of this computer", 0, 1, {}};
 constexpr ArgumentDescription kStoredFile{
     ArgumentKind::file, "FILE", "A settings file of this computer; without one, all that are damaged", 0, 1, {}};
+constexpr ArgumentDescription kService{
+    ArgumentKind::choice, "SERVICE", "nvk or rdp; without one, the services that are switched on", 0, 1, kServices};
 constexpr ArgumentDescription kShell{
     ArgumentKind::choice, "SHELL", "bash", 1, 1, kShells};
 
 constexpr Command kCommands[] = {
     {"status", "Show whether the server runs, how to connect to it, the lock, and what is not saved",
      kNone, SettingsUse::reads, showStatus},
+    {"check", "Tell step by step whether clients can connect; the exit status names the first step that fails",
+     kService, SettingsUse::none, checkReach},
     {"show", "Show the settings of one page or of all pages, or one setting in full",
      kPage, SettingsUse::reads, showSettings},
     {"get", "Print the values of settings, one per line",

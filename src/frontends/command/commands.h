@@ -34,6 +34,9 @@ ExitStatus unsetSettings(const Context& context, const CommandLine& line);
 // Whether the server runs: the exit status says it.
 ExitStatus isServerRunning(const Context& context, const CommandLine& line);
 
+// Whether clients can connect, question by question, and where not, why: the exit status is the question's.
+ExitStatus checkReach(const Context& context, const CommandLine& line);
+
 // The server; each blocks until it is done, ten to fifty seconds of the computer's time. A server that is
 // already in the wanted state is left alone. Restarting a stopped server starts it.
 ExitStatus startServer(const Context& context, const CommandLine& line);

@@ -7,6 +7,7 @@
 #include "src/frontends/command/question_table.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/reach/ladder.h"
 
 namespace norvik::command {
 
@@ -54,6 +55,9 @@ void writeExitStatuses(std::ostream& out) {
   for (const ExitStatusRow& row : exitStatuses()) {
     rows.push_back({std::to_string(row.status), std::string(row.meaning)});
   }
+  const auto answers =
+      std::to_string(rungs().front().exitStatus) + "-" + std::to_string(rungs().back().exitStatus);
+  rows.insert(rows.begin() + 1, {answers, "check: what keeps clients out, see norvikctl(1)"});
   out << "\nExit status:\n";
   writeTable(out, rows, kIndent);
 }

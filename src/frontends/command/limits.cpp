@@ -6,6 +6,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 
 namespace norvik::command {
 
@@ -45,10 +46,12 @@ ExitStatus show(const Context& context) {
   session.unlock();
   NVKServerPrefs& pane = session.pane();
   const NVKServerLimits& limits = pane.m_admin_maxFiles;
+  const bool unread = isUnread(pane.ib_admin_button_maxFAdjust.name(), context.services.computer.unreadFiles);
   if (context.json) {
-    const Json json{{"now", limitJson(limits.system)},
-                    {"nextStart", limitJson(limits.launchd)},
-                    {"action", actionWord(limits.action)}};
+    Json json{{"now", limitJson(limits.system)},
+              {"nextStart", limitJson(limits.launchd)},
+              {"action", actionWord(limits.action)}};
+    if (unread) json["notes"] = {kUnreadSentence};
     return finish(context.output(), ChangeReport(), json);
   }
   const auto label = [&](const Control& field) { return context.interface.find(field.name())->label; };
@@ -58,6 +61,7 @@ ExitStatus show(const Context& context) {
                            {label(soft), currentText(limits.system.soft), soft.stringValue()},
                            {label(hard), currentText(limits.system.hard), hard.stringValue()}});
   context.out << '\n' << hintFor(limits.action) << '\n';
+  if (unread) context.out << kUnreadSentence << '\n';
   return finish(context.output(), ChangeReport());
 }
 

@@ -17,6 +17,7 @@
 #include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 
 namespace norvik::command {
 namespace {
@@ -76,8 +77,8 @@ LinuxComputerOptions optionsFor(const CommandLine& line) {
 }
 
 // Says why rights were not granted, where the system says so.
-ExitStatus explained(ExitStatus status, const LinuxComputer& computer) {
-  const std::string why = sentenceOf(computer.lastRefusal());
+ExitStatus explained(ExitStatus status, const AuthorizationRefusals& refusals) {
+  const std::string why = sentenceOf(refusals.lastRefusal());
   if (status == kExitNoPermission && !why.empty()) writeDiagnostic(std::cerr, why);
   return status;
 }
@@ -92,11 +93,12 @@ ExitStatus runOnComputer(const CommandLine& line) {
                   failure(FailureCode::software, "the interface description is damaged: " + damage));
   }
   Installation installation(optionsFor(line));
-  Context context = installation.context(*interface, line);
+  const InterfaceDescription shown = withUnreadSaid(*interface, installation.computer.services().unreadFiles);
+  Context context = installation.context(shown, line);
   if (!line.help) {
     if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
     if (context.faults) writeWarnings(std::cerr, *context.faults);
-    return explained(line.command->run(context, line), installation.computer);
+    return explained(line.command->run(context, line), installation.computer.services().refusals);
   }
   writeHelp(std::cout, *line.command, shownSettings(context));
   return kExitOk;

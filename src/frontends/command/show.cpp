@@ -8,6 +8,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {
@@ -88,7 +89,7 @@ std::vector<Page> pagesOf(Session& session, const std::string& typed) {
   return pages;
 }
 
-Json settingJson(Session& session, PaneSetting& setting) {
+Json settingJson(const Context& context, Session& session, PaneSetting& setting) {
   const ControlDescription& first = setting.description().first();
   const Editability editability = editabilityOf(session, setting);
   Json entry{{"name", setting.name()},
@@ -108,17 +109,18 @@ Json settingJson(Session& session, PaneSetting& setting) {
           {{"name", button->choice}, {"label", button->label}, {"help", button->help}});
     }
   }
+  if (isUnread(first.outlet, context.services.computer.unreadFiles)) entry["unread"] = true;
   entry["editable"] = editability.editable();
   if (!editability.remark.empty()) entry["remark"] = editability.remark;
   return entry;
 }
 
-Json pagesJson(Session& session, const std::vector<Page>& pages) {
+Json pagesJson(const Context& context, Session& session, const std::vector<Page>& pages) {
   Json list = Json::array();
   for (const Page& page : pages) {
     const PageName& name = page.front()->description().page;
     Json settings = Json::array();
-    for (PaneSetting* setting : page) settings.push_back(settingJson(session, *setting));
+    for (PaneSetting* setting : page) settings.push_back(settingJson(context, session, *setting));
     list.push_back({{"group", name.group}, {"page", name.title}, {"settings", std::move(settings)}});
   }
   return Json{{"pages", std::move(list)}};
@@ -188,7 +190,7 @@ ExitStatus showSettings(const Context& context, const CommandLine& line) {
     writePages(context.out, session, pages);
     writeLockHint(context.out, session.pane(), pages);
   }
-  return finish(context.output(), ChangeReport(), context.json ? pagesJson(session, pages) : Json());
+  return finish(context.output(), ChangeReport(), context.json ? pagesJson(context, session, pages) : Json());
 }
 
 }  // namespace norvik::command

@@ -34,8 +34,14 @@ DesktopComputer::~DesktopComputer() {
 
 ComputerServices DesktopComputer::services() {
   const ComputerServices own = computer_.services();
-  return {
-      .locks = locks_, .tools = own.tools, .files = own.files, .ports = own.ports, .delivery = own.delivery};
+  return {.locks = locks_,
+          .tools = own.tools,
+          .files = own.files,
+          .ports = own.ports,
+          .network = own.network,
+          .delivery = own.delivery,
+          .refusals = own.refusals,
+          .unreadFiles = own.unreadFiles};
 }
 
 bool DesktopComputer::waitForTools(std::chrono::milliseconds limit) {

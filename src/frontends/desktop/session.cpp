@@ -13,6 +13,7 @@
 #include "resources/resources.h"
 #include "src/frontends/desktop/pictures.h"
 #include "src/frontends/shared/checks/port_in_use.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 
 namespace norvik::desktop {
 
@@ -50,7 +51,7 @@ Session::Session(const LinuxComputerOptions& options, InterfaceDescription inter
                  std::unique_ptr<QSettings> state)
     : computer_(options),
       recording_(computer_.platform(), computer_.alerts(), computer_.drawing(), RecordingMode::real),
-      interface_(std::move(interface)),
+      interface_(withUnreadSaid(std::move(interface), computer_.services().unreadFiles)),
       pane_(interface_),
       change_(pane_, recording_, computer_.platform(), interface_, computer_.services(),
               changeOptions(computer_)),
@@ -117,6 +118,10 @@ void Session::fill() {
                        [this](std::chrono::milliseconds time) { computer_.pause(time); }};
   server_ = std::make_unique<WindowServer>(window_, *changes_, change_, std::move(server), computer_.alerts(),
                                            computer_.busy());
+  reach_ = std::make_unique<WindowReach>(window_, *server_, pane_, computer_.services(),
+                                         [this](std::function<void()> work, std::function<void()> then) {
+                                           background_.run(std::move(work), std::move(then));
+                                         });
   computer_.runLoop().ticked = [this] { window_.ticked(); };
   watchFiles();
   QObject::connect(qApp, &QGuiApplication::commitDataRequest, &window_,

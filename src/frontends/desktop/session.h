@@ -8,11 +8,13 @@
 #include <memory>
 
 #include "src/adapters/linux/file_watch.h"
+#include "src/frontends/desktop/background_work.h"
 #include "src/frontends/desktop/desktop_computer.h"
 #include "src/frontends/desktop/end_requests.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/single_instance.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
@@ -56,6 +58,8 @@ class Session {
   const std::unique_ptr<QSettings> state_;
   std::unique_ptr<WindowChanges> changes_;
   std::unique_ptr<WindowServer> server_;
+  BackgroundWork background_;
+  std::unique_ptr<WindowReach> reach_;
   LinuxFileWatch watch_;
   std::unique_ptr<QSocketNotifier> watched_;
 };

@@ -21,10 +21,14 @@
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/desktop/page_area.h"
+#include "src/frontends/desktop/reach_line.h"
+#include "src/frontends/desktop/search_panel.h"
+#include "src/frontends/desktop/search_ring.h"
 #include "src/frontends/desktop/sidebar.h"
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/search/search_texts.h"
 
 namespace norvik::desktop {
 
@@ -57,7 +61,9 @@ void SettingsWindow::fill() {
   auto* right = new QVBoxLayout;
   right->addWidget(messages_);
   right->addWidget(stack_, 1);
-  row->addWidget(sidebar_);
+  search_ = new SearchPanel(pane_, interface_, sidebar_, this);
+  search_->chosen = [this](const SearchHit& hit) { showHit(hit); };
+  row->addWidget(search_);
   row->addLayout(right, 1);
   stack_->setObjectName(text(pane_.ib_tview_confView.name()));
   stack_->setAccessibleName(text(interface_.find(pane_.ib_tview_confView.name())->label));
@@ -80,6 +86,8 @@ void SettingsWindow::addShortcuts() {
   add(Qt::CTRL | Qt::Key_Q, [this] { close(); });
   add(Qt::CTRL | Qt::Key_W, [this] { close(); });
   add(QKeyCombination(Qt::Key_F1), [this] { button(pane_.ib_button_Help)->click(); });
+  add(Qt::CTRL | Qt::Key_F, [this] { search_->begin(); });
+  add(QKeyCombination(Qt::Key_Slash), [this] { search_->begin(); });  // a field that is typed into keeps it
   add(Qt::CTRL | Qt::Key_Tab, [this] { sidebar_->choosePage(1); });
   add(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, [this] { sidebar_->choosePage(-1); });
 }
@@ -116,14 +124,26 @@ QWidget* SettingsWindow::makeFrame() {
     if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
     QWidget* widget = bind(description, frame).widget();
     if (description.outlet == pane_.ib_button_Apply.name()) row->addWidget(makeChangesButton(frame));
-    row->addWidget(widget, description.kind == ControlKind::label ? 1 : 0);
     if (description.kind == ControlKind::lockButton) lock = qobject_cast<QAbstractButton*>(widget);
-    // The lock has no words of its own: it gets the mnemonic of its hint.
     auto* hint = qobject_cast<QLabel*>(widget);
-    if (hint != nullptr && lock != nullptr) clickAtMnemonic(lock, hint);
+    if (hint == nullptr) {
+      row->addWidget(widget);
+      continue;
+    }
+    row->addLayout(makeHintColumn(hint, frame), 1);
+    // The lock has no words of its own: it gets the mnemonic of its hint.
+    if (lock != nullptr) clickAtMnemonic(lock, hint);
   }
   button(pane_.ib_button_Apply)->setDefault(true);
   return frame;
+}
+
+QLayout* SettingsWindow::makeHintColumn(QLabel* hint, QWidget* frame) {
+  auto* column = new QVBoxLayout;
+  column->addWidget(hint);
+  reachLine_ = new ReachLine(pane_, frame);
+  column->addWidget(reachLine_);
+  return column;
 }
 
 // Hidden while nothing is pending; it keeps its place, so that the buttons beside it do not move.
@@ -178,6 +198,31 @@ bool SettingsWindow::showSetting(const std::string& outlet) {
   return true;
 }
 
+// A locked one is shown as soon as the lock is open, unless a person has searched for another meanwhile.
+void SettingsWindow::showHit(const SearchHit& hit) {
+  behindLock_.reset();
+  if (isLocked(hit, pane_)) {
+    behindLock_ = hit;
+    messages_->line(MessageSubject::outcome).showMessage({MessageKind::note, lockedSentence(hit), {}, ""});
+    button(pane_.ib_button_Auth)->setFocus(Qt::ShortcutFocusReason);
+  } else if (!hit.outlet.empty()) {
+    if (showSetting(hit.outlet))
+      new SearchRing(binding(text(hit.outlet))->widget(), pages_[*pageOf(hit.outlet)]);
+  } else {
+    for (std::size_t i = 0; i < interface_.tabs.size(); ++i) {
+      const PageName page = pageName(interface_.tabs[i]);
+      if (page.group == hit.page.group && page.title == hit.page.title) sidebar_->chooseTab(i);
+    }
+    sidebar_->setFocus(Qt::ShortcutFocusReason);
+  }
+}
+
+void SettingsWindow::showHitBehindLock() {
+  if (!behindLock_ || isLocked(*behindLock_, pane_)) return;
+  messages_->line(MessageSubject::outcome).clear();
+  showHit(SearchHit(*behindLock_));
+}
+
 // An edit counts at once, and so do the addresses and the Apply button that follow from it: the pane gets its
 // next tick now, so that Return right after a port was typed need not wait for the clock.
 void SettingsWindow::edited(const Binding& binding) {
@@ -192,7 +237,7 @@ void SettingsWindow::followServer() {
   const bool open = !isServerChanging(pane_);
   if (frame_ == nullptr || frame_->isEnabledTo(this) == open) return;
   if (!open) focusBefore_ = focusWidget();
-  for (QWidget* widget : {static_cast<QWidget*>(sidebar_), frame_}) widget->setEnabled(open);
+  for (QWidget* widget : {static_cast<QWidget*>(search_), frame_}) widget->setEnabled(open);
 }
 
 bool SettingsWindow::isTabStop(const QWidget& widget) const {
@@ -231,6 +276,8 @@ void SettingsWindow::assignMnemonics() {
 
 // From the sidebar to the page and then to the buttons below; within a page in the order of its description.
 void SettingsWindow::orderTabs() {
+  setTabOrder(&search_->field(), &search_->results());
+  setTabOrder(&search_->results(), sidebar_);
   QWidget* last = sidebar_;
   const auto append = [this, &last](QWidget& root) {
     for (QWidget* widget : root.findChildren<QWidget*>()) {
@@ -273,6 +320,7 @@ int SettingsWindow::pageToRestore() const {
 void SettingsWindow::refresh() {
   followServer();
   restoreFocus();
+  showHitBehindLock();
   sidebar_->returnToPage();
   for (Page* page : pages_) page->refreshMarks();
   for (Page* page : pages_) page->refreshNotes();

@@ -1,5 +1,6 @@
-// The window: sidebar, messages, pages, and below them the lock with its hint, Help, the number of pending
-// changes and Apply. Made from the interface description; shows one pane; knows no setting.
+// The window: sidebar, messages, pages, and below them the lock with its hint, the server's state and
+// address, Help, the number of pending changes and Apply. Made from the interface description; shows one
+// pane; knows no setting.
 #pragma once
 
 #include <QPointer>
@@ -13,8 +14,11 @@
 
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/page.h"
+#include "src/frontends/shared/search/setting_search.h"
 
 class QAbstractButton;
+class QLabel;
+class QLayout;
 class QPushButton;
 class QStackedWidget;
 
@@ -22,6 +26,8 @@ namespace norvik::desktop {
 
 class AddressLabel;
 class MessageArea;
+class ReachLine;
+class SearchPanel;
 class Sidebar;
 
 class SettingsWindow : public QWidget, public ControlObserver {
@@ -54,6 +60,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
   MessageArea& messages() { return *messages_; }
   // The number of pending changes, beside Apply. Null before fill().
   QPushButton& changesButton() { return *changes_; }
+  // The server's state and address, beside the lock. Null before fill().
+  ReachLine& reachLine() { return *reachLine_; }
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
@@ -106,6 +114,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void addShortcuts();
   QWidget* makeFrame();
   QPushButton* makeChangesButton(QWidget* frame);
+  QLayout* makeHintColumn(QLabel* hint, QWidget* frame);
   Binding& bind(const ControlDescription& description, QWidget* parent);
   void edited(const Binding& binding);
   void followTexts(const Binding& changed);
@@ -117,6 +126,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void assignMnemonics();
   void orderTabs();
   void showPage();
+  void showHit(const SearchHit& hit);
+  void showHitBehindLock();
   void followMessages();
   void revealFocus(QWidget* widget);
 
@@ -124,14 +135,17 @@ class SettingsWindow : public QWidget, public ControlObserver {
   const InterfaceDescription& interface_;
   Page::Problem problem_;
   Sidebar* sidebar_ = nullptr;
+  SearchPanel* search_ = nullptr;
   MessageArea* messages_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QPushButton* changes_ = nullptr;
+  ReachLine* reachLine_ = nullptr;
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;
   QPointer<QWidget> focusBefore_;  // a start or stop under way
   int ticksToNotes_ = 0;
+  std::optional<SearchHit> behindLock_;  // what a person has searched for and the lock hides
   bool asking_ = false;
   bool leaving_ = false;
 };

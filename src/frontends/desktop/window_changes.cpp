@@ -180,7 +180,7 @@ void WindowChanges::pressLock() {
     return say(report, appliedMessage(report), [this] { applyAgain(); });
   }
   if (wasOpen) return;
-  if (!pane_.authorized()) return say(unlockDeniedMessage(), {}, [this] { pressLock(); });
+  if (!pane_.authorized()) return say(unlockDeniedMessage(change_.refusal()), {}, [this] { pressLock(); });
   line(MessageSubject::outcome).clear();
   change_.takeOver();  // an open lock shows more than a closed one
 }

@@ -71,6 +71,7 @@ void WindowServer::showProgress() {
   } else if (server_.pane.m_serverPid != pid_) {
     again_.start(0);
   }
+  if (stateChanged) stateChanged();
 }
 
 void WindowServer::lookAtForce() {
@@ -84,6 +85,7 @@ void WindowServer::showForce(const ServerInForce& inForce) {
   if (std::exchange(said_, message.sentence) != message.sentence)
     window_.messages().line(MessageSubject::inForce).showMessage(message);
   if (!message.isEmpty()) again_.start(kLookAgain);
+  if (looked) looked(inForce);
 }
 
 }  // namespace norvik::desktop

@@ -22,6 +22,11 @@ class WindowServer : public QObject {
   // tick.
   void lookAtForce();
 
+  // Called after each look, which an order, a save or a change of the server brings about.
+  std::function<void(const ServerInForce& inForce)> looked;
+  // Called when the text of the server's state has changed.
+  std::function<void()> stateChanged;
+
  private:
   void press(const Control& button);
   void give(ServerOrder order);

@@ -26,12 +26,22 @@ Color AppKitApplication::windowBackgroundColor() {
   return {[color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]};
 }
 
-// The registration lives as long as the application; a pane that is gone is not notified.
+// The registration lives as long as the application; a pane that is gone is not notified. One that waits is
+// notified afterwards, in the run loop's default mode: a pane that asks for a password looks inactive while
+// the dialog is shown, and what it does at its activation must not come in between.
 void AppKitApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver> observer) {
   const Function notify = [observer] {
     if (const auto held = observer.lock()) held->applicationDidBecomeActive();
   };
-  NVKCall* call = [[NVKCall alloc] initWithCopyOf:&notify];
+  NVKCall* later = [[NVKCall alloc] initWithCopyOf:&notify];
+  const Function notifyOrWait = [=] {
+    if (isWaiting()) {
+      [later performSelector:@selector(call) withObject:nil afterDelay:0];
+    } else {
+      notify();
+    }
+  };
+  NVKCall* call = [[NVKCall alloc] initWithCopyOf:&notifyOrWait];
   [[NSNotificationCenter defaultCenter] addObserver:call
                                            selector:@selector(call)
                                                name:NSApplicationDidBecomeActiveNotification

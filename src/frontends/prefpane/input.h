@@ -7,6 +7,9 @@
 
 namespace norvik::prefpane {
 
+// Whether the pane is in one of these waits.
+bool isWaiting();
+
 // Drops what waits to be handled.
 void dropInput();
 

@@ -9,6 +9,8 @@ namespace {
 
 constexpr double kLook = 0.02;  // seconds between two looks at a condition
 
+int waits = 0;  // one within another
+
 constexpr NSUInteger kInput = NSLeftMouseDownMask | NSLeftMouseUpMask | NSLeftMouseDraggedMask |
                               NSRightMouseDownMask | NSRightMouseUpMask | NSRightMouseDraggedMask |
                               NSOtherMouseDownMask | NSOtherMouseUpMask | NSOtherMouseDraggedMask |
@@ -26,15 +28,21 @@ NSEvent* nextEvent(NSUInteger mask, NSDate* limit) {
 // Events that are not in the mask stay where they are.
 void handleEvents(NSUInteger mask, double seconds) {
   NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  ++waits;
   NSDate* end = [NSDate dateWithTimeIntervalSinceNow:seconds];
   do {
     NSEvent* event = nextEvent(mask, end);
     if (event != nil && !isInput(event)) [NSApp sendEvent:event];
   } while ([end timeIntervalSinceNow] > 0);
+  --waits;
   [pool release];
 }
 
 }  // namespace
+
+bool isWaiting() {
+  return waits > 0;
+}
 
 void dropInput() {
   while ([NSApp nextEventMatchingMask:kInput

@@ -130,7 +130,7 @@ void PaneChanges::pressLock() {
   if (wasOpen && (report.applied || report.error))
     return say(report, appliedMessage(report), [this] { applyAgain(); });
   if (wasOpen) return;
-  if (!pane_.authorized()) return say(unlockDeniedMessage(), {}, [this] { pressLock(); });
+  if (!pane_.authorized()) return say(unlockDeniedMessage(change_.refusal()), {}, [this] { pressLock(); });
   view_.messages().clear(MessageSubject::outcome);
   change_.takeOver();  // an open lock shows more than a closed one
 }

@@ -20,6 +20,15 @@ LinuxComputerOptions chosenOptions() {
   return root != nullptr && *root != '\0' ? sandboxOptions(root) : systemOptions();
 }
 
+constexpr double kBetweenLooks = 0.02;  // seconds for which windows are drawn before the answer is looked for
+
+// Windows are drawn while the system asks for a password. What is clicked and typed there meanwhile is
+// dropped, as in front of a panel.
+LinuxComputerOptions drawing(LinuxComputerOptions options) {
+  options.whileAsking = [] { waitDroppingInput(kBetweenLooks); };
+  return options;
+}
+
 double seconds(std::chrono::milliseconds time) {
   return std::chrono::duration<double>(time).count();
 }
@@ -30,7 +39,7 @@ PaneComputer::PaneComputer() : PaneComputer(chosenOptions()) {}
 
 PaneComputer::PaneComputer(const LinuxComputerOptions& options)
     : root_(options.root),
-      computer_(options),
+      computer_(drawing(options)),
       locks_(computer_.services().locks),
       notifications_(computer_.notifications),
       processes_(computer_.posix, options.speed),
@@ -58,17 +67,23 @@ SessionComputer PaneComputer::forSession() {
     const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
     return waitKeepingInput(ended, seconds(limit));
   };
-  return {
-      platform_,
-      recording_,
-      {.locks = locks_, .tools = own.tools, .files = own.files, .ports = own.ports, .delivery = own.delivery},
-      panels_,
-      drawing_,
-      runLoop_,
-      waitForTools,
-      [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
-      portInUse,
-      settingsFiles()};
+  return {platform_,
+          recording_,
+          {.locks = locks_,
+           .tools = own.tools,
+           .files = own.files,
+           .ports = own.ports,
+           .network = own.network,
+           .delivery = own.delivery,
+           .refusals = own.refusals,
+           .unreadFiles = own.unreadFiles},
+          panels_,
+          drawing_,
+          runLoop_,
+          waitForTools,
+          [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
+          portInUse,
+          settingsFiles()};
 }
 
 std::vector<std::string> PaneComputer::settingsFiles() {

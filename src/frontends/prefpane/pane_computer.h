@@ -26,6 +26,7 @@ class PaneComputer {
   // Installs itself as the platform for as long as it lives. Works on the sandbox that the environment
   // variable NORVIK_ROOT names, or on the system itself if it is empty or not set.
   PaneComputer();
+  explicit PaneComputer(const LinuxComputerOptions& options);
   ~PaneComputer();
   PaneComputer(const PaneComputer&) = delete;
   PaneComputer& operator=(const PaneComputer&) = delete;
@@ -35,7 +36,6 @@ class PaneComputer {
   SessionComputer forSession();
 
  private:
-  explicit PaneComputer(const LinuxComputerOptions& options);
   std::vector<std::string> settingsFiles();
 
   RootFolder root_;

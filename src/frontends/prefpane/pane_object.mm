@@ -7,6 +7,7 @@
 #include "src/frontends/prefpane/pane_computer.h"
 #include "src/frontends/prefpane/pane_session.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
+#include "src/frontends/shared/interface/unread_settings.h"
 
 @interface NVKServerPrefs : NSPreferencePane {
   void* session_;  // a PaneSession, owned; untyped, as not every compiler can describe a class of C++
@@ -27,7 +28,7 @@ const InterfaceDescription& interface() {
     std::string error;
     const auto read = shippedInterface(error);
     if (!read) [NSException raise:NSGenericException format:@"Interface.plist: %s", error.c_str()];
-    return *read;
+    return withUnreadSaid(*read, computer().forSession().services.unreadFiles);
   }();
   return shipped;
 }

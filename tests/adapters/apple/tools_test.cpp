@@ -106,13 +106,13 @@ TEST_F(AppleTools, AskForThePasswordAgainAfterFiveMinutes) {
 }
 
 TEST_F(AppleTools, TellWhyRightsWereNotGranted) {
-  EXPECT_EQ(mac.computer().lastRefusal(), AuthorizationRefusal::none);
+  EXPECT_EQ(mac.computer().authorization.lastRefusal(), AuthorizationRefusal::none);
   doubles::mac().seconds = 300;
   ask(0);
-  EXPECT_EQ(mac.computer().lastRefusal(), AuthorizationRefusal::noAgent);
+  EXPECT_EQ(mac.computer().authorization.lastRefusal(), AuthorizationRefusal::noAgent);
   doubles::mac().isAdministrator = false;
   ask(kAuthorizationFlagInteractionAllowed);
-  EXPECT_EQ(mac.computer().lastRefusal(), AuthorizationRefusal::refused);
+  EXPECT_EQ(mac.computer().authorization.lastRefusal(), AuthorizationRefusal::refused);
 }
 
 TEST_F(AppleTools, AreStartedBeforeTheirRightsAreGivenUp) {

@@ -61,12 +61,13 @@ TEST(CommandLineTest, EveryOptionMayPrecedeOrFollowTheCommand) {
   for (const Option& option : options()) {
     Line words{std::string(option.name)};
     if (!option.value.empty()) words.push_back(valueFor(option));
-    Line before = words, after{"set", "a=b"};
-    before.insert(before.end(), {"set", "a=b"});
+    const Line command = option.only.empty() ? Line{"set", "a=b"} : Line{std::string(option.only), "nvk"};
+    Line before = words, after = command;
+    before.insert(before.end(), command.begin(), command.end());
     after.insert(after.end(), words.begin(), words.end());
     for (const Line& line : {before, after}) {
-      EXPECT_EQ(parsed(line).command, findCommand("set")) << option.name;
-      EXPECT_EQ(parsed(line).arguments, Line{"a=b"}) << option.name;
+      EXPECT_EQ(parsed(line).command, findCommand(command[0])) << option.name;
+      EXPECT_EQ(parsed(line).arguments, Line{command[1]}) << option.name;
     }
   }
   EXPECT_TRUE(parsed({"-h"}).help);
@@ -83,6 +84,8 @@ TEST(CommandLineTest, ATimeToWaitIsAWholeNumberOfSeconds) {
         std::string("a time to wait is a whole number of seconds from 0 to 3600, not \"") + wrong + "\".");
   }
   EXPECT_EQ(faultOf({"get", "a", "--wait-lock=5"}), "get takes no --wait-lock.");
+  EXPECT_EQ(parsed({"check", "--wait", "20"}).waitForReach, std::chrono::seconds(20));
+  EXPECT_EQ(faultOf({"set", "a=b", "--wait=5"}), "set takes no --wait.");
 }
 
 TEST(CommandLineTest, EachAnswerNamesItsQuestion) {

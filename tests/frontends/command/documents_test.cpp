@@ -9,6 +9,7 @@
 
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/reach/ladder.h"
 #include "tests/frontends/command/sandbox_run.h"
 #include "tests/support/shipped_interface.h"
 
@@ -92,6 +93,7 @@ TEST(DocumentsTest, TheManualPageHasEveryExitStatus) {
   }
   std::set<int> known{kExitNotRunning};
   for (const ExitStatusRow& row : exitStatuses()) known.insert(row.status);
+  for (const RungRow& row : rungs()) known.insert(row.exitStatus);
   std::vector<std::string> expected;
   for (const int status : known) expected.push_back(std::to_string(status));
   EXPECT_EQ(entries, expected);

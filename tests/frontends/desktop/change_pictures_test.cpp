@@ -168,6 +168,22 @@ TEST_P(ChangePictures, AStart) {
   EXPECT_TRUE(taken);
 }
 
+TEST_P(ChangePictures, TheLadder) {
+  desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
+  desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
+  openEverything();
+  panel.server->lookAtForce();
+  takeDialog(QStringLiteral("window-reach"), [this] { panel.click("reachButton"); });
+}
+
+TEST_P(ChangePictures, TheLadderWithItsReason) {
+  desktop.computer.ports.hold(4074, 812, "nginx");
+  openEverything();
+  panel.server->lookAtForce();
+  take(panel.window, QStringLiteral("window-not-reached"));
+  takeDialog(QStringLiteral("window-reach-reason"), [this] { panel.click("reachButton"); });
+}
+
 INSTANTIATE_TEST_SUITE_P(Themes, ChangePictures, testing::Bool(),
                          [](const auto& theme) { return theme.param ? "Dark" : "Light"; });
 

@@ -462,6 +462,22 @@ TEST_F(Changes, ADeniedUnlockIsSaidAndCanBeTriedAgain) {
   EXPECT_EQ(said(), QString());
 }
 
+TEST_F(Changes, ADeniedUnlockSaysWhy) {
+  desktop.computer.authorization.setInteractiveGranted(false);
+  desktop.computer.authorization.setRefusal(AuthorizationRefusal::noAgent);
+  panel.unlock();
+  EXPECT_TRUE(said().startsWith(QStringLiteral("Failed: The lock was not opened"))) << said().toStdString();
+  EXPECT_TRUE(said().contains(text(sentenceOf(AuthorizationRefusal::noAgent)))) << said().toStdString();
+}
+
+TEST_F(Changes, ACancelledUnlockIsNoFailure) {
+  desktop.computer.authorization.setInteractiveGranted(false);
+  desktop.computer.authorization.setRefusal(AuthorizationRefusal::dismissed);
+  panel.unlock();
+  EXPECT_EQ(line(MessageSubject::outcome).message().kind, MessageKind::note);
+  EXPECT_TRUE(said().contains(text(sentenceOf(AuthorizationRefusal::dismissed)))) << said().toStdString();
+}
+
 TEST_F(Changes, WhatLockingAppliedIsSaid) {
   openEverything();
   typePort(QStringLiteral("4500"));

@@ -54,9 +54,10 @@ TEST_F(Keyboard, TabGoesFromTheSidebarThroughThePageToTheButtons) {
   panel.choosePage("admin", "Norvik clients");
   EXPECT_EQ(
       stops().join(QLatin1Char(' ')),
-      QStringLiteral("ib_oview_confBar ib_admin_chkbox_nvkEnabled ib_admin_label_nvkAddress_copy "
-                     "ib_admin_chkbox_nvkPort ib_admin_edbox_nvkPort ib_admin_chkbox_nvkClipb "
-                     "ib_admin_chkbox_nvkSound ib_admin_chkbox_nvkPrint ib_button_Auth ib_button_Help"));
+      QStringLiteral(
+          "ib_oview_confBar ib_admin_chkbox_nvkEnabled ib_admin_label_nvkAddress_copy "
+          "ib_admin_chkbox_nvkPort ib_admin_edbox_nvkPort ib_admin_chkbox_nvkClipb "
+          "ib_admin_chkbox_nvkSound ib_admin_chkbox_nvkPrint ib_button_Auth reachButton ib_button_Help searchField"));
 }
 
 TEST_F(Keyboard, TabStopsAtEveryControlThatCanBeWorked) {

@@ -62,6 +62,12 @@ Panel::Panel(const PanelComputer& computer)
                                      OrderedServer{pane, recording, interface, computer.services,
                                                    options(computer.services).waitForTools, computer.pause},
                                      computer.alerts, computer.busy);
+  reach =
+      std::make_unique<WindowReach>(window, *server, pane, computer.services,
+                                    [](const std::function<void()>& work, const std::function<void()>& then) {
+                                      work();
+                                      then();
+                                    });
   window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&window, kMilliseconds));
 }

@@ -12,6 +12,7 @@
 #include "src/frontends/desktop/qt_platform.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
@@ -45,6 +46,7 @@ class Panel {
   SettingsWindow window;
   std::unique_ptr<WindowChanges> changes;
   std::unique_ptr<WindowServer> server;
+  std::unique_ptr<WindowReach> reach;  // looks at once, on this thread
 
   Control& control(const char* outlet);
   // The widget of that outlet; a test failure and null if there is none.

@@ -387,6 +387,15 @@ TEST_F(PaneChangesTest, ADeniedUnlockIsSaidAndCanBeTriedAgain) {
   EXPECT_EQ(read(), "");
 }
 
+TEST_F(PaneChangesTest, ADeniedUnlockSaysWhy) {
+  computer.authorization.setInteractiveGranted(false);
+  computer.authorization.setRefusal(AuthorizationRefusal::noService);
+  open();
+  press("ib_button_Auth");
+  EXPECT_TRUE(read().starts_with("Failed: The lock was not opened")) << read();
+  EXPECT_NE(read().find(sentenceOf(AuthorizationRefusal::noService)), std::string::npos) << read();
+}
+
 TEST_F(PaneChangesTest, WhatLockingAppliedIsSaid) {
   openEverything();
   typePort("4500");

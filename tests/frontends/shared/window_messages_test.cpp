@@ -196,6 +196,20 @@ TEST(WindowMessages, ForeignChangesAreNamedAndCollisionsAskedAbout) {
             "Somebody else has changed Port (Norvik clients), which you are changing too.");
 }
 
+TEST(WindowMessages, ADeniedUnlockSaysWhyAsFarAsIsKnown) {
+  const std::string denied(window_texts::kUnlockDenied);
+  const std::string nothing(window_texts::kNothingChanged);
+  EXPECT_EQ(unlockDeniedMessage(AuthorizationRefusal::none).sentence, denied + " " + nothing);
+  for (const auto why : {AuthorizationRefusal::refused, AuthorizationRefusal::dismissed,
+                         AuthorizationRefusal::noAgent, AuthorizationRefusal::noService}) {
+    const WindowMessage message = unlockDeniedMessage(why);
+    EXPECT_NE(sentenceOf(why), "");
+    EXPECT_EQ(message.sentence, denied + " " + sentenceOf(why) + " " + nothing);
+    EXPECT_EQ(message.actions, Actions{MessageAction::retry});
+    EXPECT_EQ(message.kind == MessageKind::failure, why != AuthorizationRefusal::dismissed);
+  }
+}
+
 TEST(WindowMessages, ChangesAreCountedAndListed) {
   EXPECT_EQ(countedChanges(1), "1 change");
   EXPECT_EQ(countedChanges(3), "3 changes");

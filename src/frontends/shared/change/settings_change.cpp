@@ -167,6 +167,10 @@ void SettingsChange::takeBackAll() {
   state_->takeBack(Rows(storedRows().begin(), storedRows().end()), true);
 }
 
+AuthorizationRefusal SettingsChange::refusal() const {
+  return state_->services.refusals.lastRefusal();
+}
+
 bool SettingsChange::holdLock() {
   state_->lockIsCallers = state_->takeLock();
   return state_->lockIsCallers;

@@ -125,6 +125,9 @@ class SettingsChange {
   void takeBack(const std::string& setting);
   void takeBackAll();
 
+  // Why the last request for administrator rights was refused, as far as the computer says.
+  AuthorizationRefusal refusal() const;
+
   // ---- Apply
 
   // Everything around Apply, and Apply itself. Waits for the tools of earlier changes first. Where it fails,

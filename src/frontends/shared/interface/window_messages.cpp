@@ -251,8 +251,16 @@ WindowMessage inForceMessage(const ServerInForce& server) {
   return message;
 }
 
-WindowMessage unlockDeniedMessage() {
-  return {MessageKind::failure, std::string(window_texts::kUnlockDenied), {MessageAction::retry}, {}};
+// Who cancelled knows that nothing went wrong.
+WindowMessage unlockDeniedMessage(AuthorizationRefusal why) {
+  const bool isCancelled = why == AuthorizationRefusal::dismissed;
+  WindowMessage message{isCancelled ? MessageKind::note : MessageKind::failure,
+                        std::string(window_texts::kUnlockDenied),
+                        {MessageAction::retry},
+                        {}};
+  addSentence(message.sentence, sentenceOf(why));
+  addSentence(message.sentence, window_texts::kNothingChanged);
+  return message;
 }
 
 std::string detailsOf(const ChangeReport& report) {

@@ -54,8 +54,8 @@ WindowMessage orderMessage(ServerOrder order, const OrderReport& report);
 WindowMessage takenUpMessage(const OrderReport& report);
 // Where the server uses other values than those that are stored; empty where it does not, as far as is known.
 WindowMessage inForceMessage(const ServerInForce& server);
-// A denied unlock.
-WindowMessage unlockDeniedMessage();
+// A denied unlock, and why, where the computer says so.
+WindowMessage unlockDeniedMessage(AuthorizationRefusal why);
 
 // What was run and what it said, who was told and who not, warnings: lines for a person. May be empty.
 std::string detailsOf(const ChangeReport& report);

@@ -96,7 +96,8 @@ inline constexpr std::string_view kLeaveTitle = "Apply Changes?";
 // ---- The lock
 
 inline constexpr std::string_view kUnlockDenied =
-    "The lock was not opened: administrator rights were not granted. Nothing was changed.";
+    "The lock was not opened: administrator rights were not granted.";
+inline constexpr std::string_view kNothingChanged = "Nothing was changed.";
 
 }  // namespace window_texts
 }  // namespace norvik

@@ -7,6 +7,7 @@
 
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/server/mac/pane/pane.h"
+#include "src/server/mac/ui/addresses.h"
 
 namespace norvik {
 
@@ -19,14 +20,15 @@ struct ClientService {
   int64_t NVKServerPrefs::*storedPort;
   int64_t (NVKServerPrefs::*pendingState)() const;  // 1 on, 0 off
   int64_t NVKServerPrefs::*storedState;
+  int64_t standardPort;  // clients need not be told of it
 };
 
 // clang-format off
 inline constexpr ClientService kClientServices[] = {
     {"nvk", &NVKServerPrefs::ib_admin_edbox_nvkPort, &NVKServerPrefs::ib_admin_chkbox_nvkPort, &NVKServerPrefs::ib_admin_label_nvkAddress,
-     &NVKServerPrefs::new_admin_nvkPort, &NVKServerPrefs::m_admin_nvkPort, &NVKServerPrefs::new_admin_nvkState, &NVKServerPrefs::m_admin_nvkState},
+     &NVKServerPrefs::new_admin_nvkPort, &NVKServerPrefs::m_admin_nvkPort, &NVKServerPrefs::new_admin_nvkState, &NVKServerPrefs::m_admin_nvkState, kNvkDefaultPort},
     {"rdp", &NVKServerPrefs::ib_admin_edbox_rdpPort, &NVKServerPrefs::ib_admin_chkbox_rdpPort, &NVKServerPrefs::ib_admin_label_rdpAddress,
-     &NVKServerPrefs::new_admin_rdpPort, &NVKServerPrefs::m_admin_rdpPort, &NVKServerPrefs::new_admin_rdpState, &NVKServerPrefs::m_admin_rdpState},
+     &NVKServerPrefs::new_admin_rdpPort, &NVKServerPrefs::m_admin_rdpPort, &NVKServerPrefs::new_admin_rdpState, &NVKServerPrefs::m_admin_rdpState, kRdpDefaultPort},
 };
 // clang-format on
 

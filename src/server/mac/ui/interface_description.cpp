@@ -138,6 +138,7 @@ constexpr Key<ControlDescription> kControlKeys[] = {
     {"tickMarks", Presence::optional, into<&ControlDescription::tickMarks>},
     {"value", Presence::optional, into<&ControlDescription::value>},
     {"items", Presence::optional, into<&ControlDescription::items>},
+    {"synonyms", Presence::optional, into<&ControlDescription::synonyms>},
     {"title", Presence::optional, into<&ControlDescription::title>},
     {"copyTitle", Presence::optional, into<&ControlDescription::copyTitle>},
     {"indicator", Presence::optional, into<&ControlDescription::indicator>},

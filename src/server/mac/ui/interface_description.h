@@ -43,14 +43,15 @@ struct ControlDescription {
   std::optional<double> maximum;
   std::string minimumLabel;  // names of a slider's two ends
   std::string maximumLabel;
-  int tickMarks = 0;               // of a slider; 0 for none
-  std::optional<double> value;     // of a slider before anything is loaded
-  std::vector<std::string> items;  // of a pop-up, in order
-  std::string title;               // of a push button before the first refresh
-  std::string copyTitle;           // of a label with an address: the title of the button that copies it
-  bool indicator = false;          // a label that shows a state: a coloured dot is drawn before it
-  bool displayOnly = false;        // a text field that cannot be edited
-  bool hidden = false;             // never shown to a person (kept for the code that refers to it)
+  int tickMarks = 0;                  // of a slider; 0 for none
+  std::optional<double> value;        // of a slider before anything is loaded
+  std::vector<std::string> items;     // of a pop-up, in order
+  std::vector<std::string> synonyms;  // other words by which a person may search for the setting
+  std::string title;                  // of a push button before the first refresh
+  std::string copyTitle;              // of a label with an address: the title of the button that copies it
+  bool indicator = false;             // a label that shows a state: a coloured dot is drawn before it
+  bool displayOnly = false;           // a text field that cannot be edited
+  bool hidden = false;                // never shown to a person (kept for the code that refers to it)
 
   bool operator==(const ControlDescription&) const = default;
 };

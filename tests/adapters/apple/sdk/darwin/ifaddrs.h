@@ -9,6 +9,7 @@ struct ifaddrs {
   char* ifa_name;
   unsigned int ifa_flags;
   struct sockaddr* ifa_addr;
+  struct sockaddr* ifa_netmask;
 };
 int getifaddrs(struct ifaddrs** list);
 void freeifaddrs(struct ifaddrs* list);

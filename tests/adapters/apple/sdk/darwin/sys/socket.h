@@ -13,6 +13,11 @@ extern "C" {
 #define SHUT_WR 1
 typedef uint8_t sa_family_t;
 typedef uint32_t socklen_t;
+struct sockaddr_storage {
+  uint8_t ss_len;
+  sa_family_t ss_family;
+  char ss_data[126];
+} __attribute__((aligned(8)));
 struct sockaddr {
   uint8_t sa_len;
   sa_family_t sa_family;

@@ -1,0 +1,52 @@
+// A dot, a label that gives way, and a flat button.
+#include "src/frontends/desktop/reach_line.h"
+
+#include <QHBoxLayout>
+
+#include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/mnemonic_click.h"
+#include "src/frontends/shared/reach/reach_texts.h"
+
+namespace norvik::desktop {
+
+ReachLine::ReachLine(const NVKServerPrefs& pane, QWidget* parent)
+    : QWidget(parent),
+      dot_(new StateDot(pane, this)),
+      label_(new QLabel(this)),
+      button_(new QPushButton(text(reach_texts::kTitle), this)) {
+  setObjectName(QStringLiteral("reachLine"));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(0, 0, 0, 0);
+  dot_->setObjectName(QStringLiteral("reachDot"));
+  label_->setObjectName(QStringLiteral("reachText"));
+  label_->setTextFormat(Qt::PlainText);
+  label_->setMinimumWidth(1);
+  button_->setObjectName(QStringLiteral("reachButton"));
+  button_->setAutoDefault(false);
+  button_->setToolTip(text(reach_texts::kHelp));
+  clickAtMnemonic(button_);
+  row->addWidget(dot_);
+  row->addWidget(label_, 1);
+  row->addWidget(button_);
+}
+
+void ReachLine::showLine(const QString& line) {
+  dot_->showModel();
+  if (line == line_) return;
+  line_ = line;
+  label_->setToolTip(line);
+  button_->setAccessibleDescription(line + QStringLiteral(". ") + text(reach_texts::kHelp));
+  fit();
+}
+
+void ReachLine::fit() {
+  label_->setText(label_->fontMetrics().elidedText(line_, Qt::ElideRight, label_->width()));
+}
+
+void ReachLine::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  layout()->activate();
+  fit();
+}
+
+}  // namespace norvik::desktop

@@ -1,0 +1,301 @@
+// Each question is an operation; the ladder is a table of them.
+#include "src/frontends/shared/reach/ladder.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+
+#include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/reach/address_use.h"
+#include "src/frontends/shared/server/client_services.h"
+#include "src/frontends/shared/server/server_order.h"
+#include "src/server/mac/ui/addresses.h"
+
+namespace norvik {
+
+namespace {
+
+constexpr int64_t kHighestPort = 65535;
+constexpr std::chrono::milliseconds kNameLimit{2000};
+constexpr std::chrono::milliseconds kConnectionLimit{500};
+
+// clang-format off
+constexpr RungRow kRungs[] = {
+    {Rung::installed,  "installed",   "The server is installed",               10},
+    {Rung::running,    "running",     "The server runs",                       11},
+    {Rung::switchedOn, "switched-on", "The service is switched on",            12},
+    {Rung::inForce,    "in-force",    "What is stored is in force",            13},
+    {Rung::listening,  "listening",   "The server listens on the port",        14},
+    {Rung::address,    "address",     "This computer has an address for others", 15},
+    {Rung::hostName,   "host-name",   "Its name leads to that address",        16},
+    {Rung::connection, "connection",  "Connections are accepted",              17},
+    {Rung::firewall,   "firewall",    "The firewall lets them in",             18},
+};
+// clang-format on
+
+constexpr bool inTheOrderOfTheRungs() {
+  for (std::size_t i = 0; i < std::size(kRungs); ++i) {
+    if (kRungs[i].rung != static_cast<Rung>(i)) return false;
+  }
+  return std::size(kRungs) == static_cast<std::size_t>(Rung::firewall) + 1;
+}
+static_assert(inTheOrderOfTheRungs(), "every rung has one row, in the order of the ladder");
+
+// What an answer says, before it is known which question it answers.
+struct Answer {
+  Verdict verdict;
+  std::string sentence;
+  std::string advice;
+};
+
+Answer yes(std::string sentence, std::string advice = "") {
+  return {Verdict::passes, std::move(sentence), std::move(advice)};
+}
+Answer no(std::string sentence, std::string advice) {
+  return {Verdict::fails, std::move(sentence), std::move(advice)};
+}
+Answer notKnown(std::string sentence, std::string advice = "") {
+  return {Verdict::notKnown, std::move(sentence), std::move(advice)};
+}
+
+std::string processInWords(int32_t pid) {
+  return "process " + std::to_string(pid);
+}
+
+class Climb {
+ public:
+  Climb(const ReachQuestion& question, const ServiceQuestion& asked, Network& network)
+      : question_(question), asked_(asked), service_(asked.service), network_(network) {
+    result_.key = service_.key;
+    result_.title = service_.title;
+    result_.port = service_.stored.port;
+  }
+
+  ServiceReach result() {
+    constexpr Answer (Climb::*kAnswers[])() = {&Climb::installed, &Climb::running,    &Climb::switchedOn,
+                                               &Climb::inForce,   &Climb::listening,  &Climb::address,
+                                               &Climb::hostName,  &Climb::connection, &Climb::firewall};
+    static_assert(std::size(kAnswers) == std::size(kRungs));
+    for (std::size_t i = 0; i < std::size(kRungs); ++i) {
+      const bool ends = result_.failed() != nullptr || isUnsettled_;
+      const Answer answer = ends ? Answer{Verdict::notLookedAt, "", ""} : (this->*kAnswers[i])();
+      result_.rungs.push_back({kRungs[i].rung, answer.verdict, answer.sentence, answer.advice});
+    }
+    result_.reach = reach();
+    if (result_.address.empty()) result_.address = bestAddress();
+    return std::move(result_);
+  }
+
+ private:
+  Answer installed() {
+    if (question_.installation) return no(question_.installation.sentence, question_.installation.advice);
+    return yes("The server is installed.");
+  }
+
+  Answer running() {
+    isUnsettled_ = question_.isChanging;
+    if (isUnsettled_) return notKnown("The server is being started or stopped.", "Look again in a moment.");
+    if (question_.serverPid == -1) return no("The server does not run.", "Start the server.");
+    return yes("The server runs, " + processInWords(question_.serverPid) + ".");
+  }
+
+  Answer switchedOn() {
+    if (service_.stored.isOn) return yes("The service is switched on.");
+    return no("The service is switched off.", "Switch it on and apply.");
+  }
+
+  Answer inForce() {
+    const std::string stored = std::to_string(service_.stored.port);
+    if (service_.inForce == InForce::listens && !service_.differs())
+      return yes("The server uses port " + stored + ", as it is stored.");
+    // Another program on the port, and a server that listens nowhere, are the next question's.
+    const bool isElsewhere = service_.inForce == InForce::listens || service_.inForce == InForce::elsewhere;
+    if (!isElsewhere || service_.takenBy)
+      return notKnown("Whether the server has taken up what is stored cannot be seen.");
+    std::vector<std::string> ports;
+    for (const uint16_t port : service_.ports) ports.push_back(std::to_string(port));
+    return no("Port " + stored + " is stored, but the server listens on " + listInWords(ports, "and") + ".",
+              "Apply, so that the server takes up what is stored.");
+  }
+
+  Answer listening() {
+    const int64_t number = service_.stored.port;
+    const std::string port = "port " + std::to_string(number);
+    if (number < 1 || number > kHighestPort)
+      return no("The number " + std::to_string(number) + " is stored, which is no port.",
+                "Choose a port from 1 to 65535 and apply.");
+    if (service_.takenBy) {
+      return no("Port " + std::to_string(number) + " is taken by " + holderInWords(*service_.takenBy) + ".",
+                "Stop that program, or choose another port and apply.");
+    }
+    switch (service_.inForce) {
+      case InForce::listens:
+        return yes("The server listens on " + port + ".");
+      case InForce::accepts:
+        return notKnown("A program listens on " + port + "; whether it is the server cannot be seen.");
+      case InForce::silent:
+      case InForce::refuses:
+        return no("Nothing listens on " + port + ".", "Stop the server and start it again.");
+      default:
+        return notKnown("Whether the server listens on " + port + " cannot be seen.");
+    }
+  }
+
+  Answer address() {
+    for (NetworkAddress& own : network_.addresses()) {
+      const AddressUse use = useOf(own.text);
+      if (use == AddressUse::noAddress) continue;
+      std::string text = hostAndPort(own.text, service_.stored.port, asked_.standardPort);
+      result_.addresses.push_back({std::move(own), std::move(text), use == AddressUse::others, false});
+    }
+    // Those for others first, and IPv4 before IPv6, which fewer networks carry.
+    std::ranges::stable_sort(result_.addresses, {}, [](const OfferedAddress& offered) {
+      const bool isIPv6 = offered.address.text.find(':') != std::string::npos;
+      return (offered.isUsable ? 0 : 2) + (isIPv6 ? 1 : 0);
+    });
+    const std::vector<std::string> usable = usableAddresses();
+    if (usable.empty()) {
+      return no("This computer has no address that other computers can use.",
+                "Connect this computer to a network.");
+    }
+    const bool isForItself = useOf(question_.host) == AddressUse::thisOne;
+    return yes("Other computers can use " + listInWords(usable, "or") + ".",
+               isForItself ? "The page shows " + question_.host + ", which only this computer can use." : "");
+  }
+
+  Answer hostName() {
+    const std::string& name = question_.host;
+    if (name.empty() || useOf(name) != AddressUse::noAddress)
+      return yes("Clients are given an address and no name.");
+    const NameLookup lookup = network_.lookUp(name, kNameLimit);
+    if (!lookup.answered) return notKnown("The name service does not answer for " + name + ".", useAddress());
+    if (lookup.addresses.empty()) return no("The name " + name + " leads nowhere.", useAddress());
+    if (std::ranges::any_of(lookup.addresses, [this](const auto& found) { return isOwn(found); })) {
+      result_.address = hostAndPort(name, service_.stored.port, asked_.standardPort);
+      return yes("The name " + name + " leads to this computer.");
+    }
+    const std::string found = listInWords(lookup.addresses, "and");
+    // Many systems give a computer's own name such an address, for itself alone.
+    if (std::ranges::all_of(lookup.addresses,
+                            [](const auto& each) { return useOf(each) == AddressUse::thisOne; }))
+      return notKnown(
+          "Here the name " + name + " leads to " + found + "; where it leads others cannot be seen.",
+          useAddress());
+    return no("The name " + name + " leads to " + found + ", which is not this computer.",
+              useAddress() + " Behind a router that passes connections on, that may be right.");
+  }
+
+  Answer connection() {
+    for (OfferedAddress& offered : result_.addresses) {
+      const auto port = static_cast<uint16_t>(service_.stored.port);
+      offered.accepts = offered.isUsable && network_.connects(offered.address.text, port, kConnectionLimit);
+    }
+    std::vector<std::string> accepted;
+    for (const OfferedAddress& offered : result_.addresses) {
+      if (offered.accepts) accepted.push_back(offered.text);
+    }
+    if (!accepted.empty())
+      return yes("A connection from this computer to " + listInWords(accepted, "and") + " is accepted.");
+    result_.address.clear();
+    return no(
+        "A connection from this computer to " + listInWords(usableAddresses(), "or") + " is not accepted.",
+        "The server may listen for this computer alone, or a firewall is in the way.");
+  }
+
+  Answer firewall() {
+    const auto port = static_cast<uint16_t>(service_.stored.port);
+    const Firewall seen = network_.firewall(port);
+    if (seen.view == FirewallView::letsIn) return yes("The firewall " + seen.name + " lets connections in.");
+    if (seen.name.empty())
+      return notKnown("Whether a firewall keeps others out cannot be seen without administrator rights.");
+    return notKnown("The firewall " + seen.name + " is on; whether it lets connections in cannot be seen " +
+                        "without administrator rights.",
+                    "An administrator sees it with \"" + seen.name + " status\".");
+  }
+
+  std::vector<std::string> usableAddresses() const {
+    std::vector<std::string> texts;
+    for (const OfferedAddress& offered : result_.addresses) {
+      if (offered.isUsable) texts.push_back(offered.text);
+    }
+    return texts;
+  }
+
+  std::string useAddress() const { return "Give others the address " + usableAddresses().front() + "."; }
+
+  bool isOwn(const std::string& address) const {
+    return std::ranges::any_of(result_.addresses, [&address](const OfferedAddress& offered) {
+      return offered.isUsable && offered.address.text == address;
+    });
+  }
+
+  // One that was tried, or else one that others can use.
+  std::string bestAddress() const {
+    const auto tried = std::ranges::find_if(result_.addresses, &OfferedAddress::accepts);
+    if (tried != result_.addresses.end()) return tried->text;
+    const std::vector<std::string> usable = usableAddresses();
+    return usable.empty() ? "" : usable.front();
+  }
+
+  // What cannot be seen is the rule for a user without rights; a connection that was accepted counts more.
+  Reach reach() const {
+    if (!service_.stored.isOn) return Reach::switchedOff;
+    if (isUnsettled_) return Reach::notKnown;
+    return result_.failed() == nullptr ? Reach::reachable : Reach::notReachable;
+  }
+
+  const ReachQuestion& question_;
+  const ServiceQuestion& asked_;
+  const ServiceInForce& service_;
+  Network& network_;
+  ServiceReach result_;
+  bool isUnsettled_ = false;
+};
+
+}  // namespace
+
+std::span<const RungRow> rungs() {
+  return kRungs;
+}
+
+const RungResult* ServiceReach::failed() const {
+  const auto found = std::ranges::find(rungs, Verdict::fails, &RungResult::verdict);
+  return found != rungs.end() ? &*found : nullptr;
+}
+
+ReachQuestion reachQuestion(const NVKServerPrefs& pane, const InterfaceDescription& interface,
+                            const ComputerServices& services) {
+  ReachQuestion question;
+  question.installation = installationError(services.files);
+  question.isChanging = pane.isServerChanging();
+  question.serverPid = pane.m_serverPid;
+  question.host = SBUF_CURHOST;
+  ServerInForce server = serverInForce(pane, interface, services.ports);
+  for (std::size_t i = 0; i < std::size(kClientServices); ++i)
+    question.services.push_back({std::move(server.services[i]), kClientServices[i].standardPort});
+  return question;
+}
+
+std::vector<ServiceReach> climb(const ReachQuestion& question, Network& network) {
+  std::vector<ServiceReach> results;
+  for (const ServiceQuestion& service : question.services) {
+    results.push_back(Climb(question, service, network).result());
+  }
+  return results;
+}
+
+std::string reachSentence(const ServiceReach& service) {
+  switch (service.reach) {
+    case Reach::reachable:
+      return service.title + " can connect to " + service.address + ", as far as this computer can see.";
+    case Reach::notReachable:
+      return service.title + " cannot connect. " + service.failed()->sentence;
+    case Reach::notKnown:
+      return service.title + ": it is not known yet whether they can connect.";
+    case Reach::switchedOff:
+      return service.title + ": switched off.";
+  }
+  return "";
+}
+
+}  // namespace norvik
