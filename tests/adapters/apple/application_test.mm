@@ -49,15 +49,12 @@ TEST_F(InApplication, AMainWindowHasItsFrame) {
                                                    backing:NSBackingStoreBuffered
                                                      defer:YES];
   [window setReleasedWhenClosed:NO];
-  [window becomeMainWindow];
+  doubles::mac().mainWindow = window;
   const auto frame = mac.computer().application.mainWindowFrame();
-  if ([NSApp mainWindow] == window) {
-    ASSERT_TRUE(frame);
-    EXPECT_EQ(frame->width, [window frame].size.width);
-    EXPECT_EQ(frame->height, [window frame].size.height);
-  } else {
-    EXPECT_EQ(frame, std::nullopt);
-  }
+  ASSERT_TRUE(frame);
+  EXPECT_EQ(frame->width, [window frame].size.width);
+  EXPECT_EQ(frame->height, [window frame].size.height);
+  doubles::mac().mainWindow = nullptr;
   [window close];
   [window release];
 }

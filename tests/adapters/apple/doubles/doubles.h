@@ -46,6 +46,7 @@ struct Mac {
   std::vector<Application> applications;
   bool hasProcessInfoVersion = true;
 
+  void* mainWindow = nullptr;  // an NSWindow, borrowed
   std::vector<std::string> posted;
   bool centreRefuses = false;
   std::vector<std::string> opened;

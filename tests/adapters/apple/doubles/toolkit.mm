@@ -100,6 +100,13 @@ std::string words(NSString* text) {
 }
 @end
 
+// None until a test has set one, as in the background.
+@implementation NSApplication (NVKDouble)
+- (NSWindow*)mainWindow {
+  return static_cast<NSWindow*>(mac().mainWindow);
+}
+@end
+
 // Answers at once where a test has said what.
 @implementation NSAlert (NVKDouble)
 - (NSInteger)runModal {
