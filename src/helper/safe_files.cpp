@@ -15,7 +15,7 @@
 #include <ctime>
 #include <system_error>
 
-#include "src/adapters/linux/lock_folders.h"
+#include "src/adapters/posix/lock_folders.h"
 #include "src/helper/allowed_lines.h"
 
 namespace norvik::helper {

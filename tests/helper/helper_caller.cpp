@@ -18,10 +18,10 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/change_locks.h"
 #include "src/adapters/linux/helper_client.h"
 #include "src/adapters/linux/helper_interface.h"
 #include "src/adapters/linux/polkit_authorization.h"
+#include "src/adapters/posix/change_locks.h"
 #include "tests/support/waiting.h"
 
 namespace norvik {
@@ -148,7 +148,7 @@ class Calls {
 
   SystemBus bus_{{}};
   ToolLauncher tools_{RootFolder(), kPatience};
-  LinuxChangeLocks locks_{RootFolder(), tools_};
+  PosixChangeLocks locks_{RootFolder(), tools_};
   std::unique_ptr<HeldLock> held_;
   std::shared_ptr<const Descriptor> handed_;
   HelperClient client_{bus_, [this] { return handed_ ? handed_ : tools_.heldOpen(); }};

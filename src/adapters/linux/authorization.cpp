@@ -1,7 +1,7 @@
 // The references, and the one grant that they share.
 #include "src/adapters/linux/authorization.h"
 
-#include "src/adapters/linux/files.h"
+#include "src/adapters/posix/files.h"
 
 namespace norvik {
 
@@ -35,8 +35,8 @@ OSStatus LinuxAuthorization::AuthorizationCopyRights(AuthorizationRef authorizat
   return errAuthorizationSuccess;
 }
 
-OSStatus LinuxAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) {
-  return references_.removeRight(authorization, name);
+OSStatus LinuxAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view) {
+  return references_.removeRight(authorization);
 }
 
 OSStatus LinuxAuthorization::AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) {

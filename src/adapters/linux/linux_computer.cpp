@@ -5,6 +5,8 @@
 
 #include <filesystem>
 
+#include "src/adapters/linux/firewall.h"
+
 namespace norvik {
 
 namespace {
@@ -41,9 +43,9 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
                               tools_, PolkitAuthorization::Options{options.superUser, options.textAgent},
                               options.whileAsking)
                         : nullptr),
-      locks_(root, tools_),
+      locks_(root, [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
-      network_(root),
+      network_([root](uint16_t) { return visibleFirewall(root); }),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),

@@ -3,8 +3,6 @@
 #include "src/adapters/linux/listening_ports.h"
 
 #include <dirent.h>
-#include <netinet/in.h>
-#include <sys/socket.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -13,8 +11,8 @@
 #include <memory>
 #include <sstream>
 
-#include "src/adapters/linux/connection.h"
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/local_connection.h"
 
 namespace norvik {
 
@@ -27,7 +25,6 @@ using Listeners = std::map<Inode, uint16_t>;  // the port of each socket that li
 constexpr std::size_t kTableLimit = std::size_t{64} << 20U;
 constexpr std::size_t kProcessFileLimit = 65536;
 constexpr std::string_view kListenState = "0A";
-constexpr std::chrono::milliseconds kConnectLimit{250};
 
 template <typename Number>
 std::optional<Number> numberIn(std::string_view text, int base) {
@@ -129,10 +126,6 @@ std::string programOf(const std::string& folder, uint32_t pid) {
   return name;
 }
 
-bool connects(const auto& address, uint16_t port) {
-  return acceptsConnection(reinterpret_cast<const sockaddr&>(address), sizeof address, port, kConnectLimit);
-}
-
 }  // namespace
 
 std::optional<std::set<uint16_t>> LinuxListeningPorts::portsOf(int32_t pid) {
@@ -171,16 +164,7 @@ std::optional<PortHolder> LinuxListeningPorts::holderOf(uint16_t port) {
 }
 
 bool LinuxListeningPorts::accepts(uint16_t port) {
-  sockaddr_in four{};
-  four.sin_family = AF_INET;
-  four.sin_port = htons(port);
-  four.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (connects(four, port)) return true;
-  sockaddr_in6 six{};
-  six.sin6_family = AF_INET6;
-  six.sin6_port = htons(port);
-  six.sin6_addr = in6addr_loopback;
-  return connects(six, port);
+  return acceptsConnections(port);
 }
 
 }  // namespace norvik

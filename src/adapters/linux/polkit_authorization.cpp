@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "src/adapters/linux/authorization.h"
-#include "src/adapters/linux/files.h"
 #include "src/adapters/linux/helper_interface.h"
+#include "src/adapters/posix/files.h"
 
 namespace norvik {
 
@@ -85,9 +85,8 @@ OSStatus PolkitAuthorization::AuthorizationCopyRights(AuthorizationRef authoriza
   return errAuthorizationSuccess;
 }
 
-OSStatus PolkitAuthorization::AuthorizationRightRemove(AuthorizationRef authorization,
-                                                       std::string_view name) {
-  return references_.removeRight(authorization, name);
+OSStatus PolkitAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view) {
+  return references_.removeRight(authorization);
 }
 
 // polkit revokes for a session. What it keeps for this program alone, because the program's own text agent

@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "src/adapters/linux/bundle_folder.h"
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/process_folder.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 
@@ -68,6 +68,7 @@ OSErr LinuxProcessManager::GetNextProcess(ProcessSerialNumber& process) {
     process = {.highLongOfPSN = 0, .lowLongOfPSN = pid};
     return noErr;
   }
+  process = {};
   return procNotFound;
 }
 

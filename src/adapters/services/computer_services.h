@@ -1,5 +1,5 @@
 // What a front end asks of a computer and the pane does not: the counterpart of `Platform` for the change
-// transaction. Linux and the simulated computer implement each.
+// transaction. Every computer implements each.
 #pragma once
 
 #include <string>

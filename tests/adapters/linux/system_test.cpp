@@ -55,7 +55,7 @@ TEST(LinuxHostTest, ListsTheAddressesOfTheInterfacesInTheirOrder) {
   }
   ::freeifaddrs(list);
   std::vector<std::string> found;
-  for (const auto& address : LinuxHost().addresses()) {
+  for (const auto& address : PosixHost().addresses()) {
     if (address && address->find(':') == std::string::npos) found.push_back(*address);
   }
   EXPECT_EQ(found, expected);
@@ -65,7 +65,7 @@ TEST(LinuxHostTest, HasTheNameOfTheSystem) {
   utsname names{};
   ASSERT_EQ(::uname(&names), 0);
   std::array<char, 256> name{};
-  ASSERT_EQ(LinuxHost().gethostname(name.data(), name.size()), 0);
+  ASSERT_EQ(PosixHost().gethostname(name.data(), name.size()), 0);
   EXPECT_STREQ(name.data(), names.nodename);
 }
 
@@ -121,8 +121,12 @@ TEST_F(LinuxBundlesTest, KnowThePaneByItsIdentifier) {
             "NVKServerPrefs");
 }
 
-TEST_F(LinuxBundlesTest, HaveNoMainOneForAProgramOutsideOfBundles) {
-  EXPECT_EQ(bundles.CFBundleGetMainBundle(), nullptr);
+TEST_F(LinuxBundlesTest, HaveAMainOneWithoutADictionaryForAProgramOutsideOfBundles) {
+  const CFBundleRef main = bundles.CFBundleGetMainBundle();
+  EXPECT_NE(main, nullptr);
+  EXPECT_NE(main, bundles.paneBundle());
+  EXPECT_EQ(bundles.CFBundleGetValueForInfoDictionaryKey(main, "CFBundleIdentifier"), std::nullopt);
+  EXPECT_EQ(bundles.resource(main, "authlock", "tiff"), std::nullopt);
 }
 
 TEST(LinuxNotificationsTest, GiveUpOnASilentBus) {
