@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/helper/allowed_lines.h"
 
 namespace norvik::helper {

@@ -1,7 +1,7 @@
 // The references, and the one grant that they share.
 #include "src/adapters/linux/authorization.h"
 
-#include "src/adapters/linux/files.h"
+#include "src/adapters/posix/files.h"
 
 namespace norvik {
 

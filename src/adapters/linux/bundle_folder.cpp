@@ -3,8 +3,8 @@
 
 #include <unistd.h>
 
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

@@ -6,7 +6,7 @@
 
 #include "resources/resources.h"
 #include "src/adapters/linux/bundle_folder.h"
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {

@@ -7,7 +7,7 @@
 #include <mutex>
 #include <vector>
 
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/server/mac/platform/system_version.h"
 
 namespace norvik {

@@ -15,7 +15,7 @@
 #include <thread>
 #include <utility>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

@@ -38,7 +38,7 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
       systemRights_(options.systemRights
                         ? std::make_unique<SystemRights>(tools_, options.textAgent, options.whileAsking)
                         : nullptr),
-      locks_(root, tools_),
+      locks_(root, [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
       files(root),
       propertyLists(root, withoutSlash(options.home)),

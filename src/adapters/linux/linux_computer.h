@@ -13,20 +13,20 @@
 
 #include "src/adapters/linux/authorization.h"
 #include "src/adapters/linux/bundles.h"
-#include "src/adapters/linux/change_locks.h"
-#include "src/adapters/linux/files.h"
-#include "src/adapters/linux/host.h"
 #include "src/adapters/linux/listening_ports.h"
 #include "src/adapters/linux/notifications.h"
-#include "src/adapters/linux/posix_processes.h"
 #include "src/adapters/linux/process_manager.h"
 #include "src/adapters/linux/property_list_files.h"
 #include "src/adapters/linux/run_loop.h"
-#include "src/adapters/linux/settings_files.h"
 #include "src/adapters/linux/system_log.h"
 #include "src/adapters/linux/system_rights.h"
 #include "src/adapters/linux/system_version.h"
 #include "src/adapters/linux/tool_launcher.h"
+#include "src/adapters/posix/change_locks.h"
+#include "src/adapters/posix/files.h"
+#include "src/adapters/posix/host.h"
+#include "src/adapters/posix/processes.h"
+#include "src/adapters/posix/settings_files.h"
 #include "src/adapters/services/computer_services.h"
 #include "src/server/mac/platform/platform.h"
 
@@ -102,20 +102,20 @@ class LinuxComputer {
 
   ToolLauncher tools_;
   std::unique_ptr<SystemRights> systemRights_;  // none where the policy decides
-  LinuxChangeLocks locks_;
-  LinuxSettingsFiles settingsFiles_;
+  PosixChangeLocks locks_;
+  PosixSettingsFiles settingsFiles_;
   LinuxListeningPorts ports_;
 
  public:
   // The platform interfaces; each lives as long as the computer.
-  LinuxFiles files;
+  PosixFiles files;
   LinuxPropertyListFiles propertyLists;
   LinuxProcessManager processManager;
-  LinuxPosixProcesses posix;
+  PosixProcessServices posix;
   LinuxAuthorization authorization;  // by the policy
   LinuxNotificationCenter notifications;
   LinuxRunLoop runLoop;
-  LinuxHost host;
+  PosixHost host;
   LinuxSystemVersion systemVersion;
   LinuxBundles bundles;
   LinuxSystemLog log;

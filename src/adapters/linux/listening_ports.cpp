@@ -3,9 +3,6 @@
 #include "src/adapters/linux/listening_ports.h"
 
 #include <dirent.h>
-#include <netinet/in.h>
-#include <poll.h>
-#include <sys/socket.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -14,7 +11,8 @@
 #include <memory>
 #include <sstream>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/local_connection.h"
 
 namespace norvik {
 
@@ -27,7 +25,6 @@ using Listeners = std::map<Inode, uint16_t>;  // the port of each socket that li
 constexpr std::size_t kTableLimit = std::size_t{64} << 20U;
 constexpr std::size_t kProcessFileLimit = 65536;
 constexpr std::string_view kListenState = "0A";
-constexpr int kConnectMilliseconds = 250;
 
 template <typename Number>
 std::optional<Number> numberIn(std::string_view text, int base) {
@@ -129,29 +126,6 @@ std::string programOf(const std::string& folder, uint32_t pid) {
   return name;
 }
 
-// A socket that takes the port for its own end connects to itself, and then nobody listens.
-bool isConnectedToItself(const Descriptor& socket, uint16_t port) {
-  sockaddr_in6 own{};
-  socklen_t size = sizeof own;
-  ::getsockname(socket.number(), reinterpret_cast<sockaddr*>(&own), &size);
-  return ntohs(own.sin6_port) == port;  // at the same place for IPv4
-}
-
-bool connects(int family, const sockaddr* address, socklen_t size, uint16_t port) {
-  const Descriptor socket(::socket(family, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
-  if (!socket) return false;
-  if (::connect(socket.number(), address, size) != 0) {
-    if (errno != EINPROGRESS) return false;
-    pollfd connected{socket.number(), POLLOUT, 0};
-    if (::poll(&connected, 1, kConnectMilliseconds) != 1) return false;
-    int error = 0;
-    socklen_t errorSize = sizeof error;
-    ::getsockopt(socket.number(), SOL_SOCKET, SO_ERROR, &error, &errorSize);
-    if (error != 0) return false;
-  }
-  return !isConnectedToItself(socket, port);
-}
-
 }  // namespace
 
 std::optional<std::set<uint16_t>> LinuxListeningPorts::portsOf(int32_t pid) {
@@ -190,16 +164,7 @@ std::optional<PortHolder> LinuxListeningPorts::holderOf(uint16_t port) {
 }
 
 bool LinuxListeningPorts::accepts(uint16_t port) {
-  sockaddr_in four{};
-  four.sin_family = AF_INET;
-  four.sin_port = htons(port);
-  four.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (connects(AF_INET, reinterpret_cast<const sockaddr*>(&four), sizeof four, port)) return true;
-  sockaddr_in6 six{};
-  six.sin6_family = AF_INET6;
-  six.sin6_port = htons(port);
-  six.sin6_addr = in6addr_loopback;
-  return connects(AF_INET6, reinterpret_cast<const sockaddr*>(&six), sizeof six, port);
+  return acceptsConnections(port);
 }
 
 }  // namespace norvik

@@ -6,8 +6,8 @@
 #include <charconv>
 #include <cstdlib>
 
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/linux_computer.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/server/mac/text/trim.h"
 
 namespace norvik {

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "src/adapters/linux/authorization.h"
-#include "src/adapters/linux/files.h"
 #include "src/adapters/linux/helper_interface.h"
+#include "src/adapters/posix/files.h"
 
 namespace norvik {
 

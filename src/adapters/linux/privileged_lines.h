@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/adapters/services/launched_tools.h"
 
 namespace norvik {

@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "src/adapters/linux/bundle_folder.h"
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/process_folder.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

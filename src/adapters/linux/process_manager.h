@@ -7,7 +7,7 @@
 
 #include <string>
 
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/server/mac/platform/processes.h"
 
 namespace norvik {

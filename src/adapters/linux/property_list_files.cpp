@@ -6,9 +6,10 @@
 #include <cerrno>
 #include <new>
 
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/in_place.h"
-#include "src/adapters/linux/temporary_files.h"
+#include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/home_folder.h"
+#include "src/adapters/posix/temporary_files.h"
 #include "src/adapters/property_lists/codec.h"
 
 namespace norvik {
@@ -60,8 +61,7 @@ void LinuxPropertyListFiles::makeFoldersInHome(const std::string& path) const {
 }
 
 std::string LinuxPropertyListFiles::stringByExpandingTildeInPath(std::string_view path) {
-  const bool isOwnHome = path == "~" || path.starts_with("~/");
-  return isOwnHome ? home_ + std::string(path.substr(1)) : std::string(path);
+  return withHome(path, home_);
 }
 
 }  // namespace norvik

@@ -1,7 +1,7 @@
 // Property lists in files, through the codec that all adapters share, and the home folder.
 #pragma once
 
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/server/mac/platform/property_lists.h"
 
 namespace norvik {

@@ -9,7 +9,7 @@
 #include <mutex>
 #include <vector>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/server/mac/platform/run_loop.h"
 
 namespace norvik {

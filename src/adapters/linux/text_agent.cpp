@@ -12,7 +12,7 @@
 #include <chrono>
 #include <csignal>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

@@ -14,9 +14,8 @@
 #include <csignal>
 #include <future>
 #include <mutex>
-#include <system_error>
-#include <thread>
 
+#include "src/adapters/posix/threads.h"
 #include "src/server/mac/text/trim.h"
 
 namespace norvik {
@@ -85,23 +84,6 @@ void follow(pid_t child, Descriptor report, std::mutex& mutex, ToolOutcome& outc
   } else {
     noteLost(outcome, signal);
   }
-}
-
-// A thread that receives none of the program's signals; false if none can be made.
-template <typename Body>
-bool startThread(Body body) {
-  sigset_t all;
-  sigset_t before;
-  sigfillset(&all);
-  ::pthread_sigmask(SIG_SETMASK, &all, &before);
-  bool started = true;
-  try {
-    std::thread(std::move(body)).detach();
-  } catch (const std::system_error&) {
-    started = false;
-  }
-  ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
-  return started;
 }
 
 }  // namespace

@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/descriptors.h"
-#include "src/adapters/linux/root_folder.h"
 #include "src/adapters/linux/tool_process.h"
+#include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/adapters/services/launched_tools.h"
 
 namespace norvik {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

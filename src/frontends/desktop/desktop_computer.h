@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "src/adapters/linux/linux_computer.h"
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/frontends/desktop/qt_platform.h"
 #include "src/server/mac/platform/platform.h"
 

@@ -5,7 +5,7 @@
 #include <functional>
 #include <memory>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 class QSocketNotifier;
 

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "src/adapters/linux/linux_computer.h"
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "src/frontends/prefpane/pane_bundles.h"
 #include "src/frontends/prefpane/pane_session.h"

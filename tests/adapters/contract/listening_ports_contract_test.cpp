@@ -10,8 +10,8 @@
 #include <csignal>
 #include <filesystem>
 
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/listening_ports.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/adapters/simulated/simulated_computer.h"
 #include "tests/support/files.h"
 #include "tests/support/program.h"

@@ -7,8 +7,8 @@
 #include <csignal>
 #include <filesystem>
 
-#include "src/adapters/linux/files.h"
 #include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/posix/files.h"
 #include "src/adapters/property_lists/codec.h"
 #include "tests/adapters/contract/computer_under_test.h"
 #include "tests/support/limited_memory.h"
@@ -27,7 +27,7 @@ class LinuxFilesTest : public testing::Test {
   }
 
   SandboxFolder folder;
-  LinuxFiles files{RootFolder(folder.path())};
+  PosixFiles files{RootFolder(folder.path())};
   LinuxPropertyListFiles propertyLists{RootFolder(folder.path()), "/Users/user"};
 };
 

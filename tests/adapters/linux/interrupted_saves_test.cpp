@@ -14,8 +14,8 @@
 #include <random>
 #include <thread>
 
-#include "src/adapters/linux/descriptors.h"
 #include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/adapters/property_lists/codec.h"
 #include "src/server/mac/text/trim.h"
 #include "tests/adapters/linux/saved_list.h"

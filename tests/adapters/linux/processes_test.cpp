@@ -6,8 +6,8 @@
 #include <csignal>
 #include <filesystem>
 
-#include "src/adapters/linux/posix_processes.h"
 #include "src/adapters/linux/process_manager.h"
+#include "src/adapters/posix/processes.h"
 #include "tests/support/sandbox_folder.h"
 
 namespace norvik {
@@ -110,7 +110,7 @@ TEST_F(LinuxProcesses, InAFolderThatIsNoBundleDoNotCount) {
 }
 
 TEST_F(LinuxProcesses, AreNotSignalledAsAGroup) {
-  LinuxPosixProcesses posix(1);
+  PosixProcessServices posix(1);
   // Would end the tests themselves.
   EXPECT_EQ(posix.kill(0, Signal::user2), KillResult::otherError);
 }
@@ -120,7 +120,7 @@ TEST_F(LinuxProcesses, OfOthersExistButTakeNoSignal) {
   const pid_t child = ::fork();
   if (child == 0) {
     if (::geteuid() == 0 && ::setuid(kNobody) != 0) ::_exit(2);
-    LinuxPosixProcesses posix(1);
+    PosixProcessServices posix(1);
     ::_exit(posix.kill(1, Signal::none) == KillResult::otherError ? 0 : 1);
   }
   int status = -1;
@@ -129,7 +129,7 @@ TEST_F(LinuxProcesses, OfOthersExistButTakeNoSignal) {
 }
 
 TEST_F(LinuxProcesses, WaitLessOnAFasterClock) {
-  LinuxPosixProcesses fast(100);
+  PosixProcessServices fast(100);
   const auto before = std::chrono::steady_clock::now();
   fast.usleep(1000000);
   const auto waited = std::chrono::steady_clock::now() - before;

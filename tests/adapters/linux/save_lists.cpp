@@ -11,13 +11,13 @@
 
 #include <cstdlib>
 
-#include "src/adapters/linux/files.h"
 #include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/posix/files.h"
 #include "tests/adapters/linux/saved_list.h"
 
 namespace {
 
-int writeLines(norvik::LinuxFiles files, const char* path) {
+int writeLines(norvik::PosixFiles files, const char* path) {
   const norvik::FileRef file = files.fopen(path, norvik::FileMode::writeBinary);
   if (file == nullptr) return 1;
   const bool written = files.fwrite("one\n", 4, file) == 4 && files.fwrite("two\n", 4, file) == 4;
@@ -39,7 +39,7 @@ int endWithoutLimit(int status) {
 
 int main(int count, char** words) {
   if (count == 3)
-    return endWithoutLimit(writeLines(norvik::LinuxFiles(norvik::RootFolder(words[1])), words[2]));
+    return endWithoutLimit(writeLines(norvik::PosixFiles(norvik::RootFolder(words[1])), words[2]));
   if (count != 5) return 64;
   norvik::LinuxPropertyListFiles files{norvik::RootFolder(words[1]), "/Users/user"};
   bool saved = true;

@@ -55,7 +55,7 @@ TEST(LinuxHostTest, ListsTheAddressesOfTheInterfacesInTheirOrder) {
   }
   ::freeifaddrs(list);
   std::vector<std::string> found;
-  for (const auto& address : LinuxHost().addresses()) {
+  for (const auto& address : PosixHost().addresses()) {
     if (address && address->find(':') == std::string::npos) found.push_back(*address);
   }
   EXPECT_EQ(found, expected);
@@ -65,7 +65,7 @@ TEST(LinuxHostTest, HasTheNameOfTheSystem) {
   utsname names{};
   ASSERT_EQ(::uname(&names), 0);
   std::array<char, 256> name{};
-  ASSERT_EQ(LinuxHost().gethostname(name.data(), name.size()), 0);
+  ASSERT_EQ(PosixHost().gethostname(name.data(), name.size()), 0);
   EXPECT_STREQ(name.data(), names.nodename);
 }
 

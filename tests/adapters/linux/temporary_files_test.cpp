@@ -1,5 +1,5 @@
 // Writing below /tmp, with everything that somebody may have laid there.
-#include "src/adapters/linux/temporary_files.h"
+#include "src/adapters/posix/temporary_files.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>
@@ -10,8 +10,8 @@
 #include <filesystem>
 #include <functional>
 
-#include "src/adapters/linux/files.h"
 #include "src/adapters/linux/property_list_files.h"
+#include "src/adapters/posix/files.h"
 #include "tests/support/files.h"
 #include "tests/support/temporary_folder.h"
 
@@ -27,7 +27,7 @@ struct TemporaryFilesTest : testing::Test {
   TemporaryFolder folder;
   const RootFolder root{folder.path().native()};
   const fs::path place = folder.path().native() + kPath;
-  LinuxFiles files{root};
+  PosixFiles files{root};
   LinuxPropertyListFiles lists{root, ""};
 
   TemporaryFilesTest() { fs::create_directory(folder.path() / "tmp"); }

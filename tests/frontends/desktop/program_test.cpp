@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <filesystem>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/adapters/property_lists/codec.h"
 #include "tests/frontends/desktop/program.h"
 #include "tests/support/files.h"

@@ -12,7 +12,7 @@
 #include <cstring>
 #include <future>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "tests/support/temporary_folder.h"
 
 namespace norvik::desktop {

@@ -5,7 +5,7 @@
 
 namespace norvik {
 
-class LinuxHost : public Host {
+class PosixHost : public Host {
  public:
   int gethostname(char* name, std::size_t size) override;
   std::vector<std::optional<std::string>> addresses() override;

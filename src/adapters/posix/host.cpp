@@ -1,8 +1,7 @@
 // Asks the kernel, not a name service.
-#include "src/adapters/linux/host.h"
+#include "src/adapters/posix/host.h"
 
 #include <ifaddrs.h>
-#include <limits.h>
 #include <netdb.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -16,6 +15,8 @@
 namespace norvik {
 
 namespace {
+
+constexpr std::size_t kLongestName = 255;  // of every system with POSIX
 
 socklen_t addressSize(const sockaddr& address) {
   if (address.sa_family == AF_INET) return sizeof(sockaddr_in);
@@ -33,15 +34,15 @@ std::optional<std::string> text(const sockaddr& address) {
 
 }  // namespace
 
-int LinuxHost::gethostname(char* name, std::size_t size) {
+int PosixHost::gethostname(char* name, std::size_t size) {
   // The system's call fails for a buffer that is too small; ours must truncate the name instead.
-  std::array<char, HOST_NAME_MAX + 1> whole{};
+  std::array<char, kLongestName + 1> whole{};
   if (::gethostname(whole.data(), whole.size()) != 0) return -1;
   std::memcpy(name, whole.data(), std::min(std::strlen(whole.data()) + 1, size));
   return 0;
 }
 
-std::vector<std::optional<std::string>> LinuxHost::addresses() {
+std::vector<std::optional<std::string>> PosixHost::addresses() {
   std::vector<std::optional<std::string>> found;
   ifaddrs* list = nullptr;
   if (::getifaddrs(&list) != 0) return found;

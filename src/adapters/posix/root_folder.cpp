@@ -1,5 +1,5 @@
 // Joins and splits paths at the root folder.
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 
 #include "src/server/mac/text/trim.h"
 

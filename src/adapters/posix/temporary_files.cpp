@@ -1,5 +1,5 @@
 // Exclusive creation follows no link and opens nothing that is there.
-#include "src/adapters/linux/temporary_files.h"
+#include "src/adapters/posix/temporary_files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -4,15 +4,15 @@
 
 #include <cstdio>
 
-#include "src/adapters/linux/descriptors.h"
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/descriptors.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/server/mac/platform/files.h"
 
 namespace norvik {
 
-class LinuxFiles : public Files {
+class PosixFiles : public Files {
  public:
-  explicit LinuxFiles(RootFolder root) : root_(std::move(root)) {}
+  explicit PosixFiles(RootFolder root) : root_(std::move(root)) {}
 
   FileRef fopen(const char* path, FileMode mode) override;
   int fseek(FileRef file, int64_t offset, SeekOrigin origin) override;
@@ -27,7 +27,7 @@ class LinuxFiles : public Files {
   RootFolder root_;
 };
 
-// A stream that owns the descriptor and reads from it, for LinuxFiles to read and close; null on failure.
+// A stream that owns the descriptor and reads from it, for PosixFiles to read and close; null on failure.
 FileRef readingStream(Descriptor descriptor);
 
 }  // namespace norvik

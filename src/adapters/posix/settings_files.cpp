@@ -1,5 +1,5 @@
 // Looks before it opens, writes beside before it replaces.
-#include "src/adapters/linux/settings_files.h"
+#include "src/adapters/posix/settings_files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -11,7 +11,7 @@
 #include <cstring>
 #include <new>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 #include "src/adapters/property_lists/codec.h"
 #include "src/adapters/services/kept_copies.h"
 
@@ -105,19 +105,19 @@ bool replaceOnDisk(const std::string& diskPath, std::string_view bytes) {
 
 }  // namespace
 
-LinuxSettingsFiles::LinuxSettingsFiles(RootFolder root, std::string stateFolder)
+PosixSettingsFiles::PosixSettingsFiles(RootFolder root, std::string stateFolder)
     : root_(std::move(root)), stateFolder_(std::move(stateFolder)) {}
 
-FileContent LinuxSettingsFiles::inspect(const std::string& path) {
+FileContent PosixSettingsFiles::inspect(const std::string& path) {
   return inspectOnDisk(root_.onDisk(path));
 }
 
-std::optional<std::string> LinuxSettingsFiles::placeOf(const std::string& path) const {
+std::optional<std::string> PosixSettingsFiles::placeOf(const std::string& path) const {
   return keptCopyPath(stateFolder_, path);
 }
 
 // Makes the folders above the place that are missing, for the user alone; false if there are not all then.
-bool LinuxSettingsFiles::makeFolderOf(const std::string& place) const {
+bool PosixSettingsFiles::makeFolderOf(const std::string& place) const {
   const std::string folder = root_.onDisk(folderOf(place));
   for (std::size_t slash = folder.find('/', root_.folder().size() + 1); slash != std::string::npos;
        slash = folder.find('/', slash + 1)) {
@@ -128,12 +128,12 @@ bool LinuxSettingsFiles::makeFolderOf(const std::string& place) const {
   return ::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
 }
 
-bool LinuxSettingsFiles::keepCopy(const std::string& path, std::string_view bytes) {
+bool PosixSettingsFiles::keepCopy(const std::string& path, std::string_view bytes) {
   const auto place = placeOf(path);
   return place && makeFolderOf(*place) && replaceOnDisk(root_.onDisk(*place), bytes);
 }
 
-std::optional<KeptCopy> LinuxSettingsFiles::copyOf(const std::string& path) {
+std::optional<KeptCopy> PosixSettingsFiles::copyOf(const std::string& path) {
   const auto place = placeOf(path);
   struct stat status {};
   if (!place || ::stat(root_.onDisk(*place).c_str(), &status) != 0) return std::nullopt;
@@ -143,7 +143,7 @@ std::optional<KeptCopy> LinuxSettingsFiles::copyOf(const std::string& path) {
 }
 
 // To the first free of the names for the file; nothing where that cannot be written.
-std::optional<std::string> LinuxSettingsFiles::writeAside(const std::string& path,
+std::optional<std::string> PosixSettingsFiles::writeAside(const std::string& path,
                                                           std::string_view bytes) const {
   for (int number = 1; number <= kMostSetAside; ++number) {
     std::string name = setAsidePath(path, number);
@@ -159,13 +159,13 @@ std::optional<std::string> LinuxSettingsFiles::writeAside(const std::string& pat
   return std::nullopt;
 }
 
-std::optional<std::string> LinuxSettingsFiles::setAside(const std::string& path, std::string_view bytes) {
+std::optional<std::string> PosixSettingsFiles::setAside(const std::string& path, std::string_view bytes) {
   if (auto beside = writeAside(path, bytes)) return beside;
   const auto place = placeOf(path);
   return place && makeFolderOf(*place) ? writeAside(*place, bytes) : std::nullopt;
 }
 
-bool LinuxSettingsFiles::remove(const std::string& path) {
+bool PosixSettingsFiles::remove(const std::string& path) {
   return ::unlink(root_.onDisk(path).c_str()) == 0 || errno == ENOENT;
 }
 

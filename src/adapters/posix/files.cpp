@@ -1,12 +1,12 @@
 // Streams over descriptors, which were opened without waiting.
-#include "src/adapters/linux/files.h"
+#include "src/adapters/posix/files.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
 
-#include "src/adapters/linux/temporary_files.h"
+#include "src/adapters/posix/temporary_files.h"
 
 namespace norvik {
 
@@ -29,7 +29,7 @@ FileRef readingStream(Descriptor descriptor) {
   return streamOver(std::move(descriptor), "rb");
 }
 
-FileRef LinuxFiles::fopen(const char* path, FileMode mode) {
+FileRef PosixFiles::fopen(const char* path, FileMode mode) {
   const std::string place = root_.onDisk(path);
   if (mode == FileMode::readBinary) return readingStream(openForReading(place));
   const FileRef file = streamOver(isTemporary(path) ? createTemporary(place) : openForWriting(place), "wb");
@@ -38,15 +38,15 @@ FileRef LinuxFiles::fopen(const char* path, FileMode mode) {
   return file;
 }
 
-int LinuxFiles::fseek(FileRef file, int64_t offset, SeekOrigin origin) {
+int PosixFiles::fseek(FileRef file, int64_t offset, SeekOrigin origin) {
   return ::fseeko(stream(file), offset, origin == SeekOrigin::start ? SEEK_SET : SEEK_END);
 }
 
-int64_t LinuxFiles::ftell(FileRef file) {
+int64_t PosixFiles::ftell(FileRef file) {
   return ::ftello(stream(file));
 }
 
-std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
+std::size_t PosixFiles::fread(void* bytes, std::size_t size, FileRef file) {
   std::size_t done = 0;
   // A signal that the program handles may cut a read of a pipe short; that is not an error.
   while (done < size) {
@@ -58,14 +58,14 @@ std::size_t LinuxFiles::fread(void* bytes, std::size_t size, FileRef file) {
   return done;
 }
 
-std::size_t LinuxFiles::fwrite(const void* bytes, std::size_t size, FileRef file) {
+std::size_t PosixFiles::fwrite(const void* bytes, std::size_t size, FileRef file) {
   const WriteSignalGuard guard;
   return std::fwrite(bytes, 1, size, stream(file));
 }
 
 // The files that the pane writes with streams are temporary ones, which it then has moved over others: a file
 // that was moved before the disk has its bytes would be empty after a power cut.
-int LinuxFiles::fclose(FileRef file) {
+int PosixFiles::fclose(FileRef file) {
   const WriteSignalGuard guard;
   const int number = ::fileno(stream(file));
   const bool reads = (::fcntl(number, F_GETFL) & O_ACCMODE) == O_RDONLY;
@@ -73,7 +73,7 @@ int LinuxFiles::fclose(FileRef file) {
   return std::fclose(stream(file)) == 0 && synced ? 0 : -1;
 }
 
-int LinuxFiles::mkdir(const char* path, uint32_t mode) {
+int PosixFiles::mkdir(const char* path, uint32_t mode) {
   return ::mkdir(root_.onDisk(path).c_str(), static_cast<mode_t>(mode));
 }
 

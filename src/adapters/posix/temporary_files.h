@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 

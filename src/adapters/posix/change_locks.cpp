@@ -1,5 +1,5 @@
 // Takes a lock with flock, without waiting in the kernel, which only a signal could end.
-#include "src/adapters/linux/change_locks.h"
+#include "src/adapters/posix/change_locks.h"
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 namespace norvik {
 
@@ -23,9 +23,9 @@ constexpr std::chrono::milliseconds kPause{10};
 
 enum class Attempt { taken, busy, impossible };
 
-class LinuxHeldLock : public HeldLock {
+class PosixHeldLock : public HeldLock {
  public:
-  explicit LinuxHeldLock(std::shared_ptr<const Descriptor> folder) : folder_(std::move(folder)) {}
+  explicit PosixHeldLock(std::shared_ptr<const Descriptor> folder) : folder_(std::move(folder)) {}
 
  private:
   std::shared_ptr<const Descriptor> folder_;  // closing it releases the lock where no tool has a copy
@@ -53,19 +53,19 @@ Attempt lockFirst(const RootFolder& root, Descriptor& folder) {
 
 }  // namespace
 
-LinuxChangeLocks::LinuxChangeLocks(RootFolder root, ToolLauncher& tools)
-    : root_(std::move(root)), tools_(tools) {}
+PosixChangeLocks::PosixChangeLocks(RootFolder root, KeepOpen keepOpen)
+    : root_(std::move(root)), keepOpen_(std::move(keepOpen)) {}
 
-std::unique_ptr<HeldLock> LinuxChangeLocks::lock(std::chrono::milliseconds limit) {
+std::unique_ptr<HeldLock> PosixChangeLocks::lock(std::chrono::milliseconds limit) {
   const auto end = steady_clock::now() + limit;
   for (;;) {
     Descriptor folder;
     const Attempt attempt = lockFirst(root_, folder);
-    if (attempt == Attempt::impossible) return std::make_unique<LinuxHeldLock>(nullptr);
+    if (attempt == Attempt::impossible) return std::make_unique<PosixHeldLock>(nullptr);
     if (attempt == Attempt::taken) {
       auto held = std::make_shared<const Descriptor>(std::move(folder));
-      tools_.keepOpen(held);
-      return std::make_unique<LinuxHeldLock>(std::move(held));
+      keepOpen_(held);
+      return std::make_unique<PosixHeldLock>(std::move(held));
     }
     folder.reset();
     const auto left = end - steady_clock::now();

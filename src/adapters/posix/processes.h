@@ -5,10 +5,10 @@
 
 namespace norvik {
 
-class LinuxPosixProcesses : public PosixProcesses {
+class PosixProcessServices : public PosixProcesses {
  public:
   // Every wait is divided by `speed`, which is above 0.
-  explicit LinuxPosixProcesses(double speed) : speed_(speed) {}
+  explicit PosixProcessServices(double speed) : speed_(speed) {}
 
   KillResult kill(int32_t pid, Signal signal) override;
   int32_t getpid() override;

@@ -1,20 +1,20 @@
-// The settings files of a Linux computer as files, and the folder where copies of them are kept.
+// The settings files of a computer with POSIX as files, and the folder where copies of them are kept.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "src/adapters/linux/root_folder.h"
+#include "src/adapters/posix/root_folder.h"
 #include "src/adapters/services/settings_files.h"
 
 namespace norvik {
 
-class LinuxSettingsFiles : public SettingsFiles {
+class PosixSettingsFiles : public SettingsFiles {
  public:
   // `stateFolder` is the computer's path of the folder for copies, made when one is kept; empty for none, and
   // then nothing is kept. Copies are at the paths of their files below it.
-  LinuxSettingsFiles(RootFolder root, std::string stateFolder);
+  PosixSettingsFiles(RootFolder root, std::string stateFolder);
 
   // Waits for no other process: a pipe or a device is not opened.
   FileContent inspect(const std::string& path) override;

@@ -1,5 +1,5 @@
 // Opens, reads and writes whole files with system calls.
-#include "src/adapters/linux/descriptors.h"
+#include "src/adapters/posix/descriptors.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -53,7 +53,12 @@ void Descriptor::reset() {
 
 Pipe makePipe() {
   std::array<int, 2> ends{-1, -1};
+#ifdef __APPLE__
+  if (::pipe(ends.data()) != 0) return {};
+  for (const int end : ends) ::fcntl(end, F_SETFD, FD_CLOEXEC);
+#else
   if (::pipe2(ends.data(), O_CLOEXEC) != 0) return {};
+#endif
   return {.reading = Descriptor(ends[0]), .writing = Descriptor(ends[1])};
 }
 
@@ -134,8 +139,16 @@ WriteSignalGuard::WriteSignalGuard() {
 
 WriteSignalGuard::~WriteSignalGuard() {
   const int error = errno;
-  const timespec atOnce{};
-  while (sigtimedwait(&raisedHere_, nullptr, &atOnce) > 0) {
+  // Not every system can wait for a signal with a limit, so that it is asked first whether there is one.
+  sigset_t pending;
+  sigpending(&pending);
+  for (const int signal : kWriteSignals) {
+    if (sigismember(&raisedHere_, signal) == 0 || sigismember(&pending, signal) == 0) continue;
+    sigset_t one;
+    sigemptyset(&one);
+    sigaddset(&one, signal);
+    int taken = 0;
+    sigwait(&one, &taken);
   }
   pthread_sigmask(SIG_SETMASK, &before_, nullptr);
   errno = error;
