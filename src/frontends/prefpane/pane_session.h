@@ -9,11 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/file_watch.h"
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "src/frontends/prefpane/pane_changes.h"
 #include "src/frontends/prefpane/pane_server.h"
-#include "src/frontends/prefpane/run_loop_sources.h"
+#include "src/frontends/prefpane/settings_watch.h"
 
 namespace norvik::prefpane {
 
@@ -67,8 +66,7 @@ class PaneSession {
   std::unique_ptr<MainView> view_;
   std::unique_ptr<PaneChanges> changes_;
   std::unique_ptr<PaneServer> server_;
-  std::unique_ptr<LinuxFileWatch> files_;
-  std::unique_ptr<DescriptorWatch> watch_;
+  std::unique_ptr<SettingsWatch> files_;
 };
 
 }  // namespace norvik::prefpane

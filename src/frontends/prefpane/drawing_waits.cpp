@@ -1,0 +1,50 @@
+// Each wait looks again and again at what it waits for, and lets the toolkit draw in between.
+#include "src/frontends/prefpane/drawing_waits.h"
+
+#include "src/frontends/prefpane/input.h"
+#include "src/frontends/shared/checks/port_in_use.h"
+
+namespace norvik::prefpane {
+
+namespace {
+
+double seconds(std::chrono::milliseconds time) {
+  return std::chrono::duration<double>(time).count();
+}
+
+}  // namespace
+
+std::unique_ptr<HeldLock> DrawingLocks::lock(std::chrono::milliseconds limit) {
+  std::unique_ptr<HeldLock> held;
+  const auto isHeld = [&] {
+    held = computer_.lock(std::chrono::milliseconds(0));
+    return held != nullptr;
+  };
+  waitKeepingInput(isHeld, seconds(limit));
+  return held;
+}
+
+SessionComputer sessionComputer(const ComputerOfSession& computer) {
+  LaunchedTools& tools = computer.services.tools;
+  const auto waitForTools = [&tools](std::chrono::milliseconds limit) {
+    const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
+    return waitKeepingInput(ended, seconds(limit));
+  };
+  return {
+      computer.platform,
+      computer.recording,
+      {.locks = computer.locks,
+       .tools = tools,
+       .files = computer.services.files,
+       .ports = computer.services.ports,
+       .delivery = computer.services.delivery},
+      computer.panels,
+      computer.drawing,
+      computer.runLoop,
+      waitForTools,
+      [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
+      portInUse,
+      computer.settingsFiles};
+}
+
+}  // namespace norvik::prefpane
