@@ -14,6 +14,8 @@ using OSStatus = int32_t;
 inline constexpr OSStatus errAuthorizationSuccess = 0;
 inline constexpr OSStatus errAuthorizationInvalidRef = -60002;
 inline constexpr OSStatus errAuthorizationDenied = -60005;
+inline constexpr OSStatus errAuthorizationCanceled = -60006;               // by the person who was asked
+inline constexpr OSStatus errAuthorizationInteractionNotAllowed = -60007;  // nobody may be asked
 inline constexpr OSStatus errAuthorizationToolExecuteFailure = -60031;
 
 // An authorization as the service knows it; opaque to the pane. Null is none.

@@ -1,0 +1,28 @@
+// POSIX sys/socket.h; the length byte of an address is in the platform's manual page inet6(4).
+#pragma once
+#include <stdint.h>
+#include <sys/types.h>
+#ifdef __cplusplus
+extern "C" {
+#endif
+#define AF_INET 2
+#define AF_INET6 30
+#define SOCK_STREAM 1
+#define SOL_SOCKET 0xffff
+#define SO_ERROR 0x1007
+#define SHUT_WR 1
+typedef uint8_t sa_family_t;
+typedef uint32_t socklen_t;
+struct sockaddr {
+  uint8_t sa_len;
+  sa_family_t sa_family;
+  char sa_data[14];
+};
+int socket(int domain, int type, int protocol);
+int connect(int socket, const struct sockaddr* address, socklen_t size);
+int getsockname(int socket, struct sockaddr* address, socklen_t* size);
+int getsockopt(int socket, int level, int option, void* value, socklen_t* size);
+int shutdown(int socket, int how);
+#ifdef __cplusplus
+}
+#endif

@@ -1,0 +1,2 @@
+// Its class is in this folder's Foundation.h.
+#import <Foundation/Foundation.h>
