@@ -3,6 +3,7 @@ set(CMAKE_SYSTEM_NAME Darwin)
 set(CMAKE_SYSTEM_PROCESSOR arm64)
 set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES NORVIK_MAC_SDK)
 set(CMAKE_OSX_SYSROOT ${NORVIK_MAC_SDK})
+set(CMAKE_PROJECT_norvik_settings_panel_INCLUDE ${CMAKE_CURRENT_LIST_DIR}/kit_headers.cmake)
 
 set(tools /usr/lib/llvm-19/bin)
 set(CMAKE_C_COMPILER ${tools}/clang)
@@ -18,11 +19,12 @@ set(CMAKE_LINKER ${tools}/ld64.lld)
 set(CMAKE_OTOOL ${tools}/llvm-otool)
 set(CMAKE_LIPO ${tools}/llvm-lipo)
 
-# What a Mac's own headers bring without being asked.
-set(system "-include stdio.h -D_POSIX_THREADS -D_POSIX_TIMERS -D_POSIX_MONOTONIC_CLOCK=200112L -D_UNIX98_THREAD_MUTEX_ATTRIBUTES")
+# What newlib's headers must be told to have what a Mac's own have without being asked.
+set(newlib "-idirafter ${NORVIK_MAC_SDK}/newlib -D_GNU_SOURCE -D_POSIX_THREADS -D_POSIX_TIMERS \
+-D_POSIX_MONOTONIC_CLOCK=200112L -D_UNIX98_THREAD_MUTEX_ATTRIBUTES")
 foreach(language C CXX OBJCXX)
-  # The compiler joins the processors' programs by a tool that it looks for by a Mac's name for it.
-  set(CMAKE_${language}_FLAGS_INIT "-B${NORVIK_MAC_SDK}/usr/bin ${system}")
+  # The compiler joins the programs for two processors by a tool that it looks for by a Mac's name for it.
+  set(CMAKE_${language}_FLAGS_INIT "-B${NORVIK_MAC_SDK}/usr/bin ${newlib}")
 endforeach()
 foreach(kind EXE MODULE SHARED)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -Wl,-fatal_warnings")

@@ -30,21 +30,20 @@ SessionComputer sessionComputer(const ComputerOfSession& computer) {
     const auto ended = [&tools] { return tools.wait(std::chrono::milliseconds(0)); };
     return waitKeepingInput(ended, seconds(limit));
   };
-  return {
-      computer.platform,
-      computer.recording,
-      {.locks = computer.locks,
-       .tools = tools,
-       .files = computer.services.files,
-       .ports = computer.services.ports,
-       .delivery = computer.services.delivery},
-      computer.panels,
-      computer.drawing,
-      computer.runLoop,
-      waitForTools,
-      [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
-      portInUse,
-      computer.settingsFiles};
+  return {computer.platform,
+          computer.recording,
+          {.locks = computer.locks,
+           .tools = tools,
+           .files = computer.services.files,
+           .ports = computer.services.ports,
+           .delivery = computer.services.delivery},
+          computer.panels,
+          computer.drawing,
+          computer.runLoop,
+          waitForTools,
+          [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
+          portInUse,
+          computer.settingsFiles};
 }
 
 }  // namespace norvik::prefpane

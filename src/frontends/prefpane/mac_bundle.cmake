@@ -6,7 +6,11 @@ target_compile_options(norvik_prefpane PUBLIC
   $<$<COMPILE_LANGUAGE:OBJCXX>:-std=gnu++20> $<$<COMPILE_LANGUAGE:OBJCXX>:-Wno-unused-parameter>
   -Wno-deprecated-declarations)
 target_link_libraries(norvik_prefpane PUBLIC norvik_pane norvik_shared norvik_apple norvik_resources norvik_property_lists
-  "-framework PreferencePanes" "-framework AppKit" "-framework Foundation")
+  "-framework PreferencePanes" "-framework AppKit" "-framework Foundation" objc)
+
+# The toolkit's headers take most of the time.
+target_precompile_headers(norvik_prefpane PRIVATE
+  $<$<COMPILE_LANGUAGE:OBJCXX>:${CMAKE_CURRENT_SOURCE_DIR}/appkit.h> ${CMAKE_CURRENT_SOURCE_DIR}/main_view.h)
 
 # All objects of the module, as nothing in the pane calls the exported queries.
 add_library(norvik_prefpane_bundle MODULE pane_object.mm $<TARGET_OBJECTS:norvik_pane_objects>)

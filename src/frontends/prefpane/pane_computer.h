@@ -11,9 +11,9 @@ namespace norvik::prefpane {
 
 class PaneComputer {
  public:
-  // Installs itself as the platform for as long as it lives. On Linux works on the sandbox that the environment
-  // variable NORVIK_ROOT names, or on the system itself if it is empty or not set; on the Mac always on the
-  // system.
+  // Installs itself as the platform for as long as it lives. On Linux works on the sandbox that the
+  // environment variable NORVIK_ROOT names, or on the system itself if it is empty or not set; on the Mac
+  // always on the system.
   PaneComputer();
   ~PaneComputer();
   PaneComputer(const PaneComputer&) = delete;

@@ -8,6 +8,9 @@
 #include "src/frontends/prefpane/pane_session.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 
+#ifdef __APPLE__
+__attribute__((visibility("default")))  // all else is hidden there
+#endif
 @interface NVKServerPrefs : NSPreferencePane {
   void* session_;  // a PaneSession, owned; untyped, as not every compiler can describe a class of C++
 }

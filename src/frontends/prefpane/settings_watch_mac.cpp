@@ -1,8 +1,8 @@
-// On the Mac the files are looked at each second: what the system tells of files goes through a service of its
-// own and a thread, and these are five.
+// On the Mac the files are looked at each second: what the system tells of files goes through a service of
+// its own and a thread, and these are five.
 #include <utility>
 
-#include "src/adapters/posix/file_states.h"
+#include "src/adapters/posix/polled_files.h"
 #include "src/frontends/prefpane/run_loop_sources.h"
 #include "src/frontends/prefpane/settings_watch.h"
 
@@ -15,7 +15,7 @@ constexpr double kLook = 1;  // seconds from one look to the next
 }  // namespace
 
 struct SettingsWatch::Parts {
-  FileStates files;
+  PolledFiles files;
   std::function<void()> changed;
   Delay next;
 

@@ -1,5 +1,6 @@
-// The number of the last error, under a Mac's name for the place that keeps it, and the errors that newlib does not have
-// (https://pubs.opengroup.org/onlinepubs/9799919799/basedefs/errno.h.html). Own work, for compiling and linking alone.
+// The number of the last error, under a Mac's name for the place that keeps it, and the errors that newlib
+// does not have (https://pubs.opengroup.org/onlinepubs/9799919799/basedefs/errno.h.html). Own work, for
+// compiling and linking alone.
 #pragma once
 
 #include_next <errno.h>

@@ -7,10 +7,10 @@
 
 namespace norvik {
 
-class FileStates {
+class PolledFiles {
  public:
   // Remembers the files at these paths on the disk as they are now, whether they are there or not.
-  explicit FileStates(std::vector<std::string> paths);
+  explicit PolledFiles(std::vector<std::string> paths);
 
   // Whether one of the files is another than at the last call: its content, or who may read it. Two changes
   // within the clock of the file system that leave the length the same count as one. Does not block.

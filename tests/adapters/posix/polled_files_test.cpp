@@ -1,5 +1,5 @@
 // Files that are looked at again: what is a change, and what is not.
-#include "src/adapters/posix/file_states.h"
+#include "src/adapters/posix/polled_files.h"
 
 #include <gtest/gtest.h>
 
@@ -11,21 +11,21 @@
 namespace norvik {
 namespace {
 
-class FileStatesTest : public testing::Test {
+class PolledFilesTest : public testing::Test {
  protected:
   std::filesystem::path at(const std::string& name) const { return folder.path() / name; }
 
   TemporaryFolder folder;
 };
 
-TEST_F(FileStatesTest, NothingHasHappenedAtFirst) {
+TEST_F(PolledFilesTest, NothingHasHappenedAtFirst) {
   writeFile(at("svr.cfg"), "a");
-  FileStates files({at("svr.cfg"), at("missing")});
+  PolledFiles files({at("svr.cfg"), at("missing")});
   EXPECT_FALSE(files.takeChanges());
 }
 
-TEST_F(FileStatesTest, EachChangeIsToldOnce) {
-  FileStates files({at("svr.cfg"), at("other")});
+TEST_F(PolledFilesTest, EachChangeIsToldOnce) {
+  PolledFiles files({at("svr.cfg"), at("other")});
   const auto expectTold = [&files](const char* what) {
     EXPECT_TRUE(files.takeChanges()) << what;
     EXPECT_FALSE(files.takeChanges()) << what;
@@ -44,8 +44,8 @@ TEST_F(FileStatesTest, EachChangeIsToldOnce) {
   expectTold("removed");
 }
 
-TEST_F(FileStatesTest, AFolderThatComesLaterIsNoHindrance) {
-  FileStates files({at("later/svr.cfg")});
+TEST_F(PolledFilesTest, AFolderThatComesLaterIsNoHindrance) {
+  PolledFiles files({at("later/svr.cfg")});
   std::filesystem::create_directory(at("later"));
   EXPECT_FALSE(files.takeChanges());
   writeFile(at("later/svr.cfg"), "a");

@@ -1,5 +1,5 @@
 // The answers of stat, compared.
-#include "src/adapters/posix/file_states.h"
+#include "src/adapters/posix/polled_files.h"
 
 #include <sys/stat.h>
 
@@ -30,22 +30,22 @@ const timespec& changed(const struct stat& file) {
 
 }  // namespace
 
-FileStates::FileStates(std::vector<std::string> paths) : paths_(std::move(paths)) {
+PolledFiles::PolledFiles(std::vector<std::string> paths) : paths_(std::move(paths)) {
   std::ranges::transform(paths_, std::back_inserter(states_), stateOf);
 }
 
-bool FileStates::takeChanges() {
+bool PolledFiles::takeChanges() {
   std::vector<State> now;
   std::ranges::transform(paths_, std::back_inserter(now), stateOf);
   return std::exchange(states_, now) != now;
 }
 
-FileStates::State FileStates::stateOf(const std::string& path) {
+PolledFiles::State PolledFiles::stateOf(const std::string& path) {
   struct stat file {};
   if (::stat(path.c_str(), &file) == -1) return {};
-  return {static_cast<long long>(file.st_dev),      static_cast<long long>(file.st_ino),
-          static_cast<long long>(file.st_size),     static_cast<long long>(file.st_mode),
-          static_cast<long long>(file.st_uid),      static_cast<long long>(file.st_gid),
+  return {static_cast<long long>(file.st_dev),          static_cast<long long>(file.st_ino),
+          static_cast<long long>(file.st_size),         static_cast<long long>(file.st_mode),
+          static_cast<long long>(file.st_uid),          static_cast<long long>(file.st_gid),
           static_cast<long long>(written(file).tv_sec), static_cast<long long>(written(file).tv_nsec),
           static_cast<long long>(changed(file).tv_sec), static_cast<long long>(changed(file).tv_nsec)};
 }
