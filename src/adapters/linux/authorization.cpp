@@ -35,8 +35,8 @@ OSStatus LinuxAuthorization::AuthorizationCopyRights(AuthorizationRef authorizat
   return errAuthorizationSuccess;
 }
 
-OSStatus LinuxAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) {
-  return references_.removeRight(authorization, name);
+OSStatus LinuxAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view) {
+  return references_.removeRight(authorization);
 }
 
 OSStatus LinuxAuthorization::AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) {

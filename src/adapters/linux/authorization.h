@@ -29,7 +29,6 @@ class LinuxAuthorization : public AuthorizationService {
   // grant ends.
   OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                    AuthorizationFlags flags) override;
-  // Takes the right from this reference only: the grant remains, so the next silent request succeeds again.
   OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) override;
   // kAuthorizationFlagDestroyRights ends the grant for every reference, if this one ever had rights.
   OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override;

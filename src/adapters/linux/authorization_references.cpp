@@ -22,12 +22,8 @@ void AuthorizationReferences::grant(AuthorizationReference& reference, Authoriza
   reference.byAsking = reference.byAsking || mayAsk;
 }
 
-OSStatus AuthorizationReferences::removeRight(AuthorizationRef reference, std::string_view name) {
-  AuthorizationReference* found = find(reference);
-  if (found == nullptr) return errAuthorizationInvalidRef;
-  const auto right = found->rights.find(name);
-  if (right != found->rights.end()) found->rights.erase(right);
-  return errAuthorizationSuccess;
+OSStatus AuthorizationReferences::removeRight(AuthorizationRef reference) {
+  return find(reference) != nullptr ? errAuthorizationDenied : errAuthorizationInvalidRef;
 }
 
 void AuthorizationReferences::clearRights() {

@@ -28,7 +28,7 @@ class AuthorizationReferences {
   // Gives the reference the rights.
   static void grant(AuthorizationReference& reference, AuthorizationRights rights, bool mayAsk);
   // As AuthorizationRightRemove.
-  OSStatus removeRight(AuthorizationRef reference, std::string_view name);
+  OSStatus removeRight(AuthorizationRef reference);
   // False for an invalid reference.
   bool free(AuthorizationRef reference) { return references_.erase(reference) > 0; }
   // Every reference loses its rights and stays valid.

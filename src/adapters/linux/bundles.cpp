@@ -66,9 +66,13 @@ const LinuxBundles::Bundle* LinuxBundles::load(const std::string& folder) {
 
 CFBundleRef LinuxBundles::CFBundleGetMainBundle() {
   std::error_code error;
-  const std::string folder = applicationAbove(fs::read_symlink("/proc/self/exe", error).string());
+  const fs::path program = fs::read_symlink("/proc/self/exe", error);
+  const std::string folder = applicationAbove(program.string());
   const Bundle* bundle = folder.empty() ? nullptr : load(folder);
-  return bundle != nullptr ? bundle->ref() : nullptr;
+  if (bundle != nullptr) return bundle->ref();
+  const std::lock_guard lock(mutex_);
+  if (!main_) main_.reset(new Bundle{program.parent_path().string(), PropertyList()});
+  return main_->ref();
 }
 
 CFBundleRef LinuxBundles::CFBundleGetBundleWithIdentifier(std::string_view identifier) {

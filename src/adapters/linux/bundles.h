@@ -36,7 +36,8 @@ class LinuxBundles : public Bundles {
   RootFolder root_;
   std::vector<std::string> folders_;
   std::unique_ptr<const Bundle> pane_;
-  std::mutex mutex_;  // of what was loaded
+  std::mutex mutex_;                    // of what was loaded
+  std::unique_ptr<const Bundle> main_;  // of a program outside of bundles
   std::map<std::string, std::unique_ptr<const Bundle>> loaded_;
 };
 

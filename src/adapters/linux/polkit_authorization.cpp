@@ -85,9 +85,8 @@ OSStatus PolkitAuthorization::AuthorizationCopyRights(AuthorizationRef authoriza
   return errAuthorizationSuccess;
 }
 
-OSStatus PolkitAuthorization::AuthorizationRightRemove(AuthorizationRef authorization,
-                                                       std::string_view name) {
-  return references_.removeRight(authorization, name);
+OSStatus PolkitAuthorization::AuthorizationRightRemove(AuthorizationRef authorization, std::string_view) {
+  return references_.removeRight(authorization);
 }
 
 // polkit revokes for a session. What it keeps for this program alone, because the program's own text agent

@@ -32,7 +32,6 @@ class PolkitAuthorization : public AuthorizationService, public AuthorizationRef
   // Asks polkit at every call. One action covers all rights. Any error counts as a refusal.
   OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                    AuthorizationFlags flags) override;
-  // Takes the right from this reference only: the grant remains, so the next silent request succeeds again.
   OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) override;
   // kAuthorizationFlagDestroyRights has polkit forget what it kept for this program.
   OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) override;

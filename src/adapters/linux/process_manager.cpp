@@ -68,6 +68,7 @@ OSErr LinuxProcessManager::GetNextProcess(ProcessSerialNumber& process) {
     process = {.highLongOfPSN = 0, .lowLongOfPSN = pid};
     return noErr;
   }
+  process = {};
   return procNotFound;
 }
 

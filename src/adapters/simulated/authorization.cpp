@@ -37,8 +37,8 @@ std::string itemLine(const AuthorizationItem& item) {
 }  // namespace
 
 SimulatedAuthorization::SimulatedAuthorization(Tools& tools, SimulatedFiles& files,
-                                               const EffectReporter& effects)
-    : tools_(tools), files_(files), effects_(effects) {}
+                                               const SimulatedClock& clock, const EffectReporter& effects)
+    : tools_(tools), files_(files), clock_(clock), effects_(effects) {}
 
 SimulatedAuthorization::~SimulatedAuthorization() = default;
 
@@ -63,10 +63,30 @@ std::map<AuthorizationRef, std::string> SimulatedAuthorization::references() con
   return named;
 }
 
-bool SimulatedAuthorization::holds(AuthorizationRef authorization) const {
-  return std::any_of(references_.begin(), references_.end(), [=](const auto& reference) {
+SimulatedAuthorization::Reference* SimulatedAuthorization::find(AuthorizationRef authorization) const {
+  const auto found = std::find_if(references_.begin(), references_.end(), [=](const auto& reference) {
     return reinterpret_cast<AuthorizationRef>(reference.get()) == authorization;
   });
+  return found != references_.end() ? found->get() : nullptr;
+}
+
+bool SimulatedAuthorization::isFresh(const Reference& reference) const {
+  if (!passwordHolds_ || !reference.askedAt) return false;
+  return clock_.microseconds() - *reference.askedAt < std::chrono::microseconds(*passwordHolds_).count();
+}
+
+bool SimulatedAuthorization::isGranted(Reference& reference, bool interactive) {
+  if (!interactive) return silentGranted_ || isFresh(reference);
+  if (interactiveGranted_) reference.askedAt = clock_.microseconds();
+  return interactiveGranted_;
+}
+
+bool SimulatedAuthorization::mayLaunch(Reference& reference) {
+  if (!passwordHolds_ || !reference.askedAt || isGranted(reference, false)) return true;
+  const bool granted = isGranted(reference, true);
+  effects_.report(EffectKind::authorization,
+                  std::string("authorization ask again -> ") + (granted ? "granted" : "refused"));
+  return granted;
 }
 
 OSStatus SimulatedAuthorization::AuthorizationCreate(AuthorizationRights, AuthorizationFlags,
@@ -74,7 +94,7 @@ OSStatus SimulatedAuthorization::AuthorizationCreate(AuthorizationRights, Author
   effects_.report(EffectKind::authorization, "authorization create");
   authorization = nullptr;
   if (!createGranted_) return errAuthorizationDenied;
-  references_.push_back(std::make_unique<Reference>(Reference{++lastNumber_}));
+  references_.push_back(std::make_unique<Reference>(Reference{++lastNumber_, std::nullopt}));
   authorization = reinterpret_cast<AuthorizationRef>(references_.back().get());
   return errAuthorizationSuccess;
 }
@@ -83,18 +103,20 @@ OSStatus SimulatedAuthorization::AuthorizationCopyRights(AuthorizationRef author
                                                          AuthorizationRights rights,
                                                          AuthorizationFlags flags) {
   const bool interactive = (flags & kAuthorizationFlagInteractionAllowed) != 0;
-  const bool granted = holds(authorization) && (interactive ? interactiveGranted_ : silentGranted_);
+  Reference* reference = find(authorization);
+  const bool granted = reference != nullptr && isGranted(*reference, interactive);
   effects_.report(EffectKind::authorization,
                   "authorization copy-rights" + names(flags) + " -> " + (granted ? "granted" : "refused"));
   for (const AuthorizationItem& item : rights) effects_.report(EffectKind::rights, itemLine(item));
-  if (!holds(authorization)) return errAuthorizationInvalidRef;
-  return granted ? errAuthorizationSuccess : errAuthorizationDenied;
+  if (reference == nullptr) return errAuthorizationInvalidRef;
+  if (granted) return errAuthorizationSuccess;
+  return interactive ? errAuthorizationDenied : errAuthorizationInteractionNotAllowed;
 }
 
 OSStatus SimulatedAuthorization::AuthorizationRightRemove(AuthorizationRef authorization,
                                                           std::string_view name) {
   effects_.report(EffectKind::authorization, "authorization right-remove " + quoted(name));
-  return holds(authorization) ? errAuthorizationSuccess : errAuthorizationInvalidRef;
+  return holds(authorization) ? errAuthorizationDenied : errAuthorizationInvalidRef;
 }
 
 OSStatus SimulatedAuthorization::AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) {
@@ -114,11 +136,14 @@ OSStatus SimulatedAuthorization::AuthorizationExecuteWithPrivileges(Authorizatio
   const std::string tool = path;
   Tools::Arguments words;
   for (; *arguments != nullptr; ++arguments) words.emplace_back(*arguments);
-  const bool refused = !holds(authorization) || refuses(tool, words);
+  Reference* reference = find(authorization);
+  const bool denied = reference != nullptr && !mayLaunch(*reference);
+  const bool refused = reference == nullptr || denied || refuses(tool, words);
   std::string commandLine = quoted(tool);
   for (const std::string& word : words) commandLine += ' ' + quoted(word);
   effects_.report(EffectKind::launch, "launch " + commandLine + (refused ? " refused" : ""));
-  if (!holds(authorization)) return errAuthorizationInvalidRef;
+  if (reference == nullptr) return errAuthorizationInvalidRef;
+  if (denied) return errAuthorizationDenied;
   if (refused) return errAuthorizationToolExecuteFailure;
   if (communicationsPipe == nullptr) {
     tools_.launch(tool, words);

@@ -2,6 +2,7 @@
 // launches.
 #pragma once
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <optional>
@@ -9,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "src/adapters/simulated/clock.h"
 #include "src/adapters/simulated/effects.h"
 #include "src/adapters/simulated/files.h"
 #include "src/adapters/simulated/tools.h"
@@ -18,13 +20,18 @@ namespace norvik {
 
 class SimulatedAuthorization : public AuthorizationService {
  public:
-  SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const EffectReporter& effects);
+  SimulatedAuthorization(Tools& tools, SimulatedFiles& files, const SimulatedClock& clock,
+                         const EffectReporter& effects);
   ~SimulatedAuthorization() override;
 
   // The result of a request without (with) interaction, and whether a reference can be made.
   void setSilentGranted(bool granted) { silentGranted_ = granted; }
   void setInteractiveGranted(bool granted) { interactiveGranted_ = granted; }
   void setCreateGranted(bool granted) { createGranted_ = granted; }
+  // How long a password holds for the reference that asked for it. Until then its requests without
+  // interaction are granted too; afterwards a launch asks again, which is answered like a request with
+  // interaction. Nothing: a password holds for every launch, and for no request.
+  void setPasswordHolds(std::optional<std::chrono::seconds> time) { passwordHolds_ = time; }
   // Launches of the tool are refused, with any arguments or only with that first one.
   void refuse(const std::string& tool, const std::optional<std::string>& firstArgument);
   // Launches of the tool are accepted again, whatever was refused.
@@ -48,19 +55,28 @@ class SimulatedAuthorization : public AuthorizationService {
  private:
   struct Reference {
     int number;
+    std::optional<int64_t> askedAt;  // when a password was last given, on the clock
   };
   // The refused first arguments of a tool; an entry without one refuses all.
   using RefusedArguments = std::set<std::optional<std::string>>;
 
   bool refuses(const std::string& tool, const Tools::Arguments& arguments) const;
-  bool holds(AuthorizationRef authorization) const;
+  Reference* find(AuthorizationRef authorization) const;
+  bool holds(AuthorizationRef authorization) const { return find(authorization) != nullptr; }
+  // Whether a password that was given for the reference still holds.
+  bool isFresh(const Reference& reference) const;
+  bool isGranted(Reference& reference, bool interactive);
+  // Whether the reference may launch, for which a person may have to be asked again.
+  bool mayLaunch(Reference& reference);
 
   Tools& tools_;
   SimulatedFiles& files_;
+  const SimulatedClock& clock_;
   const EffectReporter& effects_;
   bool silentGranted_ = false;
   bool interactiveGranted_ = true;
   bool createGranted_ = true;
+  std::optional<std::chrono::seconds> passwordHolds_;
   std::map<std::string, RefusedArguments> refused_;
   std::set<std::string> withoutPipe_;
   int lastNumber_ = 0;

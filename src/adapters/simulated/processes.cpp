@@ -22,9 +22,9 @@ const ListedProcess* SimulatedProcessManager::find(const ProcessSerialNumber& pr
 
 OSErr SimulatedProcessManager::GetNextProcess(ProcessSerialNumber& process) {
   const ProcessSerialNumber next{0, process.lowLongOfPSN + 1};
-  if (find(next) == nullptr) return procNotFound;
-  process = next;
-  return noErr;
+  const bool exists = find(next) != nullptr;
+  process = exists ? next : ProcessSerialNumber{};
+  return exists ? noErr : procNotFound;
 }
 
 OSErr SimulatedProcessManager::GetProcessInformation(const ProcessSerialNumber& process,

@@ -10,7 +10,7 @@ SimulatedComputer::SimulatedComputer()
       propertyLists(fileSystem, fileFaults, effects),
       processManager(processes),
       posix(processes, clock, effects),
-      authorization(tools, files, effects),
+      authorization(tools, files, clock, effects),
       alerts(effects),
       workspace(effects),
       notifications(effects),

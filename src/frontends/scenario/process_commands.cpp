@@ -1,4 +1,6 @@
 // The processes, the daemon, the authorization service and the tools of the simulated computer.
+#include <chrono>
+
 #include "src/frontends/scenario/commands.h"
 #include "src/frontends/scenario/known_words.h"
 #include "src/server/mac/text/escape.h"
@@ -18,6 +20,12 @@ void ownPid(Session& session, Arguments& arguments) {
 void daemon(Session& session, Arguments& arguments) {
   const bool isStopped = arguments.takes("stopped");
   session.computer.service.setDaemon(isStopped ? std::nullopt : std::optional(pidOf(arguments)));
+}
+
+void wait(Session& session, Arguments& arguments) {
+  const std::chrono::seconds time(arguments.integer<int32_t>(0));
+  SimulatedClock& clock = session.computer.clock;
+  clock.sleepUntil(clock.microseconds() + std::chrono::microseconds(time).count());
 }
 
 void alive(Session& session, Arguments& arguments) {
@@ -108,6 +116,10 @@ bool grantedOf(Arguments& arguments) {
 }
 
 void authorization(Session& session, Arguments& arguments) {
+  if (arguments.takes("holds")) {
+    const std::chrono::seconds time(arguments.integer<int32_t>(0));
+    return session.computer.authorization.setPasswordHolds(time);
+  }
   const Request& request = rowNamed<Request>("request", arguments.word(), kRequests);
   (session.computer.authorization.*request.set)(grantedOf(arguments));
 }
@@ -145,13 +157,21 @@ void timerCreation(Session& session, Arguments& arguments) {
 }
 
 constexpr CommandRow kProcessCommands[] = {
-    {"pid", ownPid},           {"daemon", daemon},
-    {"alive", alive},          {"dead", dead},
-    {"kill-error", killError}, {"service", service},
-    {"process", process},      {"authorization", authorization},
-    {"refuse", refuse},        {"accept", accept},
-    {"prints", prints},        {"no-pipe", withholdPipe},
-    {"kernel", kernel},        {"timer-creation", timerCreation},
+    {"pid", ownPid},
+    {"daemon", daemon},
+    {"alive", alive},
+    {"dead", dead},
+    {"kill-error", killError},
+    {"service", service},
+    {"process", process},
+    {"authorization", authorization},
+    {"wait", wait},
+    {"refuse", refuse},
+    {"accept", accept},
+    {"prints", prints},
+    {"no-pipe", withholdPipe},
+    {"kernel", kernel},
+    {"timer-creation", timerCreation},
 };
 
 }  // namespace

@@ -22,6 +22,11 @@ class AuthorizationContract : public ContractTest {
     const std::array<AuthorizationItem, 2> rights{{{kRight, "/bin/mv"}, {kRight, "/bin/chmod"}}};
     return service.AuthorizationCopyRights(authorization, rights, flags);
   }
+  // Which error it is depends on who would have had to be asked.
+  static bool isRefusal(OSStatus status) {
+    return status == errAuthorizationDenied || status == errAuthorizationCanceled ||
+           status == errAuthorizationInteractionNotAllowed;
+  }
   void free(AuthorizationRef authorization) {
     EXPECT_EQ(service.AuthorizationFree(authorization, kAuthorizationFlagDestroyRights),
               errAuthorizationSuccess);
@@ -34,7 +39,7 @@ INSTANTIATE_TEST_SUITE_P(Every, AuthorizationContract, everyAdapter(), adapterNa
 
 TEST_P(AuthorizationContract, RefusesSilentlyBeforeAnybodyWasAsked) {
   const AuthorizationRef authorization = make();
-  EXPECT_EQ(request(authorization, kSilently), errAuthorizationDenied);
+  EXPECT_TRUE(isRefusal(request(authorization, kSilently)));
   free(authorization);
 }
 
@@ -47,8 +52,8 @@ TEST_P(AuthorizationContract, GrantsToAnAdministratorWhoIsAsked) {
 TEST_P(AuthorizationContract, RefusesOthersWhoAreAsked) {
   computer->setAdministrator(false);
   const AuthorizationRef authorization = make();
-  EXPECT_EQ(request(authorization, kAsking), errAuthorizationDenied);
-  EXPECT_EQ(request(authorization, kSilently), errAuthorizationDenied);
+  EXPECT_TRUE(isRefusal(request(authorization, kAsking)));
+  EXPECT_TRUE(isRefusal(request(authorization, kSilently)));
   free(authorization);
 }
 
@@ -57,7 +62,7 @@ TEST_P(AuthorizationContract, RefusesSilentlyAfterTheGrantWasGivenUp) {
   EXPECT_EQ(request(authorization, kAsking), errAuthorizationSuccess);
   free(authorization);
   const AuthorizationRef next = make();
-  EXPECT_EQ(request(next, kSilently), errAuthorizationDenied);
+  EXPECT_TRUE(isRefusal(request(next, kSilently)));
   free(next);
 }
 
@@ -70,11 +75,18 @@ TEST_P(AuthorizationContract, KeepsReferencesApart) {
   free(other);
 }
 
-TEST_P(AuthorizationContract, RemovesRightsWhetherOrNotTheyAreHeld) {
+// It would be a change of the computer's policy, which nobody may make.
+TEST_P(AuthorizationContract, RemovesNoRight) {
   const AuthorizationRef authorization = make();
-  EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationSuccess);
+  EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationDenied);
   EXPECT_EQ(request(authorization, kAsking), errAuthorizationSuccess);
-  EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationSuccess);
+  EXPECT_EQ(service.AuthorizationRightRemove(authorization, kRight), errAuthorizationDenied);
+  computer->putTool("/usr/sbin/sysctl", {"-n", "kern.maxfiles"}, "12288\n");
+  const std::array<const char*, 3> arguments{"-n", "kern.maxfiles", nullptr};
+  EXPECT_EQ(service.AuthorizationExecuteWithPrivileges(authorization, "/usr/sbin/sysctl", 0, arguments.data(),
+                                                       nullptr),
+            errAuthorizationSuccess);
+  computer->waitForTools();
   free(authorization);
 }
 

@@ -84,6 +84,8 @@ class ComputerUnderTest {
                        const std::string& output) = 0;
   // The tool fails with this exit status and these words on its standard error, whatever its arguments.
   virtual void putFailingTool(const std::string& path, int status, const std::string& words) = 0;
+  // Whether the computer keeps what a tool writes to its standard error.
+  virtual bool keepsWords() const { return true; }
   // The tool is killed by this signal, by somebody else.
   virtual void putKilledTool(const std::string& path, int signal) = 0;
   // The tool takes so long, by the clock that waits follow, and has no effect.

@@ -49,14 +49,16 @@ TEST_P(ProcessesContract, ListsApplicationsInOrder) {
   EXPECT_EQ(listedPids(), (std::vector<int32_t>{first, second, third}));
 }
 
-TEST_P(ProcessesContract, LeavesTheNumberAloneAfterTheLast) {
+TEST_P(ProcessesContract, StartsAnewAfterTheLast) {
   computer->startApplication(kAgent);
   ProcessSerialNumber process;
   ASSERT_EQ(interfaces.processManager.GetNextProcess(process), noErr);
-  const ProcessSerialNumber last = process;
+  const ProcessSerialNumber first = process;
   EXPECT_EQ(interfaces.processManager.GetNextProcess(process), procNotFound);
-  EXPECT_EQ(process.highLongOfPSN, last.highLongOfPSN);
-  EXPECT_EQ(process.lowLongOfPSN, last.lowLongOfPSN);
+  EXPECT_EQ(process.highLongOfPSN, 0u);
+  EXPECT_EQ(process.lowLongOfPSN, kNoProcess);
+  ASSERT_EQ(interfaces.processManager.GetNextProcess(process), noErr);
+  EXPECT_EQ(process.lowLongOfPSN, first.lowLongOfPSN);
 }
 
 TEST_P(ProcessesContract, ReturnsTypeAndCreatorWhateverTheLength) {

@@ -121,8 +121,12 @@ TEST_F(LinuxBundlesTest, KnowThePaneByItsIdentifier) {
             "NVKServerPrefs");
 }
 
-TEST_F(LinuxBundlesTest, HaveNoMainOneForAProgramOutsideOfBundles) {
-  EXPECT_EQ(bundles.CFBundleGetMainBundle(), nullptr);
+TEST_F(LinuxBundlesTest, HaveAMainOneWithoutADictionaryForAProgramOutsideOfBundles) {
+  const CFBundleRef main = bundles.CFBundleGetMainBundle();
+  EXPECT_NE(main, nullptr);
+  EXPECT_NE(main, bundles.paneBundle());
+  EXPECT_EQ(bundles.CFBundleGetValueForInfoDictionaryKey(main, "CFBundleIdentifier"), std::nullopt);
+  EXPECT_EQ(bundles.resource(main, "authlock", "tiff"), std::nullopt);
 }
 
 TEST(LinuxNotificationsTest, GiveUpOnASilentBus) {

@@ -205,19 +205,19 @@ TEST_F(LinuxTools, MustBeProgramsBelowTheRoot) {
 
 TEST_F(LinuxTools, AreRefusedWithoutARight) {
   folder.putScript("/bin/tool", "echo text > $NORVIK_ROOT/tmp/started");
-  ASSERT_EQ(service.AuthorizationRightRemove(authorization, "system.privilege.admin"),
-            errAuthorizationSuccess);
-  EXPECT_EQ(start("/bin/tool"), errAuthorizationDenied);
+  AuthorizationRef without = nullptr;
+  ASSERT_EQ(service.AuthorizationCreate({}, 0, without), errAuthorizationSuccess);
+  const std::array<const char*, 1> none{nullptr};
+  EXPECT_EQ(service.AuthorizationExecuteWithPrivileges(without, "/bin/tool", 0, none.data(), nullptr),
+            errAuthorizationDenied);
   ASSERT_TRUE(computer.waitForTools(std::chrono::seconds(10)));
   EXPECT_EQ(folder.read("/tmp/started"), std::nullopt);
 }
 
-// A pane that is shown again removes its right and silently requests it again.
+// A pane that is shown again silently requests its right again.
 TEST_F(LinuxTools, AreAllowedAgainByASilentRequestWhileTheGrantLasts) {
   folder.putScript("/bin/tool", "");
   const std::array<AuthorizationItem, 1> rights{{{"system.privilege.admin", "", 0}}};
-  ASSERT_EQ(service.AuthorizationRightRemove(authorization, "system.privilege.admin"),
-            errAuthorizationSuccess);
   EXPECT_EQ(service.AuthorizationCopyRights(authorization, rights, 0), errAuthorizationSuccess);
   EXPECT_EQ(start("/bin/tool"), errAuthorizationSuccess);
 }

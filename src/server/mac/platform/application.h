@@ -26,7 +26,8 @@ class HostApplication {
  public:
   virtual ~HostApplication() = default;
 
-  // The frame of the application's main window, in points; nothing while it has none.
+  // The frame of the application's main window, in points; nothing while it has none, as in the background,
+  // or always in a program that only hosts panes for another.
   virtual std::optional<Rect> mainWindowFrame() = 0;
   // Calls `operation` on the main thread: before returning if `waitUntilDone` is true, otherwise by the end
   // of the run loop's next pass at the latest.
@@ -48,7 +49,8 @@ class AlertPanels {
   virtual ~AlertPanels() = default;
 
   // Shows a modal panel and blocks until it is answered. The texts are shown as they are, without format
-  // directives. A null button is not shown. Returns 1, 0 or -1 for the default, alternate and other button.
+  // directives. A null button is not shown; without a default button the toolkit shows its own. Returns 1, 0
+  // or -1 for the default, alternate and other button.
   virtual int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                               const char* alternateButton, const char* otherButton) = 0;
 };

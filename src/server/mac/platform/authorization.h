@@ -45,13 +45,17 @@ class AuthorizationService {
                                        AuthorizationRef& authorization) = 0;
 
   // Asks that `authorization` be given all of `rights`. With kAuthorizationFlagInteractionAllowed a person
-  // may be asked and the call blocks until they have answered; without it the call returns at once. A null
-  // authorization gives errAuthorizationInvalidRef.
+  // may be asked and the call blocks until they have answered; without it the call returns at once. A refusal
+  // is an error, whichever: errAuthorizationDenied, errAuthorizationCanceled by the person, or
+  // errAuthorizationInteractionNotAllowed where only asking could have helped. A null authorization gives
+  // errAuthorizationInvalidRef. Rights may end by themselves: what a password has given ends, by the policy
+  // of the Mac, after 300 seconds, and a request without interaction is then refused.
   virtual OSStatus AuthorizationCopyRights(AuthorizationRef authorization, AuthorizationRights rights,
                                            AuthorizationFlags flags) = 0;
 
-  // Takes the named right from `authorization`, so that the next request for it is decided afresh: without
-  // interaction it succeeds only while an earlier grant is still valid.
+  // Asks that the named right be removed from the computer's policy database, which no policy allows: gives
+  // errAuthorizationDenied and changes nothing, neither there nor for `authorization`. An invalid
+  // authorization gives errAuthorizationInvalidRef.
   virtual OSStatus AuthorizationRightRemove(AuthorizationRef authorization, std::string_view name) = 0;
 
   // Frees `authorization`, which must not be used again. With kAuthorizationFlagDestroyRights its rights end
@@ -59,10 +63,14 @@ class AuthorizationService {
   virtual OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) = 0;
 
   // Starts the tool at `path` as the super-user with the null-terminated vector `arguments` (without the
-  // tool's own name) and returns without waiting for its end. Tools take effect in the order in which they
-  // were started: each begins when those before it have ended, however long they take, and whether or not
-  // they succeeded. `communicationsPipe`, if not null, receives a stream that reads the tool's standard
-  // output, which the caller closes through the Files interface, or null if the service returns none. A tool
+  // tool's own name) and returns without waiting for its end. Where the rights have ended by themselves, a
+  // person may be asked for them again and the call may block meanwhile. Tools take effect in the order in
+  // which they were started: each begins when those before it have ended, however long they take, and whether
+  // or not they succeeded. The Mac's service keeps no such order, nor waits for any tool: an adapter does. Of
+  // a tool that had to wait for its turn, a failure to start may show only in its outcome.
+  // `communicationsPipe`, if not null, receives a stream that reads the tool's standard output, which the
+  // caller closes through the Files interface, or null if the service returns none; after an error it is null
+  // or as it was. A tool
   // that is read only reports and changes nothing: none waits for it, and it waits no longer than a moment
   // for those before it, so that reading ends even if one of them never does. Any error means that the tool
   // was not started.

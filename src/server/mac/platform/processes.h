@@ -42,7 +42,7 @@ class ProcessManager {
   virtual ~ProcessManager() = default;
 
   // Advances `process` to the next one of the logged-in user's applications; kNoProcess starts from the
-  // first. procNotFound, with `process` left alone, after the last.
+  // first. procNotFound after the last, with kNoProcess in `process`: another call starts anew.
   virtual OSErr GetNextProcess(ProcessSerialNumber& process) = 0;
   // Fills type, signature and number, whatever the record's length says; an error for a process that is gone
   // or that belongs to no bundle.

@@ -29,9 +29,11 @@ class Bundles {
  public:
   virtual ~Bundles() = default;
 
-  // The bundle of the application that hosts the pane; null if it has none.
+  // The bundle of the application that hosts the pane. Never null: a program without a bundle has one of its
+  // folder, without an Info dictionary.
   virtual CFBundleRef CFBundleGetMainBundle() = 0;
-  // The bundle with that identifier; null if none is known.
+  // The bundle with that identifier; null if none is known, as on the Mac every one is that the process has
+  // not loaded.
   virtual CFBundleRef CFBundleGetBundleWithIdentifier(std::string_view identifier) = 0;
   // The bundle that the pane itself was loaded from; null if it has none.
   virtual CFBundleRef paneBundle() = 0;
