@@ -28,22 +28,7 @@ NSString* words(const char* bytes) {
 
 // A colour of a catalogue or a pattern has no components of its own; nil where it cannot be converted.
 NSColor* inComponents(NSColor* color) {
-#ifdef GNUSTEP
-  return [color colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
-#else
   return [color colorUsingColorSpace:[NSColorSpace genericRGBColorSpace]];
-#endif
-}
-
-void post(NSString* name, NSString* object, unsigned options) {
-  NSDistributedNotificationCenter* center = [NSDistributedNotificationCenter defaultCenter];
-#ifdef GNUSTEP
-  // It knows only one session.
-  const BOOL atOnce = (options & NSNotificationDeliverImmediately) != 0 ? YES : NO;
-  [center postNotificationName:name object:object userInfo:nil deliverImmediately:atOnce];
-#else
-  [center postNotificationName:name object:object userInfo:nil options:options];
-#endif
 }
 
 // The answers of an NSAlert in the order of its buttons, which is the order of the panel's.
@@ -127,8 +112,11 @@ void AppleNotificationCenter::postNotificationName(const char* name, const char*
   const Pool pool;
   lastWasTaken_ = true;
   @try {
-    post(words(name), words(object), options);
-  } @catch (NSException* refused) {
+    [[NSDistributedNotificationCenter defaultCenter] postNotificationName:words(name)
+                                                                   object:words(object)
+                                                                 userInfo:nil
+                                                                  options:options];
+  } @catch (...) {
     lastWasTaken_ = false;  // no centre runs, so nobody listens there
   }
 }

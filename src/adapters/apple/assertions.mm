@@ -6,21 +6,24 @@
 namespace norvik {
 
 using apple::text;
-using apple::utf8;
 
 void AppleAssertionHandler::handleFailureInFunction(std::string_view function, std::string_view file,
                                                     int line, std::string_view description) {
   const apple::Pool pool;
-  std::string raised;
+  bool hasRaised = false;
+  // Everything is caught: not every compiler's C++ can tell the toolkit's exceptions from each other.
   @try {
     [[NSAssertionHandler currentHandler] handleFailureInFunction:text(function)
                                                             file:text(file)
                                                       lineNumber:line
                                                      description:@"%@", text(description)];
-  } @catch (NSException* exception) {
-    raised = utf8([exception reason]);
+  } @catch (...) {
+    hasRaised = true;
   }
-  if (!raised.empty()) log_.syslog(kLogError, "Norvik[E]: Assertion failure: " + raised);
+  if (!hasRaised) return;
+  log_.syslog(kLogError, "Norvik[E]: Assertion failure in " + std::string(function) + ", " +
+                             std::string(file) + ":" + std::to_string(line) + ": " +
+                             std::string(description));
 }
 
 }  // namespace norvik
