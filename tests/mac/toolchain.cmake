@@ -25,6 +25,9 @@ set(newlib "-idirafter ${NORVIK_MAC_SDK}/newlib -D_GNU_SOURCE -D_POSIX_THREADS -
 foreach(language C CXX OBJCXX)
   # The compiler joins the programs for two processors by a tool that it looks for by a Mac's name for it.
   set(CMAKE_${language}_FLAGS_INIT "-B${NORVIK_MAC_SDK}/usr/bin ${newlib}")
+  # Only this tool keeps objects for two processors in one library.
+  set(CMAKE_${language}_ARCHIVE_CREATE "${tools}/llvm-libtool-darwin -static -o <TARGET> <OBJECTS>")
+  set(CMAKE_${language}_ARCHIVE_FINISH "${CMAKE_COMMAND} -E true")
 endforeach()
 foreach(kind EXE MODULE SHARED)
   set(CMAKE_${kind}_LINKER_FLAGS_INIT "-fuse-ld=lld -Wl,-fatal_warnings")

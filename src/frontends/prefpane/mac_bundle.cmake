@@ -1,5 +1,6 @@
 # Norvik.prefPane for the Mac: Contents/Info.plist, MacOS/Norvik and Resources, from the target norvik_prefpane.
 
+target_sources(norvik_prefpane PRIVATE appearance_mac.mm flushing_drawing_mac.mm sidebar_cells_mac.mm)
 # Methods have the parameters that their callers pass, used or not. The sources are GNUstep's too, which knows the toolkit's
 # old names alone; so what is deprecated is no warning here: docs/mac.md has the list.
 target_compile_options(norvik_prefpane PUBLIC

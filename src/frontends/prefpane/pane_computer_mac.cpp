@@ -1,6 +1,7 @@
 // The pane on the Mac: the adapter's platform, but for what draws and waits with the pane's own views.
 #include "src/adapters/apple/apple_computer.h"
 #include "src/frontends/prefpane/drawing_waits.h"
+#include "src/frontends/prefpane/flushing_drawing_mac.h"
 #include "src/frontends/prefpane/pane_computer.h"
 #include "src/frontends/shared/change/stored_files.h"
 
@@ -10,10 +11,11 @@ struct PaneComputer::Parts {
   Parts()
       : computer(appleOptions()),
         locks(computer.services().locks),
+        flushing(drawing),
         processes(computer.posix, 1),
         bundles(computer.bundles),
         platform(platformOf(computer, *this)),
-        recording(platform, computer.alerts, drawing, RecordingMode::real) {}
+        recording(platform, computer.alerts, flushing, RecordingMode::real) {}
 
   static Platform platformOf(AppleComputer& computer, Parts& own) {
     const Platform all = computer.platform();
@@ -21,7 +23,7 @@ struct PaneComputer::Parts {
             .alerts = all.alerts,
             .workspace = all.workspace,
             .notifications = all.notifications,
-            .drawing = own.drawing,
+            .drawing = own.flushing,
             .runLoop = own.runLoop,
             .authorization = all.authorization,
             .files = all.files,
@@ -38,6 +40,7 @@ struct PaneComputer::Parts {
   AppleComputer computer;
   DrawingLocks locks;
   AppKitDrawing drawing;
+  FlushingDrawing flushing;
   AppKitRunLoop runLoop;
   AppKitProcesses processes;
   PaneBundles bundles;

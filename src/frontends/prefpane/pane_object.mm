@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "src/frontends/prefpane/appearance_mac.h"
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/pane_computer.h"
 #include "src/frontends/prefpane/pane_session.h"
@@ -13,6 +14,9 @@ __attribute__((visibility("default")))  // all else is hidden there
 #endif
 @interface NVKServerPrefs : NSPreferencePane {
   void* session_;  // a PaneSession, owned; untyped, as not every compiler can describe a class of C++
+#ifdef __APPLE__
+  void* appearance_;  // an AppearanceWatch, owned
+#endif
 }
 @end
 
@@ -55,6 +59,9 @@ using norvik::prefpane::sessionIn;
 }
 
 - (void)dealloc {
+#ifdef __APPLE__
+  delete static_cast<norvik::prefpane::AppearanceWatch*>(appearance_);
+#endif
   delete &sessionIn(session_);
   [super dealloc];
 }
@@ -64,6 +71,12 @@ using norvik::prefpane::sessionIn;
 - (NSView*)loadMainView {
   if ([self mainView] != nil) return [self mainView];
   [self setMainView:static_cast<NSView*>(sessionIn(session_).view())];
+#ifdef __APPLE__
+  norvik::NVKServerPrefs* pane = &sessionIn(session_).pane();
+  appearance_ = new norvik::prefpane::AppearanceWatch([self mainView], [pane] {
+    pane->ib_button_Auth.setButtonColor(norvik::platform().application.windowBackgroundColor());
+  });
+#endif
   [self mainViewDidLoad];
   return [self mainView];
 }
