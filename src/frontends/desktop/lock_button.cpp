@@ -35,8 +35,10 @@ QImage decoded(const PictureRef& picture) {
   return largest;
 }
 
+// The rows of both begin at the top.
 Image toModule(const QImage& from) {
   Image image(from.width(), from.height());
+  image.setFlipped(true);
   for (int y = 0; y < from.height(); ++y) {
     const QRgb* line = reinterpret_cast<const QRgb*>(from.constScanLine(y));
     for (int x = 0; x < from.width(); ++x) {
@@ -61,33 +63,33 @@ QImage fromModule(const Image& from) {
   return image;
 }
 
-// The plain button as the widget's style draws it, in device pixels.
+// The plain button as the widget's style draws it, picture included, in device pixels.
 class StylePainter : public ButtonPainter {
  public:
-  StylePainter(const QWidget& widget, bool focused) : widget_(widget), focused_(focused) {}
+  StylePainter(const QAbstractButton& widget, const QIcon& icon) : widget_(widget), icon_(icon) {}
 
   void drawButton(const ButtonCell& cell, Image& image) override {
-    const qreal ratio = widget_.devicePixelRatioF();
     QImage canvas(image.width(), image.height(), QImage::Format_ARGB32_Premultiplied);
-    canvas.setDevicePixelRatio(ratio);
+    canvas.setDevicePixelRatio(widget_.devicePixelRatioF());
     canvas.fill(Qt::transparent);
     QPainter painter(&canvas);
     QStyleOptionButton option;
     option.initFrom(&widget_);
     option.palette = shadingPalette(option.palette);
-    option.rect = QRect(QPoint(0, 0), widget_.size());
-    option.state &= ~(QStyle::State_MouseOver | QStyle::State_HasFocus);
+    option.state &= ~QStyle::State_MouseOver;
     option.state |= cell.pressed ? QStyle::State_Sunken : QStyle::State_Raised;
     if (cell.hovered) option.state |= QStyle::State_MouseOver;
-    if (focused_) option.state |= QStyle::State_HasFocus | QStyle::State_KeyboardFocusChange;
-    widget_.style()->drawControl(QStyle::CE_PushButtonBevel, &option, &painter, &widget_);
+    if (widget_.hasFocus()) option.state |= QStyle::State_KeyboardFocusChange;
+    option.icon = icon_;
+    option.iconSize = widget_.iconSize();
+    widget_.style()->drawControl(QStyle::CE_PushButton, &option, &painter, &widget_);
     painter.end();
     image = toModule(canvas);
   }
 
  private:
-  const QWidget& widget_;
-  bool focused_;
+  const QAbstractButton& widget_;
+  const QIcon& icon_;
 };
 
 }  // namespace
@@ -113,25 +115,19 @@ void LockButton::paintEvent(QPaintEvent* /*event*/) {
   const QSize pixels = size() * ratio;
   Image view(pixels.width(), pixels.height());
   view.setFlipped(true);
-  StylePainter plain(*this, hasFocus());
+  StylePainter plain(*this, picture());
   model_.cell().drawWithFrame({0, 0, double(pixels.width()), double(pixels.height())}, view, plain);
   QImage image = fromModule(view);
   image.setDevicePixelRatio(ratio);
-  QPainter painter(this);
-  painter.drawImage(0, 0, image);
-  // The picture is drawn over the tinted button: a dark window's tint would make it unrecognisable.
-  painter.setRenderHint(QPainter::SmoothPixmapTransform);
-  const int side = std::min(width(), height()) * 3 / 4;
-  if (!picture().isNull())
-    painter.drawImage(QRect((width() - side) / 2, (height() - side) / 2, side, side), picture());
+  QPainter(this).drawImage(0, 0, image);
 }
 
-const QImage& LockButton::picture() {
+const QIcon& LockButton::picture() {
   if (decoded_ != model_.image()) {
     decoded_ = model_.image();
-    image_ = decoded(decoded_);
+    icon_ = QIcon(QPixmap::fromImage(decoded(decoded_)));
   }
-  return image_;
+  return icon_;
 }
 
 void LockButton::enterEvent(QEnterEvent* event) {
@@ -159,6 +155,8 @@ void LockButton::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void LockButton::resizeEvent(QResizeEvent* event) {
+  const int side = std::min(width(), height()) * 3 / 4;
+  setIconSize({side, side});
   model_.viewDidMoveToWindow({0, 0, double(width()), double(height())});
   QAbstractButton::resizeEvent(event);
 }

@@ -1,9 +1,9 @@
-// The lock button in the window: the style's plain button, tinted and darkened by the pane module's own
-// compositing.
+// The lock button in the window: the style's plain button with the picture on it, tinted and darkened by the
+// pane module's own compositing.
 #pragma once
 
 #include <QAbstractButton>
-#include <QImage>
+#include <QIcon>
 
 #include "src/server/mac/ui/nvk_button.h"
 
@@ -29,11 +29,11 @@ class LockButton : public QAbstractButton {
   void changeEvent(QEvent* event) override;
 
  private:
-  const QImage& picture();
+  const QIcon& picture();
 
   NVKButton& model_;
-  PictureRef decoded_;  // what image_ was decoded from
-  QImage image_;
+  PictureRef decoded_;  // what icon_ was decoded from
+  QIcon icon_;
 };
 
 }  // namespace norvik::desktop

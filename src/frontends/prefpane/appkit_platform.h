@@ -26,6 +26,7 @@ class AppKitAlertPanels : public AlertPanels {
 
 class AppKitWorkspace : public Workspace {
  public:
+  // Where the computer has nothing that opens it, a panel says what the address is.
   void openURL(std::string_view url) override;
 };
 

@@ -6,6 +6,7 @@
 #import "src/frontends/prefpane/call.h"
 #include "src/frontends/prefpane/input.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/interface/window_texts.h"
 
 namespace norvik::prefpane {
 
@@ -47,7 +48,10 @@ int AppKitAlertPanels::NSRunAlertPanel(const char* title, const char* message, c
 
 void AppKitWorkspace::openURL(std::string_view url) {
   NSURL* address = [NSURL URLWithString:text(url)];
-  if (address != nil) [[NSWorkspace sharedWorkspace] openURL:address];
+  if (address != nil && [[NSWorkspace sharedWorkspace] openURL:address]) return;
+  const std::string words = std::string(window_texts::kNoBrowserText) + "\n" + std::string(url);
+  AppKitAlertPanels().NSRunAlertPanel(window_texts::kNoBrowserTitle.data(), words.c_str(),
+                                      window_texts::kClose.data(), nullptr, nullptr);
 }
 
 void AppKitNotifications::postNotificationName(const char* name, const char* object, unsigned options) {

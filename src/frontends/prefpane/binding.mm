@@ -4,8 +4,11 @@
 #include <algorithm>
 #include <cmath>
 
+#import "src/frontends/prefpane/accessibility.h"
 #import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/border.h"
 #include "src/frontends/prefpane/lock_button.h"
+#import "src/frontends/prefpane/plain_views.h"
 #import "src/frontends/prefpane/slider.h"
 #include "src/frontends/prefpane/text.h"
 
@@ -26,10 +29,11 @@ using norvik::prefpane::Binding;
   return self;
 }
 - (void)viewChanged:(id)sender {
-  static_cast<Binding*>(binding_)->viewChanged();
+  auto* binding = static_cast<Binding*>(binding_);
+  norvik::prefpane::atBorder("viewChanged:", [binding] { binding->viewChanged(); });
 }
 - (void)controlTextDidChange:(NSNotification*)notification {
-  static_cast<Binding*>(binding_)->viewChanged();
+  [self viewChanged:[notification object]];
 }
 @end
 
@@ -42,13 +46,14 @@ struct BindingKind {
   void (*show)(NSView* view, const Control& control);
   // Writes what the view holds into the model.
   void (*take)(NSView* view, Control& control);
-  bool acts;  // an edit sends the control's action; otherwise the pane's next tick notices it
+  bool acts;              // an edit sends the control's action; otherwise the pane's next tick notices it
+  NSString* const& role;  // for screen readers
 };
 
 namespace {
 
 constexpr CGFloat kFieldCharacters = 8;
-constexpr CGFloat kSliderWidth = 200;
+constexpr CGFloat kSliderWidth = 200;  // at the usual size of letters
 
 NSButton* button(NSButtonType type, NSString* title) {
   NSButton* made = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
@@ -84,7 +89,8 @@ void takeChoice(NSView* view, Control& control) {
 
 // The tick marks are only drawn: the knob stops at every whole number, and there may be more of those.
 NSView* makeSlider(const ControlDescription& description) {
-  NSSlider* slider = [[[NVKSlider alloc] initWithFrame:NSMakeRect(0, 0, kSliderWidth, 22)] autorelease];
+  NSSlider* slider = [[[NVKSlider alloc]
+      initWithFrame:NSMakeRect(0, 0, kSliderWidth, std::max<CGFloat>(22, lineHeight()))] autorelease];
   [slider setMinValue:description.minimum.value_or(0)];
   [slider setMaxValue:description.maximum.value_or(0)];
   [slider setNumberOfTickMarks:description.tickMarks];
@@ -184,14 +190,14 @@ void takeNothing(NSView* view, Control& control) {}
 constexpr bool kActs = true;
 
 const BindingKind kKinds[] = {
-    {ControlKind::checkBox, makeCheckBox, showState, takeState, kActs},
-    {ControlKind::radioButton, makeRadioButton, showState, takeChoice, kActs},
-    {ControlKind::slider, makeSlider, showValue, takeValue, kActs},
-    {ControlKind::popUp, makePopUp, showItem, takeItem, kActs},
-    {ControlKind::textField, makeTextField, showText, takeText, !kActs},
-    {ControlKind::label, makeLabel, showText, takeNothing, !kActs},
-    {ControlKind::pushButton, makePushButton, showTitle, takeNothing, kActs},
-    {ControlKind::lockButton, makeLock, showLock, takeNothing, kActs},
+    {ControlKind::checkBox, makeCheckBox, showState, takeState, kActs, NSAccessibilityCheckBoxRole},
+    {ControlKind::radioButton, makeRadioButton, showState, takeChoice, kActs, NSAccessibilityRadioButtonRole},
+    {ControlKind::slider, makeSlider, showValue, takeValue, kActs, NSAccessibilitySliderRole},
+    {ControlKind::popUp, makePopUp, showItem, takeItem, kActs, NSAccessibilityPopUpButtonRole},
+    {ControlKind::textField, makeTextField, showText, takeText, !kActs, NSAccessibilityTextFieldRole},
+    {ControlKind::label, makeLabel, showText, takeNothing, !kActs, NSAccessibilityStaticTextRole},
+    {ControlKind::pushButton, makePushButton, showTitle, takeNothing, kActs, NSAccessibilityButtonRole},
+    {ControlKind::lockButton, makeLock, showLock, takeNothing, kActs, NSAccessibilityButtonRole},
 };
 
 const BindingKind& kindOf(const ControlDescription& description) {
@@ -214,6 +220,8 @@ Binding::Binding(NVKServerPrefs& pane, Control& control, const ControlDescriptio
   if ([view isKindOfClass:[NSTextField class]])
     [(NSTextField*)view setDelegate:static_cast<id>(target_.get())];
   if (!description.help.empty()) [view setToolTip:text(description.help)];
+  setAccessibility(view, description.label.empty() ? description.title : description.label, description.help,
+                   kind_.role);
   control_.setObserver(this);
   showModel();
 }

@@ -1,6 +1,8 @@
 // The object behind a function.
 #import "src/frontends/prefpane/call.h"
 
+#include "src/frontends/prefpane/border.h"
+
 @implementation NVKCall
 - (id)initWithCopyOf:(const void*)function {
   if ((self = [super init]) != nil)
@@ -13,7 +15,7 @@
 }
 - (void)call {
   [[self retain] autorelease];  // the function may release what calls it
-  (*static_cast<norvik::prefpane::Function*>(function_))();
+  norvik::prefpane::atBorder("call", *static_cast<norvik::prefpane::Function*>(function_));
 }
 - (void)call:(id)sender {
   [self call];

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "src/frontends/prefpane/border.h"
 #import "src/frontends/prefpane/call.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/window_texts.h"
@@ -44,7 +45,9 @@
 
 - (void)tableViewSelectionDidChange:(NSNotification*)notification {
   auto* table = static_cast<norvik::prefpane::ChangesTable*>(table_);
-  if (table->chosenChanged) table->chosenChanged();
+  norvik::prefpane::atBorder("tableViewSelectionDidChange:", [table] {
+    if (table->chosenChanged) table->chosenChanged();
+  });
 }
 
 @end

@@ -1,12 +1,26 @@
 // Each wait looks again and again at what it waits for, and lets the toolkit draw in between.
 #include "src/frontends/prefpane/drawing_waits.h"
 
+#include <memory>
+#include <utility>
+
 #include "src/frontends/prefpane/input.h"
+#include "src/frontends/prefpane/termination.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 
 namespace norvik::prefpane {
 
 namespace {
+
+// A held lock during which the host is not killed.
+class HeldInHost : public HeldLock {
+ public:
+  explicit HeldInHost(std::unique_ptr<HeldLock> held) : held_(std::move(held)) {}
+
+ private:
+  std::unique_ptr<HeldLock> held_;
+  NoSuddenTermination alive_;
+};
 
 double seconds(std::chrono::milliseconds time) {
   return std::chrono::duration<double>(time).count();
@@ -21,7 +35,8 @@ std::unique_ptr<HeldLock> DrawingLocks::lock(std::chrono::milliseconds limit) {
     return held != nullptr;
   };
   waitKeepingInput(isHeld, seconds(limit));
-  return held;
+  if (held == nullptr) return nullptr;
+  return std::make_unique<HeldInHost>(std::move(held));
 }
 
 SessionComputer sessionComputer(const ComputerOfSession& computer) {

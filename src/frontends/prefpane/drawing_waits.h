@@ -6,7 +6,8 @@
 
 namespace norvik::prefpane {
 
-// The computer's lock of changes.
+// The computer's lock of changes, which is held as long as a save runs: windows are drawn while it is waited
+// for, and the system does not kill the host while it is held.
 class DrawingLocks : public ChangeLocks {
  public:
   explicit DrawingLocks(ChangeLocks& computer) : computer_(computer) {}

@@ -2,11 +2,12 @@
 // of the toolkit has plus darker.
 #include "src/frontends/prefpane/lock_button.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <cstring>
+#include <functional>
 
+#include "src/frontends/prefpane/border.h"
 #import "src/frontends/prefpane/lock_button_classes.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/server/mac/ui/nvk_button.h"
@@ -27,39 +28,52 @@ void reportConversion(NSInteger line, NSString* description) {
                                                    description:@"%@", description];
 }
 
-Image fromToolkit(NSBitmapImageRep* picture) {
-  Image image(static_cast<int>([picture pixelsWide]), static_cast<int>([picture pixelsHigh]));
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) {
-      NSColor* color = [[picture colorAtX:x y:y] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
-      image.setPixel(
-          x, y,
-          premultiplied(
-              {[color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]}));
-    }
-  }
-  return image;
+// The row of the image that a bitmap, whose first row is the top one, has at `y`.
+int rowOf(const Image& image, int y) {
+  return image.isFlipped() ? y : image.height() - 1 - y;
 }
 
-// Where the plain button has the window's colour, the tint must show as it is: only what is darker shades it.
-void keepShading(Image& image) {
-  NSColor* plainColor = [[NSColor controlBackgroundColor] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
-  const CGFloat parts[] = {
-      [plainColor redComponent], [plainColor greenComponent], [plainColor blueComponent]};
-  const auto lightened = [](uint8_t value, CGFloat part) {
-    return static_cast<uint8_t>(std::min(255.0, std::round(value / std::max(part, 1 / 255.0))));
-  };
+// Pixels as the toolkit has drawn them.
+void readPixels(NSBitmapImageRep* drawn, Image& image) {
+  const bool multiplied = ([drawn bitmapFormat] & NSAlphaNonpremultipliedBitmapFormat) == 0;
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
-      const Pixel plain = image.pixel(x, y);
-      image.setPixel(x, y,
-                     {lightened(plain.red, parts[0]), lightened(plain.green, parts[1]),
-                      lightened(plain.blue, parts[2]), plain.alpha});
+      NSUInteger parts[] = {0, 0, 0, 255};
+      [drawn getPixel:parts atX:x y:y];
+      const auto part = [&](int i) {
+        return static_cast<uint8_t>(multiplied ? parts[i] : (parts[i] * parts[3] + 127) / 255);
+      };
+      image.setPixel(x, rowOf(image, y), {part(0), part(1), part(2), static_cast<uint8_t>(parts[3])});
     }
   }
 }
 
-NSImage* toToolkit(const Image& image) {
+// What `draw` draws of a frame at the origin, of that size in points, in the pixels of the image.
+void drawInto(Image& image, NSSize points, const std::function<void(NSRect frame)>& draw) {
+  if (image.width() < 1 || image.height() < 1) return;
+  NSBitmapImageRep* drawn = drawnPixels(image.width(), image.height(), [&] {
+    NSAffineTransform* scale = [NSAffineTransform transform];
+    [scale scaleXBy:image.width() / points.width yBy:image.height() / points.height];
+    [scale concat];
+    draw(NSMakeRect(0, 0, points.width, points.height));
+  });
+  readPixels(drawn, image);
+}
+
+// A tint presumes a button with a white face: it darkens by what is darker than white.
+void whiten(Image& bezel, NSColor* face) {
+  NSColor* color = [face colorUsingColorSpaceName:NSDeviceRGBColorSpace];
+  const Pixel grey = premultiplied(
+      {[color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]});
+  if (bezel.pixel(bezel.width() / 2, bezel.height() / 2) != grey) return;  // white already, as while pressed
+  for (int y = 0; y < bezel.height(); ++y) {
+    for (int x = 0; x < bezel.width(); ++x) {
+      if (bezel.pixel(x, y) == grey) bezel.setPixel(x, y, {255, 255, 255, 255});
+    }
+  }
+}
+
+NSImage* toToolkit(const Image& image, NSSize points) {
   NSBitmapImageRep* picture = [[[NSBitmapImageRep alloc] initWithBitmapDataPlanes:nullptr
                                                                        pixelsWide:image.width()
                                                                        pixelsHigh:image.height()
@@ -73,11 +87,12 @@ NSImage* toToolkit(const Image& image) {
   unsigned char* bytes = [picture bitmapData];
   for (int y = 0; y < image.height(); ++y) {
     for (int x = 0; x < image.width(); ++x) {
-      const Pixel pixel = image.pixel(x, y);
+      const Pixel pixel = image.pixel(x, rowOf(image, y));
       for (const uint8_t part : {pixel.red, pixel.green, pixel.blue, pixel.alpha}) *bytes++ = part;
     }
   }
-  NSImage* made = [[[NSImage alloc] initWithSize:NSMakeSize(image.width(), image.height())] autorelease];
+  [picture setSize:points];
+  NSImage* made = [[[NSImage alloc] initWithSize:points] autorelease];
   [made addRepresentation:picture];
   return made;
 }
@@ -87,7 +102,8 @@ NSImage* toToolkit(const Image& image) {
 }  // namespace norvik::prefpane
 
 @interface NVKButtonCell (Plain)
-- (norvik::Image)plainLookInView:(NSView*)view size:(NSSize)size;
+// Draws the plain button, picture included, of that size in points.
+- (void)drawPlainInto:(norvik::Image*)image size:(NSSize)size;
 @end
 
 namespace norvik::prefpane {
@@ -97,14 +113,14 @@ namespace {
 // The plain look, as the toolkit draws it.
 class ToolkitPainter : public ButtonPainter {
  public:
-  ToolkitPainter(::NVKButtonCell* cell, NSView* view) : cell_(cell), view_(view) {}
+  ToolkitPainter(::NVKButtonCell* cell, NSSize size) : cell_(cell), size_(size) {}
   void drawButton(const ButtonCell& /*cell*/, Image& image) override {
-    image = [cell_ plainLookInView:view_ size:NSMakeSize(image.width(), image.height())];
+    [cell_ drawPlainInto:&image size:size_];
   }
 
  private:
   ::NVKButtonCell* cell_;
-  NSView* view_;
+  NSSize size_;
 };
 
 }  // namespace
@@ -134,36 +150,67 @@ class ToolkitPainter : public ButtonPainter {
   buttonColor_ = kept;
 }
 
-// Without the picture, which is drawn on the tinted button: if it were tinted too, it could hardly be seen.
-- (norvik::Image)plainLookInView:(NSView*)view size:(NSSize)size {
-  NSImage* canvas = [[[NSImage alloc] initWithSize:size] autorelease];
-  const NSRect whole = NSMakeRect(0, 0, size.width, size.height);
-  [canvas lockFocus];
-  [super drawBezelWithFrame:whole inView:view];
-  NSBitmapImageRep* drawn = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:whole] autorelease];
-  [canvas unlockFocus];
-  norvik::Image image = norvik::prefpane::fromToolkit(drawn);
-  norvik::prefpane::keepShading(image);
-  return image;
+- (void)drawBezelWithFrame:(NSRect)frame inView:(NSView*)view {
+  if (!withoutBezel_) [super drawBezelWithFrame:frame inView:view];
+}
+
+// In the view that has the focus while it is drawn, so that both are the same way up.
+- (void)drawPlainFrame:(NSRect)frame {
+  [super drawWithFrame:frame inView:[NSView focusView]];
+}
+- (void)drawPlainBezel:(NSRect)frame {
+  [super drawBezelWithFrame:frame inView:[NSView focusView]];
+}
+
+// A grey face is made white before the picture is drawn on it, whose edges blend with it.
+- (void)drawPlainInto:(norvik::Image*)image size:(NSSize)size {
+  const auto drawAll = [self](NSRect frame) { [self drawPlainFrame:frame]; };
+  NSColor* face = norvik::prefpane::greyFace();
+  if (face == nil) {
+    norvik::prefpane::drawInto(*image, size, drawAll);
+    return;
+  }
+  norvik::prefpane::drawInto(*image, size, [self](NSRect frame) { [self drawPlainBezel:frame]; });
+  norvik::prefpane::whiten(*image, face);
+  norvik::Image rest(image->width(), image->height());
+  rest.setFlipped(image->isFlipped());
+  withoutBezel_ = YES;
+  norvik::prefpane::drawInto(rest, size, drawAll);
+  withoutBezel_ = NO;
+  image->draw(rest, 0, 0, norvik::CompositingOperation::sourceOver, 1);
+}
+
+// The tinted button of that size, as an image for this view; nil if it cannot be made.
+- (NSImage*)tintedLookOfSize:(NSSize)size inView:(NSView*)view {
+  NSColor* color = [buttonColor_ colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
+  return norvik::prefpane::atBorder<NSImage*>("drawWithFrame:inView:", nil, [=] {
+    norvik::NVKButtonCell cell;
+    cell.setButtonColor(norvik::Color{
+        [color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]});
+    const NSSize pixels = norvik::prefpane::pixelsOf(size, view);
+    norvik::Image image(static_cast<int>(std::lround(pixels.width)),
+                        static_cast<int>(std::lround(pixels.height)));
+    image.setFlipped([view isFlipped]);
+    norvik::prefpane::ToolkitPainter painter(self, size);
+    cell.drawWithFrame({0, 0, double(image.width()), double(image.height())}, image, painter);
+    return norvik::prefpane::toToolkit(image, size);
+  });
 }
 
 - (void)drawWithFrame:(NSRect)frame inView:(NSView*)view {
-  if (buttonColor_ == nil || [buttonColor_ isEqual:[NSColor clearColor]]) {
+  NSImage* tinted = nil;
+  if (buttonColor_ != nil && ![buttonColor_ isEqual:[NSColor clearColor]])
+    tinted = [self tintedLookOfSize:frame.size inView:view];
+  if (tinted == nil) {
     [super drawWithFrame:frame inView:view];
     return;
   }
-  NSColor* color = [buttonColor_ colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
-  norvik::NVKButtonCell cell;
-  cell.setButtonColor(norvik::Color{
-      [color redComponent], [color greenComponent], [color blueComponent], [color alphaComponent]});
-  norvik::Image image(static_cast<int>(std::lround(NSWidth(frame))),
-                      static_cast<int>(std::lround(NSHeight(frame))));
-  norvik::prefpane::ToolkitPainter painter(self, view);
-  cell.drawWithFrame({0, 0, NSWidth(frame), NSHeight(frame)}, image, painter);
-  NSImage* tinted = norvik::prefpane::toToolkit(image);
-  [tinted setFlipped:[view isFlipped]];
-  [tinted drawInRect:frame fromRect:NSZeroRect operation:NSCompositeSourceOver fraction:1.0];
-  [super drawInteriorWithFrame:frame inView:view];
+  [tinted drawInRect:frame
+            fromRect:NSZeroRect
+           operation:NSCompositeSourceOver
+            fraction:1
+      respectFlipped:YES
+               hints:nil];
 }
 
 @end

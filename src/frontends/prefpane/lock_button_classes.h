@@ -5,6 +5,7 @@
 
 @interface NVKButtonCell : NSButtonCell {
   NSColor* buttonColor_;
+  BOOL withoutBezel_;  // while only what is on the button is drawn
 }
 - (NSColor*)buttonColor;
 // Keeps a copy; requests no drawing.

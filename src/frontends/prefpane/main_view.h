@@ -14,6 +14,7 @@
 #include "src/frontends/prefpane/message_area.h"
 #include "src/frontends/prefpane/page_view.h"
 #include "src/frontends/prefpane/sidebar.h"
+#include "src/frontends/prefpane/termination.h"
 #include "src/frontends/shared/change/change_report.h"
 #include "src/server/mac/pane/pane.h"
 
@@ -43,6 +44,10 @@ class MainView : public ControlObserver {
   // Says how many changes are pending, and marks the pages that hold some.
   void showPending(const std::vector<SettingChange>& changes);
 
+  // The view that gets the keyboard first, an NSView.
+  void* initialKeyView() const { return sidebar_.outline(); }
+  // Gives it the keyboard, unless another view of this one has it.
+  void takeFocus();
   // Gives the toolkit's view the frame of the model's main view.
   void fit();
   // Draws a control of the model, or the whole view, at once.
@@ -63,7 +68,7 @@ class MainView : public ControlObserver {
   void controlChanged(Control& control) override;
 
  private:
-  void makePages(const PortInUse& portInUse);
+  void makePages(const PortInUse& portInUse, double width);
   double makeFrame();
   void placeButtons(double width);
   void makeChangesButton();
@@ -71,6 +76,7 @@ class MainView : public ControlObserver {
   void followEdits(Binding& binding);
   void edited(const Binding& binding);
   void showPage();
+  void linkKeyViews();
   PageView* shownPage() const;  // null for none
   std::optional<std::size_t> pageOf(const std::string& outlet) const;
 
@@ -81,13 +87,14 @@ class MainView : public ControlObserver {
   Handle tabs_;
   Handle changes_;
   Handle changesTarget_;
-  double buttonsLeft_ = 0;  // where the buttons below begin
-  double below_ = 0;        // the height of the line below
-  double pageHeight_ = 0;   // of the highest page
+  Handle firstButton_;     // the leftmost of those at the right
+  double below_ = 0;       // the height of the line below
+  double pageHeight_ = 0;  // of the highest page
   std::unique_ptr<MessageArea> messages_;
   std::vector<std::unique_ptr<PageView>> pages_;
   std::vector<std::unique_ptr<Binding>> frame_;
   int ticksToRefresh_ = 0;
+  std::optional<NoSuddenTermination> pending_;  // while there are pending changes
 };
 
 }  // namespace norvik::prefpane

@@ -13,6 +13,7 @@ namespace norvik::prefpane {
 namespace {
 
 constexpr CGFloat kMargin = 12;
+constexpr CGFloat kPaneWidth = 568;  // the narrowest host has no more
 constexpr CGFloat kHintWidth = 200;  // of the lock; two lines of it are as high as the lock
 constexpr int kHintLines = 2;
 constexpr int kTicksBetweenRefreshes = 8;  // two seconds
@@ -26,21 +27,15 @@ NSView* asView(const Handle& handle) {
 MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, PortInUse portInUse)
     : pane_(pane),
       interface_(interface),
-      sidebar_(pane),
+      sidebar_(pane, interface),
       view_([[[NSView alloc] initWithFrame:NSZeroRect] autorelease]) {
-  makePages(portInUse);
-  below_ = makeFrame() + kMargin;
-  CGFloat pageWidth = 0;
-  for (const auto& one : pages_) {
-    const NSSize needed = [static_cast<NSView*>(one->view()) frame].size;
-    pageWidth = std::max(pageWidth, needed.width);
-    pageHeight_ = std::max(pageHeight_, needed.height);
-  }
   NSView* sidebar = static_cast<NSView*>(sidebar_.view());
   const CGFloat list = NSWidth([sidebar frame]);
-  const CGFloat width = list + pageWidth + 3 * kMargin;
+  makePages(portInUse, kPaneWidth - list - 3 * kMargin);
+  below_ = makeFrame() + kMargin;
+  const CGFloat width = list + NSWidth([asView(tabs_) frame]) + 3 * kMargin;
   [sidebar setFrameOrigin:NSMakePoint(kMargin, 0)];
-  [asView(tabs_) setFrame:NSMakeRect(2 * kMargin + list, 0, pageWidth, pageHeight_)];
+  [asView(tabs_) setFrameOrigin:NSMakePoint(2 * kMargin + list, 0)];
   messages_ = std::make_unique<MessageArea>(width - 2 * kMargin);
   messages_->shownChanged = [this] { placePages(); };
   NSView* messages = static_cast<NSView*>(messages_->view());
@@ -48,6 +43,9 @@ MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
   const CGFloat height = below_ + pageHeight_ + kMargin + messages_->height();
   [asView(view_) setFrameSize:NSMakeSize(width, height)];
   for (NSView* part : {sidebar, asView(tabs_), messages}) [asView(view_) addSubview:part];
+  [sidebar setAutoresizingMask:NSViewHeightSizable];
+  [asView(tabs_) setAutoresizingMask:NSViewWidthSizable | NSViewMinYMargin];
+  [messages setAutoresizingMask:NSViewWidthSizable | NSViewMinYMargin];
   placePages();
   placeButtons(width);
   makeChangesButton();
@@ -71,15 +69,24 @@ MainView::~MainView() {
   [static_cast<NSButton*>(changes_.get()) setTarget:nil];
 }
 
-void MainView::makePages(const PortInUse& portInUse) {
-  NSTabView* tabs = [[[NSTabView alloc] initWithFrame:NSZeroRect] autorelease];
-  [tabs setTabViewType:NSNoTabsNoBorder];
+// All pages get the size of the largest.
+void MainView::makePages(const PortInUse& portInUse, double width) {
   for (const TabDescription& tab : interface_.tabs) {
-    pages_.push_back(std::make_unique<PageView>(pane_, interface_, tab, portInUse));
+    pages_.push_back(std::make_unique<PageView>(pane_, interface_, tab, portInUse, width));
     for (const auto& binding : pages_.back()->bindings()) followEdits(*binding);
-    NSTabViewItem* item = [[[NSTabViewItem alloc] initWithIdentifier:text(tab.label)] autorelease];
-    NVKFlippedView* sheet = [[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease];
-    [sheet addSubview:static_cast<NSView*>(pages_.back()->view())];
+    const NSSize needed = [static_cast<NSView*>(pages_.back()->view()) frame].size;
+    width = std::max(width, double(needed.width));
+    pageHeight_ = std::max(pageHeight_, double(needed.height));
+  }
+  const NSRect whole = NSMakeRect(0, 0, width, pageHeight_);
+  NSTabView* tabs = [[[NSTabView alloc] initWithFrame:whole] autorelease];
+  [tabs setTabViewType:NSNoTabsNoBorder];
+  for (const auto& page : pages_) {
+    NSView* one = static_cast<NSView*>(page->view());
+    [one setFrameSize:whole.size];
+    NVKFlippedView* sheet = [[[NVKFlippedView alloc] initWithFrame:whole] autorelease];
+    [sheet addSubview:one];
+    NSTabViewItem* item = [[[NSTabViewItem alloc] initWithIdentifier:@"page"] autorelease];
     [item setView:sheet];
     [tabs addTabViewItem:item];
   }
@@ -96,7 +103,7 @@ double MainView::makeFrame() {
     followEdits(*frame_.back());
     NSView* one = static_cast<NSView*>(frame_.back()->view());
     if (description.kind == ControlKind::label) {
-      [one setFrameSize:NSMakeSize(kHintWidth, kHintLines * NSHeight([makeCaption(@"Ag") frame]))];
+      [one setFrameSize:NSMakeSize(std::round(kHintWidth * fontScale()), kHintLines * lineHeight())];
     }
     height = std::max(height, NSHeight([one frame]));
     [one setFrameOrigin:NSMakePoint(left, 0)];
@@ -118,9 +125,10 @@ void MainView::placeButtons(double width) {
     if ((*binding)->description().kind != ControlKind::pushButton) continue;
     NSView* one = static_cast<NSView*>((*binding)->view());
     [one setFrameOrigin:NSMakePoint(right - NSWidth([one frame]), NSMinY([one frame]))];
+    [one setAutoresizingMask:NSViewMinXMargin];
     right = NSMinX([one frame]) - kMargin;
+    firstButton_ = Handle(one);
   }
-  buttonsLeft_ = right;
 }
 
 // Before the other buttons; its width follows the number.
@@ -135,6 +143,7 @@ void MainView::makeChangesButton() {
   [button setTarget:target];
   [button setAction:@selector(call:)];
   [button setHidden:YES];
+  [button setAutoresizingMask:NSViewMinXMargin];
   [asView(view_) addSubview:button];
   changes_ = Handle(button);
   changesTarget_ = Handle(target);
@@ -151,12 +160,17 @@ void MainView::showPending(const std::vector<SettingChange>& changes) {
   if (![[button title] isEqualToString:title]) {
     [button setTitle:title];
     [button sizeToFit];
-    const NSRect beside = [static_cast<NSView*>(frame_.back()->view()) frame];
+    const NSRect beside = [asView(firstButton_) frame];
     const CGFloat y = NSMidY(beside) - NSHeight([button frame]) / 2;
-    [button setFrameOrigin:NSMakePoint(buttonsLeft_ - NSWidth([button frame]), std::floor(y))];
+    [button setFrameOrigin:NSMakePoint(NSMinX(beside) - kMargin - NSWidth([button frame]), std::floor(y))];
     [asView(view_) setNeedsDisplay:YES];
   }
   if ([button isHidden] != changes.empty()) [button setHidden:changes.empty()];
+  if (changes.empty()) {
+    pending_.reset();
+  } else if (!pending_) {
+    pending_.emplace();
+  }
 }
 
 void MainView::setCommand(const Control& button, std::function<void()> command) {
@@ -192,6 +206,31 @@ bool MainView::showSetting(const std::string& outlet) {
   return true;
 }
 
+// The sidebar, the message, the page, the line below, and again from the beginning.
+void MainView::linkKeyViews() {
+  std::vector<NSView*> loop{static_cast<NSView*>(sidebar_.outline())};
+  const auto add = [&loop](const std::vector<Handle>& views) {
+    for (const Handle& one : views) loop.push_back(asView(one));
+  };
+  add(messages_->keyViews());
+  if (const PageView* page = shownPage()) add(page->keyViews());
+  for (const auto& binding : frame_) {
+    if (binding->view() == firstButton_.get()) loop.push_back(asView(changes_));
+    if (binding->description().kind != ControlKind::label)
+      loop.push_back(static_cast<NSView*>(binding->view()));
+  }
+  for (std::size_t i = 0; i < loop.size(); ++i) [loop[i] setNextKeyView:loop[(i + 1) % loop.size()]];
+}
+
+void MainView::takeFocus() {
+  NSWindow* window = [asView(view_) window];
+  NSView* outline = static_cast<NSView*>(sidebar_.outline());
+  [window setInitialFirstResponder:outline];
+  id now = [window firstResponder];
+  if ([now isKindOfClass:[NSView class]] && [now isDescendantOf:asView(view_)]) return;
+  [window makeFirstResponder:outline];
+}
+
 void MainView::fit() {
   const Rect& frame = pane_.mainView().frame();
   [asView(view_) setFrame:NSMakeRect(frame.x, frame.y, frame.width, frame.height)];
@@ -205,8 +244,9 @@ void MainView::display(const Control& control) {
   };
   draw(frame_);
   for (const auto& page : pages_) draw(page->bindings());
-  if (&control == &pane_.ib_admin_label_svrState && serverTextChanged) {
-    serverTextChanged();
+  if (&control == &pane_.ib_admin_label_svrState) {
+    if (serverTextChanged) serverTextChanged();
+    for (const auto& page : pages_) page->refreshDot();
     [asView(view_) displayIfNeeded];
   }
   [[asView(view_) window] flushWindow];
@@ -225,6 +265,7 @@ void MainView::refresh() {
     page->refreshNotes();
   }
   if (refreshed) refreshed();
+  linkKeyViews();
 }
 
 void MainView::ticked() {

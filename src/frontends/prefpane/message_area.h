@@ -27,6 +27,8 @@ class MessageArea {
   // An NSView of that width.
   void* view() const { return line_.view(); }
   double height() const { return line_.height(); }
+  // The NSViews that take the keyboard.
+  const std::vector<Handle>& keyViews() const { return line_.buttons(); }
 
   // An empty message takes the subject's away.
   void show(MessageSubject subject, const WindowMessage& message);

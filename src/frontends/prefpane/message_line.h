@@ -22,6 +22,8 @@ class MessageLine {
   // An NSView of that width and of this height, whatever it shows.
   void* view() const { return view_.get(); }
   double height() const;
+  // The buttons of what is shown, NSViews.
+  const std::vector<Handle>& buttons() const { return buttons_; }
 
   // Shows the message, the first of so many. A sentence that does not fit is cut; it can then be read whole
   // in the details, which are offered for it.

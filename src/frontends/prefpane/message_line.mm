@@ -50,10 +50,6 @@ constexpr CGFloat kSmall = 11;  // points, of the words on a button
 constexpr std::size_t kLines = 3;
 constexpr std::size_t kButtonsHigh = 2;  // in a column
 
-CGFloat lineHigh() {
-  return NSHeight([makeCaption(@"Ag") frame]);
-}
-
 NSTextField* asField(const Handle& handle) {
   return static_cast<NSTextField*>(handle.get());
 }
@@ -77,9 +73,10 @@ MessageLine::MessageLine(double width)
   [asField(sentence_) setTextColor:[NSColor blackColor]];
   NSProgressIndicator* bar = static_cast<NSProgressIndicator*>(bar_.get());
   [bar setIndeterminate:NO];
-  [bar setFrame:NSMakeRect(kSentenceLeft, kInset + lineHigh() + kInset, width - kSentenceLeft - kBetween,
+  [bar setFrame:NSMakeRect(kSentenceLeft, kInset + lineHeight() + kInset, width - kSentenceLeft - kBetween,
                            kBarHeight)];
   for (const Handle* part : {&icon_, &sentence_, &bar_}) [asView(view_) addSubview:asView(*part)];
+  for (const Handle* part : {&sentence_, &bar_}) [asView(*part) setAutoresizingMask:NSViewWidthSizable];
   hide();
 }
 
@@ -88,7 +85,7 @@ MessageLine::~MessageLine() {
 }
 
 double MessageLine::height() const {
-  return kLines * lineHigh() + 2 * kInset;
+  return kLines * lineHeight() + 2 * kInset;
 }
 
 void MessageLine::hide() {
@@ -112,7 +109,8 @@ void MessageLine::addButton(const std::string& title, const std::string& help,
   NSButton* button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
   [button setTitle:text(title)];
   [button setToolTip:text(help)];
-  [button setFont:[NSFont systemFontOfSize:kSmall]];
+  [button setFont:[NSFont systemFontOfSize:std::round(kSmall * fontScale())]];
+  [button setAutoresizingMask:NSViewMinXMargin];
   [button setBezelStyle:NSRoundedBezelStyle];
   [button sizeToFit];
   [button setTarget:target];
@@ -163,7 +161,7 @@ bool MessageLine::fits(const std::string& sentence, double width) {
 void MessageLine::present(MessageKind kind, const std::string& sentence, double width) {
   const std::string words = std::string(wordOf(kind)) + ": " + sentence;
   NSTextField* shown = asField(sentence_);
-  [shown setFrame:NSMakeRect(kSentenceLeft, kInset, width, kLines * lineHigh())];
+  [shown setFrame:NSMakeRect(kSentenceLeft, kInset, width, kLines * lineHeight())];
   [shown setStringValue:fitted(text(sentence), [shown font], width, kLines)];
   [shown setToolTip:text(words)];
   [static_cast<NVKStatusIcon*>(icon_.get()) setKind:kind];

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,15 +18,18 @@ namespace norvik::prefpane {
 
 class PageView {
  public:
-  // Asks `portInUse` for the notes under the ports.
+  // Asks `portInUse` for the notes under the ports. Rows are broken to that width where they can be.
   PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
-           PortInUse portInUse);
+           PortInUse portInUse, double width);
+  ~PageView();
   PageView(const PageView&) = delete;
   PageView& operator=(const PageView&) = delete;
 
-  // An NSView, as high and wide as its rows need.
+  // An NSView, as high and wide as its rows need, and at least as wide as was asked for.
   void* view() const { return view_.get(); }
   const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
+  // The NSViews that take the keyboard, from the top down. Some may be hidden or disabled.
+  const std::vector<Handle>& keyViews() const { return keyViews_; }
   // The control of that outlet; null if it is not on this page.
   const Binding* find(const std::string& outlet) const;
 
@@ -33,11 +37,19 @@ class PageView {
   // notes the computer is asked which ports are in use.
   void refreshMarks();
   void refreshNotes();
+  // Updates the colour before the server's state, if this page shows it.
+  void refreshDot();
 
  private:
   struct Mark {
     Handle view;
     std::vector<Binding*> bindings;  // of its row
+  };
+  // What belongs to a control and follows its state.
+  struct Parts {
+    std::vector<Handle> words;  // grey while the control is disabled
+    Handle value;               // the number that a slider is at
+    Handle copy;                // the button that copies an address
   };
   struct Note {
     Handle words;
@@ -47,16 +59,21 @@ class PageView {
 
   void addSection(const SectionDescription& section);
   void addRow(const RowDescription& row);
-  double addControl(const RowDescription& row, const ControlDescription& description, double x, Mark& mark);
+  double addControl(const RowDescription& row, const ControlDescription& description, double x, double begin,
+                    Mark& mark);
   double addBeside(Binding& binding, double x);
+  void sizeLabel(const Binding& binding, double x);
+  void finishLine();
+  void controlChanged(const Binding& binding);
+  void fitAddress(const Binding& binding, const Parts& parts);
   double addDot(double x);
   void addBelow(Binding& binding, double x);
-  void refreshDot();
   void placeBeside(void* view, double x);
 
   NVKServerPrefs& pane_;
   const InterfaceDescription& interface_;
   PortInUse portInUse_;
+  double width_;
   Handle view_;
   Handle dot_;  // before the server's state, on the page that shows it
   double captionWidth_ = 0;
@@ -66,6 +83,9 @@ class PageView {
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::vector<Mark> marks_;
   std::vector<Note> notes_;
+  std::map<const Binding*, Parts> parts_;
+  std::vector<Handle> keyViews_;
+  double addressEnd_ = 0;  // where what follows the address begins
 };
 
 }  // namespace norvik::prefpane

@@ -15,15 +15,12 @@ namespace norvik::prefpane {
 
 namespace {
 
-constexpr CGFloat kPageWidth = 372;  // the narrowest host leaves no more beside the sidebar
 constexpr CGFloat kMarkWidth = 14;
 constexpr CGFloat kGap = 8;
 constexpr CGFloat kBeforeSection = 12;
 constexpr CGFloat kBetweenRows = 7;
-constexpr CGFloat kIndent = 20;  // of a control that applies only while a box is on
-constexpr CGFloat kStateWidth = 120;
-constexpr CGFloat kValueWidth = 28;  // of the number beside a slider
-constexpr int kAddressLines = 5;     // a sentence of two lines, a blank one, and a long address
+constexpr CGFloat kIndent = 20;   // of a control that applies only while a box is on
+constexpr int kAddressLines = 5;  // a sentence of two lines, a blank one, and a long address
 constexpr int kDescriptionLines = 2;
 constexpr int kNoteLines = 2;
 
@@ -47,10 +44,6 @@ CGFloat widestCaption(const TabDescription& tab, NVKServerPrefs& pane) {
   return widest;
 }
 
-CGFloat lineHeight() {
-  return NSHeight([makeCaption(@"Ag") frame]);
-}
-
 NSTextField* quiet(NSTextField* words) {
   [words setTextColor:[NSColor disabledControlTextColor]];
   return words;
@@ -71,15 +64,26 @@ void hide(NSView* view, BOOL hidden) {
 }  // namespace
 
 PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
-                   PortInUse portInUse)
+                   PortInUse portInUse, double width)
     : pane_(pane),
       interface_(interface),
       portInUse_(std::move(portInUse)),
+      width_(width),
       view_([[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease]),
       captionWidth_(widestCaption(tab, pane)),
       y_(kGap) {
   for (const SectionDescription& section : tab.sections) addSection(section);
-  [asView(view_) setFrameSize:NSMakeSize(kPageWidth, y_ + kGap)];
+  NSArray* views = [asView(view_) subviews];
+  for (NSUInteger i = 0; i < [views count]; ++i)
+    width_ = std::max(width_, double(NSMaxX([[views objectAtIndex:i] frame])));
+  [asView(view_) setFrameSize:NSMakeSize(width_, y_ + kGap)];
+  [asView(view_) setAutoresizingMask:NSViewWidthSizable];
+  for (const auto& binding : bindings_) controlChanged(*binding);
+}
+
+// A view may live longer; it asks nobody then.
+PageView::~PageView() {
+  for (const auto& [binding, parts] : parts_) [static_cast<NSButton*>(parts.copy.get()) setTarget:nil];
 }
 
 void PageView::addSection(const SectionDescription& section) {
@@ -90,8 +94,7 @@ void PageView::addSection(const SectionDescription& section) {
     [title sizeToFit];
     head.push_back(title);
   }
-  if (!section.note.empty())
-    head.push_back(quiet(makeParagraph(text(section.note), kPageWidth - kMarkWidth)));
+  if (!section.note.empty()) head.push_back(quiet(makeParagraph(text(section.note), width_ - kMarkWidth)));
   if (!head.empty() && !bindings_.empty()) y_ += kBeforeSection;
   for (NSTextField* words : head) {
     [words setFrameOrigin:NSMakePoint(kMarkWidth, y_)];
@@ -121,61 +124,90 @@ void PageView::addRow(const RowDescription& row) {
   placeBeside(dot, 0);
   Mark mark{Handle(dot), {}};
   double x = kMarkWidth;
+  NSTextField* caption = nil;
   if (const std::string& words = captionOf(row); !words.empty()) {
-    NSTextField* caption = makeCaption(text(words));
+    caption = makeCaption(text(words));
     placeBeside(caption, x + captionWidth_ - NSWidth([caption frame]));
     x += captionWidth_ + kGap;
   }
   const double begin = x;
   for (const ControlDescription& control : row.controls) {
-    if (isShown(control, pane_)) x = addControl(row, control, x, mark) + kGap;
+    if (isShown(control, pane_)) x = addControl(row, control, x, begin, mark) + kGap;
   }
+  if (caption != nil) parts_[mark.bindings.front()].words.emplace_back(caption);
+  finishLine();
+  for (Binding* binding : mark.bindings) addBelow(*binding, begin);
+  y_ += kBetweenRows;
+  marks_.push_back(std::move(mark));
+}
+
+// Centres what is on the line in its height, and goes on to the next one.
+void PageView::finishLine() {
   for (const Handle& placed : placed_) {
     NSView* view = asView(placed);
     const CGFloat below = std::floor((rowHeight_ - NSHeight([view frame])) / 2);
     [view setFrameOrigin:NSMakePoint(NSMinX([view frame]), y_ + below)];
   }
   y_ += rowHeight_;
-  for (Binding* binding : mark.bindings) addBelow(*binding, begin);
-  y_ += kBetweenRows;
-  marks_.push_back(std::move(mark));
+  placed_.clear();
+  rowHeight_ = lineHeight();
 }
 
-// Returns where the control, with what belongs beside it, ends.
+// Returns where the control, with what belongs beside it, ends. It begins a line of its own, under the one
+// before, where that line has no more room.
 double PageView::addControl(const RowDescription& row, const ControlDescription& description, double x,
-                            Mark& mark) {
-  if (!description.requiresOutlet.empty() && mark.bindings.empty()) x += kIndent;
+                            double begin, Mark& mark) {
+  const bool isFirst = mark.bindings.empty();
+  if (!description.requiresOutlet.empty() && isFirst) x += kIndent;
   bindings_.push_back(std::make_unique<Binding>(pane_, *pane_.outlet(description.outlet), description));
   Binding& binding = *bindings_.back();
   mark.bindings.push_back(&binding);
-  if (isCaptionedWithin(row, description)) {
-    NSTextField* caption = makeCaption(text(description.label));
-    placeBeside(caption, x);
-    x = NSMaxX([caption frame]) + kGap;
-  }
+  Parts& parts = parts_[&binding];
+  const Binding* shown = &binding;
+  binding.changed = [=, this] { controlChanged(*shown); };
   NSView* view = static_cast<NSView*>(binding.view());
+  if (description.kind != ControlKind::label && !description.displayOnly) keyViews_.emplace_back(view);
+  NSTextField* caption = isCaptionedWithin(row, description) ? makeCaption(text(description.label)) : nil;
+  const double before = caption != nil ? NSWidth([caption frame]) + kGap : 0;
+  if (!isFirst && x + before + NSWidth([view frame]) > width_) {
+    finishLine();
+    y_ += kBetweenRows;
+    x = begin + kIndent;
+  }
+  if (caption != nil) {
+    placeBeside(caption, x);
+    parts.words.emplace_back(caption);
+    x += before;
+  }
   if (description.kind == ControlKind::label) {
     if (description.indicator) x = addDot(x);
-    const int lines = description.indicator           ? 1
-                      : description.copyTitle.empty() ? kDescriptionLines
-                                                      : kAddressLines;
-    const CGFloat width = description.indicator ? kStateWidth : kPageWidth - x;
-    [view setFrameSize:NSMakeSize(width, lines * lineHeight())];
+    sizeLabel(binding, x);
   }
-  placeBeside(view, x);
+  placeBeside(view, description.kind == ControlKind::pushButton && isFirst ? x - kRoundedInset : x);
   return addBeside(binding, NSMaxX([view frame]) + kGap);
+}
+
+// As high as its longest text needs; where that is an address, the page is made for it and fitted to what is
+// shown.
+void PageView::sizeLabel(const Binding& binding, double x) {
+  const ControlDescription& description = binding.description();
+  const int lines = description.indicator           ? 1
+                    : description.copyTitle.empty() ? kDescriptionLines
+                                                    : kAddressLines;
+  NSView* view = static_cast<NSView*>(binding.view());
+  [view setFrameSize:NSMakeSize(width_ - x, lines * lineHeight())];
+  [view setAutoresizingMask:NSViewWidthSizable];
 }
 
 // The number that a slider is at, right beside it.
 double PageView::addBeside(Binding& binding, double x) {
   if (binding.description().kind != ControlKind::slider) return x - kGap;
-  NSTextField* value = makeCaption(@"");
-  [value setFrameSize:NSMakeSize(kValueWidth, lineHeight())];
+  NSTextField* value = makeCaption(@"00000");
   placeBeside(value, x);
-  const Control* model = &binding.control();
-  binding.changed = [=] { show(value, text(std::to_string(model->truncatedValue()))); };
-  binding.changed();
-  return x + kValueWidth;
+  Parts& parts = parts_[&binding];
+  parts.value = Handle(value);
+  parts.words.emplace_back(value);
+  return NSMaxX([value frame]);
 }
 
 double PageView::addDot(double x) {
@@ -197,12 +229,15 @@ void PageView::addBelow(Binding& binding, double x) {
     [asView(view_) addSubview:view];
     height = std::max(height, NSHeight([view frame]));
   };
+  Parts& parts = parts_[&binding];
   if (description.kind == ControlKind::slider) {
-    add(quiet(makeCaption(text(description.minimumLabel))), x);
-    NSTextField* most = quiet(makeCaption(text(description.maximumLabel)));
+    NSTextField* least = makeCaption(text(description.minimumLabel));
+    NSTextField* most = makeCaption(text(description.maximumLabel));
+    add(least, x);
     add(most, NSMaxX(bar) - NSWidth([most frame]));
+    for (NSTextField* words : {least, most}) parts.words.emplace_back(words);
   } else if (hasNote(description)) {
-    NSTextField* note = makeParagraph(@"", kPageWidth - x - kIndent);
+    NSTextField* note = makeParagraph(@"", width_ - x - kIndent);
     [note setFrameSize:NSMakeSize(NSWidth([note frame]), kNoteLines * lineHeight())];
     const CGFloat side = std::floor(lineHeight());
     NVKStatusIcon* icon = [[[NVKStatusIcon alloc] initWithFrame:NSMakeRect(0, 0, side, side)] autorelease];
@@ -211,16 +246,51 @@ void PageView::addBelow(Binding& binding, double x) {
     notes_.push_back({Handle(note), Handle(icon), &binding});
   } else if (!description.copyTitle.empty()) {
     NSButton* copy = makeCopyButton(text(description.copyTitle), static_cast<NSTextField*>(binding.view()));
-    add(copy, NSMinX(bar));
-    const Control* model = &binding.control();
-    binding.changed = [=] { hide(copy, !addressIn(model->stringValue())); };
-    binding.changed();
+    add(copy, NSMinX(bar) - kRoundedInset);
+    parts.copy = Handle(copy);
+    keyViews_.emplace_back(copy);
+    addressEnd_ = y_ + height;
   }
   y_ += height;
 }
 
+void PageView::controlChanged(const Binding& binding) {
+  const Control& control = binding.control();
+  const Parts& parts = parts_[&binding];
+  NSColor* color = control.isEnabled() ? [NSColor controlTextColor] : [NSColor disabledControlTextColor];
+  for (const Handle& words : parts.words) [static_cast<NSTextField*>(words.get()) setTextColor:color];
+  if (parts.value.get() != nullptr)
+    show(static_cast<NSTextField*>(parts.value.get()), text(std::to_string(control.truncatedValue())));
+  if (parts.copy.get() != nullptr) fitAddress(binding, parts);
+}
+
+// What follows the address moves up as far as its sentence, and the button for it, leave room.
+void PageView::fitAddress(const Binding& binding, const Parts& parts) {
+  NSTextField* label = static_cast<NSTextField*>(binding.view());
+  NSView* copy = asView(parts.copy);
+  hide(copy, !addressIn(binding.control().stringValue()));
+  const NSRect frame = [label frame];
+  const auto lines = static_cast<CGFloat>([linesOf([label stringValue], [label font], NSWidth(frame)) count]);
+  [label setFrameSize:NSMakeSize(NSWidth(frame), lines * lineHeight())];
+  double end = NSMaxY([label frame]);
+  if (![copy isHidden]) {
+    [copy setFrameOrigin:NSMakePoint(NSMinX([copy frame]), end)];
+    end = NSMaxY([copy frame]);
+  }
+  const double moved = end - addressEnd_;
+  if (moved == 0) return;
+  NSArray* views = [asView(view_) subviews];
+  for (NSUInteger i = 0; i < [views count]; ++i) {
+    NSView* one = [views objectAtIndex:i];
+    if (one == label || one == copy || NSMinY([one frame]) < addressEnd_) continue;
+    [one setFrameOrigin:NSMakePoint(NSMinX([one frame]), NSMinY([one frame]) + moved)];
+  }
+  addressEnd_ = end;
+  [asView(view_) setNeedsDisplay:YES];
+}
+
 void PageView::refreshMarks() {
-  if (dot_.get() != nullptr) refreshDot();
+  refreshDot();
   for (const Mark& mark : marks_) {
     const bool differs =
         std::any_of(mark.bindings.begin(), mark.bindings.end(),
@@ -230,6 +300,7 @@ void PageView::refreshMarks() {
 }
 
 void PageView::refreshDot() {
+  if (dot_.get() == nullptr) return;
   const Color color = stateColor(pane_);
   [static_cast<NVKDot*>(dot_.get()) setColor:[NSColor colorWithCalibratedRed:color.red
                                                                        green:color.green

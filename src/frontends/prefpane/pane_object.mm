@@ -5,6 +5,7 @@
 
 #include "src/frontends/prefpane/appearance_mac.h"
 #import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/border.h"
 #include "src/frontends/prefpane/pane_computer.h"
 #include "src/frontends/prefpane/pane_session.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
@@ -39,30 +40,37 @@ const InterfaceDescription& interface() {
   return shipped;
 }
 
-PaneSession& sessionIn(void* field) {
-  return *static_cast<PaneSession*>(field);
+PaneSession* sessionIn(void* field) {
+  return static_cast<PaneSession*>(field);
 }
 
 }  // namespace
 }  // namespace norvik::prefpane
 
+using norvik::prefpane::atBorder;
+using norvik::prefpane::PaneSession;
 using norvik::prefpane::sessionIn;
 
 @implementation NVKServerPrefs
 
 - (id)initWithBundle:(NSBundle*)bundle {
   if ((self = [super initWithBundle:bundle]) == nil) return nil;
-  norvik::prefpane::PaneComputer& computer = norvik::prefpane::computer();
-  computer.bundles().setPaneBundle(bundle);
-  session_ = new norvik::prefpane::PaneSession(computer.forSession(), norvik::prefpane::interface());
-  return self;
+  session_ = atBorder<PaneSession*>("initWithBundle:", nullptr, [bundle] {
+    norvik::prefpane::PaneComputer& computer = norvik::prefpane::computer();
+    computer.bundles().setPaneBundle(bundle);
+    return new PaneSession(computer.forSession(), norvik::prefpane::interface());
+  });
+  if (session_ != nullptr) return self;
+  [self release];
+  return nil;
 }
 
 - (void)dealloc {
 #ifdef __APPLE__
   delete static_cast<norvik::prefpane::AppearanceWatch*>(appearance_);
 #endif
-  delete &sessionIn(session_);
+  PaneSession* session = sessionIn(session_);
+  atBorder("dealloc", [session] { delete session; });
   [super dealloc];
 }
 
@@ -70,35 +78,47 @@ using norvik::prefpane::sessionIn;
 // pane, and always gets the same view.
 - (NSView*)loadMainView {
   if ([self mainView] != nil) return [self mainView];
-  [self setMainView:static_cast<NSView*>(sessionIn(session_).view())];
+  PaneSession* session = sessionIn(session_);
+  NSView* view =
+      atBorder<NSView*>("loadMainView", nil, [session] { return static_cast<NSView*>(session->view()); });
+  if (view == nil) return nil;
+  [self setMainView:view];
+  [self setInitialKeyView:static_cast<NSView*>(session->mainView()->initialKeyView())];
 #ifdef __APPLE__
-  norvik::NVKServerPrefs* pane = &sessionIn(session_).pane();
-  appearance_ = new norvik::prefpane::AppearanceWatch([self mainView], [pane] {
-    pane->ib_button_Auth.setButtonColor(norvik::platform().application.windowBackgroundColor());
+  appearance_ = atBorder<norvik::prefpane::AppearanceWatch*>("loadMainView", nullptr, [session, view] {
+    norvik::NVKServerPrefs& pane = session->pane();
+    return new norvik::prefpane::AppearanceWatch(view, [&pane] {
+      pane.ib_button_Auth.setButtonColor(norvik::platform().application.windowBackgroundColor());
+    });
   });
 #endif
   [self mainViewDidLoad];
-  return [self mainView];
+  return view;
 }
 
 - (void)mainViewDidLoad {
-  sessionIn(session_).mainViewDidLoad();
+  PaneSession* session = sessionIn(session_);
+  atBorder("mainViewDidLoad", [session] { session->mainViewDidLoad(); });
 }
 
 - (void)willSelect {
-  sessionIn(session_).willSelect();
+  PaneSession* session = sessionIn(session_);
+  atBorder("willSelect", [session] { session->willSelect(); });
 }
 
 - (void)didSelect {
-  sessionIn(session_).didSelect();
+  PaneSession* session = sessionIn(session_);
+  atBorder("didSelect", [session] { session->didSelect(); });
 }
 
 - (void)willUnselect {
-  sessionIn(session_).willUnselect();
+  PaneSession* session = sessionIn(session_);
+  atBorder("willUnselect", [session] { session->willUnselect(); });
 }
 
 - (void)didUnselect {
-  sessionIn(session_).didUnselect();
+  PaneSession* session = sessionIn(session_);
+  atBorder("didUnselect", [session] { session->didUnselect(); });
 }
 
 // The host may always leave the pane, and may ask twice; a person is asked about pending changes afterwards.

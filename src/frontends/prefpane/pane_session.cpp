@@ -54,6 +54,7 @@ void PaneSession::beMainPane() {
                                                  computer_.waitForTools, computer_.pause},
                                    computer_.panels);
   files_ = std::make_unique<SettingsWatch>(computer_.settingsFiles, [this] { filesChanged(); });
+  termination_ = std::make_unique<TerminationWatch>([this] { hostEnds(); });
   MainView* view = view_.get();
   computer_.drawing.displayControl = [view](Control& control) { view->display(control); };
   computer_.drawing.displayView = [view](View& drawn) {
@@ -75,6 +76,7 @@ void PaneSession::setSeen(bool seen) {
 void PaneSession::didSelect() {
   pane_.didSelect();
   setSeen(true);
+  view_->takeFocus();
 }
 
 // The pane asks by itself what to do with changes, and may apply.
@@ -82,6 +84,13 @@ void PaneSession::didUnselect() {
   setSeen(false);
   const auto leave = [this] { pane_.didUnselect(); };
   mainSession != nullptr ? mainSession->changes_->leave(leave) : leave();
+}
+
+// A host that is quit does not leave its panes first, and edits would be lost without a word.
+void PaneSession::hostEnds() {
+  if (!pane_.m_isSelected) return;
+  willUnselect();
+  didUnselect();
 }
 
 void PaneSession::filesChanged() {

@@ -13,6 +13,7 @@
 #include "src/frontends/prefpane/pane_changes.h"
 #include "src/frontends/prefpane/pane_server.h"
 #include "src/frontends/prefpane/settings_watch.h"
+#include "src/frontends/prefpane/termination.h"
 
 namespace norvik::prefpane {
 
@@ -58,6 +59,7 @@ class PaneSession {
   bool isMain() const { return __main_pane == &pane_; }
   static void setSeen(bool seen);
   void beMainPane();
+  void hostEnds();
 
   SessionComputer computer_;
   const InterfaceDescription& interface_;
@@ -67,6 +69,7 @@ class PaneSession {
   std::unique_ptr<PaneChanges> changes_;
   std::unique_ptr<PaneServer> server_;
   std::unique_ptr<SettingsWatch> files_;
+  std::unique_ptr<TerminationWatch> termination_;
 };
 
 }  // namespace norvik::prefpane

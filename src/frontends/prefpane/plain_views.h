@@ -18,6 +18,10 @@
 
 namespace norvik::prefpane {
 
+// How much larger than usual the person's letters are; at least 1.
+CGFloat fontScale();
+// The height of a line of text.
+CGFloat lineHeight();
 // A text that cannot be edited, on one line, in the size that it needs.
 NSTextField* makeCaption(NSString* words);
 // The same, broken into lines of at most that width.

@@ -1,8 +1,10 @@
 // Plain views and texts.
 #import "src/frontends/prefpane/plain_views.h"
 
+#include <algorithm>
 #include <cmath>
 
+#include "src/frontends/prefpane/border.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/address_text.h"
 
@@ -36,15 +38,27 @@
 
 @implementation NSTextField (NVKCopying)
 - (void)NVKCopyAddress:(id)sender {
-  const auto address = norvik::addressIn(norvik::prefpane::utf8([self stringValue]));
-  if (!address) return;
-  NSPasteboard* board = [NSPasteboard generalPasteboard];
-  [board declareTypes:[NSArray arrayWithObject:NSStringPboardType] owner:nil];
-  [board setString:norvik::prefpane::text(*address) forType:NSStringPboardType];
+  NSString* words = [self stringValue];
+  norvik::prefpane::atBorder("NVKCopyAddress:", [words] {
+    const auto address = norvik::addressIn(norvik::prefpane::utf8(words));
+    if (!address) return;
+    NSPasteboard* board = [NSPasteboard generalPasteboard];
+    [board declareTypes:[NSArray arrayWithObject:NSStringPboardType] owner:nil];
+    [board setString:norvik::prefpane::text(*address) forType:NSStringPboardType];
+  });
 }
 @end
 
 namespace norvik::prefpane {
+
+CGFloat fontScale() {
+  constexpr CGFloat kUsual = 12;  // points
+  return std::max<CGFloat>(1, [[NSFont systemFontOfSize:0] pointSize] / kUsual);
+}
+
+CGFloat lineHeight() {
+  return NSHeight([makeCaption(@"Ag") frame]);
+}
 
 NSTextField* makeCaption(NSString* words) {
   NSTextField* made = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];

@@ -13,13 +13,15 @@ namespace norvik::prefpane {
 class Sidebar : public ControlObserver {
  public:
   // The pane outlives it.
-  explicit Sidebar(NVKServerPrefs& pane);
+  Sidebar(NVKServerPrefs& pane, const InterfaceDescription& interface);
   ~Sidebar() override;
   Sidebar(const Sidebar&) = delete;
   Sidebar& operator=(const Sidebar&) = delete;
 
   // An NSScrollView with the outline view in it.
   void* view() const { return scroll_.get(); }
+  // The NSOutlineView.
+  void* outline() const { return outline_.get(); }
 
   // What a person's click on the row of a page does; false if a lock keeps the page closed.
   bool choosePage(std::size_t tab);

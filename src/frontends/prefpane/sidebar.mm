@@ -1,7 +1,53 @@
 // The outline view, kept in step with the model.
 #include "src/frontends/prefpane/sidebar.h"
 
+#include <algorithm>
+#include <cmath>
+
+#import "src/frontends/prefpane/accessibility.h"
+#import "src/frontends/prefpane/plain_views.h"
 #import "src/frontends/prefpane/sidebar_source.h"
+#include "src/frontends/prefpane/text.h"
+
+// Arrow keys pass over the rows that cannot be selected, where the toolkit's stop.
+@interface NVKOutlineView : NSOutlineView
+@end
+
+@implementation NVKOutlineView
+
+- (NSInteger)selectableRowFrom:(NSInteger)row by:(NSInteger)step {
+  for (; row >= 0 && row < [self numberOfRows]; row += step) {
+    if ([[self delegate] outlineView:self shouldSelectItem:[self itemAtRow:row]]) return row;
+  }
+  return -1;
+}
+
+- (void)keyDown:(NSEvent*)event {
+  NSString* keys = [event characters];
+  NSInteger row = -1;
+  switch ([keys length] == 1 ? [keys characterAtIndex:0] : 0) {
+    case NSUpArrowFunctionKey:
+      row = [self selectableRowFrom:[self selectedRow] - 1 by:-1];
+      break;
+    case NSDownArrowFunctionKey:
+      row = [self selectableRowFrom:[self selectedRow] + 1 by:1];
+      break;
+    case NSHomeFunctionKey:
+      row = [self selectableRowFrom:0 by:1];
+      break;
+    case NSEndFunctionKey:
+      row = [self selectableRowFrom:[self numberOfRows] - 1 by:-1];
+      break;
+    default:
+      [super keyDown:event];
+      return;
+  }
+  if (row < 0) return;
+  [self selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(row)] byExtendingSelection:NO];
+  [self scrollRowToVisible:row];
+}
+
+@end
 
 namespace norvik::prefpane {
 
@@ -15,17 +61,33 @@ NSOutlineView* asOutline(const Handle& handle) {
   return static_cast<NSOutlineView*>(handle.get());
 }
 
-NSOutlineView* madeOutline() {
-  NSOutlineView* outline = [[[NSOutlineView alloc] initWithFrame:NSMakeRect(0, 0, kWidth, 100)] autorelease];
+// As wide as the widest row, headings bold and pages with their mark.
+CGFloat widthOfRows(NVKServerPrefs& pane) {
+  constexpr CGFloat kAround = 14;
+  CGFloat widest = kWidth;
+  for (const auto& row : pane.ib_oview_confBar.rows()) {
+    NSString* words = text(row.view.text);
+    const bool heading = row.view.identifier == "RootItem";
+    NSFont* font = heading ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0];
+    if (!heading) words = [words stringByAppendingString:@"  \u2022"];
+    const NSSize size = [words sizeWithAttributes:[NSDictionary dictionaryWithObject:font
+                                                                              forKey:NSFontAttributeName]];
+    widest = std::max(widest, std::ceil(size.width) + kAround + (heading ? 0 : kIndent));
+  }
+  return widest;
+}
+
+NSOutlineView* madeOutline(CGFloat width) {
+  NVKOutlineView* outline = [[[NVKOutlineView alloc] initWithFrame:NSMakeRect(0, 0, width, 100)] autorelease];
   NSTableColumn* column = [[[NSTableColumn alloc] initWithIdentifier:@"title"] autorelease];
   [column setEditable:NO];
-  [column setWidth:kWidth];
+  [column setWidth:width];
   [outline addTableColumn:column];
   [outline setOutlineTableColumn:column];
   [outline setHeaderView:nil];
   [outline setCornerView:nil];
   [outline setDrawsGrid:NO];
-  [outline setRowHeight:kRowHeight];
+  [outline setRowHeight:std::max(kRowHeight, lineHeight() + 7)];
   [outline setIndentationPerLevel:kIndent];
   [outline setAllowsMultipleSelection:NO];
   [outline setAllowsEmptySelection:YES];
@@ -34,16 +96,20 @@ NSOutlineView* madeOutline() {
 
 }  // namespace
 
-Sidebar::Sidebar(NVKServerPrefs& pane)
+Sidebar::Sidebar(NVKServerPrefs& pane, const InterfaceDescription& interface)
     : pane_(pane), source_([[[NVKSidebarSource alloc] initWithPane:&pane sidebar:this] autorelease]) {
-  NSOutlineView* outline = madeOutline();
+  const CGFloat width = widthOfRows(pane);
+  NSOutlineView* outline = madeOutline(width);
   outline_ = Handle(outline);
   showing_ = true;
   [outline setDataSource:static_cast<id>(source_.get())];
   [outline setDelegate:static_cast<id>(source_.get())];
   showing_ = false;
-  NSScrollView* scroll = [[[NSScrollView alloc] initWithFrame:NSMakeRect(0, 0, kWidth, 100)] autorelease];
+  NSScrollView* scroll = [[[NSScrollView alloc] initWithFrame:NSMakeRect(0, 0, width, 100)] autorelease];
   [scroll setDocumentView:outline];
+  if (const ControlDescription* described = interface.find(pane.ib_oview_confBar.name())) {
+    setAccessibility(outline, described->label, described->help, NSAccessibilityOutlineRole);
+  }
   [scroll setBorderType:NSBezelBorder];
   scroll_ = Handle(scroll);
   pane_.ib_oview_confBar.setObserver(this);

@@ -1,10 +1,12 @@
 // The sidebar's queries.
 #import "src/frontends/prefpane/sidebar_source.h"
 
+#include "src/frontends/prefpane/border.h"
 #include "src/frontends/prefpane/sidebar.h"
 #include "src/frontends/prefpane/text.h"
 
 using norvik::ConfBarNode;
+using norvik::prefpane::atBorder;
 using norvik::prefpane::Sidebar;
 using norvik::prefpane::text;
 
@@ -47,51 +49,64 @@ norvik::NVKServerPrefs& paneOf(void* pane) {
 
 - (NSInteger)outlineView:(NSOutlineView*)view numberOfChildrenOfItem:(id)item {
   auto& pane = paneOf(pane_);
-  return static_cast<NSInteger>(pane.numberOfChildrenOfItem(pane.ib_oview_confBar, nodeOf(item)));
+  return atBorder("numberOfChildrenOfItem:", NSInteger{0}, [&] {
+    return static_cast<NSInteger>(pane.numberOfChildrenOfItem(pane.ib_oview_confBar, nodeOf(item)));
+  });
 }
 
 - (id)outlineView:(NSOutlineView*)view child:(NSInteger)index ofItem:(id)item {
   auto& pane = paneOf(pane_);
-  return [self itemOf:pane.childOfItem(pane.ib_oview_confBar, static_cast<std::size_t>(index), nodeOf(item))];
+  const ConfBarNode* node = atBorder<const ConfBarNode*>("child:ofItem:", nullptr, [&] {
+    return &pane.childOfItem(pane.ib_oview_confBar, static_cast<std::size_t>(index), nodeOf(item));
+  });
+  return node != nullptr ? [self itemOf:*node] : nil;
 }
 
 - (BOOL)outlineView:(NSOutlineView*)view isItemExpandable:(id)item {
   auto& pane = paneOf(pane_);
-  return item == nil || pane.isItemExpandable(pane.ib_oview_confBar, *nodeOf(item));
+  return item == nil || atBorder("isItemExpandable:", false,
+                                 [&] { return pane.isItemExpandable(pane.ib_oview_confBar, *nodeOf(item)); });
 }
 
 - (BOOL)outlineView:(NSOutlineView*)view shouldExpandItem:(id)item {
   auto& pane = paneOf(pane_);
-  return pane.shouldExpandItem(pane.ib_oview_confBar, *nodeOf(item));
+  return atBorder("shouldExpandItem:", false,
+                  [&] { return pane.shouldExpandItem(pane.ib_oview_confBar, *nodeOf(item)); });
 }
 
 - (BOOL)outlineView:(NSOutlineView*)view shouldCollapseItem:(id)item {
   auto& pane = paneOf(pane_);
-  return pane.shouldCollapseItem(pane.ib_oview_confBar, *nodeOf(item));
+  return atBorder("shouldCollapseItem:", false,
+                  [&] { return pane.shouldCollapseItem(pane.ib_oview_confBar, *nodeOf(item)); });
 }
 
 - (BOOL)outlineView:(NSOutlineView*)view isGroupItem:(id)item {
   auto& pane = paneOf(pane_);
-  return pane.isGroupItem(pane.ib_oview_confBar, *nodeOf(item));
+  return atBorder("isGroupItem:", false,
+                  [&] { return pane.isGroupItem(pane.ib_oview_confBar, *nodeOf(item)); });
 }
 
 - (BOOL)outlineView:(NSOutlineView*)view shouldShowOutlineCellForItem:(id)item {
   auto& pane = paneOf(pane_);
-  return pane.shouldShowOutlineCellForItem(pane.ib_oview_confBar, *nodeOf(item));
+  return atBorder("shouldShowOutlineCellForItem:", false,
+                  [&] { return pane.shouldShowOutlineCellForItem(pane.ib_oview_confBar, *nodeOf(item)); });
 }
 
 - (BOOL)outlineView:(NSOutlineView*)view shouldSelectItem:(id)item {
   auto& pane = paneOf(pane_);
-  return pane.shouldSelectItem(pane.ib_oview_confBar, *nodeOf(item));
+  return atBorder("shouldSelectItem:", false,
+                  [&] { return pane.shouldSelectItem(pane.ib_oview_confBar, *nodeOf(item)); });
 }
 
 // The same mark as before a changed setting.
 - (id)outlineView:(NSOutlineView*)view objectValueForTableColumn:(NSTableColumn*)column byItem:(id)item {
   auto& pane = paneOf(pane_);
-  const ConfBarNode& node = *nodeOf(item);
-  NSString* title = text(pane.viewForTableColumn(pane.ib_oview_confBar, node).text);
-  const bool marked = static_cast<Sidebar*>(sidebar_)->changesOf(node) > 0;
-  return marked ? [title stringByAppendingString:@"  \u2022"] : title;
+  auto* sidebar = static_cast<Sidebar*>(sidebar_);
+  return atBorder<NSString*>("objectValueForTableColumn:byItem:", @"", [&] {
+    const ConfBarNode& node = *nodeOf(item);
+    NSString* title = text(pane.viewForTableColumn(pane.ib_oview_confBar, node).text);
+    return sidebar->changesOf(node) > 0 ? [title stringByAppendingString:@"  \u2022"] : title;
+  });
 }
 
 // The three looks, drawn by the one cell of the column.
@@ -100,13 +115,15 @@ norvik::NVKServerPrefs& paneOf(void* pane) {
      forTableColumn:(NSTableColumn*)column
                item:(id)item {
   auto& pane = paneOf(pane_);
-  const ConfBarNode& node = *nodeOf(item);
-  pane.willDisplayCell(pane.ib_oview_confBar, node);
-  const auto look = pane.viewForTableColumn(pane.ib_oview_confBar, node).identifier;
-  const bool heading = look == "RootItem";
-  [cell setFont:heading ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0]];
-  [cell
-      setTextColor:look == "DisabledItem" ? [NSColor disabledControlTextColor] : [NSColor controlTextColor]];
+  atBorder("willDisplayCell:", [&] {
+    const ConfBarNode& node = *nodeOf(item);
+    pane.willDisplayCell(pane.ib_oview_confBar, node);
+    const auto look = pane.viewForTableColumn(pane.ib_oview_confBar, node).identifier;
+    const bool heading = look == "RootItem";
+    [cell setFont:heading ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0]];
+    [cell setTextColor:look == "DisabledItem" ? [NSColor disabledControlTextColor]
+                                              : [NSColor controlTextColor]];
+  });
 }
 
 // A toolkit that does not ask whether to draw a triangle gets an empty picture instead.
@@ -118,7 +135,8 @@ norvik::NVKServerPrefs& paneOf(void* pane) {
 }
 
 - (void)outlineViewSelectionDidChange:(NSNotification*)notification {
-  static_cast<Sidebar*>(sidebar_)->rowChosen();
+  auto* sidebar = static_cast<Sidebar*>(sidebar_);
+  atBorder("outlineViewSelectionDidChange:", [sidebar] { sidebar->rowChosen(); });
 }
 
 @end

@@ -6,6 +6,15 @@
 
 @implementation NVKSlider
 
+// Not every toolkit draws a disabled slider in another way.
+- (void)drawRect:(NSRect)rect {
+  [super drawRect:rect];
+  if ([self isEnabled]) return;
+  constexpr CGFloat kFaded = 0.6;
+  [[[NSColor windowBackgroundColor] colorWithAlphaComponent:kFaded] set];
+  NSRectFillUsingOperation([self bounds], NSCompositeSourceOver);
+}
+
 - (double)largeStep {
   const NSInteger intervals = [self numberOfTickMarks] - 1;
   return intervals < 1 ? 1

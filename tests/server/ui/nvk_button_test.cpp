@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 #include "tests/server/stub_computer.h"
 #include "tests/support/allocation_count.h"
 #include "tests/support/pixels.h"
@@ -97,9 +99,15 @@ TEST(NVKButtonCellTest, ThePlainButtonIsDrawnTheWayUpOfTheView) {
   for (const bool flipped : {false, true}) {
     Image view(4, 1);
     view.setFlipped(flipped);
-    Painter painter;
-    ButtonCell().drawWithFrame({0, 0, 4, 1}, view, painter);
-    EXPECT_EQ(painter.flipped, flipped);
+    NVKButtonCell tinted;
+    tinted.setButtonColor(kBlue);
+    const ButtonCell plain;
+    for (const ButtonCell* cell : std::initializer_list<const ButtonCell*>{&plain, &tinted}) {
+      Painter painter;
+      cell->drawWithFrame({0, 0, 4, 1}, view, painter);
+      EXPECT_EQ(painter.drawn, cell);
+      EXPECT_EQ(painter.flipped, flipped);
+    }
   }
 }
 

@@ -93,6 +93,12 @@ inline constexpr std::string_view kNothingSaved = "Nothing was saved.";
 
 inline constexpr std::string_view kLeaveTitle = "Apply Changes?";
 
+// ---- Help
+
+inline constexpr std::string_view kNoBrowserTitle = "No Web Browser";
+inline constexpr std::string_view kNoBrowserText =
+    "This computer has no program that opens the page. Its address is:";
+
 // ---- The lock
 
 inline constexpr std::string_view kUnlockDenied =

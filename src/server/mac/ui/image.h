@@ -33,8 +33,9 @@ class Image {
   int width() const { return width_; }
   int height() const { return height_; }
 
-  // Whether row 0 is the top one, as in the view that the image is drawn for. Copied along, not acted on: all
-  // images of one drawing have the same.
+  // Whether row 0 is the top row; it is the bottom row of an image that is not flipped, as a new one is. No
+  // operation turns an image over: rows are combined by their numbers, so all images of one drawing have to
+  // be flipped as the view that they are drawn for.
   bool isFlipped() const { return flipped_; }
   void setFlipped(bool flipped) { flipped_ = flipped; }
 

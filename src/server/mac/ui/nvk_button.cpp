@@ -60,7 +60,7 @@ void NVKButtonCell::drawWithFrame(const Rect& frame, Image& view, ButtonPainter&
   Image result(width, height);
   Image tint(width, height);
   Image plain(width, height);
-  result.setFlipped(view.isFlipped());
+  for (Image* one : {&result, &tint, &plain}) one->setFlipped(view.isFlipped());
   ButtonCell::drawWithFrame({0, 0, frame.width, frame.height}, plain, painter);
   // The colour takes the shape and the coverage of the plain button ...
   tint.draw(plain, 0, 0, CompositingOperation::sourceOver, 1.0);

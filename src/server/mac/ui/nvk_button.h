@@ -31,7 +31,8 @@ struct CellClass {
 class ButtonPainter {
  public:
   virtual ~ButtonPainter() = default;
-  // Draws the cell at the image's origin, in the size of the image.
+  // Draws the cell, its picture included, at the image's origin, in the size of the image, which is flipped
+  // as the view is.
   virtual void drawButton(const ButtonCell& cell, Image& image) = 0;
 };
 

@@ -29,3 +29,13 @@
 @interface NSView (MacAppearance)
 - (NSAppearance*)effectiveAppearance;
 @end
+
+// /nsview
+@interface NSView (MacPixels)
+- (NSSize)convertSizeToBacking:(NSSize)size;
+@end
+
+// /nsgraphicscontext
+@interface NSGraphicsContext (MacBitmaps)
++ (NSGraphicsContext*)graphicsContextWithBitmapImageRep:(NSBitmapImageRep*)bitmap;
+@end
