@@ -53,7 +53,7 @@ struct BindingKind {
 namespace {
 
 constexpr CGFloat kFieldCharacters = 8;
-constexpr CGFloat kSliderWidth = 200;  // at the usual size of letters
+constexpr CGFloat kSliderWidth = 200;
 
 NSButton* button(NSButtonType type, NSString* title) {
   NSButton* made = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];

@@ -201,6 +201,7 @@ class ToolkitPainter : public ButtonPainter {
   NSImage* tinted = nil;
   if (buttonColor_ != nil && ![buttonColor_ isEqual:[NSColor clearColor]])
     tinted = [self tintedLookOfSize:frame.size inView:view];
+  [self setControlView:view];  // as drawing does, which has set it to a view that is gone now
   if (tinted == nil) {
     [super drawWithFrame:frame inView:view];
     return;

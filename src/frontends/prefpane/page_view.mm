@@ -49,6 +49,26 @@ NSTextField* quiet(NSTextField* words) {
   return words;
 }
 
+// The width of the number beside a slider, and of a slider with room for the names of its ends under it.
+CGFloat valueWidth() {
+  return NSWidth([makeCaption(@"00000") frame]);
+}
+CGFloat sliderWidth(const ControlDescription& slider) {
+  constexpr CGFloat kUsual = 200;
+  const CGFloat ends = NSWidth([makeCaption(text(slider.minimumLabel)) frame]) +
+                       NSWidth([makeCaption(text(slider.maximumLabel)) frame]);
+  return std::max(kUsual, ends + kGap);
+}
+
+// A title that is too wide, on several lines.
+void breakTitle(NSButton* box, CGFloat width) {
+  if (NSWidth([box frame]) <= width) return;
+  NSDictionary* look = [NSDictionary dictionaryWithObject:[box font] forKey:NSFontAttributeName];
+  const CGFloat mark = NSWidth([box frame]) - [[box title] sizeWithAttributes:look].width;
+  [box setTitle:[linesOf([box title], [box font], width - mark) componentsJoinedByString:@"\n"]];
+  [box sizeToFit];
+}
+
 NSView* asView(const Handle& handle) {
   return static_cast<NSView*>(handle.get());
 }
@@ -69,7 +89,7 @@ PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
       interface_(interface),
       portInUse_(std::move(portInUse)),
       width_(width),
-      view_([[[NVKFlippedView alloc] initWithFrame:NSZeroRect] autorelease]),
+      view_([[[NVKFlippedView alloc] initWithFrame:NSMakeRect(0, 0, width, 0)] autorelease]),
       captionWidth_(widestCaption(tab, pane)),
       y_(kGap) {
   for (const SectionDescription& section : tab.sections) addSection(section);
@@ -130,6 +150,12 @@ void PageView::addRow(const RowDescription& row) {
     placeBeside(caption, x + captionWidth_ - NSWidth([caption frame]));
     x += captionWidth_ + kGap;
   }
+  const ControlDescription& leading = row.controls.front();
+  if (leading.kind == ControlKind::slider && x + sliderWidth(leading) + kGap + valueWidth() > width_) {
+    [caption setFrameOrigin:NSMakePoint(kMarkWidth, y_)];  // above the slider, as there is no room beside it
+    finishLine();
+    x = kMarkWidth + kIndent;
+  }
   const double begin = x;
   for (const ControlDescription& control : row.controls) {
     if (isShown(control, pane_)) x = addControl(row, control, x, begin, mark) + kGap;
@@ -166,6 +192,10 @@ double PageView::addControl(const RowDescription& row, const ControlDescription&
   const Binding* shown = &binding;
   binding.changed = [=, this] { controlChanged(*shown); };
   NSView* view = static_cast<NSView*>(binding.view());
+  if (description.kind == ControlKind::checkBox || description.kind == ControlKind::radioButton)
+    breakTitle((NSButton*)view, width_ - begin - (isFirst ? x - begin : 0));
+  if (description.kind == ControlKind::slider)
+    [view setFrameSize:NSMakeSize(sliderWidth(description), NSHeight([view frame]))];
   if (description.kind != ControlKind::label && !description.displayOnly) keyViews_.emplace_back(view);
   NSTextField* caption = isCaptionedWithin(row, description) ? makeCaption(text(description.label)) : nil;
   const double before = caption != nil ? NSWidth([caption frame]) + kGap : 0;
@@ -202,7 +232,8 @@ void PageView::sizeLabel(const Binding& binding, double x) {
 // The number that a slider is at, right beside it.
 double PageView::addBeside(Binding& binding, double x) {
   if (binding.description().kind != ControlKind::slider) return x - kGap;
-  NSTextField* value = makeCaption(@"00000");
+  NSTextField* value = makeCaption(@"");
+  [value setFrameSize:NSMakeSize(valueWidth(), lineHeight())];
   placeBeside(value, x);
   Parts& parts = parts_[&binding];
   parts.value = Handle(value);

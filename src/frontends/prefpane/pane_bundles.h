@@ -24,7 +24,8 @@ class PaneBundles : public Bundles {
   // not a string counts as missing.
   std::optional<std::string> CFBundleGetValueForInfoDictionaryKey(CFBundleRef bundle,
                                                                   std::string_view key) override;
-  // The pane's own resources are built in, so that a damaged folder cannot take its pictures away.
+  // The pane's bundle has the files of its folder. What is missing there is built in, so that a damaged
+  // folder cannot take the pictures away.
   std::optional<std::string> resource(CFBundleRef bundle, std::string_view name,
                                       std::string_view type) override;
 

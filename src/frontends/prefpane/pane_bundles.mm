@@ -1,4 +1,4 @@
-// The pane's own Info dictionary, read by the toolkit; everything else is passed on.
+// The pane's own Info dictionary and files, read by the toolkit; everything else is passed on.
 //
 // The pane's bundle keeps the computer's reference, by which the computer knows it.
 #include "src/frontends/prefpane/pane_bundles.h"
@@ -40,6 +40,11 @@ std::optional<std::string> PaneBundles::CFBundleGetValueForInfoDictionaryKey(CFB
 
 std::optional<std::string> PaneBundles::resource(CFBundleRef bundle, std::string_view name,
                                                  std::string_view type) {
+  if (bundle == paneBundle() && bundle_ != nullptr) {
+    NSString* file = [static_cast<NSBundle*>(bundle_) pathForResource:text(name) ofType:text(type)];
+    NSData* bytes = file != nil ? [NSData dataWithContentsOfFile:file] : nil;
+    if ([bytes length] > 0) return std::string(static_cast<const char*>([bytes bytes]), [bytes length]);
+  }
   return computer_.resource(bundle, name, type);
 }
 

@@ -13,6 +13,7 @@
 @interface NVKDot : NSView {
   NSColor* color_;
 }
+- (NSColor*)color;
 - (void)setColor:(NSColor*)color;
 @end
 

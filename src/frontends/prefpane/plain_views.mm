@@ -19,6 +19,9 @@
   [color_ release];
   [super dealloc];
 }
+- (NSColor*)color {
+  return color_;
+}
 - (void)setColor:(NSColor*)color {
   if ([color_ isEqual:color]) return;
   [color_ release];

@@ -11,7 +11,8 @@
   [super drawRect:rect];
   if ([self isEnabled]) return;
   constexpr CGFloat kFaded = 0.6;
-  [[[NSColor windowBackgroundColor] colorWithAlphaComponent:kFaded] set];
+  NSColor* window = [[NSColor windowBackgroundColor] colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
+  [[window colorWithAlphaComponent:kFaded] set];
   NSRectFillUsingOperation([self bounds], NSCompositeSourceOver);
 }
 

@@ -189,6 +189,12 @@ INSTANTIATE_TEST_SUITE_P(Each, LockPixels,
                                   std::to_string(std::get<2>(row.param));
                          });
 
+TEST(LockButton, DrawingLeavesTheCellToItsButton) {
+  ::NVKButton* button = tinted(kLooks[0], tint());
+  shown(button, true, 1);
+  EXPECT_EQ([[button cell] controlView], button);
+}
+
 // The light comes from the upper left, and the shackle of the lock is above its body.
 TEST(LockPixels, AreTheRightWayUpAtEveryEdge) {
   for (const bool flipped : {false, true}) {

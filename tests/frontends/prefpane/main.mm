@@ -1,5 +1,8 @@
-// Runs the tests of the pane's objects inside an application, which most of the toolkit needs.
+// Runs the tests of the pane's objects inside an application, which most of the toolkit needs; with the
+// variable NORVIK_LETTERS, with letters of that many points.
 #include <gtest/gtest.h>
+
+#include <cstdlib>
 
 #import "src/frontends/prefpane/appkit.h"
 
@@ -7,6 +10,14 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display
   NSAutoreleasePool* pool = [NSAutoreleasePool new];
+  if (const char* points = std::getenv("NORVIK_LETTERS")) {
+    NSString* size = [NSString stringWithUTF8String:points];
+    NSUserDefaults* defaults = [NSUserDefaults standardUserDefaults];
+    [defaults removeVolatileDomainForName:NSArgumentDomain];
+    [defaults setVolatileDomain:[NSDictionary dictionaryWithObjectsAndKeys:size, @"NSFontSize", size,
+                                                                           @"NSBoldFontSize", nil]
+                        forName:NSArgumentDomain];
+  }
   [NSApplication sharedApplication];
   const int result = RUN_ALL_TESTS();
   [pool release];

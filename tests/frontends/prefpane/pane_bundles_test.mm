@@ -49,6 +49,7 @@ class PaneBundlesTest : public testing::Test {
     folder_.put("/Norvik.prefPane/Resources/Info-gnustep.plist", kInfo);
     return [NSBundle bundleWithPath:text(folder_.onDisk("/Norvik.prefPane"))];
   }
+  void put(const char* path, const char* bytes) { folder_.put(path, bytes); }
   std::optional<std::string> textOf(CFBundleRef bundle, const char* key) {
     return bundles.CFBundleGetValueForInfoDictionaryKey(bundle, key);
   }
@@ -77,6 +78,16 @@ TEST_F(PaneBundlesTest, ThePanesBundleIsFoundByItsOwnIdentifierOnly) {
   EXPECT_EQ(bundles.CFBundleGetBundleWithIdentifier("com.example.norvik"), bundles.paneBundle());
   EXPECT_EQ(bundles.CFBundleGetBundleWithIdentifier("com.veltrane.norvik.prefpane"), nullptr);
   EXPECT_EQ(bundles.CFBundleGetBundleWithIdentifier("com.example.other"), computer.other);
+}
+
+TEST_F(PaneBundlesTest, ThePanesFilesAreThoseOfItsFolderAndOtherwiseBuiltIn) {
+  put("/Norvik.prefPane/Resources/authlock.tiff", "a seller's lock");
+  put("/Norvik.prefPane/Resources/authulock.tiff", "");
+  bundles.setPaneBundle(bundleOnDisk());
+  EXPECT_EQ(bundles.resource(bundles.paneBundle(), "authlock", "tiff"), "a seller's lock");
+  EXPECT_EQ(bundles.resource(bundles.paneBundle(), "authulock", "tiff"), "authulock.tiff") << "an empty file";
+  EXPECT_EQ(bundles.resource(bundles.paneBundle(), "icon", "tiff"), "icon.tiff");
+  EXPECT_EQ(bundles.resource(computer.other, "authlock", "tiff"), "authlock.tiff");
 }
 
 TEST_F(PaneBundlesTest, EverythingElseIsTheComputers) {

@@ -251,6 +251,19 @@ TEST_F(Pane, LeavingWithChangesAsksAndDiscards) {
   EXPECT_TRUE(eventually([&] { return lookOfPage() == unticked; }));
 }
 
+TEST_F(Pane, QuitWithChangesAsksAndApplies) {
+  lookOfRow(kMouse);
+  lookAfterClick(kFirstBox);
+  keys({QStringLiteral("alt+q")});
+  ASSERT_TRUE(eventually([&] { return !panelWindow().isEmpty(); }));
+  EXPECT_FALSE(swapsButtons());
+  EXPECT_TRUE(eventually([this] {
+    keys({QStringLiteral("Return")});
+    return swapsButtons();
+  }));
+  EXPECT_TRUE(ends());
+}
+
 TEST_F(Pane, ShowAllAndBackAgain) {
   const QImage image = lookOfPage();
   for (int i = 0; i < 2; ++i) {

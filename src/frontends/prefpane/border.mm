@@ -1,4 +1,4 @@
-// The line in the log about an exception.
+// The line in the log about an exception. By itself, as it is linked with less than the whole pane too.
 #include "src/frontends/prefpane/border.h"
 
 #include <cstdio>
