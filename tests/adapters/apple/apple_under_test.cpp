@@ -17,6 +17,13 @@ AppleUnderTest::~AppleUnderTest() {
   EXPECT_EQ(doubles::faults(), std::vector<std::string>());
 }
 
+void AppleUnderTest::makeComputer(std::chrono::milliseconds longestEnd) {
+  AppleComputerOptions changed = options();
+  changed.longestEnd = longestEnd;
+  computer_.reset();
+  computer_ = std::make_unique<AppleComputer>(changed);
+}
+
 AppleComputerOptions AppleUnderTest::options() {
   AppleComputerOptions options;
   options.root = folder_.path();

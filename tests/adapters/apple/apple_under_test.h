@@ -23,8 +23,8 @@ class AppleUnderTest : public FolderUnderTest {
 
   AppleComputer& computer() { return *computer_; }
   SandboxFolder& folder() { return folder_; }
-  // Ends the computer as a front end does at its end. What it has is gone.
-  void endComputer() { computer_.reset(); }
+  // Another one in its place, which gives tools whose turn has not come so long when the rights are given up.
+  void makeComputer(std::chrono::milliseconds longestEnd);
 
   Interfaces interfaces() override;
   int32_t startApplication(const ApplicationKind& kind) override;

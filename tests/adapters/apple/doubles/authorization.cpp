@@ -8,7 +8,6 @@
 
 #include <cstdio>
 #include <memory>
-#include <mutex>
 
 #include "tests/adapters/apple/doubles/doubles.h"
 
@@ -34,7 +33,6 @@ enum : OSStatus {
 constexpr AuthorizationFlags kInteractionAllowed = 1;
 constexpr double kPasswordHolds = 300;  // seconds
 
-std::mutex mutex;
 std::vector<std::unique_ptr<AuthorizationOpaqueRef>> references;
 int launches = 0;
 
@@ -76,7 +74,7 @@ std::string itemsOf(const AuthorizationRights* rights) {
   ::dup2(socket >= 0 ? socket : nowhere, STDOUT_FILENO);
   ::setenv("NORVIK_ROOT", mac().root.c_str(), 1);
   ::setenv("__AUTHORIZATION", "auth 5", 1);
-  const std::string late = isLate ? "sleep 0.02; exec \"$0\" \"$@\"" : "exec \"$0\" \"$@\"";
+  const std::string late = isLate ? "sleep 0.1; exec \"$0\" \"$@\"" : "exec \"$0\" \"$@\"";
   std::vector<const char*> words{"/bin/sh", "-c", late.c_str(), path};
   for (; *arguments != nullptr; ++arguments) words.push_back(*arguments);
   words.push_back(nullptr);
@@ -125,6 +123,7 @@ OSStatus AuthorizationCopyRights(AuthorizationRef authorization, const Authoriza
                                  const AuthorizationEnvironment* environment, AuthorizationFlags flags,
                                  AuthorizationRights** authorizedRights) {
   record("AuthorizationCopyRights" + itemsOf(rights) + " flags: " + std::to_string(flags));
+  const std::lock_guard lock(guard());
   if (environment != nullptr || authorizedRights != nullptr) violate("what nobody would release");
   AuthorizationOpaqueRef* reference = find(authorization);
   if (reference == nullptr) return kInvalidRef;
@@ -141,6 +140,7 @@ OSStatus AuthorizationRightRemove(AuthorizationRef, const char*) {
 
 OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags flags) {
   record("AuthorizationFree flags: " + std::to_string(flags));
+  const std::lock_guard lock(guard());
   AuthorizationOpaqueRef* reference = find(authorization);
   if (reference == nullptr) return kInvalidRef;
   reference->isFreed = true;
@@ -151,7 +151,7 @@ OSStatus AuthorizationFree(AuthorizationRef authorization, AuthorizationFlags fl
 OSStatus AuthorizationExecuteWithPrivileges(AuthorizationRef authorization, const char* pathToTool,
                                             AuthorizationFlags options, char* const* arguments,
                                             std::FILE** communicationsPipe) {
-  const std::lock_guard lock(mutex);
+  const std::lock_guard lock(guard());
   record("AuthorizationExecuteWithPrivileges " + lineOf(pathToTool, arguments) +
          (communicationsPipe != nullptr ? " | pipe" : ""));
   AuthorizationOpaqueRef* reference = find(authorization);

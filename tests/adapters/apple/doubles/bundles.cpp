@@ -14,12 +14,12 @@ struct Bundle : Object {
   std::string identifier;  // empty for the main one
 };
 
+std::map<std::string, CFTypeRef> known;
+
 // One object for each, as long as the computer.
 CFBundleRef bundleNamed(const std::string& identifier) {
-  static std::map<std::string, std::pair<Mac*, CFTypeRef>> known;
-  auto& [computer, bundle] = known[identifier];
-  if (computer != &mac() || bundle == nullptr) bundle = keepForGood(std::make_unique<Bundle>(identifier));
-  computer = &mac();
+  CFTypeRef& bundle = known[identifier];
+  if (bundle == nullptr) bundle = keepForGood(std::make_unique<Bundle>(identifier));
   return static_cast<CFBundleRef>(const_cast<void*>(bundle));
 }
 
@@ -36,6 +36,10 @@ const BundleKind* kindOf(CFBundleRef bundle) {
 }
 
 }  // namespace
+
+void forgetBundles() {
+  known.clear();
+}
 
 }  // namespace norvik::doubles
 

@@ -4,7 +4,6 @@
 
 #include <cstdio>
 #include <cstring>
-#include <mutex>
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/server/mac/text/utf8.h"
@@ -15,7 +14,6 @@ namespace norvik::doubles {
 
 namespace {
 
-std::recursive_mutex mutex;
 std::vector<std::unique_ptr<Object>> objects;
 Truth yes(true);
 Truth no(false);
@@ -25,7 +23,7 @@ constexpr long kForGood = 2'000'000;
 }  // namespace
 
 CFTypeRef keep(std::unique_ptr<Object> made) {
-  const std::lock_guard lock(mutex);
+  const std::lock_guard lock(guard());
   objects.push_back(std::move(made));
   return objects.back().get();
 }
@@ -45,7 +43,7 @@ Object* liveObject(CFTypeRef reference, const char* call) {
 }
 
 std::vector<std::string> leakedObjects() {
-  const std::lock_guard lock(mutex);
+  const std::lock_guard lock(guard());
   std::vector<std::string> leaked;
   for (const auto& object : objects) {
     const bool isBorrowed = object->references > kForGood / 2;
@@ -60,7 +58,7 @@ std::vector<std::string> leakedObjects() {
 }
 
 void forgetObjects() {
-  const std::lock_guard lock(mutex);
+  const std::lock_guard lock(guard());
   objects.clear();
   yes.references = no.references = 1;
 }
@@ -187,14 +185,14 @@ const CFBooleanRef kCFBooleanTrue = reinterpret_cast<CFBooleanRef>(&yes);
 const CFBooleanRef kCFBooleanFalse = reinterpret_cast<CFBooleanRef>(&no);
 
 CFTypeRef CFRetain(CFTypeRef object) {
-  const std::lock_guard lock(mutex);
+  const std::lock_guard lock(guard());
   Object* retained = liveObject(object, "CFRetain");
   if (retained != nullptr) ++retained->references;
   return object;
 }
 
 void CFRelease(CFTypeRef object) {
-  const std::lock_guard lock(mutex);
+  const std::lock_guard lock(guard());
   Object* released = liveObject(object, "CFRelease");
   if (released == nullptr || --released->references > 0) return;
   released->end();

@@ -8,6 +8,7 @@ namespace norvik::doubles {
 namespace {
 
 std::unique_ptr<Mac> current = std::make_unique<Mac>();
+std::recursive_mutex mutex;
 
 }  // namespace
 
@@ -15,14 +16,20 @@ Mac& mac() {
   return *current;
 }
 
+std::recursive_mutex& guard() {
+  return mutex;
+}
+
 void reset() {
   forgetTimers();
+  forgetBundles();
   forgetObjects();
   forgetAuthorizations();
   current = std::make_unique<Mac>();
 }
 
 std::vector<std::string> faults() {
+  const std::lock_guard lock(mutex);
   std::vector<std::string> all = current->violations;
   for (const auto& leaked : {leakedObjects(), leakedAuthorizations()})
     all.insert(all.end(), leaked.begin(), leaked.end());
@@ -31,10 +38,12 @@ std::vector<std::string> faults() {
 }
 
 void record(const std::string& call) {
+  const std::lock_guard lock(mutex);
   if (current->records) current->calls.push_back(call);
 }
 
 void violate(const std::string& what) {
+  const std::lock_guard lock(mutex);
   current->violations.push_back(what);
 }
 

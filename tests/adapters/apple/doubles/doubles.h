@@ -1,12 +1,13 @@
 // Doubles of the Mac's services, for the adapter to run on where they are not. They behave as badly as the
-// real ones do, and notice what those would not forgive. One computer at a time; main thread unless said
-// otherwise.
+// real ones do, and notice what those would not forgive. One computer at a time. The services may be called
+// on any thread; tests look at the computer on the main thread.
 #pragma once
 
 #include <sys/types.h>
 
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <optional>
 #include <set>
 #include <string>
@@ -61,10 +62,11 @@ struct Mac {
 
 // The one computer.
 Mac& mac();
+// Held while a service that may be called on any thread looks at the computer or changes it.
+std::recursive_mutex& guard();
 // A new one, where nothing was made yet. What is left of the last is forgotten.
 void reset();
-// What was not released, what was released too often, and every other violation; empty where all is well. Any
-// thread may have made objects, and none does now.
+// What was not released, what was released too often, and every other violation; empty where all is well.
 std::vector<std::string> faults();
 
 void record(const std::string& call);
@@ -74,6 +76,7 @@ std::vector<std::string> leakedObjects();
 std::vector<std::string> leakedAuthorizations();
 void forgetObjects();
 void forgetTimers();
+void forgetBundles();
 void forgetAuthorizations();
 
 }  // namespace norvik::doubles

@@ -12,7 +12,6 @@
 #include <cstring>
 #include <fstream>
 #include <memory>
-#include <sstream>
 
 #include "tests/adapters/apple/doubles/doubles.h"
 #include "tests/adapters/apple/doubles/objects.h"
@@ -23,22 +22,22 @@ namespace {
 
 constexpr uid_t kUser = 501;
 
-// With those that have ended and nobody has waited for.
+kinfo_proc entry(pid_t pid, pid_t parent, uid_t user) {
+  kinfo_proc process{};
+  process.kp_proc.p_pid = pid;
+  process.kp_eproc.e_ppid = parent;
+  process.kp_eproc.e_ucred.cr_uid = user;
+  return process;
+}
+
+// The children of this process, with those that have ended and nobody has waited for, and some of others.
 std::vector<kinfo_proc> allProcesses() {
-  std::vector<kinfo_proc> found;
-  const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir("/proc"), &::closedir);
-  while (const dirent* entry = ::readdir(folder.get())) {
-    const pid_t pid = std::atoi(entry->d_name);
-    std::ifstream file(std::string("/proc/") + entry->d_name + "/stat");
-    std::string line;
-    if (pid <= 0 || !std::getline(file, line)) continue;
-    std::istringstream words(line.substr(line.rfind(')') + 1));
-    std::string state;
-    kinfo_proc process{};
-    words >> state >> process.kp_eproc.e_ppid;
-    process.kp_proc.p_pid = pid;
-    process.kp_eproc.e_ucred.cr_uid = mac().launched.count(pid) > 0 ? 0 : kUser;
-    found.push_back(process);
+  std::vector<kinfo_proc> found{entry(1, 0, 0), entry(2, 1, 0), entry(3, 1, kUser)};
+  const std::unique_ptr<DIR, int (*)(DIR*)> threads(::opendir("/proc/self/task"), &::closedir);
+  while (const dirent* thread = ::readdir(threads.get())) {
+    std::ifstream children(std::string("/proc/self/task/") + thread->d_name + "/children");
+    for (pid_t pid = 0; children >> pid;)
+      found.push_back(entry(pid, ::getpid(), mac().launched.count(pid) > 0 ? 0 : kUser));
   }
   return found;
 }
@@ -71,6 +70,7 @@ int sysctl(int* name, unsigned int namelen, void* oldp, size_t* oldlenp, void* n
   const bool isList = namelen == 3 && name[0] == CTL_KERN && name[1] == KERN_PROC && name[2] == KERN_PROC_ALL;
   if (!isList || newp != nullptr) violate("another question to the kernel");
   errno = EPERM;
+  const std::lock_guard lock(guard());
   if (mac().hidesProcesses) return -1;
   const std::vector<kinfo_proc> processes = allProcesses();
   const std::size_t size = processes.size() * sizeof(kinfo_proc);
@@ -90,6 +90,7 @@ pid_t waitpid(pid_t pid, int* status, int options) {
   static auto* const real = reinterpret_cast<Call*>(::dlsym(RTLD_NEXT, "waitpid"));
   if (pid <= 0) violate("waiting for any child");
   const pid_t taken = real(pid, status, options);
+  const std::lock_guard lock(guard());
   if (taken > 0) mac().launched.erase(taken);
   return taken;
 }
