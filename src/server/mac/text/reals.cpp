@@ -35,7 +35,7 @@ struct Decimal {
 // zero.
 constexpr std::size_t kMostDigits = 800;
 
-bool isDigit(char c) {
+bool isDecimalDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
@@ -65,7 +65,7 @@ std::size_t readDigits(std::string_view text, Decimal& decimal) {
   bool anyDigit = false;
   bool afterPoint = false;
   bool restIsZero = true;
-  for (; i < text.size() && (isDigit(text[i]) || (text[i] == '.' && !afterPoint)); ++i) {
+  for (; i < text.size() && (isDecimalDigit(text[i]) || (text[i] == '.' && !afterPoint)); ++i) {
     if (text[i] == '.') {
       afterPoint = true;
       continue;
@@ -93,7 +93,7 @@ std::size_t readExponent(std::string_view text, int64_t& exponent) {
   if (negative || (i < text.size() && text[i] == '+')) ++i;
   const std::size_t firstDigit = i;
   int64_t value = 0;
-  for (; i < text.size() && isDigit(text[i]); ++i)
+  for (; i < text.size() && isDecimalDigit(text[i]); ++i)
     value = std::min(value * 10 + (text[i] - '0'), kMostExponent);
   if (i == firstDigit) return 0;
   exponent += negative ? -value : value;
