@@ -3,7 +3,9 @@
 set(pane ${PROJECT_SOURCE_DIR}/src/server/mac/pane/pane.h)
 
 foreach(target norvik_pane_objects norvik_command norvik_scenario_runner norvik_simulated)
-  target_precompile_headers(${target} PRIVATE ${pane})
+  if(TARGET ${target})
+    target_precompile_headers(${target} PRIVATE ${pane})
+  endif()
 endforeach()
 target_precompile_headers(norvik_property_lists PRIVATE ${PROJECT_SOURCE_DIR}/src/server/mac/platform/property_list.h)
 foreach(target norvik_server_tests norvik_adapter_tests norvik_command_tests)

@@ -21,6 +21,7 @@
 #include "src/adapters/linux/helper_client.h"
 #include "src/adapters/linux/helper_interface.h"
 #include "src/adapters/linux/polkit_authorization.h"
+#include "src/adapters/linux/tool_launcher.h"
 #include "src/adapters/posix/change_locks.h"
 #include "tests/support/waiting.h"
 
@@ -148,7 +149,8 @@ class Calls {
 
   SystemBus bus_{{}};
   ToolLauncher tools_{RootFolder(), kPatience};
-  PosixChangeLocks locks_{RootFolder(), tools_};
+  PosixChangeLocks locks_{RootFolder(),
+                          [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }};
   std::unique_ptr<HeldLock> held_;
   std::shared_ptr<const Descriptor> handed_;
   HelperClient client_{bus_, [this] { return handed_ ? handed_ : tools_.heldOpen(); }};

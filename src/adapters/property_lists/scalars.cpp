@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdio>
 
+#include "src/server/mac/text/reals.h"
 #include "src/server/mac/text/trim.h"
 
 namespace norvik {
@@ -17,10 +18,10 @@ constexpr int64_t kSecondsPerDay = 86400;
 constexpr int64_t kDaysPerEra = 146097;        // an era is 400 years
 constexpr int64_t kEpochFromEraZero = 730791;  // days from 0000-03-01 to 2001-01-01
 
-template <typename Number, typename... Format>
-std::optional<Number> parseWhole(std::string_view text, Format... format) {
-  Number number{};
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, format...);
+template <typename Integer>
+std::optional<Integer> parseWhole(std::string_view text, int base = 10) {
+  Integer number{};
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number, base);
   if (error != std::errc{} || end != text.data() + text.size()) return std::nullopt;
   return number;
 }
@@ -104,12 +105,9 @@ std::optional<double> parseReal(std::string_view text) {
   text = trimmed(text, kBlanks);
   const bool negative = takeSign(text);
   if (text.starts_with('-')) return std::nullopt;
-  auto number = parseWhole<double>(text);
-  // A number outside the range of a double becomes zero or infinity; the wider type knows which.
-  if (!number)
-    if (const auto wide = parseWhole<long double>(text)) number = static_cast<double>(*wide);
-  if (!number) return std::nullopt;
-  return negative ? -*number : *number;
+  const auto number = leadingReal(text);
+  if (!number || number->length != text.size()) return std::nullopt;
+  return negative ? -number->value : number->value;
 }
 
 std::optional<double> parseDate(std::string_view text) {
@@ -158,9 +156,7 @@ std::optional<std::string> parseBase64(std::string_view text) {
 std::string formatReal(double value) {
   if (std::isnan(value)) return "nan";
   if (std::isinf(value)) return value < 0 ? "-infinity" : "+infinity";
-  std::array<char, 32> text{};
-  const auto [end, error] = std::to_chars(text.data(), text.data() + text.size(), value);
-  std::string shortest(text.data(), end);
+  std::string shortest = realText(value, RealForm::shorter);
   // With a point or an exponent, it is a real even to readers that guess the type.
   if (shortest.find_first_of(".e") == std::string::npos) shortest += ".0";
   return shortest;

@@ -35,4 +35,17 @@ struct ComputerServices {
   std::vector<std::string> unreadFiles = {};
 };
 
+// The same services with another lock in front of the computer's, as for a window that is drawn while it
+// waits.
+inline ComputerServices withLocks(const ComputerServices& services, ChangeLocks& locks) {
+  return {.locks = locks,
+          .tools = services.tools,
+          .files = services.files,
+          .ports = services.ports,
+          .network = services.network,
+          .delivery = services.delivery,
+          .refusals = services.refusals,
+          .unreadFiles = services.unreadFiles};
+}
+
 }  // namespace norvik

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "src/adapters/property_lists/codec.h"
+#include "src/server/mac/text/reals.h"
 
 namespace norvik {
 
@@ -17,9 +18,8 @@ PropertyList integerWord(const std::string& word) {
   return leadingInteger(word);
 }
 PropertyList realWord(const std::string& word) {
-  double value = 0;
-  std::from_chars(word.data(), word.data() + word.size(), value);
-  return value;
+  const auto number = leadingReal(word);
+  return number && number->inRange ? number->value : 0.0;
 }
 PropertyList booleanWord(const std::string& word) {
   const PropertyList text(word);

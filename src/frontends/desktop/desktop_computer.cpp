@@ -33,15 +33,7 @@ DesktopComputer::~DesktopComputer() {
 }
 
 ComputerServices DesktopComputer::services() {
-  const ComputerServices own = computer_.services();
-  return {.locks = locks_,
-          .tools = own.tools,
-          .files = own.files,
-          .ports = own.ports,
-          .network = own.network,
-          .delivery = own.delivery,
-          .refusals = own.refusals,
-          .unreadFiles = own.unreadFiles};
+  return withLocks(computer_.services(), locks_);
 }
 
 bool DesktopComputer::waitForTools(std::chrono::milliseconds limit) {

@@ -60,8 +60,8 @@ inline NSSize pixelsOf(NSSize size, NSView* view) {
 
 // A bitmap of so many pixels with what `draw` draws, one pixel to a point.
 inline NSBitmapImageRep* drawnPixels(NSInteger wide, NSInteger high, const std::function<void()>& draw) {
-  const NSRect whole = NSMakeRect(0, 0, static_cast<CGFloat>(wide), static_cast<CGFloat>(high));
 #ifdef GNUSTEP
+  const NSRect whole = NSMakeRect(0, 0, static_cast<CGFloat>(wide), static_cast<CGFloat>(high));
   // It cannot draw into a bitmap.
   NSImage* canvas = [[[NSImage alloc] initWithSize:whole.size] autorelease];
   [canvas lockFocus];

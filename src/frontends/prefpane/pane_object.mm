@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 
+#include "src/frontends/prefpane/appearance_mac.h"
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/border.h"
 #include "src/frontends/prefpane/pane_computer.h"
@@ -10,8 +11,14 @@
 #include "src/frontends/shared/interface/shipped_interface.h"
 #include "src/frontends/shared/interface/unread_settings.h"
 
+#ifdef __APPLE__
+__attribute__((visibility("default")))  // all else is hidden there
+#endif
 @interface NVKServerPrefs : NSPreferencePane {
   void* session_;  // a PaneSession, owned; untyped, as not every compiler can describe a class of C++
+#ifdef __APPLE__
+  void* appearance_;  // an AppearanceWatch, owned
+#endif
 }
 @end
 
@@ -60,6 +67,9 @@ using norvik::prefpane::sessionIn;
 }
 
 - (void)dealloc {
+#ifdef __APPLE__
+  delete static_cast<norvik::prefpane::AppearanceWatch*>(appearance_);
+#endif
   PaneSession* session = sessionIn(session_);
   atBorder("dealloc", [session] { delete session; });
   [super dealloc];
@@ -75,6 +85,14 @@ using norvik::prefpane::sessionIn;
   if (view == nil) return nil;
   [self setMainView:view];
   [self setInitialKeyView:static_cast<NSView*>(session->mainView()->initialKeyView())];
+#ifdef __APPLE__
+  appearance_ = atBorder<norvik::prefpane::AppearanceWatch*>("loadMainView", nullptr, [session, view] {
+    norvik::NVKServerPrefs& pane = session->pane();
+    return new norvik::prefpane::AppearanceWatch(view, [&pane] {
+      pane.ib_button_Auth.setButtonColor(norvik::platform().application.windowBackgroundColor());
+    });
+  });
+#endif
   [self mainViewDidLoad];
   return view;
 }

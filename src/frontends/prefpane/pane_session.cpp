@@ -53,10 +53,7 @@ void PaneSession::beMainPane() {
                                    OrderedServer{pane_, computer_.recording, interface_, computer_.services,
                                                  computer_.waitForTools, computer_.pause},
                                    computer_.panels);
-  files_ = std::make_unique<LinuxFileWatch>(computer_.settingsFiles);
-  watch_ = std::make_unique<DescriptorWatch>(files_->descriptor(), [this] {
-    if (files_->takeChanges()) filesChanged();
-  });
+  files_ = std::make_unique<SettingsWatch>(computer_.settingsFiles, [this] { filesChanged(); });
   termination_ = std::make_unique<TerminationWatch>([this] { hostEnds(); });
   MainView* view = view_.get();
   computer_.drawing.displayControl = [view](Control& control) { view->display(control); };

@@ -9,11 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "src/adapters/linux/file_watch.h"
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "src/frontends/prefpane/pane_changes.h"
 #include "src/frontends/prefpane/pane_server.h"
-#include "src/frontends/prefpane/run_loop_sources.h"
+#include "src/frontends/prefpane/settings_watch.h"
 #include "src/frontends/prefpane/termination.h"
 
 namespace norvik::prefpane {
@@ -69,8 +68,7 @@ class PaneSession {
   std::unique_ptr<MainView> view_;
   std::unique_ptr<PaneChanges> changes_;
   std::unique_ptr<PaneServer> server_;
-  std::unique_ptr<LinuxFileWatch> files_;
-  std::unique_ptr<DescriptorWatch> watch_;
+  std::unique_ptr<SettingsWatch> files_;
   std::unique_ptr<TerminationWatch> termination_;
 };
 

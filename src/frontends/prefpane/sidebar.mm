@@ -164,7 +164,11 @@ bool Sidebar::choosePage(std::size_t tab) {
 void Sidebar::markPages(const std::vector<std::size_t>& changes) {
   if (changes_ == changes) return;
   changes_ = changes;
+#ifdef __APPLE__
+  showRows();  // a row is a view that has its text
+#else
   [asOutline(outline_) setNeedsDisplay:YES];
+#endif
 }
 
 std::size_t Sidebar::changesOf(const ConfBarNode& node) const {

@@ -7,6 +7,7 @@
 
 #include "src/frontends/scenario/malformed.h"
 #include "src/server/mac/text/escape.h"
+#include "src/server/mac/text/reals.h"
 
 namespace norvik::scenario {
 
@@ -75,13 +76,12 @@ bool Arguments::yesOrNo() {
 
 double Arguments::real() {
   const Word& word = take("a number");
-  double value = 0;
-  const char* end = word.text.data() + word.text.size();
-  const auto [rest, error] = std::from_chars(word.text.data(), end, value);
-  if (word.quoted || error != std::errc{} || rest != end || !std::isfinite(value)) {
+  const auto number = leadingReal(word.text);
+  const bool isWhole = number && number->length == word.text.size();
+  if (word.quoted || !isWhole || !number->inRange || !std::isfinite(number->value)) {
     throwUnexpected("a number", word);
   }
-  return value;
+  return number->value;
 }
 
 int64_t Arguments::integerWithin(int64_t least, int64_t most) {

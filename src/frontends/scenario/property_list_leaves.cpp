@@ -16,6 +16,7 @@
 #include "src/frontends/scenario/scenario_file.h"
 #include "src/frontends/scenario/words.h"
 #include "src/server/mac/text/escape.h"
+#include "src/server/mac/text/reals.h"
 
 namespace norvik::scenario {
 
@@ -53,10 +54,9 @@ Value booleanOf(std::string_view form) {
 }
 
 Value realOf(std::string_view form) {
-  double value = 0;
-  const auto [end, error] = std::from_chars(form.data(), form.data() + form.size(), value);
-  if (error != std::errc{} || end != form.data() + form.size()) return std::nullopt;
-  return PropertyList(value);
+  const auto number = leadingReal(form);
+  if (!number || number->length != form.size() || !number->inRange) return std::nullopt;
+  return PropertyList(number->value);
 }
 
 Value stringOf(std::string_view form) {

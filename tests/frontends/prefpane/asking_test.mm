@@ -2,6 +2,7 @@
 // and an activation waits.
 #include <gtest/gtest.h>
 
+#include "src/adapters/linux/linux_computer.h"
 #include "src/frontends/prefpane/pane_computer.h"
 #include "tests/support/polkit_stand_in.h"
 

@@ -321,7 +321,10 @@ TEST(ShippedResources, HoldAnInfoDictionaryOfTheProductsOwn) {
   EXPECT_EQ(text("CFBundleShortVersionString"), NORVIK_VERSION);
   EXPECT_EQ(text("CFBundleVersion"), NORVIK_VERSION);
   EXPECT_EQ(text("NSPrincipalClass"), "NVKServerPrefs");
-  EXPECT_EQ(text("NSMainNibFile"), "Interface");
+  EXPECT_EQ(info->find("NSMainNibFile"), nullptr);
+  EXPECT_EQ(text("CFBundleExecutable"), "Norvik");
+  EXPECT_EQ(text("CFBundleDevelopmentRegion"), "en");
+  EXPECT_EQ(text("LSMinimumSystemVersion"), NORVIK_OLDEST_MACOS);
   EXPECT_EQ(text("NSPrefPaneIconFile"), "icon.tiff");
   EXPECT_EQ(info->find("NVKProductSupport"), nullptr);
 }

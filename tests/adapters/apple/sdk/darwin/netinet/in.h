@@ -6,6 +6,8 @@ extern "C" {
 #endif
 typedef uint16_t in_port_t;
 typedef uint32_t in_addr_t;
+#define IPPROTO_IPV6 41
+#define IPV6_V6ONLY 27
 #define INADDR_LOOPBACK 0x7f000001u
 struct in_addr {
   in_addr_t s_addr;

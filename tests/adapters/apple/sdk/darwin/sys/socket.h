@@ -9,6 +9,7 @@ extern "C" {
 #define AF_INET6 30
 #define SOCK_STREAM 1
 #define SOL_SOCKET 0xffff
+#define SO_REUSEADDR 0x0004
 #define SO_ERROR 0x1007
 #define SHUT_WR 1
 typedef uint8_t sa_family_t;
@@ -24,8 +25,10 @@ struct sockaddr {
   char sa_data[14];
 };
 int socket(int domain, int type, int protocol);
+int bind(int socket, const struct sockaddr* address, socklen_t size);
 int connect(int socket, const struct sockaddr* address, socklen_t size);
 int getsockname(int socket, struct sockaddr* address, socklen_t* size);
+int setsockopt(int socket, int level, int option, const void* value, socklen_t size);
 int getsockopt(int socket, int level, int option, void* value, socklen_t* size);
 int shutdown(int socket, int how);
 #ifdef __cplusplus
