@@ -171,7 +171,10 @@ TEST_F(HelperSystemTest, PolkitKilledWhileItIsAskedIsARefusal) {
   ASSERT_TRUE(eventually([] { return isOnBus(kHelperName); }));
   polkit_->send(SIGKILL);
   EXPECT_EQ(caller.status(), 0);
-  EXPECT_EQ(contentOf("/tmp/caller"), "/usr/sbin/nvkservice: refused\n");
+  // The helper may have asked by then, or find nobody to ask.
+  const std::string said = contentOf("/tmp/caller");
+  EXPECT_TRUE(said == "/usr/sbin/nvkservice: refused\n" || said == "/usr/sbin/nvkservice: not possible\n")
+      << said;
 }
 
 TEST_F(HelperSystemTest, WithoutABusNothingIsGranted) {

@@ -5,7 +5,6 @@
 #include <systemd/sd-bus.h>
 
 #include <cstdlib>
-#include <filesystem>
 
 #include "tests/support/waiting.h"
 
@@ -68,12 +67,7 @@ void reply(sd_bus_message* question, PolkitStandIn::Answer answer) {
 }  // namespace
 
 PolkitStandIn::PolkitStandIn() : connection_(std::make_unique<Connection>()) {
-  const std::string socket = folder_.path().native() + "/bus";
-  const std::string address = "unix:path=" + socket;
-  daemon_ = std::make_unique<RunningProgram>(
-      Words{"dbus-daemon", "--session", "--nofork", "--nopidfile", "--address=" + address});
-  EXPECT_TRUE(eventually([&] { return std::filesystem::exists(socket); }));
-  ::setenv(kBusVariable, address.c_str(), 1);
+  ::setenv(kBusVariable, bus_.address().c_str(), 1);
   EXPECT_GE(sd_bus_open_system(&connection_->bus), 0);
   EXPECT_GE(sd_bus_request_name(connection_->bus, "org.freedesktop.PolicyKit1", 0), 0);
   thread_ = std::thread([this] { serve(); });

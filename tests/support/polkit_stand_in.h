@@ -7,8 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "tests/support/program.h"
-#include "tests/support/temporary_folder.h"
+#include "tests/support/session_bus.h"
 
 namespace norvik {
 
@@ -32,8 +31,7 @@ class PolkitStandIn {
   struct Connection;
   void serve();
 
-  TemporaryFolder folder_;
-  std::unique_ptr<RunningProgram> daemon_;
+  const SessionBus bus_;
   std::unique_ptr<Connection> connection_;
   std::atomic<Answer> answer_ = Answer::none;
   std::atomic<int> questions_ = 0;

@@ -2,14 +2,12 @@
 #include "tests/support/sandbox_folder.h"
 
 #include <gtest/gtest.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <filesystem>
 
 #include "tests/support/files.h"
+#include "tests/support/session_bus.h"
 
 namespace norvik {
 
@@ -24,17 +22,6 @@ const char* const kFolders[] = {
 std::string infoPropertyList(const std::string& identifier) {
   return "<plist version=\"1.0\"><dict><key>CFBundleIdentifier</key><string>" + identifier +
          "</string></dict></plist>\n";
-}
-
-// A socket is there before anybody listens on it.
-bool takesConnections(const std::string& path) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  path.copy(address.sun_path, sizeof address.sun_path - 1);
-  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-  const bool connected = ::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
-  ::close(socket);
-  return connected;
 }
 
 }  // namespace

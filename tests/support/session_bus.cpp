@@ -2,6 +2,9 @@
 #include "tests/support/session_bus.h"
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 #include "tests/support/files.h"
 #include "tests/support/waiting.h"
@@ -34,12 +37,21 @@ Words commandOf(const TemporaryFolder& folder, const std::string& address,
 
 }  // namespace
 
+bool takesConnections(const std::string& path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  const int socket = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  const bool connected = ::connect(socket, reinterpret_cast<sockaddr*>(&address), sizeof address) == 0;
+  ::close(socket);
+  return connected;
+}
+
 SessionBus::SessionBus(const std::map<std::string, std::string>& variables,
                        const std::map<std::string, std::string>& programs)
     : address_("unix:path=" + (folder_.path() / "bus").string()),
       daemon_(commandOf(folder_, address_, programs), {.environment = variables}) {
-  EXPECT_TRUE(eventually([this] { return std::filesystem::exists(folder_.path() / "bus"); }))
-      << "no message bus";
+  EXPECT_TRUE(eventually([this] { return takesConnections(folder_.path() / "bus"); })) << "no message bus";
 }
 
 }  // namespace norvik

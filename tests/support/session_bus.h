@@ -9,6 +9,9 @@
 
 namespace norvik {
 
+// Whether somebody takes connections at the local socket: one that is there may not be listened on yet.
+bool takesConnections(const std::string& path);
+
 class SessionBus {
  public:
   // Starts it with these variables, which the programs that it starts get as well, and lets it start the

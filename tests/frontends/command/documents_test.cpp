@@ -177,7 +177,7 @@ TEST(DocumentsTest, TheExamplesOfTheManualPageWork) {
                               box.folder().string() + "' \"$@\"; }; set -e; ";
   const auto port = [] { return std::to_string(freePort()); };
   const Words examples = manualExamples();
-  EXPECT_EQ(examples.size(), 6U);
+  EXPECT_EQ(examples.size(), 8U);
   for (std::string line : examples) {
     // The ports of the page may be somebody else's here.
     ASSERT_EQ(box.run({"set", "nvk.port=" + port(), "rdp.port=" + port()}).status, 0);
