@@ -1,7 +1,6 @@
 // The two buttons of the server's page, and the line about what is in force.
 #include "src/frontends/desktop/window_server.h"
 
-#include <array>
 #include <utility>
 
 #include "src/frontends/shared/interface/window_messages.h"
@@ -18,11 +17,6 @@ std::array<const Control*, 2> orderButtons(const NVKServerPrefs& pane) {
   return {&pane.ib_admin_button_svrStart, &pane.ib_admin_button_svrRestart};
 }
 
-// What can be used, and makes sense, only where there is a server.
-std::array<const Control*, 5> serversOwn(const NVKServerPrefs& pane) {
-  return {&pane.ib_admin_button_svrStart, &pane.ib_admin_label_svrDesc, &pane.ib_admin_button_svrRestart,
-          &pane.ib_admin_button_dispManager, &pane.ib_admin_button_accManager};
-}
 }  // namespace
 
 WindowServer::WindowServer(SettingsWindow& window, WindowChanges& changes, SettingsChange& change,

@@ -67,7 +67,7 @@ void AppKitWorkspace::openURL(std::string_view url) {
 void AppKitNotifications::postNotificationName(const char* name, const char* object, unsigned options) {
   @try {
     postNotification(text(name), object != nullptr ? text(object) : nil, options);
-  } @catch (NSException* refused) {
+  } @catch (...) {  // one of a class ends the program with this compiler
     // No notification centre is running, so nobody listens there.
   }
   computer_.postNotificationName(name, object, options);

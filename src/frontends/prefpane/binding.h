@@ -34,6 +34,9 @@ class Binding : public ControlObserver {
   // Called after the view has shown a change of the model.
   std::function<void()> changed;
 
+  // Whether a person may use the view where the model allows it; they may at first.
+  void setOffered(bool isOffered);
+
   // The model changed: updates the view, setting nothing that is already set.
   void controlChanged(Control& control) override;
   // A person used the view.
@@ -46,6 +49,7 @@ class Binding : public ControlObserver {
   Control& control_;
   const ControlDescription& description_;
   const BindingKind& kind_;
+  bool isOffered_ = true;
   Handle view_;
   Handle target_;
 };

@@ -237,8 +237,15 @@ void Binding::showModel() {
   NSControl* view = static_cast<NSControl*>(view_.get());
   const BOOL hidden = control_.isHidden() || control_.isRemoved() || control_.isTransparent();
   if ([view isHidden] != hidden) [view setHidden:hidden];
-  if ([view isEnabled] != control_.isEnabled()) [view setEnabled:control_.isEnabled()];
+  const BOOL enabled = control_.isEnabled() && isOffered_;
+  if ([view isEnabled] != enabled) [view setEnabled:enabled];
   kind_.show(view, control_);
+}
+
+void Binding::setOffered(bool isOffered) {
+  if (isOffered_ == isOffered) return;
+  isOffered_ = isOffered;
+  showModel();
 }
 
 void Binding::controlChanged(Control& /*control*/) {

@@ -38,6 +38,8 @@ class MainView : public ControlObserver {
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
+  // Whether a person may use a control of a page where the model allows it.
+  void setOffered(const Control& control, bool isOffered);
   // Opens the page of a control and gives it the keyboard. False if a lock keeps the page closed, and for a
   // control that is on none.
   bool showSetting(const std::string& outlet);

@@ -183,6 +183,14 @@ void MainView::setCommand(const Control& button, std::function<void()> command) 
   for (const auto& page : pages_) set(page->bindings());
 }
 
+void MainView::setOffered(const Control& control, bool isOffered) {
+  for (const auto& page : pages_) {
+    for (const auto& binding : page->bindings()) {
+      if (&binding->control() == &control) binding->setOffered(isOffered);
+    }
+  }
+}
+
 std::optional<std::size_t> MainView::pageOf(const std::string& outlet) const {
   for (std::size_t i = 0; i < pages_.size(); ++i) {
     if (pages_[i]->find(outlet) != nullptr) return i;

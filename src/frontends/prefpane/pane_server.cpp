@@ -71,6 +71,8 @@ void PaneServer::lookAtForce() {
 
 void PaneServer::showForce(const ServerInForce& inForce) {
   pid_ = server_.pane.m_serverPid;
+  const bool isInstalled = !installationError(server_.services.files);
+  for (const Control* control : serversOwn(server_.pane)) view_.setOffered(*control, isInstalled);
   const WindowMessage message = inForceMessage(inForce, server_.services.files);
   if (std::exchange(said_, message.sentence) != message.sentence)
     view_.messages().show(MessageSubject::inForce, message);

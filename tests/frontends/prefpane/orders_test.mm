@@ -135,6 +135,15 @@ TEST_F(PaneOrders, AServerThatIsNotInstalledIsTheReason) {
   EXPECT_NE(read().find("not installed"), std::string::npos) << read();
 }
 
+TEST_F(PaneOrders, WithoutAServerNothingIsOffered) {
+  computer.fileSystem.remove("/usr/sbin/nvkservice");
+  openServerPage(false);
+  EXPECT_NE(messages().message(MessageSubject::inForce).sentence.find("not installed on this computer"),
+            std::string::npos);
+  for (const char* outlet : {kStartButton, "ib_admin_button_dispManager", "ib_admin_button_accManager"})
+    EXPECT_FALSE([(NSControl*)view(outlet) isEnabled]) << outlet;
+}
+
 TEST_F(PaneOrders, WhatIsInForceIsSaidWhereItDiffersAndCanBeTakenUp) {
   computer.ports.setServerPorts({4999, 3390});
   openServerPage(true);

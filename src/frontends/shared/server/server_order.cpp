@@ -129,6 +129,11 @@ ChangeError installationError(SettingsFiles& files) {
           std::string("Install the server; its program ") + PROC_NVKSVC + " is missing."};
 }
 
+std::array<const Control*, 5> serversOwn(const NVKServerPrefs& pane) {
+  return {&pane.ib_admin_button_svrStart, &pane.ib_admin_label_svrDesc, &pane.ib_admin_button_svrRestart,
+          &pane.ib_admin_button_dispManager, &pane.ib_admin_button_accManager};
+}
+
 std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane) {
   const bool isRunning = runs(pane.m_serverPid);
   if (order == ServerOrder::start && isRunning) return "The server is already running.";

@@ -3,6 +3,7 @@
 // what looks before, waits for the tools, looks after and says so. Knows no toolkit. Main thread only.
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <optional>
@@ -58,6 +59,8 @@ struct OrderReport {
 
 // Why no order can be carried out on a computer without the server's tool; none where it is there.
 ChangeError installationError(SettingsFiles& files);
+// The controls that can be used, and make sense, only where there is a server.
+std::array<const Control*, 5> serversOwn(const NVKServerPrefs& pane);
 
 // What a person should know beforehand: "The server is already running."; empty where all is as expected.
 std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane);
