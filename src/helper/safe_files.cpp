@@ -102,7 +102,7 @@ constexpr std::string_view kUnfinished = ".new.";  // after the final name, befo
 // Whether the name is that of an unfinished file whose writer was killed, and the file is one that such a
 // writer makes. A process of that number that still runs may be another one, but not after a day.
 bool isLeftover(const Descriptor& folder, const char* name, std::string_view beginning, uid_t owner) {
-  constexpr time_t kDay = 24 * 60 * 60;
+  constexpr time_t kDay = time_t{24} * 60 * 60;
   const std::string_view whole = name;
   if (!whole.starts_with(beginning)) return false;
   const std::optional<int32_t> writer = processIdIn(whole.substr(beginning.size()));

@@ -159,7 +159,8 @@ void Service::lookUp(const std::string& busName, Call call) {
 }
 
 void Service::onUser(const std::string& name, std::optional<uid_t> user) {
-  const std::string busName = name;  // the argument goes with its lookup
+  // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the argument goes with its lookup
+  const std::string busName = name;
   std::vector<Call> calls = std::move(unknown_[busName].calls);
   unknown_.erase(busName);
   for (Call& call : calls) {

@@ -19,8 +19,8 @@ using Json = nlohmann::ordered_json;
 using Reached = std::vector<ServiceReach>;
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kPass{1000};
-constexpr std::size_t kIndent = 2;
+constexpr std::chrono::milliseconds kBetweenLooks{1000};
+constexpr std::size_t kRungIndent = 2;
 
 struct VerdictWords {
   const char* forPerson;
@@ -76,7 +76,7 @@ void writeRungs(std::ostream& out, const ServiceReach& service) {
     rows.push_back({wordsOf(rung.verdict).forPerson, rung.sentence.empty() ? row.title : rung.sentence});
     if (!rung.advice.empty()) rows.push_back({"", rung.advice});
   }
-  writeTable(out, rows, kIndent);
+  writeTable(out, rows, kRungIndent);
 }
 
 void writeAddresses(std::ostream& out, const ServiceReach& service) {
@@ -86,7 +86,7 @@ void writeAddresses(std::ostream& out, const ServiceReach& service) {
   }
   if (rows.empty()) return;
   out << "  Addresses:\n";
-  writeTable(out, rows, 2 * kIndent);
+  writeTable(out, rows, 2 * kRungIndent);
 }
 
 void write(std::ostream& out, const Reached& services, bool withCode) {
@@ -142,7 +142,7 @@ ExitStatus checkReach(const Context& context, const CommandLine& line) {
     return statusOf(counted(services, line.arguments)) == kExitOk || Clock::now() >= end;
   };
   if (!isDone()) {
-    context.services.repeat(kPass, [&] {
+    context.services.repeat(kBetweenLooks, [&] {
       // Nobody edits this pane, so it may load what others have saved meanwhile.
       session.pane().discardServerAndUserChanges();
       services = look(context, session.pane(), line.arguments);

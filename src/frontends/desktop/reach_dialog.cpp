@@ -22,10 +22,8 @@ namespace norvik::desktop {
 
 namespace {
 
-namespace texts = reach_texts;
-
-constexpr int kLettersWide = 100;
-constexpr int kLinesHigh = 36;
+constexpr int kLadderLetters = 100;
+constexpr int kLadderLines = 36;
 
 QLabel* wrapped(const QString& words, QWidget* parent) {
   auto* label = new QLabel(words, parent);
@@ -60,9 +58,9 @@ void addAddress(QGridLayout& grid, const OfferedAddress& offered, QWidget* paren
   address->setWordWrap(false);
   grid.addWidget(address, row, 0);
   grid.addWidget(wrapped(text(offered.address.network + ", " + offered.address.device), parent), row, 1);
-  auto* copy = new QPushButton(text(texts::kCopy), parent);
+  auto* copy = new QPushButton(text(reach_texts::kCopy), parent);
   copy->setAutoDefault(false);
-  copy->setAccessibleName(text(texts::kCopy) + QStringLiteral(" ") + address->text());
+  copy->setAccessibleName(text(reach_texts::kCopy) + QStringLiteral(" ") + address->text());
   QObject::connect(copy, &QPushButton::clicked, copy,
                    [words = address->text()] { QApplication::clipboard()->setText(words); });
   grid.addWidget(copy, row, 2);
@@ -75,7 +73,7 @@ void addAddresses(QVBoxLayout& column, const ServiceReach& service, QWidget* par
   column.addSpacing(parent->fontMetrics().height() / 2);
   auto* row = new QHBoxLayout;
   auto* list = new QVBoxLayout;
-  QLabel* heading = wrapped(text(texts::kAddresses), parent);
+  QLabel* heading = wrapped(text(reach_texts::kAddresses), parent);
   QFont bold = heading->font();
   bold.setBold(true);
   heading->setFont(bold);
@@ -91,7 +89,7 @@ void addAddresses(QVBoxLayout& column, const ServiceReach& service, QWidget* par
   if (service.reach == Reach::reachable) {
     auto* code = new QrView(parent);
     code->showCode(service.address);
-    code->setToolTip(text(texts::kScan));
+    code->setToolTip(text(reach_texts::kScan));
     row->addWidget(code, 0, Qt::AlignTop);
   }
   column.addLayout(row);
@@ -102,7 +100,7 @@ void addAddresses(QVBoxLayout& column, const ServiceReach& service, QWidget* par
 ReachDialog::ReachDialog(QWidget* window)
     : QDialog(window, Qt::Sheet), tabs_(new QTabWidget(this)), again_(new QPushButton(this)) {
   setObjectName(QStringLiteral("reachDialog"));
-  setWindowTitle(text(texts::kTitle));
+  setWindowTitle(text(reach_texts::kTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
   tabs_->setObjectName(QStringLiteral("reachTabs"));
@@ -118,11 +116,11 @@ ReachDialog::ReachDialog(QWidget* window)
     if (lookAgain) lookAgain();
   });
   setLooking(false);
-  resize(kLettersWide * fontMetrics().averageCharWidth(), kLinesHigh * fontMetrics().lineSpacing());
+  resize(kLadderLetters * fontMetrics().averageCharWidth(), kLadderLines * fontMetrics().lineSpacing());
 }
 
 void ReachDialog::setLooking(bool looking) {
-  again_->setText(text(looking ? texts::kLooking : texts::kLookAgain));
+  again_->setText(text(looking ? reach_texts::kLooking : reach_texts::kLookAgain));
   again_->setEnabled(!looking);
 }
 

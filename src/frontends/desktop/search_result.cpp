@@ -10,20 +10,20 @@ namespace norvik::desktop {
 
 namespace {
 
-constexpr double kPlaceSize = 0.85;  // of the list's font
-constexpr double kMargin = 0.35;     // of a line's height
+constexpr double kPlaceFontSize = 0.85;  // of the list's font
+constexpr double kResultMargin = 0.35;   // of a line's height
 
 QFont placeFont(QFont font) {
   if (font.pixelSize() > 0) {
-    font.setPixelSize(static_cast<int>(font.pixelSize() * kPlaceSize));
+    font.setPixelSize(static_cast<int>(font.pixelSize() * kPlaceFontSize));
   } else {
-    font.setPointSizeF(font.pointSizeF() * kPlaceSize);
+    font.setPointSizeF(font.pointSizeF() * kPlaceFontSize);
   }
   return font;
 }
 
 int marginOf(const QStyleOptionViewItem& option) {
-  return static_cast<int>(option.fontMetrics.height() * kMargin);
+  return static_cast<int>(option.fontMetrics.height() * kResultMargin);
 }
 
 }  // namespace

@@ -118,8 +118,9 @@ TEST_F(ProfilesTest, AnotherComputerTakesAllOfIt) {
           words.push_back(name + "=" + std::to_string((name[0] == 'n' ? 5000 : 6000) + random() % 999));
         } else if (setting.contains("minimum")) {
           const int least = setting["minimum"], most = setting["maximum"];
-          words.push_back(name + "=" +
-                          std::to_string(least + static_cast<int>(random() % (most - least + 1))));
+          words.push_back(
+              name + "=" +
+              std::to_string(least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1))));
         }
       }
     }

@@ -9,7 +9,8 @@ namespace norvik {
 
 bool QrCode::isDark(int column, int row) const {
   if (column < 0 || row < 0 || column >= size_ || row >= size_) return false;
-  return dark_[static_cast<std::size_t>(row * size_ + column)];
+  return dark_[static_cast<std::size_t>(row) * static_cast<std::size_t>(size_) +
+               static_cast<std::size_t>(column)];
 }
 
 std::optional<QrCode> qrCodeOf(const std::string& text) {
@@ -17,8 +18,9 @@ std::optional<QrCode> qrCodeOf(const std::string& text) {
   const std::unique_ptr<QRcode, decltype(&QRcode_free)> made(
       QRcode_encodeString8bit(text.c_str(), 0, QR_ECLEVEL_M), &QRcode_free);
   if (!made) return std::nullopt;
-  std::vector<bool> dark;
-  for (int i = 0; i < made->width * made->width; ++i) dark.push_back((made->data[i] & 1U) != 0);
+  const auto width = static_cast<std::size_t>(made->width);
+  std::vector<bool> dark(width * width);
+  for (std::size_t i = 0; i < dark.size(); ++i) dark[i] = (made->data[i] & 1U) != 0;
   return QrCode(made->width, std::move(dark));
 }
 
