@@ -40,6 +40,20 @@ static inline uint16_t ntohs(uint16_t number) {
 static inline uint32_t htonl(uint32_t number) {
   return __builtin_bswap32(number);
 }
+static inline uint32_t ntohl(uint32_t number) {
+  return htonl(number);
+}
+static inline int in6IsZero(const struct in6_addr* address, int first, int last) {
+  for (int i = first; i < last; ++i) {
+    if (address->s6_addr[i] != 0) return 0;
+  }
+  return 1;
+}
+#define IN6_IS_ADDR_UNSPECIFIED(address) in6IsZero(address, 0, 16)
+#define IN6_IS_ADDR_LOOPBACK(address) (in6IsZero(address, 0, 15) && (address)->s6_addr[15] == 1)
+#define IN6_IS_ADDR_LINKLOCAL(address) \
+  ((address)->s6_addr[0] == 0xFE && ((address)->s6_addr[1] & 0xC0) == 0x80)
+#define IN6_IS_ADDR_MULTICAST(address) ((address)->s6_addr[0] == 0xFF)
 #ifdef __cplusplus
 }
 #endif
