@@ -208,7 +208,7 @@ void SettingsWindow::showHit(const SearchHit& hit) {
   if (isLocked(hit, pane_)) {
     behindLock_ = hit;
     messages_->line(MessageSubject::outcome).showMessage({MessageKind::note, lockedSentence(hit), {}, ""});
-    button(pane_.ib_button_Auth)->setFocus(Qt::ShortcutFocusReason);
+    binding(text(pane_.ib_button_Auth.name()))->widget()->setFocus(Qt::ShortcutFocusReason);
   } else if (!hit.outlet.empty()) {
     if (showSetting(hit.outlet))
       new SearchRing(binding(text(hit.outlet))->widget(), pages_[*pageOf(hit.outlet)]);
