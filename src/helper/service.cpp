@@ -83,7 +83,7 @@ struct Service::Call {
   std::optional<AllowedLine> line;
   Descriptor lock;
   bool wantsOutput = false;
-  const char* reason = nullptr;  // why it is refused, whoever it is from
+  const char* reason = nullptr;  // why it is refused, from any caller
 };
 
 struct Service::Unknown {

@@ -216,7 +216,7 @@ TEST_F(StepsTest, WhateverIsSwappedMeanwhileOnlyACheckedFileIsInstalled) {
   EXPECT_EQ(computer.read("/secret"), listWith("secret"));
 }
 
-// A system without openat2, which a filter stands for.
+// A system without openat2, which a filter simulates.
 
 bool hideOpenat2() {
   sock_filter filter[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),

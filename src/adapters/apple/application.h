@@ -23,7 +23,7 @@ class AppleApplication : public HostApplication {
 // By NSAlert, which follows NSRunAlertPanel.
 class AppleAlertPanels : public AlertPanels {
  public:
-  // Timers of the run loop's default mode stand still meanwhile.
+  // Timers of the run loop's default mode do not fire meanwhile.
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override;
 };
@@ -37,7 +37,7 @@ class AppleWorkspace : public Workspace {
 class AppleNotificationCenter : public DistributedNotificationCenter, public NotificationDelivery {
  public:
   void postNotificationName(const char* name, const char* object, unsigned options) override;
-  // Whether the toolkit took it: the system does not tell more.
+  // Whether the toolkit took it: the system does not say more.
   bool lastWasDelivered() const override { return lastWasTaken_; }
 
  private:

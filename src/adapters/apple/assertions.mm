@@ -11,7 +11,7 @@ void AppleAssertionHandler::handleFailureInFunction(std::string_view function, s
                                                     int line, std::string_view description) {
   const apple::Pool pool;
   bool hasRaised = false;
-  // Everything is caught: not every compiler's C++ can tell the toolkit's exceptions from each other.
+  // Everything is caught: not every compiler's C++ distinguishes the toolkit's exceptions.
   @try {
     [[NSAssertionHandler currentHandler] handleFailureInFunction:text(function)
                                                             file:text(file)

@@ -1,5 +1,5 @@
 // The children of this process, as the system lists them: the only way to the process that a privileged
-// launch has made, whose id nobody tells.
+// launch has made, whose id the service does not return.
 #pragma once
 
 #include <sys/types.h>
@@ -10,7 +10,7 @@
 namespace norvik {
 
 // The children of this process that have the super-user's rights, ended ones that nobody has waited for
-// included, by their ids. Empty where the system does not tell.
+// included, by their ids. Empty where the system does not show them.
 std::vector<pid_t> privilegedChildren();
 
 // The one child that is in `after` and not in `before`; nothing where there is none or more than one, as none

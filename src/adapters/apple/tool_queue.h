@@ -1,6 +1,6 @@
-// Privileged tools, one after the other. The authorization service starts a tool at once, in no order, tells
-// no process id and never waits for it. So each launch here waits until the tool before it has ended, and
-// takes its own tool's end, as nobody else does.
+// Privileged tools, one after the other. The authorization service starts a tool at once, in no order,
+// returns no process id and never waits for it. So each launch here waits until the tool before it has ended,
+// and takes its own tool's end, as nobody else does.
 //
 // What this system has no answer for: what a tool wrote to its standard error, which goes to the host's; and
 // tools whose turn has not come when the process ends, which are never started.

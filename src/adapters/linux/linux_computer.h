@@ -61,7 +61,7 @@ LinuxComputerOptions systemOptions();
 
 // The sandbox in the folder `directory`, with the settings in its folder .norvik: `bus` (an address), `clock`
 // (a speed) and `authorization` ("granted" or "refused", read at each request). Without a valid file: no bus,
-// real time, refused. Copies of the settings files go to its folder .norvik/state. It stands for a computer
+// real time, refused. Copies of the settings files go to its folder .norvik/state. It represents a computer
 // that reads all settings files.
 LinuxComputerOptions sandboxOptions(const std::string& directory);
 

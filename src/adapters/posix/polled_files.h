@@ -17,7 +17,7 @@ class PolledFiles {
   bool takeChanges();
 
  private:
-  // What tells two states of a file apart; empty for one that is not there.
+  // What is compared between two looks at a file; empty for one that is not there.
   using State = std::vector<long long>;
 
   static State stateOf(const std::string& path);

@@ -30,7 +30,7 @@ struct ToolOutcome {
   // What it wrote to its standard error before it ended: the first kLongestToolWords, white space around them
   // removed, otherwise as they are, whatever their encoding. Empty while it has not ended, and for a tool
   // that ran on a computer which does not keep them, as the Mac does not. Where the system could not start a
-  // tool whose turn came later, or does not tell how it ended, that is said here.
+  // tool whose turn came later, or does not say how it ended, that is said here.
   std::string words;
 
   bool succeeded() const { return end == End::exited && status == 0; }

@@ -101,7 +101,7 @@ bool Attempt::isRequested(const FileFinding& file) {
          std::ranges::any_of(request_.reasons, isIn, [](const auto& entry) { return entry.first; });
 }
 
-// Before the edits: whether a wish holds already can only be told of a file that can be read.
+// Before the edits: whether a wish holds already is known only of a file that can be read.
 bool Attempt::damageDecided() {
   const auto findings = change_.findings();
   return std::ranges::all_of(

@@ -36,7 +36,7 @@ constexpr ArgumentDescription kShell{
 constexpr Command kCommands[] = {
     {"status", "Show whether the server runs, how to connect to it, the lock, and what is not saved",
      kNone, SettingsUse::reads, showStatus},
-    {"check", "Tell step by step whether clients can connect; the exit status names the first step that fails",
+    {"check", "Show step by step whether clients can connect; the exit status names the first step that fails",
      kService, SettingsUse::none, checkReach},
     {"show", "Show the settings of one page or of all pages, or one setting in full",
      kPage, SettingsUse::reads, showSettings},

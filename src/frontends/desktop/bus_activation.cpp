@@ -55,7 +55,7 @@ BusActivation::~BusActivation() {
   bus_.unregisterObject(QLatin1String(kBusPath));
 }
 
-// The object is there before the name is, so that whoever waits for the name finds it.
+// The object is there before the name is, so that a program that waits for the name finds it.
 bool BusActivation::take(const QDBusConnection& bus) {
   bus_ = bus;
   return bus_.isConnected() && bus_.registerVirtualObject(QLatin1String(kBusPath), this) &&

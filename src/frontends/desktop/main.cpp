@@ -103,7 +103,7 @@ int run(QApplication& application) {
     activation.activationRequested = [&instance] {
       if (instance.activationRequested) instance.activationRequested();
     };
-    // The name stands for the panel of the computer itself; without it, a second start finds the first all
+    // The name is that of the panel of the computer itself; without it, a second start finds the first all
     // the same.
     if (options.root.isEmpty()) activation.take(QDBusConnection::sessionBus());
     return Session(computer, interfaceOrExit(), storedState(options)).run(instance);

@@ -99,7 +99,7 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
   close_->setFocusPolicy(Qt::StrongFocus);
   close_->setAccessibleName(text(window_texts::kCloseMessage));
   close_->setToolTip(text(window_texts::kCloseMessage));
-  // The first line stands in the middle of the close button's height, and so does the icon.
+  // The first line is in the middle of the close button's height, and so is the icon.
   const int above = std::max(0, (close_->sizeHint().height() - fontMetrics().height()) / 2);
   beside->setContentsMargins(0, above, 0, 0);
   sentence_->setContentsMargins(0, above, 0, above);

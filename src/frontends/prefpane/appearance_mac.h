@@ -1,5 +1,5 @@
-// Light and dark on the Mac: the pane is told when the appearance of its view changes. A plain C++ header.
-// Main thread only.
+// Light and dark on the Mac: the pane is notified when the appearance of its view changes. A plain C++
+// header. Main thread only.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// A view without a size that is told with all others, within the view that is followed.
+// A view without a size that is notified with all others, within the view that is followed.
 #include "src/frontends/prefpane/appearance_mac.h"
 
 #include <utility>

@@ -1,4 +1,4 @@
-// On Linux the system tells what happens in the files' folders.
+// On Linux the system reports what happens in the files' folders.
 #include <utility>
 
 #include "src/adapters/linux/file_watch.h"

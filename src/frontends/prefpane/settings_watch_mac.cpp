@@ -1,4 +1,4 @@
-// On the Mac the files are looked at each second: what the system tells of files goes through a service of
+// On the Mac the files are looked at each second: what the system reports of files goes through a service of
 // its own and a thread, and these are five.
 #include <utility>
 

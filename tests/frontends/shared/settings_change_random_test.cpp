@@ -3,7 +3,7 @@
 // compared with a small model that knows the files as bytes.
 //
 // NORVIK_CHANGE_SESSIONS sets how many sessions there are, NORVIK_CHANGE_SEED with which one they begin. A
-// failure names its seed and tells the steps that led there.
+// failure names its seed and the steps that led there.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -400,7 +400,7 @@ void Session::apply() {
   undisturbed_.push_back(std::move(*record));
 }
 
-// A window that has been told that the files changed.
+// A window that was notified that the files changed.
 void Session::watch() {
   const ForeignChanges foreign = change_->foreignChanges();
   if (!foreign.any()) return;
@@ -495,7 +495,8 @@ void Session::damage() {
       computer_.fileSystem.remove(path);
       break;
     case 1:
-      if (torn_.contains(path) || rescued_.contains(path)) return;  // nobody can tell it from what was left
+      if (torn_.contains(path) || rescued_.contains(path))
+        return;  // it cannot be distinguished from what was left
       computer_.fileSystem.put(path, "");
       break;
     case 2:

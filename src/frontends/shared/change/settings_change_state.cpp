@@ -135,7 +135,7 @@ void SettingsChange::State::load(const FileStates& before) {
   if (isReadable(*stateAt(files, kMenuAgentFile))) pane.loadNotificationSettings();
 }
 
-// Loads three files at once. What those tell that cannot be read stays as it was known.
+// Loads three files at once. What cannot be read stays as it was known.
 void SettingsChange::State::loadServer() {
   const auto fields = fieldsOf(pane);
   const auto whole = pane.m_admin_Config;

@@ -19,7 +19,7 @@ using Json = nlohmann::ordered_json;
 
 constexpr const char* kVersionKey = "norvikProfile";
 constexpr const char* kSettingsKey = "settings";
-// Free for whoever writes the profile; read by nobody here.
+// Free for the person who writes the profile; not read here.
 constexpr const char* kDescriptionKey = "description";
 constexpr const char* kSchemaKey = "$schema";
 constexpr std::string_view kNoneWord = "none";
@@ -93,7 +93,8 @@ std::optional<int64_t> valueIn(const SettingDescription& setting, const Json& va
   return checkedValue(setting, text);
 }
 
-// What is read of a profile, as nlohmann's parser tells it. An operation that returns false ends the reading.
+// What is read of a profile, as nlohmann's parser reports it. An operation that returns false ends the
+// reading.
 class ProfileReader : public nlohmann::json_sax<Json> {
  public:
   ProfileReader(std::string_view text, const std::vector<SettingDescription>& known, const std::size_t& line)
@@ -117,7 +118,7 @@ class ProfileReader : public nlohmann::json_sax<Json> {
                    const nlohmann::detail::exception& problem) override;
 
  private:
-  // Where a value stands.
+  // Where a value is in the file.
   enum class Place { root, top, settings, elsewhere };
   Place place() const;
   bool begin(const Json& empty);

@@ -23,7 +23,7 @@ inline constexpr std::string_view kNothing = "Nothing is found.";
 std::string placeOf(const SearchHit& hit, const NVKServerPrefs& pane);
 // Whether the lock keeps its page closed.
 bool isLocked(const SearchHit& hit, const NVKServerPrefs& pane);
-// What a person is told who chose a locked one: where it is, and that opening the lock shows it.
+// The message after a locked one was chosen: where it is, and that opening the lock shows it.
 std::string lockedSentence(const SearchHit& hit);
 
 // The pages and settings that the pane shows, with the values that are in its controls now.

@@ -20,7 +20,7 @@ struct ClientService {
   int64_t NVKServerPrefs::*storedPort;
   int64_t (NVKServerPrefs::*pendingState)() const;  // 1 on, 0 off
   int64_t NVKServerPrefs::*storedState;
-  int64_t standardPort;  // clients need not be told of it
+  int64_t standardPort;  // clients use it where no port is given
 };
 
 // clang-format off

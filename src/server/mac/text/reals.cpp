@@ -1,6 +1,6 @@
 // Reading: the text as a quotient of two whole numbers, divided to 62 bits and rounded once. Writing: the
-// digits that tell the number from its two neighbours, by the method of Steele and White as Burger and Dybvig
-// published it ("Printing Floating-Point Numbers Quickly and Accurately", 1996).
+// digits that distinguish the number from its two neighbours, by the method of Steele and White as Burger and
+// Dybvig published it ("Printing Floating-Point Numbers Quickly and Accurately", 1996).
 #include "src/server/mac/text/reals.h"
 
 #include <algorithm>
