@@ -28,6 +28,7 @@ ReachLine::ReachLine(const NVKServerPrefs& pane, QWidget* parent)
   row->addWidget(dot_);
   row->addWidget(label_, 1);
   row->addWidget(button_);
+  showLine(text(pane.ib_admin_label_svrState.stringValue()));  // until somebody has looked
 }
 
 void ReachLine::showLine(const QString& line) {
