@@ -173,8 +173,10 @@ Words manualExamples() {
 
 TEST(DocumentsTest, TheExamplesOfTheManualPageWork) {
   const SandboxRun box;
-  const std::string program = "norvikctl() { '" + builtProgram("norvikctl") + "' --root '" +
-                              box.folder().string() + "' \"$@\"; }; set -e; ";
+  // Where the examples write files.
+  const std::string program = "cd '" + box.beside("").string() + "'; norvikctl() { '" +
+                              builtProgram("norvikctl") + "' --root '" + box.folder().string() +
+                              "' \"$@\"; }; set -e; ";
   const auto port = [] { return std::to_string(freePort()); };
   const Words examples = manualExamples();
   EXPECT_EQ(examples.size(), 8U);
