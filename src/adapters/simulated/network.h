@@ -19,7 +19,7 @@ class SimulatedNetwork : public Network {
   void setName(const std::string& name, std::vector<std::string> addresses);
   // Whether the name service answers.
   void setAnswers(bool answers) { answers_ = answers; }
-  // Connections to this address are not accepted, whoever listens.
+  // Connections to this address are refused, also where a program listens.
   void closeAddress(const std::string& address) { closed_.insert(address); }
   void setFirewall(const Firewall& firewall) { firewall_ = firewall; }
 

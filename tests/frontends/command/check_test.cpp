@@ -59,7 +59,7 @@ TEST_F(CheckTest, ARunningServerListensAsItIsStored) {
   EXPECT_EQ(service["port"], port);
   for (const auto& address : service["addresses"]) {
     const bool isFor4 = address["address"].get<std::string>().find(':') == std::string::npos;
-    // The stand-in listens on IPv4 alone; a ladder that ends before has tried no connection.
+    // The sandbox's server listens on IPv4 only. Where an earlier question fails, no connection is tried.
     const bool isAccepted = service["failed"].is_null() && address["usable"] && isFor4;
     EXPECT_EQ(address["accepts"], isAccepted) << address;
   }
