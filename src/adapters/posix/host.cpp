@@ -2,8 +2,6 @@
 #include "src/adapters/posix/host.h"
 
 #include <ifaddrs.h>
-#include <netdb.h>
-#include <netinet/in.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -12,25 +10,13 @@
 #include <cstring>
 #include <memory>
 
+#include "src/adapters/posix/address_text.h"
+
 namespace norvik {
 
 namespace {
 
 constexpr std::size_t kLongestName = 255;  // of every system with POSIX
-
-socklen_t addressSize(const sockaddr& address) {
-  if (address.sa_family == AF_INET) return sizeof(sockaddr_in);
-  if (address.sa_family == AF_INET6) return sizeof(sockaddr_in6);
-  return 0;
-}
-
-// With its scope, "fe80::1%eth0", where it has one. Nothing for other families.
-std::optional<std::string> text(const sockaddr& address) {
-  std::array<char, NI_MAXHOST> buffer{};
-  const int result =
-      ::getnameinfo(&address, addressSize(address), buffer.data(), buffer.size(), nullptr, 0, NI_NUMERICHOST);
-  return result == 0 ? std::optional<std::string>(buffer.data()) : std::nullopt;
-}
 
 }  // namespace
 
@@ -49,7 +35,7 @@ std::vector<std::optional<std::string>> PosixHost::addresses() {
   const std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> owner(list, &::freeifaddrs);
   for (const ifaddrs* entry = list; entry != nullptr; entry = entry->ifa_next) {
     if (entry->ifa_addr == nullptr || addressSize(*entry->ifa_addr) == 0) continue;
-    found.push_back(text(*entry->ifa_addr));
+    found.push_back(addressText(*entry->ifa_addr));
   }
   return found;
 }

@@ -17,6 +17,7 @@
 #include <span>
 #include <thread>
 
+#include "src/adapters/posix/address_text.h"
 #include "src/adapters/posix/connection.h"
 
 namespace norvik {
@@ -25,21 +26,9 @@ namespace {
 
 using AddressList = std::unique_ptr<addrinfo, decltype(&::freeaddrinfo)>;
 
-socklen_t sizeOf(const sockaddr& address) {
-  if (address.sa_family == AF_INET) return sizeof(sockaddr_in);
-  if (address.sa_family == AF_INET6) return sizeof(sockaddr_in6);
-  return 0;
-}
-
 // Without its scope; empty for other families.
 std::string textOf(const sockaddr& address) {
-  const socklen_t size = sizeOf(address);
-  std::array<char, NI_MAXHOST> buffer{};
-  if (size == 0 ||
-      ::getnameinfo(&address, size, buffer.data(), buffer.size(), nullptr, 0, NI_NUMERICHOST) != 0) {
-    return {};
-  }
-  const std::string text = buffer.data();
+  const std::string text = addressText(address).value_or(std::string());
   return text.substr(0, text.find('%'));
 }
 
@@ -57,8 +46,8 @@ std::span<unsigned char> bytesOf(sockaddr_storage& address) {
 std::string networkOf(const sockaddr& address, const sockaddr* mask) {
   if (mask == nullptr || mask->sa_family != address.sa_family) return {};
   sockaddr_storage network{}, masks{};
-  std::memcpy(&network, &address, sizeOf(address));
-  std::memcpy(&masks, mask, sizeOf(address));
+  std::memcpy(&network, &address, addressSize(address));
+  std::memcpy(&masks, mask, addressSize(address));
   const auto number = bytesOf(network);
   const auto kept = bytesOf(masks);
   int length = 0;

@@ -49,14 +49,6 @@ std::string editable(const Editability& editability) {
   return editability.remark.empty() ? "yes" : "yes: " + editability.remark;
 }
 
-// The group's name in the sidebar.
-std::string groupTitle(const NVKServerPrefs& pane, const std::string& group) {
-  for (const ConfBarNode& root : pane.m_confBarRoots.value_or(std::vector<ConfBarNode>())) {
-    if (root.texts.front() == group) return root.texts.back();
-  }
-  return group;
-}
-
 using Page = std::vector<PaneSetting*>;
 
 std::vector<Page> pagesOf(const std::vector<PaneSetting*>& settings) {

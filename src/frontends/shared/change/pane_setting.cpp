@@ -95,4 +95,11 @@ std::vector<PaneSetting> paneSettings(const InterfaceDescription& interface, NVK
   return settings;
 }
 
+std::string groupTitle(const NVKServerPrefs& pane, const std::string& group) {
+  for (const ConfBarNode& root : pane.m_confBarRoots.value_or(std::vector<ConfBarNode>())) {
+    if (root.texts.front() == group) return root.texts.back();
+  }
+  return group;
+}
+
 }  // namespace norvik

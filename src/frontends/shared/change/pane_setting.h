@@ -54,4 +54,8 @@ class PaneSetting {
 // Every setting of the description that the pane shows, in the order of the pages.
 std::vector<PaneSetting> paneSettings(const InterfaceDescription& interface, NVKServerPrefs& pane);
 
+// The title of a group of pages in the pane's sidebar: "Current User" for "user". The group itself before the
+// pane is awake.
+std::string groupTitle(const NVKServerPrefs& pane, const std::string& group);
+
 }  // namespace norvik

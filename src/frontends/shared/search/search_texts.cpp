@@ -7,24 +7,13 @@
 
 namespace norvik {
 
-namespace {
-
-std::string titleOfGroup(const NVKServerPrefs& pane, const std::string& group) {
-  for (const ConfBarNode& root : pane.m_confBarRoots.value_or(std::vector<ConfBarNode>())) {
-    if (root.texts.front() == group) return root.texts.back();
-  }
-  return group;
-}
-
-}  // namespace
-
 bool isLocked(const SearchHit& hit, const NVKServerPrefs& pane) {
   return hit.page.group != "user" && !pane.authorized();
 }
 
 std::string placeOf(const SearchHit& hit, const NVKServerPrefs& pane) {
   const std::string page = hit.name.empty() ? "" : ", " + hit.page.title;
-  return (isLocked(hit, pane) ? "Locked: " : "") + titleOfGroup(pane, hit.page.group) + page;
+  return (isLocked(hit, pane) ? "Locked: " : "") + groupTitle(pane, hit.page.group) + page;
 }
 
 std::string lockedSentence(const SearchHit& hit) {
