@@ -2,6 +2,7 @@
 #include "src/frontends/shared/change/failure.h"
 
 #include <array>
+#include <utility>
 
 namespace norvik {
 
@@ -16,6 +17,10 @@ constexpr std::array<std::string_view, 13> kWords = {
 
 std::string_view codeWord(FailureCode code) {
   return kWords.at(static_cast<std::size_t>(code));
+}
+
+ChangeError failure(FailureCode code, std::string sentence, std::string setting) {
+  return {code, std::move(sentence), std::move(setting), "", ""};
 }
 
 }  // namespace norvik

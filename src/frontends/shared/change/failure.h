@@ -37,4 +37,7 @@ struct ChangeError {
   explicit operator bool() const { return code != FailureCode::none; }
 };
 
+// A failure whose reason is no setting, or the setting of that name.
+ChangeError failure(FailureCode code, std::string sentence, std::string setting = "");
+
 }  // namespace norvik
