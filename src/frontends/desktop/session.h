@@ -13,6 +13,7 @@
 #include "src/frontends/desktop/end_requests.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/single_instance.h"
+#include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
@@ -57,6 +58,7 @@ class Session {
   SettingsWindow window_;
   const std::unique_ptr<QSettings> state_;
   std::unique_ptr<WindowChanges> changes_;
+  std::unique_ptr<WindowBack> back_;
   std::unique_ptr<WindowServer> server_;
   BackgroundWork background_;
   std::unique_ptr<WindowReach> reach_;

@@ -26,6 +26,7 @@ namespace norvik::desktop {
 
 class AddressLabel;
 class MessageArea;
+class MoreMenu;
 class ReachLine;
 class SearchPanel;
 class Sidebar;
@@ -60,6 +61,10 @@ class SettingsWindow : public QWidget, public ControlObserver {
   MessageArea& messages() { return *messages_; }
   // The number of pending changes, beside Apply. Null before fill().
   QPushButton& changesButton() { return *changes_; }
+  // The menu beside Help. Null before fill().
+  MoreMenu& moreMenu() { return *more_; }
+  // The page that shows.
+  Page& page() const;
   // The server's state and address, beside the lock. Null before fill().
   ReachLine& reachLine() { return *reachLine_; }
 
@@ -128,6 +133,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void assignMnemonics();
   void orderTabs();
   void showPage();
+  void showMenuAtFocus();
   void showHit(const SearchHit& hit);
   void showHitBehindLock();
   void followMessages();
@@ -141,6 +147,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   MessageArea* messages_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QPushButton* changes_ = nullptr;
+  MoreMenu* more_ = nullptr;
   ReachLine* reachLine_ = nullptr;
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
