@@ -4,7 +4,10 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QContextMenuEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QPainter>
 #include <QStyleFactory>
 #include <QTest>
 #include <QTimer>
@@ -29,7 +32,19 @@ class ChangePictures : public SimulatedPanel, public testing::WithParamInterface
   void take(QWidget& widget, const QString& name) {
     panel.settle();
     expectNothingCutOff(widget);
-    const QPixmap picture = widget.grab();
+    keep(widget.grab(), name);
+  }
+
+  // The window with a menu that is open over it, which a screen has in a window of its own.
+  void takeWithMenu(const QMenu& menu, const QString& name) {
+    QPixmap picture = panel.window.grab();
+    QPainter painter(&picture);
+    painter.drawPixmap(panel.window.mapFromGlobal(menu.pos()), const_cast<QMenu&>(menu).grab());
+    painter.end();
+    keep(picture, name);
+  }
+
+  static void keep(const QPixmap& picture, const QString& name) {
     EXPECT_FALSE(picture.isNull());
     const QString folder = qEnvironmentVariable("NORVIK_PICTURES");
     if (folder.isEmpty()) return;
@@ -91,6 +106,20 @@ class ChangePictures : public SimulatedPanel, public testing::WithParamInterface
 TEST_P(ChangePictures, TheListOfChanges) {
   edit();
   takeDialog(QStringLiteral("window-changes"), [this] { panel.changes->showChanges(); });
+}
+
+TEST_P(ChangePictures, TheMenuOfARow) {
+  edit();
+  QWidget* box = panel.widget("ib_admin_chkbox_nvkPort");
+  const QPoint place(box->width() / 2, box->height());
+  QContextMenuEvent event(QContextMenuEvent::Mouse, place, box->mapToGlobal(place));
+  QApplication::sendEvent(box, &event);
+  panel.settle();
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  expectNothingCutOff(panel.window);
+  takeWithMenu(*menu, QStringLiteral("window-row-menu"));
+  menu->close();
 }
 
 TEST_P(ChangePictures, ACollision) {
