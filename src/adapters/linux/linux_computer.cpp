@@ -45,7 +45,7 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
                         : nullptr),
       locks_(root, [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
-      network_([root](uint16_t) { return visibleFirewall(root); }),
+      network_([root](uint16_t port) { return visibleFirewall(root, port); }),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),
