@@ -54,7 +54,8 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
       notifications(options.busAddress),
       bundles(root, options.bundleFolders),
       log(options.syslogIdent, options.logObserver),
-      assertions(log) {}
+      assertions(log),
+      userState(root, withoutSlash(options.stateFolder), options.user) {}
 
 AuthorizationService& LinuxComputer::authorizationService() {
   if (systemRights_) return systemRights_->authorization();

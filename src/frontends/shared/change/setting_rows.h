@@ -46,5 +46,7 @@ bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane);
 bool isFollowing(const NVKServerPrefs& pane, const Setting& row);
 // Whether a load leaves the row's control where it is, so that the field tells more than the control.
 bool isLeftByLoads(const NVKServerPrefs& pane, const Setting& row);
+// The value that a setting has in the files, of a pane that has just loaded them, as PaneSetting has it.
+int64_t storedValueOf(const NVKServerPrefs& pane, const PaneSetting& setting);
 
 }  // namespace norvik

@@ -239,6 +239,16 @@ Wish wishOf(Platform& computer, const InterfaceDescription& interface, const Pro
   return wish;
 }
 
+Wish wishToReturn(Platform& computer, const InterfaceDescription& interface,
+                  const ProfileSettings& settings) {
+  Wish wish = wishOf(computer, interface, settings, Unnamed::stay);
+  EditedShadow shadow(computer, interface);
+  std::erase_if(wish.edits, [&](const Edit& edit) {
+    return followsThen(shadow.edited(), *shadow.edited().find(edit.name), wish.edits);
+  });
+  return wish;
+}
+
 ChangeError applyEdits(EditedPane& edited, const std::vector<Edit>& edits, BehindBoxes behindBoxes,
                        std::vector<std::string>& notes) {
   std::vector<const Edit*> declined;

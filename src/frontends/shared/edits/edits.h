@@ -38,6 +38,10 @@ enum class Unnamed { stay, toDefaults };
 Wish wishOf(Platform& computer, const InterfaceDescription& interface, const ProfileSettings& profile,
             Unnamed unnamed);
 
+// The same for settings that get values back which they had together. A setting that follows another one then
+// is left alone, as it has no value of its own.
+Wish wishToReturn(Platform& computer, const InterfaceDescription& interface, const ProfileSettings& settings);
+
 // What to do about a setting whose control is disabled because a box is off.
 enum class BehindBoxes {
   refused,  // it cannot be set as things are
