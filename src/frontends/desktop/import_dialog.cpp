@@ -78,7 +78,8 @@ void ImportDialog::showPreview() {
   const Preview preview = source_(unnamed());
   list_->showChanges(preview.changes);
   const bool any = !preview.changes.empty();
-  sentence_->setText(text(sentence(any ? profile_texts::kImportText : profile_texts::kNothingDiffers, {file_})));
+  sentence_->setText(
+      text(sentence(any ? profile_texts::kImportText : profile_texts::kNothingDiffers, {file_})));
   const std::string lock = preview.needsLock ? translated(profile_texts::kNeedsLock) : std::string();
   note_->setNote(text(preview.error.empty() ? lock : preview.error),
                  preview.error.empty() ? MessageKind::note : MessageKind::failure);

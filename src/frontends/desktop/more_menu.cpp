@@ -13,8 +13,6 @@ namespace norvik::desktop {
 
 namespace {
 
-namespace texts = take_back_texts;
-
 struct EntryRow {
   MoreEntry entry;
   std::string_view words;
@@ -24,24 +22,25 @@ struct EntryRow {
 };
 
 constexpr EntryRow kEntries[] = {
-    {MoreEntry::takeBackPage, texts::kTakeBackPage, "moreTakeBackPage"},
-    {MoreEntry::takeBackAll, texts::kTakeBackAll, "moreTakeBackAll"},
-    {MoreEntry::pageToDefaults, texts::kPageToDefaults, "morePageToDefaults", true},
-    {MoreEntry::allToDefaults, texts::kAllToDefaults, "moreAllToDefaults"},
-    {MoreEntry::history, texts::kHistory, "moreHistory", true, Qt::CTRL | Qt::Key_H},
-    {MoreEntry::exportProfile, texts::kExport, "moreExport", true},
-    {MoreEntry::importProfile, texts::kImport, "moreImport"},
-    {MoreEntry::copyCommand, texts::kCopyCommand, "moreCopyCommand", true},
+    {MoreEntry::takeBackPage, take_back_texts::kTakeBackPage, "moreTakeBackPage"},
+    {MoreEntry::takeBackAll, take_back_texts::kTakeBackAll, "moreTakeBackAll"},
+    {MoreEntry::pageToDefaults, take_back_texts::kPageToDefaults, "morePageToDefaults", true},
+    {MoreEntry::allToDefaults, take_back_texts::kAllToDefaults, "moreAllToDefaults"},
+    {MoreEntry::history, take_back_texts::kHistory, "moreHistory", true, Qt::CTRL | Qt::Key_H},
+    {MoreEntry::exportProfile, take_back_texts::kExport, "moreExport", true},
+    {MoreEntry::importProfile, take_back_texts::kImport, "moreImport"},
+    {MoreEntry::copyCommand, take_back_texts::kCopyCommand, "moreCopyCommand", true},
 };
 
 }  // namespace
 
 MoreMenu::MoreMenu(QWidget* parent)
-    : QPushButton(withoutMnemonic(desktop::text(translated(texts::kMore))), parent), menu_(new QMenu(this)) {
+    : QPushButton(withoutMnemonic(desktop::text(translated(take_back_texts::kMore))), parent),
+      menu_(new QMenu(this)) {
   setObjectName(QStringLiteral("moreButton"));
-  setAccessibleName(desktop::text(translated(texts::kMore)));
-  setAccessibleDescription(desktop::text(translated(texts::kMoreHelp)));
-  setToolTip(desktop::text(translated(texts::kMoreHelp)));
+  setAccessibleName(desktop::text(translated(take_back_texts::kMore)));
+  setAccessibleDescription(desktop::text(translated(take_back_texts::kMoreHelp)));
+  setToolTip(desktop::text(translated(take_back_texts::kMoreHelp)));
   setAutoDefault(false);
   clickAtMnemonic(this);
   menu_->setObjectName(QStringLiteral("moreMenu"));

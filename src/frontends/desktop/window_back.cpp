@@ -10,10 +10,6 @@
 
 namespace norvik::desktop {
 
-namespace {
-namespace texts = take_back_texts;
-}  // namespace
-
 WindowBack::WindowBack(SettingsWindow& window, WindowChanges& changes, NVKServerPrefs& pane,
                        SettingsChange& change, Platform& computer)
     : window_(window),
@@ -118,15 +114,23 @@ void WindowBack::toDefaults(const std::vector<std::string>& names) {
   const bool leavesSome = std::ranges::any_of(edits, [this](const Edit& edit) {
     return !pane_.authorized() && edited_.find(edit.name)->description().isAdministrators();
   });
-  if (leavesSome) changes_.say({MessageKind::note, translated(texts::kLockedStay), {}, {}}, {}, nullptr);
+  if (leavesSome)
+    changes_.say({MessageKind::note, translated(take_back_texts::kLockedStay), {}, {}}, {}, nullptr);
 }
 
-void WindowBack::enter(const std::vector<Edit>& edits) {
+bool WindowBack::enter(const std::vector<Edit>& edits) {
+  if (needsLock(edited_, edits) && !changes_.unlocked()) return false;
   std::vector<std::string> notes;
   const ChangeError error = makePending(edited_, edits, notes);
   window_.messages().edited();
   window_.refresh();
-  if (error) return changes_.say({MessageKind::failure, error.sentence, {}, {}}, error.outlet, nullptr);
+  if (error) changes_.say({MessageKind::failure, error.sentence, {}, {}}, error.outlet, nullptr);
+  return !error;
+}
+
+ImportDialog::Preview WindowBack::previewOf(const Wish& wish) {
+  if (!wish.errors.empty()) return {{}, false, wish.errors.front().sentence};
+  return {changesBy(edited_, window_.interface(), wish.edits), needsLock(edited_, wish.edits), {}};
 }
 
 // ---- The menu beside Help

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "src/frontends/desktop/import_dialog.h"
 #include "src/frontends/desktop/row_back.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/window_changes.h"
@@ -26,6 +27,14 @@ class WindowBack : public QObject {
              Platform& computer);
   ~WindowBack() override;
 
+  // Makes edits pending, all or none. Whether they are; if not, it was said. Those that the closed lock keeps
+  // a person from need the lock, for which it asks.
+  bool enter(const std::vector<Edit>& edits);
+  // What the edits of a wish would change, for a person to agree.
+  ImportDialog::Preview previewOf(const Wish& wish);
+  // The names of the settings on the page that shows.
+  std::vector<std::string> settingsOnPage();
+
  private:
   void connectRow(RowBack& row);
   WaysBack waysOf(const RowBack& row);
@@ -36,10 +45,8 @@ class WindowBack : public QObject {
   void takeBack(const std::vector<std::string>& settings);
   void takeBackAll();
   std::vector<std::string> pendingOnPage();
-  std::vector<std::string> settingsOnPage();
   bool hasOtherThanDefault(const std::vector<std::string>& names);
   void toDefaults(const std::vector<std::string>& names);
-  void enter(const std::vector<Edit>& edits);
 
   SettingsWindow& window_;
   WindowChanges& changes_;

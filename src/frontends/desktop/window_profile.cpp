@@ -36,10 +36,10 @@ ReadFile readFile(const QString& path) {
 // Why it could not be written; empty where it was. The file is old or new, never half.
 QString writeFile(const QString& path, const std::string& words) {
   QSaveFile file(path);
-  const bool isWritten = file.open(QIODevice::WriteOnly) &&
-                         file.write(words.data(), static_cast<qint64>(words.size())) ==
-                             static_cast<qint64>(words.size()) &&
-                         file.commit();
+  const bool isWritten =
+      file.open(QIODevice::WriteOnly) &&
+      file.write(words.data(), static_cast<qint64>(words.size())) == static_cast<qint64>(words.size()) &&
+      file.commit();
   return isWritten ? QString() : file.errorString();
 }
 
@@ -100,7 +100,8 @@ void WindowProfile::write(const QString& path, bool isPageOnly, bool isChangedOn
     return say(MessageKind::failure, sentence(profile_texts::kNotWritten, {file, error.toStdString()}));
   std::string details;
   for (const auto& [name, why] : profile.leftOut) details += name + ": " + why + "\n";
-  say(MessageKind::done, counted(profile_texts::kOneExported, profile_texts::kManyExported, profile.values.size(), {file}),
+  say(MessageKind::done,
+      counted(profile_texts::kOneExported, profile_texts::kManyExported, profile.values.size(), {file}),
       details);
 }
 
@@ -114,8 +115,7 @@ void WindowProfile::importProfile() {
     return say(MessageKind::failure,
                sentence(profile_texts::kNotRead, {path.toStdString(), file.error.toStdString()}));
   const auto size = static_cast<std::size_t>(file.bytes.size());
-  const ProfileReading reading =
-      readProfile({file.bytes.constData(), size}, settingsOf(window_.interface()));
+  const ProfileReading reading = readProfile({file.bytes.constData(), size}, settingsOf(window_.interface()));
   if (!reading.faults.empty()) return sayFaults(path, reading.faults);
   takeOver(path, reading.settings);
 }
@@ -126,7 +126,8 @@ void WindowProfile::sayFaults(const QString& path, const std::vector<ProfileFaul
     return say(MessageKind::failure, sentence(profile_texts::kFault, {file, faults.front().withLine()}));
   std::string lines;
   for (const ProfileFault& fault : faults) lines += fault.withLine() + "\n";
-  say(MessageKind::failure, counted(profile_texts::kOneFault, profile_texts::kManyFaults, faults.size(), {file}), lines);
+  say(MessageKind::failure,
+      counted(profile_texts::kOneFault, profile_texts::kManyFaults, faults.size(), {file}), lines);
 }
 
 void WindowProfile::takeOver(const QString& path, const ProfileSettings& profile) {

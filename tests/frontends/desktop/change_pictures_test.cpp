@@ -2,13 +2,15 @@
 // dark colours. With NORVIK_PICTURES=DIR the pictures are written to that folder, for documents.
 #include <QAbstractButton>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QDir>
-#include <QContextMenuEvent>
+#include <QFile>
 #include <QLabel>
 #include <QMenu>
 #include <QPainter>
 #include <QStyleFactory>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -120,6 +122,19 @@ TEST_P(ChangePictures, TheMenuOfARow) {
   expectNothingCutOff(panel.window);
   takeWithMenu(*menu, QStringLiteral("window-row-menu"));
   menu->close();
+}
+
+TEST_P(ChangePictures, AnImport) {
+  openEverything();
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("office.json"));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(R"({"norvikProfile": 1, "settings": {"nvk.port": 5000, "nvk.sound": true, "image.depth": 8}})");
+  file.close();
+  panel.profile->chooseExisting = [&path] { return path; };
+  takeDialog(QStringLiteral("window-import"), [this] { panel.profile->importProfile(); });
+  takeDialog(QStringLiteral("window-export"), [this] { panel.profile->exportProfile(); });
 }
 
 TEST_P(ChangePictures, ACollision) {

@@ -13,6 +13,7 @@
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
@@ -48,6 +49,7 @@ class Panel {
   SettingsWindow window;
   std::unique_ptr<WindowChanges> changes;
   std::unique_ptr<WindowBack> back;
+  std::unique_ptr<WindowProfile> profile;
   std::unique_ptr<WindowServer> server;
   std::unique_ptr<WindowReach> reach;  // looks at once, on this thread
 

@@ -8,6 +8,21 @@
 
 namespace norvik {
 
+namespace {
+
+// Null where it holds the value already.
+const PaneSetting* settingToChange(EditedPane& edited, const Edit& edit) {
+  const PaneSetting* setting = edited.find(edit.name);
+  if (setting == nullptr || setting->value().value_or(kNoChoice) == edit.value) return nullptr;
+  return setting;
+}
+
+bool isLocked(EditedPane& edited, const PaneSetting& setting) {
+  return setting.description().isAdministrators() && !edited.pane().authorized();
+}
+
+}  // namespace
+
 ChangeError makePending(EditedPane& edited, const std::vector<Edit>& edits, std::vector<std::string>& notes) {
   NVKServerPrefs& pane = edited.pane();
   std::vector<std::vector<ControlState>> before;
@@ -38,12 +53,31 @@ std::vector<Edit> defaultsOf(Platform& computer, const InterfaceDescription& int
 std::vector<Edit> possibleNow(EditedPane& edited, const std::vector<Edit>& edits) {
   std::vector<Edit> possible;
   for (const Edit& edit : edits) {
-    const PaneSetting* setting = edited.find(edit.name);
-    if (setting == nullptr || setting->value().value_or(kNoChoice) == edit.value) continue;
-    if (setting->description().isAdministrators() && !edited.pane().authorized()) continue;
-    possible.push_back(edit);
+    const PaneSetting* setting = settingToChange(edited, edit);
+    if (setting != nullptr && !isLocked(edited, *setting)) possible.push_back(edit);
   }
   return possible;
+}
+
+std::vector<SettingChange> changesBy(EditedPane& edited, const InterfaceDescription& interface,
+                                     const std::vector<Edit>& edits) {
+  std::vector<SettingChange> changes;
+  for (const Edit& edit : edits) {
+    const PaneSetting* setting = settingToChange(edited, edit);
+    if (setting == nullptr) continue;
+    const SettingDescription& description = setting->description();
+    changes.push_back({setting->name(), labelOf(description, interface), description.page.title,
+                       description.first().outlet, setting->text(), setting->textOf(edit.value),
+                       setting->typedValue(), setting->typedValueOf(edit.value), edit.because});
+  }
+  return changes;
+}
+
+bool needsLock(EditedPane& edited, const std::vector<Edit>& edits) {
+  return std::ranges::any_of(edits, [&](const Edit& edit) {
+    const PaneSetting* setting = settingToChange(edited, edit);
+    return setting != nullptr && isLocked(edited, *setting);
+  });
 }
 
 }  // namespace norvik

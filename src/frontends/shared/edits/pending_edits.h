@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "src/frontends/shared/change/change_report.h"
 #include "src/frontends/shared/edits/edits.h"
 
 namespace norvik {
@@ -25,5 +26,11 @@ std::vector<Edit> defaultsOf(Platform& computer, const InterfaceDescription& int
 
 // The edits without those that hold already and, while the pane is locked, without the administrator's.
 std::vector<Edit> possibleNow(EditedPane& edited, const std::vector<Edit>& edits);
+
+// What the edits would change of what the controls hold, for a list that a person reads.
+std::vector<SettingChange> changesBy(EditedPane& edited, const InterfaceDescription& interface,
+                                     const std::vector<Edit>& edits);
+// Whether one of them changes a setting that the closed lock keeps.
+bool needsLock(EditedPane& edited, const std::vector<Edit>& edits);
 
 }  // namespace norvik

@@ -10,8 +10,6 @@ namespace norvik {
 
 namespace {
 
-namespace texts = take_back_texts;
-
 bool isNamed(const std::vector<std::string>& names, const std::string& name) {
   return std::ranges::find(names, name) != names.end();
 }
@@ -36,8 +34,8 @@ WayBack toDefault(const PaneSetting& shown, const std::vector<const PaneSetting*
                   const NVKServerPrefs& pane, const std::map<std::string, int64_t>& defaults) {
   WayBack way;
   const auto value = defaults.find(shown.name());
-  way.words = value != defaults.end() ? sentence(texts::kToDefault, {shown.textOf(value->second)})
-                                      : translated(texts::kToDefaultUnnamed);
+  way.words = value != defaults.end() ? sentence(take_back_texts::kToDefault, {shown.textOf(value->second)})
+                                      : translated(take_back_texts::kToDefaultUnnamed);
   const bool isThere =
       std::ranges::all_of(together, [&](const PaneSetting* s) { return isDefault(*s, pane); });
   const bool mayEdit = std::ranges::any_of(together, [](const PaneSetting* s) { return canBeEdited(*s); });
@@ -66,7 +64,7 @@ std::string buttonName(const std::vector<PaneSetting>& settings, const NVKServer
                        const std::vector<std::string>& names, const std::vector<SettingChange>& pending) {
   if (pending.empty()) return {};
   const SettingChange* edit = editOf(editedTogether(settings, pane, names), pending);
-  return edit != nullptr ? sentence(texts::kButtonName, {edit->label, edit->from}) : std::string();
+  return edit != nullptr ? sentence(take_back_texts::kButtonName, {edit->label, edit->from}) : std::string();
 }
 
 WaysBack waysBack(const std::vector<PaneSetting>& settings, const NVKServerPrefs& pane,
@@ -77,7 +75,8 @@ WaysBack waysBack(const std::vector<PaneSetting>& settings, const NVKServerPrefs
   if (together.empty()) return ways;
   const PaneSetting& shown = *together.back();
   const SettingChange* edit = editOf(together, pending);
-  ways.stored = {sentence(texts::kToStored, {edit != nullptr ? edit->from : shown.text()}), edit != nullptr};
+  ways.stored = {sentence(take_back_texts::kToStored, {edit != nullptr ? edit->from : shown.text()}),
+                 edit != nullptr};
   ways.standard = toDefault(shown, together, pane, defaults);
   return ways;
 }

@@ -26,7 +26,8 @@ inline constexpr std::string_view kFileKind = english("Settings files (*.json)")
 // {2} is the file.
 inline constexpr std::string_view kOneExported = english("{1} setting was exported to {2}.");
 inline constexpr std::string_view kManyExported = english("{1} settings were exported to {2}.");
-inline constexpr std::string_view kOneLeftOut = english("{1} setting has no value of its own and is left out.");
+inline constexpr std::string_view kOneLeftOut =
+    english("{1} setting has no value of its own and is left out.");
 inline constexpr std::string_view kManyLeftOut =
     english("{1} settings have no value of their own and are left out.");
 // {1} is the file, {2} the reason.
