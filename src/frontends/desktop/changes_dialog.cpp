@@ -2,15 +2,13 @@
 #include "src/frontends/desktop/changes_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTreeWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/changes_table.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/shared/change/tool_results.h"
@@ -22,10 +20,7 @@ namespace {
 
 namespace texts = window_texts;
 
-enum ListColumn { kSetting, kPage, kOld, kNew, kWhy, kListColumns };
-
 constexpr double kListLetters = 96;  // the dialog, in average letters
-constexpr int kRowsHigh = 8;         // of the list
 constexpr int kLinesHigh = 17;       // of the effects
 
 // Rich text takes margins in pixels alone.
@@ -64,21 +59,12 @@ QString effectsOf(const Preview& preview) {
 ChangesDialog::ChangesDialog(QWidget* window, Source source)
     : QDialog(window, Qt::Sheet),
       source_(std::move(source)),
-      list_(new QTreeWidget(this)),
+      list_(new ChangesTable(QStringLiteral("changesList"), this)),
       effects_(new QLabel) {
   setObjectName(QStringLiteral("changesDialog"));
   setWindowTitle(text(texts::kChangesTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
-  list_->setObjectName(QStringLiteral("changesList"));
-  list_->setAccessibleName(text(texts::kChangesTitle));
-  list_->setAccessibleDescription(text(texts::kChangesHelp));
-  list_->setRootIsDecorated(false);
-  list_->setUniformRowHeights(true);
-  list_->setAllColumnsShowFocus(true);
-  list_->setHeaderLabels({text(texts::kSettingColumn), text(texts::kPageColumn), text(texts::kOldColumn),
-                          text(texts::kNewColumn), text(texts::kReasonColumn)});
-  list_->setMinimumHeight(kRowsHigh * fontMetrics().height());
   column->addWidget(list_, 1);
   effects_->setObjectName(QStringLiteral("changesEffects"));
   effects_->setTextFormat(Qt::RichText);
@@ -146,27 +132,14 @@ void ChangesDialog::showPreview() {
   if (!any) list_->parentWidget()->setFocus();
 }
 
-// The row that was chosen stays chosen, or the one that took its place.
 void ChangesDialog::showChanges() {
-  const int before = std::max(0, list_->indexOfTopLevelItem(list_->currentItem()));
-  list_->clear();
-  for (const SettingChange& change : preview_.changes) {
-    const QStringList words{text(change.label), text(change.page), text(change.from), text(change.to),
-                            text(change.because)};
-    auto* item = new QTreeWidgetItem(list_, words);
-    for (int i = 0; i < kListColumns; ++i) item->setToolTip(i, words[i]);
-  }
-  const int rows = list_->topLevelItemCount();
-  if (rows > 0) list_->setCurrentItem(list_->topLevelItem(std::min(before, rows - 1)));
-  for (int i = 0; i < kListColumns; ++i) list_->resizeColumnToContents(i);
-  list_->setColumnHidden(
-      kWhy, std::ranges::all_of(preview_.changes, [](const auto& c) { return c.because.empty(); }));
+  list_->showChanges(preview_.changes);
   goTo_->setEnabled(chosen() != nullptr);
   takeBack_->setEnabled(chosen() != nullptr);
 }
 
 const SettingChange* ChangesDialog::chosen() const {
-  const int row = list_->indexOfTopLevelItem(list_->currentItem());
+  const int row = list_->chosen();
   if (row < 0 || static_cast<std::size_t>(row) >= preview_.changes.size()) return nullptr;
   return &preview_.changes[static_cast<std::size_t>(row)];
 }

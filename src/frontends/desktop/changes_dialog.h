@@ -10,10 +10,11 @@
 
 class QLabel;
 class QPushButton;
-class QTreeWidget;
 class QVBoxLayout;
 
 namespace norvik::desktop {
+
+class ChangesTable;
 
 class ChangesDialog : public QDialog {
  public:
@@ -41,7 +42,7 @@ class ChangesDialog : public QDialog {
 
   Source source_;
   Preview preview_;
-  QTreeWidget* list_;
+  ChangesTable* list_;
   QLabel* effects_;
   QPushButton* goTo_ = nullptr;
   QPushButton* takeBack_ = nullptr;

@@ -111,6 +111,9 @@ void Session::fill() {
   useIcon();
   wake();
   changes_ = std::make_unique<WindowChanges>(window_, pane_, change_, computer_.alerts(), computer_.busy());
+  back_ = std::make_unique<WindowBack>(window_, *changes_, pane_, change_, computer_.platform());
+  profile_ =
+      std::make_unique<WindowProfile>(window_, *changes_, *back_, pane_, change_, computer_.platform());
   OrderedServer server{pane_,
                        recording_,
                        interface_,

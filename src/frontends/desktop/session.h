@@ -13,7 +13,9 @@
 #include "src/frontends/desktop/end_requests.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/single_instance.h"
+#include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
@@ -59,6 +61,8 @@ class Session {
   SettingsWindow window_;
   const std::unique_ptr<QSettings> state_;
   std::unique_ptr<WindowChanges> changes_;
+  std::unique_ptr<WindowBack> back_;
+  std::unique_ptr<WindowProfile> profile_;
   std::unique_ptr<WindowServer> server_;
   BackgroundWork background_;
   std::unique_ptr<WindowReach> reach_;

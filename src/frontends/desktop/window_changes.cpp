@@ -166,6 +166,7 @@ void WindowChanges::showPending() {
     if (const auto page = window_.pageOf(change.outlet)) ++byPage[*page];
   }
   window_.showPending(changes.size(), byPage);
+  if (counted) counted(changes);
   const std::string lines = changeLines(changes, changes.size());
   if (std::exchange(pending_, lines) != lines && edited) edited();
 }

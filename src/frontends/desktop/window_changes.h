@@ -48,6 +48,8 @@ class WindowChanges : public QObject {
 
   // Called after each change of the settings files: what is in force may be different now.
   std::function<void()> changed;
+  // Called after each look at what is pending, with what can be taken back.
+  std::function<void(const std::vector<SettingChange>& changes)> counted;
   // Called when other changes are pending than before.
   std::function<void()> edited;
   // Has the server take up what is stored.

@@ -58,6 +58,8 @@ Panel::Panel(const PanelComputer& computer)
       }) {
   window.fill();
   changes = std::make_unique<WindowChanges>(window, pane, change, computer.alerts, computer.busy);
+  back = std::make_unique<WindowBack>(window, *changes, pane, change, computer.platform);
+  profile = std::make_unique<WindowProfile>(window, *changes, *back, pane, change, computer.platform);
   server = std::make_unique<WindowServer>(
       window, *changes, change,
       OrderedServer{pane, recording, interface, computer.services,

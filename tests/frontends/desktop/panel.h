@@ -11,7 +11,9 @@
 
 #include "src/frontends/desktop/qt_platform.h"
 #include "src/frontends/desktop/settings_window.h"
+#include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
@@ -46,6 +48,8 @@ class Panel {
   SettingsChange change;
   SettingsWindow window;
   std::unique_ptr<WindowChanges> changes;
+  std::unique_ptr<WindowBack> back;
+  std::unique_ptr<WindowProfile> profile;
   std::unique_ptr<WindowServer> server;
   std::unique_ptr<WindowReach> reach;  // looks at once, on this thread
 

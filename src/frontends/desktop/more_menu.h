@@ -1,0 +1,43 @@
+// The button beside Help with what a person needs now and then: ways back, the history, profiles, the change
+// as a command. Each entry is hidden until somebody says what it does.
+#pragma once
+
+#include <QPushButton>
+#include <functional>
+#include <map>
+
+class QAction;
+class QMenu;
+
+namespace norvik::desktop {
+
+// In the order of the menu.
+enum class MoreEntry {
+  takeBackPage,
+  takeBackAll,
+  pageToDefaults,
+  allToDefaults,
+  history,
+  exportProfile,
+  importProfile,
+  copyCommand,
+};
+
+class MoreMenu : public QPushButton {
+ public:
+  explicit MoreMenu(QWidget* parent);
+
+  // What an entry does; shows it.
+  void setEntry(MoreEntry entry, std::function<void()> act);
+  void setOffered(MoreEntry entry, bool isOffered);
+
+  // Called right before the menu opens, to offer what can be done now.
+  std::function<void()> opening;
+
+ private:
+  QMenu* menu_;
+  std::map<MoreEntry, QAction*> entries_;
+  std::map<MoreEntry, std::function<void()>> acts_;
+};
+
+}  // namespace norvik::desktop
