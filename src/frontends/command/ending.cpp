@@ -112,10 +112,6 @@ ExitStatus finish(const Output& output, const ChangeError& error) {
   return finish(output, report);
 }
 
-ChangeError failure(FailureCode code, std::string sentence, std::string setting) {
-  return {code, std::move(sentence), std::move(setting), "", ""};
-}
-
 Json jsonOf(const SettingValue& value) {
   return std::visit([](const auto& held) { return Json(held); }, value);
 }

@@ -16,6 +16,7 @@
 #include "src/frontends/command/standard_streams.h"
 #include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
+#include "src/frontends/shared/history/history.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 #include "src/frontends/shared/interface/unread_settings.h"
 
@@ -33,6 +34,7 @@ struct Installation {
   explicit Installation(const LinuxComputerOptions& options) : computer(options) {}
 
   LinuxComputer computer;
+  History history{computer.userState, "norvikctl"};
   TerminalApplication application;
   TerminalWorkspace workspace{std::cout};
   Questions noQuestions{Answers(), std::cerr};
@@ -47,6 +49,8 @@ struct Installation {
             },
             portInUse,
             computer.services(),
+            computer.userState,
+            history,
             deferSignals,
             wasInterrupted,
             wasStopped};

@@ -40,6 +40,7 @@ class Panel {
   Panel& operator=(const Panel&) = delete;
 
   InterfaceDescription interface = shippedInterface();
+  NoChangeRecords records;
   RecordingPlatform recording;
   NVKServerPrefs pane{interface};
   SettingsChange change;

@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/reach/address_use.h"
 #include "src/frontends/shared/server/client_services.h"
 #include "src/frontends/shared/server/server_order.h"
@@ -205,12 +206,27 @@ class Climb {
   Answer firewall() {
     const auto port = static_cast<uint16_t>(service_.stored.port);
     const Firewall seen = network_.firewall(port);
-    if (seen.view == FirewallView::letsIn) return yes("The firewall " + seen.name + " lets connections in.");
+    if (seen.view == FirewallView::letsIn)
+      return yes(sentence("The firewall {1} lets connections in.", {seen.name}));
+    if (seen.view == FirewallView::keepsOut) {
+      return no(
+          sentence("The firewall {1} keeps connections to port {2} out.", {seen.name, std::to_string(port)}),
+          sentence("Let TCP port {1} in.", {std::to_string(port)}));
+    }
     if (seen.name.empty())
-      return notKnown("Whether a firewall keeps others out cannot be seen without administrator rights.");
-    return notKnown("The firewall " + seen.name + " is on; whether it lets connections in cannot be seen " +
-                        "without administrator rights.",
-                    "An administrator sees it with \"" + seen.name + " status\".");
+      return notKnown(
+          translated("Whether a firewall keeps others out cannot be seen without administrator rights."));
+    return notKnown(sentence("The firewall {1} is on; whether it lets connections in cannot be seen "
+                             "without administrator rights.",
+                             {seen.name}),
+                    adviceAbout(seen.name));
+  }
+
+  // What shows an administrator the rules of a firewall that is known to us.
+  static std::string adviceAbout(const std::string& firewall) {
+    const std::string command =
+        firewall == "firewalld" ? "firewall-cmd --list-all-zones" : firewall + " status";
+    return sentence("An administrator sees it with \"{1}\".", {command});
   }
 
   std::vector<std::string> usableAddresses() const {
