@@ -2,11 +2,12 @@
 // appears with something missing.
 #include "src/frontends/shared/icons/line_drawing.h"
 
-#include <charconv>
+#include <algorithm>
 #include <cmath>
 #include <map>
 
 #include "resources/resources.h"
+#include "src/server/mac/text/reals.h"
 
 namespace norvik {
 
@@ -20,11 +21,9 @@ constexpr double kRound = 0.5522847498;
 constexpr std::string_view kSpace = " \t\r\n";
 
 std::optional<double> numberIn(std::string_view words) {
-  double number = 0;
-  const auto [end, fault] = std::from_chars(words.data(), words.data() + words.size(), number);
-  if (fault != std::errc() || end != words.data() + words.size() || !std::isfinite(number))
-    return std::nullopt;
-  return number;
+  const auto number = leadingReal(words);
+  if (!number || number->length != words.size() || !std::isfinite(number->value)) return std::nullopt;
+  return number->value;
 }
 
 std::vector<std::string_view> wordsOf(std::string_view text) {
