@@ -114,6 +114,8 @@ void Session::fill() {
   back_ = std::make_unique<WindowBack>(window_, *changes_, pane_, change_, computer_.platform());
   profile_ =
       std::make_unique<WindowProfile>(window_, *changes_, *back_, pane_, change_, computer_.platform());
+  pastChanges_ = std::make_unique<WindowHistory>(window_, *changes_, *back_, computer_.computer().userState,
+                                                 computer_.platform());
   OrderedServer server{pane_,
                        recording_,
                        interface_,

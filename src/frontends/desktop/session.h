@@ -15,6 +15,7 @@
 #include "src/frontends/desktop/single_instance.h"
 #include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_history.h"
 #include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
@@ -63,6 +64,7 @@ class Session {
   std::unique_ptr<WindowChanges> changes_;
   std::unique_ptr<WindowBack> back_;
   std::unique_ptr<WindowProfile> profile_;
+  std::unique_ptr<WindowHistory> pastChanges_;
   std::unique_ptr<WindowServer> server_;
   BackgroundWork background_;
   std::unique_ptr<WindowReach> reach_;

@@ -121,7 +121,18 @@ void WindowBack::toDefaults(const std::vector<std::string>& names) {
 bool WindowBack::enter(const std::vector<Edit>& edits) {
   if (needsLock(edited_, edits) && !changes_.unlocked()) return false;
   std::vector<std::string> notes;
-  const ChangeError error = makePending(edited_, edits, notes);
+  return entered(makePending(edited_, edits, notes));
+}
+
+bool WindowBack::enter(const Reversal& reversal, std::vector<std::string>& notes) {
+  const bool isLocked = needsLock(edited_, reversal.edits) || (reversal.limit && !pane_.authorized());
+  if (isLocked && !changes_.unlocked()) return false;
+  ChangeError error = makePending(edited_, reversal.edits, notes);
+  if (!error && reversal.limit) error = takeLimitStep(edited_, *reversal.limit, notes);
+  return entered(error);
+}
+
+bool WindowBack::entered(const ChangeError& error) {
   window_.messages().edited();
   window_.refresh();
   if (error) changes_.say({MessageKind::failure, error.sentence, {}, {}}, error.outlet, nullptr);

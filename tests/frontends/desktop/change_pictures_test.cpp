@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/frontends/desktop/changes_dialog.h"
@@ -135,6 +136,23 @@ TEST_P(ChangePictures, AnImport) {
   panel.profile->chooseExisting = [&path] { return path; };
   takeDialog(QStringLiteral("window-import"), [this] { panel.profile->importProfile(); });
   takeDialog(QStringLiteral("window-export"), [this] { panel.profile->exportProfile(); });
+}
+
+TEST_P(ChangePictures, TheHistory) {
+  edit();
+  panel.click("ib_button_Apply");
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  panel.click("ib_button_Apply");
+  QTimer down;
+  QObject::connect(&down, &QTimer::timeout, &down, [] {
+    auto* dialog = QApplication::activeModalWidget();
+    auto* list =
+        dialog != nullptr ? dialog->findChild<QTreeWidget*>(QStringLiteral("historyEntries")) : nullptr;
+    if (list != nullptr) list->setCurrentItem(list->topLevelItem(1));
+  });
+  down.start(5);
+  takeDialog(QStringLiteral("window-history"), [this] { panel.history->showHistory(); });
 }
 
 TEST_P(ChangePictures, ACollision) {

@@ -50,7 +50,8 @@ NVKServerPrefs& awake(NVKServerPrefs& pane, SettingsChange& change) {
 }  // namespace
 
 Panel::Panel(const PanelComputer& computer)
-    : recording(computer.platform, computer.alerts, computer.drawing, RecordingMode::real),
+    : records(computer.state, "window"),
+      recording(computer.platform, computer.alerts, computer.drawing, RecordingMode::real),
       change(pane, recording, computer.platform, interface, computer.services,
              options(computer.services, records)),
       window(awake(pane, change), interface, [this](const ControlDescription& field) {
@@ -60,6 +61,7 @@ Panel::Panel(const PanelComputer& computer)
   changes = std::make_unique<WindowChanges>(window, pane, change, computer.alerts, computer.busy);
   back = std::make_unique<WindowBack>(window, *changes, pane, change, computer.platform);
   profile = std::make_unique<WindowProfile>(window, *changes, *back, pane, change, computer.platform);
+  history = std::make_unique<WindowHistory>(window, *changes, *back, computer.state, computer.platform);
   server = std::make_unique<WindowServer>(
       window, *changes, change,
       OrderedServer{pane, recording, interface, computer.services,
