@@ -19,6 +19,7 @@
 #include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
+#include "src/frontends/desktop/window_trial.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/history/history.h"
@@ -66,6 +67,7 @@ class Session {
   std::unique_ptr<WindowProfile> profile_;
   std::unique_ptr<WindowHistory> pastChanges_;
   std::unique_ptr<WindowServer> server_;
+  std::unique_ptr<WindowTrial> trial_;
   BackgroundWork background_;
   std::unique_ptr<WindowReach> reach_;
   LinuxFileWatch watch_;

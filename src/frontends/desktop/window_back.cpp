@@ -27,13 +27,12 @@ WindowBack::WindowBack(SettingsWindow& window, WindowChanges& changes, NVKServer
   menu.setEntry(MoreEntry::takeBackAll, [this] { takeBackAll(); });
   menu.setEntry(MoreEntry::pageToDefaults, [this] { toDefaults(settingsOnPage()); });
   menu.setEntry(MoreEntry::allToDefaults, [this] { toDefaults(edited_.settingNames()); });
-  menu.opening = [this] { offerEntries(); };
+  menu.whenOpening([this] { offerEntries(); });
   window_.refresh();
 }
 
 WindowBack::~WindowBack() {
   changes_.counted = nullptr;
-  window_.moreMenu().opening = nullptr;
 }
 
 void WindowBack::connectRow(RowBack& row) {
@@ -95,6 +94,15 @@ std::vector<std::string> WindowBack::pendingOnPage() {
     if (page && window_.pages()[*page] == &window_.page()) names.push_back(change.name);
   }
   return names;
+}
+
+std::vector<Edit> WindowBack::pendingEdits() {
+  std::vector<Edit> edits;
+  for (const SettingChange& change : change_.pending()) {
+    const PaneSetting* setting = edited_.find(change.name);
+    if (setting != nullptr) edits.push_back({change.name, setting->value().value_or(kNoChoice), ""});
+  }
+  return edits;
 }
 
 // ---- To the defaults

@@ -33,6 +33,10 @@ class WindowBack : public QObject {
   bool enter(const std::vector<Edit>& edits);
   // The same for a change that is taken back, with what a person should know about it.
   bool enter(const Reversal& reversal, std::vector<std::string>& notes);
+  // What is pending, to be entered again.
+  std::vector<Edit> pendingEdits();
+  // The window's pane with its settings by name.
+  EditedPane& edited() { return edited_; }
   // What the edits of a wish would change, for a person to agree.
   ImportDialog::Preview previewOf(const Wish& wish);
   // The names of the settings on the page that shows.

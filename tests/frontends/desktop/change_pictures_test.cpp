@@ -155,6 +155,18 @@ TEST_P(ChangePictures, TheHistory) {
   takeDialog(QStringLiteral("window-history"), [this] { panel.history->showHistory(); });
 }
 
+TEST_P(ChangePictures, ATrial) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.type("ib_admin_edbox_nvkPort", QStringLiteral("4500"));
+  panel.trial->apply();
+  line(MessageSubject::outcome).clear();
+  desktop.computer.clock.sleep(18'000'000);
+  panel.trial->tick();
+  ASSERT_TRUE(line(MessageSubject::trial).isVisible());
+  take(panel.window, QStringLiteral("window-trial"));
+}
+
 TEST_P(ChangePictures, ACollision) {
   edit();
   saveElsewhere();

@@ -67,6 +67,10 @@ Panel::Panel(const PanelComputer& computer)
       OrderedServer{pane, recording, interface, computer.services,
                     options(computer.services, records).waitForTools, computer.pause},
       computer.alerts, computer.busy);
+  trial = std::make_unique<WindowTrial>(
+      WindowTrial::Parts{window, *changes, *back, *server, pane, change, computer.state, computer.platform,
+                         computer.alerts, computer.busy},
+      computer.clock);
   reach =
       std::make_unique<WindowReach>(window, *server, pane, computer.services,
                                     [](const std::function<void()>& work, const std::function<void()>& then) {

@@ -17,6 +17,7 @@
 #include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
+#include "src/frontends/desktop/window_trial.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/history/history.h"
@@ -34,6 +35,7 @@ struct PanelComputer {
   ComputerServices services;
   UserState& state;
   std::function<void(std::chrono::milliseconds)> pause;
+  Countdown::Clock clock;
 };
 
 class Panel {
@@ -55,6 +57,7 @@ class Panel {
   std::unique_ptr<WindowProfile> profile;
   std::unique_ptr<WindowHistory> history;
   std::unique_ptr<WindowServer> server;
+  std::unique_ptr<WindowTrial> trial;
   std::unique_ptr<WindowReach> reach;  // looks at once, on this thread
 
   Control& control(const char* outlet);
