@@ -13,6 +13,7 @@
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/interface/window_texts.h"
+#include "src/frontends/shared/trial/trial_texts.h"
 
 namespace norvik::desktop {
 
@@ -102,10 +103,14 @@ void ChangesDialog::addButtons(QVBoxLayout& column) {
   goTo_ = addButton(texts::kGoToSetting, "changesGoTo");
   takeBack_ = addButton(texts::kTakeBack, "changesTakeBack");
   takeBackAll_ = addButton(texts::kTakeBackAll, "changesTakeBackAll");
+  applyOnTrial_ = addButton(trial_texts::kApplyOnTrial, "changesApplyOnTrial");
+  applyOnTrial_->setToolTip(text(translated(trial_texts::kApplyOnTrialHelp)));
+  applyOnTrial_->setAccessibleDescription(applyOnTrial_->toolTip());
   apply_ = addButton(texts::kApply, "changesApply");
   auto* close = addButton(texts::kClose, "changesClose");
   for (QPushButton* button : {goTo_, takeBack_, takeBackAll_})
     box->addButton(button, QDialogButtonBox::ActionRole);
+  box->addButton(applyOnTrial_, QDialogButtonBox::ApplyRole);
   box->addButton(apply_, QDialogButtonBox::AcceptRole);
   box->addButton(close, QDialogButtonBox::RejectRole);
   apply_->setDefault(true);
@@ -118,6 +123,7 @@ void ChangesDialog::addButtons(QVBoxLayout& column) {
     source_.takeBackAll();
     showPreview();
   });
+  connect(applyOnTrial_, &QPushButton::clicked, this, [this] { done(kApplyOnTrial); });
   connect(apply_, &QPushButton::clicked, this, [this] { done(kApply); });
   connect(close, &QPushButton::clicked, this, [this] { done(kClose); });
 }
@@ -129,6 +135,7 @@ void ChangesDialog::showPreview() {
   effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges).toHtmlEscaped());
   takeBackAll_->setEnabled(any);
   apply_->setEnabled(any);
+  applyOnTrial_->setVisible(source_.isTrialOffered && source_.isTrialOffered());
   if (!any) list_->parentWidget()->setFocus();
 }
 

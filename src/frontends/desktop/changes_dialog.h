@@ -23,9 +23,11 @@ class ChangesDialog : public QDialog {
     std::function<Preview()> preview;
     std::function<void(const std::string& setting)> takeBack;
     std::function<void()> takeBackAll;
+    // Whether what is left may be put into force on trial; none means no.
+    std::function<bool()> isTrialOffered = {};
   };
   // How the list was left; the result of exec().
-  enum Choice { kClose, kApply, kGoToSetting };
+  enum Choice { kClose, kApply, kGoToSetting, kApplyOnTrial };
 
   ChangesDialog(QWidget* window, Source source);
 
@@ -47,6 +49,7 @@ class ChangesDialog : public QDialog {
   QPushButton* goTo_ = nullptr;
   QPushButton* takeBack_ = nullptr;
   QPushButton* takeBackAll_ = nullptr;
+  QPushButton* applyOnTrial_ = nullptr;
   QPushButton* apply_ = nullptr;
 };
 

@@ -8,6 +8,7 @@
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/shared/edits/take_back_texts.h"
+#include "src/frontends/shared/trial/trial_texts.h"
 
 namespace norvik::desktop {
 
@@ -26,6 +27,8 @@ constexpr EntryRow kEntries[] = {
     {MoreEntry::takeBackAll, take_back_texts::kTakeBackAll, "moreTakeBackAll"},
     {MoreEntry::pageToDefaults, take_back_texts::kPageToDefaults, "morePageToDefaults", true},
     {MoreEntry::allToDefaults, take_back_texts::kAllToDefaults, "moreAllToDefaults"},
+    {MoreEntry::applyOnTrial, trial_texts::kApplyEntry, "moreApplyOnTrial", true},
+    {MoreEntry::stopOnTrial, trial_texts::kStopEntry, "moreStopOnTrial"},
     {MoreEntry::history, take_back_texts::kHistory, "moreHistory", true, Qt::CTRL | Qt::Key_H},
     {MoreEntry::exportProfile, take_back_texts::kExport, "moreExport", true},
     {MoreEntry::importProfile, take_back_texts::kImport, "moreImport"},
@@ -56,7 +59,7 @@ MoreMenu::MoreMenu(QWidget* parent)
     entries_[row.entry] = action;
   }
   connect(menu_, &QMenu::aboutToShow, this, [this] {
-    if (opening) opening();
+    for (const auto& act : opening_) act();
   });
   setMenu(menu_);
 }

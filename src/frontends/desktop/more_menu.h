@@ -5,6 +5,8 @@
 #include <QPushButton>
 #include <functional>
 #include <map>
+#include <utility>
+#include <vector>
 
 class QAction;
 class QMenu;
@@ -17,6 +19,8 @@ enum class MoreEntry {
   takeBackAll,
   pageToDefaults,
   allToDefaults,
+  applyOnTrial,
+  stopOnTrial,
   history,
   exportProfile,
   importProfile,
@@ -32,12 +36,13 @@ class MoreMenu : public QPushButton {
   void setOffered(MoreEntry entry, bool isOffered);
 
   // Called right before the menu opens, to offer what can be done now.
-  std::function<void()> opening;
+  void whenOpening(std::function<void()> act) { opening_.push_back(std::move(act)); }
 
  private:
   QMenu* menu_;
   std::map<MoreEntry, QAction*> entries_;
   std::map<MoreEntry, std::function<void()>> acts_;
+  std::vector<std::function<void()>> opening_;
 };
 
 }  // namespace norvik::desktop

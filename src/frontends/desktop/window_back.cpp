@@ -27,13 +27,12 @@ WindowBack::WindowBack(SettingsWindow& window, WindowChanges& changes, NVKServer
   menu.setEntry(MoreEntry::takeBackAll, [this] { takeBackAll(); });
   menu.setEntry(MoreEntry::pageToDefaults, [this] { toDefaults(settingsOnPage()); });
   menu.setEntry(MoreEntry::allToDefaults, [this] { toDefaults(edited_.settingNames()); });
-  menu.opening = [this] { offerEntries(); };
+  menu.whenOpening([this] { offerEntries(); });
   window_.refresh();
 }
 
 WindowBack::~WindowBack() {
   changes_.counted = nullptr;
-  window_.moreMenu().opening = nullptr;
 }
 
 void WindowBack::connectRow(RowBack& row) {
@@ -97,6 +96,15 @@ std::vector<std::string> WindowBack::pendingOnPage() {
   return names;
 }
 
+std::vector<Edit> WindowBack::pendingEdits() {
+  std::vector<Edit> edits;
+  for (const SettingChange& change : change_.pending()) {
+    const PaneSetting* setting = edited_.find(change.name);
+    if (setting != nullptr) edits.push_back({change.name, setting->value().value_or(kNoChoice), ""});
+  }
+  return edits;
+}
+
 // ---- To the defaults
 
 std::vector<std::string> WindowBack::settingsOnPage() {
@@ -121,7 +129,18 @@ void WindowBack::toDefaults(const std::vector<std::string>& names) {
 bool WindowBack::enter(const std::vector<Edit>& edits) {
   if (needsLock(edited_, edits) && !changes_.unlocked()) return false;
   std::vector<std::string> notes;
-  const ChangeError error = makePending(edited_, edits, notes);
+  return entered(makePending(edited_, edits, notes));
+}
+
+bool WindowBack::enter(const Reversal& reversal, std::vector<std::string>& notes) {
+  const bool isLocked = needsLock(edited_, reversal.edits) || (reversal.limit && !pane_.authorized());
+  if (isLocked && !changes_.unlocked()) return false;
+  ChangeError error = makePending(edited_, reversal.edits, notes);
+  if (!error && reversal.limit) error = takeLimitStep(edited_, *reversal.limit, notes);
+  return entered(error);
+}
+
+bool WindowBack::entered(const ChangeError& error) {
   window_.messages().edited();
   window_.refresh();
   if (error) changes_.say({MessageKind::failure, error.sentence, {}, {}}, error.outlet, nullptr);

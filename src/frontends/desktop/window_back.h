@@ -17,6 +17,7 @@
 #include "src/frontends/desktop/window_changes.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/edits/pending_edits.h"
+#include "src/frontends/shared/history/reversal.h"
 
 namespace norvik::desktop {
 
@@ -30,6 +31,12 @@ class WindowBack : public QObject {
   // Makes edits pending, all or none. Whether they are; if not, it was said. Those that the closed lock keeps
   // a person from need the lock, for which it asks.
   bool enter(const std::vector<Edit>& edits);
+  // The same for a change that is taken back, with what a person should know about it.
+  bool enter(const Reversal& reversal, std::vector<std::string>& notes);
+  // What is pending, to be entered again.
+  std::vector<Edit> pendingEdits();
+  // The window's pane with its settings by name.
+  EditedPane& edited() { return edited_; }
   // What the edits of a wish would change, for a person to agree.
   ImportDialog::Preview previewOf(const Wish& wish);
   // The names of the settings on the page that shows.
@@ -45,6 +52,7 @@ class WindowBack : public QObject {
   void takeBack(const std::vector<std::string>& settings);
   void takeBackAll();
   std::vector<std::string> pendingOnPage();
+  bool entered(const ChangeError& error);
   bool hasOtherThanDefault(const std::vector<std::string>& names);
   void toDefaults(const std::vector<std::string>& names);
 

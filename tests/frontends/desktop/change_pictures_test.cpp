@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/frontends/desktop/changes_dialog.h"
@@ -135,6 +136,35 @@ TEST_P(ChangePictures, AnImport) {
   panel.profile->chooseExisting = [&path] { return path; };
   takeDialog(QStringLiteral("window-import"), [this] { panel.profile->importProfile(); });
   takeDialog(QStringLiteral("window-export"), [this] { panel.profile->exportProfile(); });
+}
+
+TEST_P(ChangePictures, TheHistory) {
+  edit();
+  panel.click("ib_button_Apply");
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  panel.click("ib_button_Apply");
+  QTimer down;
+  QObject::connect(&down, &QTimer::timeout, &down, [] {
+    auto* dialog = QApplication::activeModalWidget();
+    auto* list =
+        dialog != nullptr ? dialog->findChild<QTreeWidget*>(QStringLiteral("historyEntries")) : nullptr;
+    if (list != nullptr) list->setCurrentItem(list->topLevelItem(1));
+  });
+  down.start(5);
+  takeDialog(QStringLiteral("window-history"), [this] { panel.history->showHistory(); });
+}
+
+TEST_P(ChangePictures, ATrial) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.type("ib_admin_edbox_nvkPort", QStringLiteral("4500"));
+  panel.trial->apply();
+  line(MessageSubject::outcome).clear();
+  desktop.computer.clock.sleep(18'000'000);
+  panel.trial->tick();
+  ASSERT_TRUE(line(MessageSubject::trial).isVisible());
+  take(panel.window, QStringLiteral("window-trial"));
 }
 
 TEST_P(ChangePictures, ACollision) {
