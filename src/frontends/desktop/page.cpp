@@ -3,6 +3,7 @@
 #include "src/frontends/desktop/page.h"
 
 #include <QButtonGroup>
+#include <QContextMenuEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -15,6 +16,7 @@
 #include "src/frontends/desktop/note_label.h"
 #include "src/frontends/desktop/page_header.h"
 #include "src/frontends/desktop/preview_view.h"
+#include "src/frontends/desktop/row_back.h"
 #include "src/frontends/desktop/secondary_label.h"
 #include "src/frontends/desktop/section_panel.h"
 #include "src/frontends/desktop/spacer.h"
@@ -37,6 +39,7 @@ enum Column {
   kFieldColumn,
   kGapColumn,  // before the value of a slider
   kValueColumn,
+  kBackColumn,  // the button that takes a change back
   kEndColumn,
   kColumns
 };
@@ -180,6 +183,7 @@ void Page::addRow(const RowDescription& description) {
   row.widgets.push_back(fields);
   row.mark = new ChangeMark(text(interface_.changedHelp), this);
   row.widgets.push_back(row.mark);
+  addBack(row, description);
   addBesideCaption(row, description, fields);
   if (isSlider(description)) addEnds(row, description.controls[0]);
   for (const Binding* binding : row.bindings) addNote(row, *binding);
@@ -189,13 +193,19 @@ void Page::addRow(const RowDescription& description) {
 void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget* fields) {
   const int at = grid_->rowCount();
   grid_->addWidget(row.mark, at, kMarkColumn);
+  // A row with a note has the button there, as it is the widest.
+  const bool endsWithBack = std::ranges::none_of(description.controls, hasNote);
+  if (row.back != nullptr && row.back->button() != nullptr && endsWithBack)
+    grid_->addWidget(row.back->button(), at, kBackColumn,
+                     isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter);
   if (isSlider(description)) {
     QLabel* value = static_cast<ValuedSlider*>(row.bindings.front()->widget())->valueLabel();
     grid_->addWidget(new ColumnSpacer(kBeforeValue, this), at, kGapColumn);
     grid_->addWidget(value, at, kValueColumn, Qt::AlignTop);
     row.widgets.push_back(value);
   }
-  const int width = isSlider(description) ? 1 : kEndColumn - kFieldColumn;
+  const int end = endsWithBack ? kBackColumn : kEndColumn;
+  const int width = isSlider(description) ? 1 : end - kFieldColumn;
   if (QLabel* words = caption(description)) {
     if (takesFocus(description.controls[0])) {
       words->setBuddy(row.bindings.front()->widget());
@@ -206,7 +216,7 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
                      Qt::AlignRight | (isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter));
     grid_->addWidget(fields, at, kFieldColumn, 1, width);
   } else {
-    grid_->addWidget(fields, at, kCaptionColumn, 1, kEndColumn - kCaptionColumn);
+    grid_->addWidget(fields, at, kCaptionColumn, 1, end - kCaptionColumn);
   }
 }
 
@@ -261,7 +271,8 @@ void Page::addNote(Row& row, const Binding& binding) {
   auto* note = new NoteLabel(under);
   note->setObjectName(binding.widget()->objectName() + QStringLiteral("_note"));
   line->addWidget(note, 1);
-  addAcross(under);
+  if (row.back != nullptr && row.back->button() != nullptr) line->addWidget(row.back->button());
+  grid_->addWidget(under, grid_->rowCount(), kCaptionColumn, 1, kEndColumn - kCaptionColumn);
   row.widgets.push_back(under);
   notes_.push_back({&binding, note});
 }
@@ -298,6 +309,19 @@ void Page::showPreview() {
                          text(previewName(pane_, interface_, *tab_.preview)));
 }
 
+// Of a choice, the box before its buttons has the button: the ways back of both are the same.
+void Page::addBack(Row& row, const RowDescription& description) {
+  std::vector<std::string> settings;
+  for (const ControlDescription& control : description.controls) {
+    if (!control.setting.empty()) settings.push_back(control.setting);
+  }
+  if (settings.empty()) return;
+  const bool hasButton = description.controls.front().kind != ControlKind::radioButton;
+  row.back = new RowBack(std::move(settings), hasButton, this);
+  for (const Binding* binding : row.bindings) row.back->addTo(binding->widget());
+  backs_.push_back(row.back);
+}
+
 void Page::follow(Row& row) {
   for (Binding* binding : row.bindings) {
     if (binding->description().kind == ControlKind::slider) describe(*binding, false);
@@ -315,6 +339,7 @@ void Page::follow(Row& row) {
 void Page::showRow(const Row& row) {
   const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
   for (QWidget* widget : row.widgets) widget->setVisible(shown);
+  if (row.back != nullptr) row.back->setShown(shown);
   for (QLabel* caption : row.captions) caption->setEnabled(caption->buddy()->isEnabledTo(this));
   if (row.ends != nullptr) row.ends->setEnabled(row.bindings.front()->control().isEnabled());
   for (StateDot* dot : row.dots) dot->showModel();
@@ -353,8 +378,40 @@ void Page::refreshMarks() {
       differs = differs || pane_.differsFromStored(binding->control());
     if (row->mark->isOn() == differs) continue;
     row->mark->setOn(differs);
+    if (row->back != nullptr && !differs) row->back->offer(QString());
     for (const Binding* binding : row->bindings) describe(*binding, differs);
   }
+}
+
+bool Page::showFocusedMenu() {
+  QWidget* focus = focusWidget();
+  for (const auto& row : rows_) {
+    if (row->back == nullptr || focus == nullptr) continue;
+    const auto has = [focus](const QWidget* widget) {
+      return widget == focus || widget->isAncestorOf(focus);
+    };
+    if (std::ranges::none_of(row->widgets, has) && row->back->button() != focus) continue;
+    row->back->showMenu(focus->mapToGlobal(QPoint(0, focus->height())));
+    return true;
+  }
+  return false;
+}
+
+// On everything of the row, also on what is disabled, which leaves the event to the page.
+void Page::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    event->setAccepted(showFocusedMenu());
+    return;
+  }
+  for (const auto& row : rows_) {
+    const auto isOver = [&](const QWidget* widget) {
+      return event->pos().y() >= widget->y() && event->pos().y() <= widget->geometry().bottom() &&
+             widget->isVisible();
+    };
+    if (row->back == nullptr || std::ranges::none_of(row->widgets, isOver)) continue;
+    return row->back->showMenu(event->globalPos());
+  }
+  event->ignore();
 }
 
 void Page::refreshNotes() {

@@ -21,6 +21,7 @@ namespace norvik::desktop {
 class ChangeMark;
 class NoteLabel;
 class PreviewView;
+class RowBack;
 class StateDot;
 
 class Page : public QWidget {
@@ -33,6 +34,11 @@ class Page : public QWidget {
   ~Page() override;
 
   const std::vector<std::unique_ptr<Binding>>& bindings() const { return bindings_; }
+
+  // The ways back of the rows with a setting, in their order.
+  const std::vector<RowBack*>& rowBacks() const { return backs_; }
+  // Opens the menu of the row that has the keyboard focus; false where none has.
+  bool showFocusedMenu();
 
   // Called when a control showed a change of the model.
   std::function<void(const Binding&)> changed;
@@ -51,9 +57,13 @@ class Page : public QWidget {
   // Whether the note under the field says that Apply would refuse it.
   bool isRefused(const Control& field) const;
 
+ protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
  private:
   struct Row {
     ChangeMark* mark = nullptr;
+    RowBack* back = nullptr;  // null for a row without a setting
     std::vector<Binding*> bindings;
     std::vector<StateDot*> dots;
     std::vector<QLabel*> captions;  // those that lead to a control; greyed with it
@@ -77,6 +87,7 @@ class Page : public QWidget {
   QWidget* makeFields(Row& row, const RowDescription& description);
   void addField(Row& row, QHBoxLayout& line, Binding& binding);
   void addNote(Row& row, const Binding& binding);
+  void addBack(Row& row, const RowDescription& description);
   void addEnds(Row& row, const ControlDescription& slider);
   void addPreview();
   void showPreview();
@@ -96,6 +107,7 @@ class Page : public QWidget {
   std::vector<std::unique_ptr<Binding>> bindings_;
   std::vector<std::unique_ptr<Row>> rows_;
   std::vector<Note> notes_;
+  std::vector<RowBack*> backs_;
 };
 
 }  // namespace norvik::desktop

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -20,6 +21,7 @@
 #include "src/frontends/desktop/message_area.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/desktop/more_menu.h"
 #include "src/frontends/desktop/page_area.h"
 #include "src/frontends/desktop/reach_card.h"
 #include "src/frontends/desktop/reach_line.h"
@@ -90,6 +92,7 @@ void SettingsWindow::addShortcuts() {
   add(QKeyCombination(Qt::Key_F1), [this] { button(pane_.ib_button_Help)->click(); });
   add(Qt::CTRL | Qt::Key_F, [this] { search_->begin(); });
   add(QKeyCombination(Qt::Key_Slash), [this] { search_->begin(); });  // a field that is typed into keeps it
+  add(Qt::SHIFT | Qt::Key_F10, [this] { showMenuAtFocus(); });
   add(Qt::CTRL | Qt::Key_Tab, [this] { sidebar_->choosePage(1); });
   add(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, [this] { sidebar_->choosePage(-1); });
 }
@@ -134,6 +137,7 @@ QWidget* SettingsWindow::makeFrame() {
     auto* hint = qobject_cast<QLabel*>(widget);
     if (hint == nullptr) {
       row->addWidget(widget);
+      if (description.outlet == pane_.ib_button_Help.name()) row->addWidget(more_ = new MoreMenu(frame));
       continue;
     }
     row->addLayout(makeHintColumn(hint, frame), 1);
@@ -342,7 +346,20 @@ void SettingsWindow::refresh() {
 
 void SettingsWindow::ticked() {
   if (--ticksToNotes_ <= 0) return refresh();
-  pages_[static_cast<std::size_t>(stack_->currentIndex())]->refreshMarks();
+  page().refreshMarks();
+}
+
+Page& SettingsWindow::page() const {
+  return *pages_[static_cast<std::size_t>(stack_->currentIndex())];
+}
+
+// As the key for menus, which not every keyboard has.
+void SettingsWindow::showMenuAtFocus() {
+  QWidget* focus = focusWidget();
+  if (focus == nullptr) return;
+  const QPoint place = focus->rect().bottomLeft();
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, place, focus->mapToGlobal(place));
+  QApplication::sendEvent(focus, &event);
 }
 
 void SettingsWindow::controlChanged(Control& /*control*/) {

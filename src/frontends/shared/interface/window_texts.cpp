@@ -20,6 +20,8 @@ struct ActionRow {
 };
 constexpr ActionRow kActions[] = {
     {MessageAction::retry, "Retry"},
+    {MessageAction::keep, "Keep"},
+    {MessageAction::revert, "Revert"},
     {MessageAction::showDetails, "Show Details…"},
     {MessageAction::restoreCopy, window_texts::kRestoreCopy},
     {MessageAction::takeUp, "Apply Stored Settings"},
