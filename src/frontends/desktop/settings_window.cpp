@@ -23,6 +23,7 @@
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/desktop/more_menu.h"
 #include "src/frontends/desktop/page_area.h"
+#include "src/frontends/desktop/reach_card.h"
 #include "src/frontends/desktop/reach_line.h"
 #include "src/frontends/desktop/search_panel.h"
 #include "src/frontends/desktop/search_ring.h"
@@ -30,6 +31,7 @@
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/reach/reach_texts.h"
 #include "src/frontends/shared/search/search_texts.h"
 
 namespace norvik::desktop {
@@ -39,8 +41,8 @@ namespace {
 constexpr int kTicksBetweenNotes = 12;  // three seconds
 
 // The window's first size, in font sizes, and at most so much of the screen.
-constexpr double kBodiesWide = 60;
-constexpr double kBodiesHigh = 40;
+constexpr double kBodiesWide = 68;
+constexpr double kBodiesHigh = 54;
 constexpr double kMostOfScreen = 0.9;
 
 }  // namespace
@@ -53,8 +55,7 @@ SettingsWindow::SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription&
 }
 
 void SettingsWindow::fill() {
-  sidebar_ = new Sidebar(pane_.ib_oview_confBar, pane_.ib_tview_confView,
-                         *interface_.find(pane_.ib_oview_confBar.name()), this);
+  sidebar_ = new Sidebar(pane_.ib_oview_confBar, pane_.ib_tview_confView, interface_, this);
   stack_ = new QStackedWidget(this);
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
@@ -107,6 +108,9 @@ void SettingsWindow::addPages() {
     page->changed = [this](const Binding& binding) { followTexts(binding); };
     for (const auto& b : page->bindings()) b->edited = [this, &binding = *b] { edited(binding); };
   }
+  reachCard_ = new ReachCard(this);
+  pages_[*pageOf(std::string(pane_.ib_admin_label_svrState.name()))]->addGroup(text(reach_texts::kTitle), {},
+                                                                               reachCard_);
 }
 
 Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* parent) {
@@ -117,7 +121,8 @@ Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* pa
   return binding;
 }
 
-// The lock and its hint at the left, the buttons at the right, in the order of the description.
+// The lock and its hint at the left, with the server's state under it; the buttons at the right on one line,
+// in the order of the description.
 QWidget* SettingsWindow::makeFrame() {
   auto* frame = new QWidget(this);
   auto* row = new QHBoxLayout(frame);
@@ -135,6 +140,7 @@ QWidget* SettingsWindow::makeFrame() {
       continue;
     }
     row->addLayout(makeHintColumn(hint, frame), 1);
+    row->addWidget(&reachLine_->button());
     // The lock has no words of its own: it gets the mnemonic of its hint.
     if (lock != nullptr) clickAtMnemonic(lock, hint);
   }
@@ -144,6 +150,7 @@ QWidget* SettingsWindow::makeFrame() {
 
 QLayout* SettingsWindow::makeHintColumn(QLabel* hint, QWidget* frame) {
   auto* column = new QVBoxLayout;
+  hint->setWordWrap(true);
   column->addWidget(hint);
   reachLine_ = new ReachLine(pane_, frame);
   column->addWidget(reachLine_);

@@ -27,6 +27,7 @@ namespace norvik::desktop {
 class AddressLabel;
 class MessageArea;
 class MoreMenu;
+class ReachCard;
 class ReachLine;
 class SearchPanel;
 class Sidebar;
@@ -67,6 +68,8 @@ class SettingsWindow : public QWidget, public ControlObserver {
   Page& page() const;
   // The server's state and address, beside the lock. Null before fill().
   ReachLine& reachLine() { return *reachLine_; }
+  // The ladder's short result, on the server's page. Null before fill().
+  ReachCard& reachCard() { return *reachCard_; }
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
@@ -149,6 +152,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   QPushButton* changes_ = nullptr;
   MoreMenu* more_ = nullptr;
   ReachLine* reachLine_ = nullptr;
+  ReachCard* reachCard_ = nullptr;
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;

@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "src/frontends/desktop/reach_card.h"
 #include "src/frontends/desktop/reach_line.h"
 #include "src/frontends/shared/reach/reach_texts.h"
 
@@ -12,7 +13,8 @@ namespace norvik::desktop {
 WindowReach::WindowReach(SettingsWindow& window, WindowServer& server, const NVKServerPrefs& pane,
                          ComputerServices services, RunInBackground background)
     : window_(window), server_(server), pane_(pane), services_(services), background_(std::move(background)) {
-  connect(&window_.reachLine().button(), &QPushButton::clicked, this, [this] { showLadder(); });
+  for (const QPushButton* opens : {&window_.reachLine().button(), &window_.reachCard().button()})
+    connect(opens, &QPushButton::clicked, this, [this] { showLadder(); });
   server_.looked = [this](const ServerInForce& inForce) { follow(inForce); };
   server_.stateChanged = [this] { showLine(); };
   showLine();
@@ -56,7 +58,9 @@ void WindowReach::look() {
 void WindowReach::showLine() {
   const std::string state = pane_.ib_admin_label_svrState.stringValue();
   const bool isKnown = !isLooking_ && !pane_.isServerChanging();
-  window_.reachLine().showLine(text(reachLine(state, isKnown ? found_ : std::vector<ServiceReach>())));
+  const auto known = isKnown ? found_ : std::vector<ServiceReach>();
+  window_.reachLine().showLine(text(reachLine(state, known)));
+  window_.reachCard().showServices(known);
 }
 
 void WindowReach::showLadder() {

@@ -10,6 +10,7 @@
 #include "src/frontends/shared/interface/address_text.h"
 #include "src/frontends/shared/interface/captions.h"
 #include "src/frontends/shared/interface/server_state.h"
+#include "src/frontends/shared/interface/value_words.h"
 
 namespace norvik::prefpane {
 
@@ -75,6 +76,13 @@ NSView* asView(const Handle& handle) {
 
 void show(NSTextField* view, NSString* words) {
   if (![[view stringValue] isEqualToString:words]) [view setStringValue:words];
+}
+
+// The number; there is no room for its words, which are its tool tip.
+void showValue(const ControlDescription& slider, const Control& control, NSTextField* value) {
+  show(value, text(std::to_string(control.truncatedValue())));
+  NSString* words = text(spokenValue(slider, control.truncatedValue()));
+  if (![[value toolTip] isEqualToString:words]) [value setToolTip:words];
 }
 
 void hide(NSView* view, BOOL hidden) {
@@ -291,7 +299,7 @@ void PageView::controlChanged(const Binding& binding) {
   NSColor* color = control.isEnabled() ? [NSColor controlTextColor] : [NSColor disabledControlTextColor];
   for (const Handle& words : parts.words) [static_cast<NSTextField*>(words.get()) setTextColor:color];
   if (parts.value.get() != nullptr)
-    show(static_cast<NSTextField*>(parts.value.get()), text(std::to_string(control.truncatedValue())));
+    showValue(binding.description(), control, static_cast<NSTextField*>(parts.value.get()));
   if (parts.copy.get() != nullptr) fitAddress(binding, parts);
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <numeric>
 
 #import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
@@ -178,6 +179,40 @@ TEST_F(Layout, WordsBesideADisabledSliderLookDisabled) {
   press("ib_user_chkbox_imgDefs");
   ASSERT_FALSE([slider isEnabled]);
   EXPECT_TRUE([[caption textColor] isEqual:[NSColor disabledControlTextColor]]);
+}
+
+// How many pixels as dark as words each column of a part of a view has, from the first that has some.
+std::vector<NSInteger> darkColumns(NSView* view, NSRect part) {
+  [view lockFocus];
+  NSBitmapImageRep* drawn = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:part] autorelease];
+  [view unlockFocus];
+  std::vector<NSInteger> columns;
+  for (NSInteger x = 0; x < [drawn pixelsWide]; ++x) {
+    NSInteger dark = 0;
+    for (NSInteger y = 0; y < [drawn pixelsHigh]; ++y) {
+      NSColor* color = [[drawn colorAtX:x y:y] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
+      dark += [color redComponent] < 0.55 ? 1 : 0;
+    }
+    if (dark > 0 || !columns.empty()) columns.push_back(dark);
+  }
+  return columns;
+}
+
+// Before the words of a page there is a drawing, and between the two more space than between letters.
+TEST_F(Layout, EachPageHasItsIconInTheSidebar) {
+  open();
+  [window display];
+  auto* list = static_cast<NSOutlineView*>(session->mainView()->initialKeyView());
+  ASSERT_EQ([list numberOfRows], 11);
+  for (NSInteger row = 0; row < [list numberOfRows]; ++row) {
+    if ([list levelForRow:row] == 0) continue;  // a heading
+    const auto columns = darkColumns(list, NSInsetRect([list rectOfRow:row], 2, 2));
+    const std::vector<NSInteger> space(4, 0);
+    const auto gap = std::search(columns.begin(), columns.end(), space.begin(), space.end());
+    EXPECT_LE(gap - columns.begin(), std::round(lineHeight()) + 1) << "row " << row;
+    EXPECT_GE(std::accumulate(columns.begin(), gap, NSInteger{0}), 20) << "row " << row;
+    EXPECT_TRUE(std::any_of(gap, columns.end(), [](NSInteger dark) { return dark > 0; })) << "row " << row;
+  }
 }
 
 TEST_F(Layout, ADisabledSliderIsPaler) {

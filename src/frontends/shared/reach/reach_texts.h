@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "src/frontends/shared/interface/window_texts.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/reach/ladder.h"
 
 namespace norvik {
@@ -15,6 +16,7 @@ namespace reach_texts {
 inline constexpr std::string_view kTitle = "Can they reach me?";
 inline constexpr std::string_view kHelp =
     "Tells step by step whether clients can connect to this computer and, if not, why.";
+inline constexpr std::string_view kSteps = english("Show each step…");
 inline constexpr std::string_view kLookAgain = "Look Again";
 inline constexpr std::string_view kLooking = "Looking…";
 inline constexpr std::string_view kAddresses = "Addresses of this computer that others can use";
