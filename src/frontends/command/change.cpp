@@ -227,7 +227,7 @@ bool Attempt::isBegun() {
 void Attempt::handOver() {
   if (!isHandedOver_ || !request_.afterApply) return;
   change_.releaseLock();
-  MadeChange made{session_, change_, decisions_, outcome_};
+  MadeChange made{session_, questions_, change_, decisions_, outcome_};
   request_.afterApply(made);
 }
 

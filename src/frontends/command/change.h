@@ -36,6 +36,7 @@ struct Outcome;
 // A change that was applied, while its pane is still open and unlocked. Nobody holds the lock for changes.
 struct MadeChange {
   Session& session;
+  Questions& questions;  // of the session
   SettingsChange& change;
   ChangeDecisions& decisions;
   Outcome& outcome;

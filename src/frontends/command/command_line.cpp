@@ -111,6 +111,9 @@ constexpr Option kOptions[] = {
      SettingsUse::reads, "export", setFlag<&CommandLine::changedOnly>},
     {"--changed-again", "", "", "Take back settings too that were changed again since", OptionValue::none,
      SettingsUse::previews, "undo", setFlag<&CommandLine::changedAgain>},
+    {"--search", "", "WORDS", "Show the settings that are found by these words, the best first", OptionValue::text,
+     SettingsUse::reads, "show",
+     [](CommandLine& line, std::string_view value) { line.search = value; return std::string(); }},
     {"--prometheus", "", "", "Print the status as metrics, for the textfile collector of node_exporter", OptionValue::none,
      SettingsUse::reads, "status", setFlag<&CommandLine::prometheus>},
     {"--wait-lock", "", "SECONDS", "Wait so long for somebody else's change to end; 10 seconds unless given",
@@ -236,6 +239,7 @@ class Parser {
     for (const std::string& word : given) {
       if (std::string fault = wrongChoice(name, argument.choices, word); !fault.empty()) return fault;
     }
+    if (line_.search && !given.empty()) return name + " takes a page or --search, not both.";
     for (const Option* option : options_) {
       if (!takes(command, *option)) return name + " takes no " + std::string(option->name) + ".";
     }

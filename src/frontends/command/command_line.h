@@ -25,6 +25,7 @@ struct CommandLine {
   std::chrono::seconds waitForReach{0};
   bool exact = false;
   bool changedOnly = false;
+  std::optional<std::string> search;  // what to look for; none for no search
   bool prometheus = false;
   bool changedAgain = false;
   std::optional<std::chrono::seconds> trial;  // how long a change is on trial; none for no trial
@@ -33,7 +34,7 @@ struct CommandLine {
 };
 
 // What an option's value is, for the completion.
-enum class OptionValue { none, folder, answer, number };
+enum class OptionValue { none, folder, answer, number, text };
 
 struct Option {
   std::string_view name;   // "--root"

@@ -39,6 +39,7 @@ std::string optionCases() {
         cases += pairProposal(option.name, "questions", "answers");
         break;
       case OptionValue::number:
+      case OptionValue::text:
         cases += "    " + std::string(option.name) + ") COMPREPLY=()";
         break;
     }

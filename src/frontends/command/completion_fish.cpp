@@ -38,6 +38,7 @@ std::string valueOf(const Option& option) {
     case OptionValue::none:
       return "";
     case OptionValue::number:
+    case OptionValue::text:
       return " -x";
     case OptionValue::folder:
       return " -x -a '(__fish_complete_directories (__norvikctl_word --root))'";

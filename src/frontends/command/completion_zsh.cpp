@@ -73,6 +73,7 @@ std::string valueOf(const Option& option) {
       return "_norvikctl_pair _norvikctl_questions _norvikctl_answers";
     case OptionValue::none:
     case OptionValue::number:
+    case OptionValue::text:
       break;
   }
   return ":";  // nothing does

@@ -1,16 +1,16 @@
 // norvikctl history and undo: the changes that were made by any front end, and one of them taken back as a
 // change of its own.
-#include "src/frontends/command/history.h"
-
 #include <algorithm>
 #include <ostream>
 
+#include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/command/wish_change.h"
 #include "src/frontends/shared/change/setting_groups.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/history/history.h"
+#include "src/frontends/shared/history/reversal.h"
 #include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
@@ -103,12 +103,11 @@ bool isAdministrators(const Context& context, const RecordedSetting& recorded) {
   return found != known.end() && found->isAdministrators();
 }
 
-ChangeError takeBack(const Reversal& reversal, NothingLeft nothingLeft, Session& session,
-                     std::vector<std::string>& notes) {
+ChangeError takeBack(const Reversal& reversal, Session& session, std::vector<std::string>& notes) {
   session.pane().updateGui(false, false);  // a shadow has used what the panes of a process share
   if (!reversal.errors.empty()) return reversal.errors.front();
   notes.insert(notes.end(), reversal.notes.begin(), reversal.notes.end());
-  if (reversal.empty() && reversal.leavesSome && nothingLeft == NothingLeft::fails) {
+  if (reversal.empty() && reversal.leavesSome) {
     ChangeError error =
         failure(FailureCode::notSettable,
                 translated("What there is to take back was changed again since. Nothing was changed."));
@@ -118,10 +117,8 @@ ChangeError takeBack(const Reversal& reversal, NothingLeft nothingLeft, Session&
   return applyReversal(session.edited(), reversal, notes);
 }
 
-}  // namespace
-
 ChangeRequest requestToReturn(const Context& context, const std::vector<RecordedSetting>& settings,
-                              ChangedAgain again, NothingLeft nothingLeft) {
+                              ChangedAgain again) {
   ChangeRequest request;
   const auto isLimit = [](const RecordedSetting& each) { return each.name == kOpenFilesLimitName; };
   request.requiresUnlock = std::ranges::any_of(
@@ -133,12 +130,13 @@ ChangeRequest requestToReturn(const Context& context, const std::vector<Recorded
   for (const ControlDescription* control : context.interface.controls()) {
     if (control->displayOnly && !request.previewsWhileLocked) request.requested.push_back(control->label);
   }
-  request.edit = [&context, settings, again, nothingLeft](Session& session, std::vector<std::string>& notes) {
-    return takeBack(reversalOf(context.computer, context.interface, settings, again), nothingLeft, session,
-                    notes);
+  request.edit = [&context, settings, again](Session& session, std::vector<std::string>& notes) {
+    return takeBack(reversalOf(context.computer, context.interface, settings, again), session, notes);
   };
   return request;
 }
+
+}  // namespace
 
 ExitStatus showHistory(const Context& context, const CommandLine& /*line*/) {
   ChangeReport report;
@@ -171,8 +169,7 @@ ExitStatus undoChange(const Context& context, const CommandLine& line) {
                           translated("This change set no setting, so there is nothing to take back.")));
   }
   const ChangedAgain again = line.changedAgain ? ChangedAgain::takenBackToo : ChangedAgain::leftAlone;
-  return change(context, requestToReturn(context, entry.change.settings, again, NothingLeft::fails),
-                line.dryRun);
+  return change(context, requestToReturn(context, entry.change.settings, again), line.dryRun);
 }
 
 }  // namespace norvik::command

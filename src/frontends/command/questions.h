@@ -47,6 +47,12 @@ class Questions : public AlertPanels {
   // nobody answers.
   std::optional<std::size_t> ask(Question question);
 
+  // From now on nobody is asked: a question that is not answered beforehand gets its default answer.
+  void askNobody() {
+    answers_.byDefault = true;
+    answers_.person = nullptr;
+  }
+
   const std::vector<Question>& asked() const { return asked_; }
   // The first that nobody could answer; null where there is none.
   const Question* unanswered() const;

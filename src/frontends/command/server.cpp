@@ -35,18 +35,6 @@ bool waitForTools(const Context& context, milliseconds limit) {
   return false;
 }
 
-OrderedServer orderedServer(const Context& context, Session& session) {
-  return {session.pane(),
-          session.recording(),
-          context.interface,
-          context.services.computer,
-          [&context](milliseconds limit) { return waitForTools(context, limit); },
-          [&context](milliseconds time) {
-            std::this_thread::sleep_for(time);
-            if (context.services.wasStopped()) throw Interruption();
-          }};
-}
-
 bool isLaunched(const Effects& effects, const ToolCommand& command) {
   return std::ranges::any_of(effects.launches, [&](const Launch& launch) {
     return launch.tool == command.tool && !launch.arguments.empty() && !launch.refused &&
@@ -155,7 +143,7 @@ Ordered stopOnTrial(const Context& context, OrderedServer& server, std::chrono::
   if (ordered.trial != TrialEnd::kept) {
     const ChangeError error = ordered.report.change.error;
     ordered.report = carryOut(ServerOrder::start, server);
-    if (!ordered.report.ok()) trials.leave();
+    if (ordered.report.after == -1) trials.leave();
     if (error) ordered.report.change.error = error;
   }
   const std::string warning = trials.end();
@@ -178,17 +166,16 @@ ExitStatus tryStop(const Context& given, std::chrono::seconds length) {
 
 }  // namespace
 
-ChangeError startAgain(const Context& given) {
-  Context context = given;
-  context.services.wasStopped = [] { return false; };
-  Questions questions(context.answers, context.err);
-  Progress progress(nullptr);
-  Session session(context, questions, progress, RecordingMode::real);
-  if (isFulfilled(ServerOrder::start, session.pane())) return {};
-  if (!session.unlock()) return noRights();
-  context.services.deferInterruptions();
-  OrderedServer server = orderedServer(context, session);
-  return carryOut(ServerOrder::start, server).change.error;
+OrderedServer orderedServer(const Context& context, Session& session) {
+  return {session.pane(),
+          session.recording(),
+          context.interface,
+          context.services.computer,
+          [&context](milliseconds limit) { return waitForTools(context, limit); },
+          [&context](milliseconds time) {
+            std::this_thread::sleep_for(time);
+            if (context.services.wasStopped()) throw Interruption();
+          }};
 }
 
 ExitStatus startServer(const Context& context, const CommandLine& /*line*/) {

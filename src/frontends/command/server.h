@@ -1,12 +1,12 @@
-// An order to the server that a command gives beside its own work.
+// The server as the commands order it about.
 #pragma once
 
-#include "src/frontends/command/context.h"
-#include "src/frontends/shared/change/failure.h"
+#include "src/frontends/command/session.h"
+#include "src/frontends/shared/server/server_order.h"
 
 namespace norvik::command {
 
-// Starts the server unless it runs, and writes nothing. Blocks until it is done.
-ChangeError startAgain(const Context& context);
+// Borrows both. An order to it throws an Interruption where the program is stopped meanwhile.
+OrderedServer orderedServer(const Context& context, Session& session);
 
 }  // namespace norvik::command

@@ -10,7 +10,9 @@
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/edits/editability.h"
 #include "src/frontends/shared/interface/unread_settings.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/profile/pane_profile.h"
+#include "src/frontends/shared/search/search_texts.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {
@@ -141,6 +143,34 @@ void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
              2);
 }
 
+Json hitsJson(Session& session, const std::vector<SearchHit>& hits) {
+  Json list = Json::array();
+  for (const SearchHit& hit : hits) {
+    const PaneSetting* setting = session.find(hit.name);
+    list.push_back({{"group", hit.page.group},
+                    {"page", hit.page.title},
+                    {"setting", hit.name.empty() ? Json(nullptr) : Json(hit.name)},
+                    {"label", hit.label},
+                    {"value", setting != nullptr ? jsonOf(setting->typedValue()) : Json(nullptr)},
+                    {"locked", isLocked(hit, session.pane())}});
+  }
+  return list;
+}
+
+// The best first, each where it is: a page by its title, a setting by its name.
+ExitStatus showFound(const Context& context, Session& session, const std::string& words) {
+  const std::vector<SearchHit> hits = findShown(session.pane(), context.interface, words);
+  std::vector<TableRow> rows;
+  for (const SearchHit& hit : hits) {
+    const PaneSetting* setting = session.find(hit.name);
+    rows.push_back({setting != nullptr ? hit.name : hit.page.title, setting != nullptr ? setting->text() : "",
+                    setting != nullptr ? hit.label : "", placeOf(hit, session.pane())});
+  }
+  if (!context.json) writeTable(context.out, rows);
+  if (!context.json && rows.empty()) context.out << translated(search_texts::kNothing) << '\n';
+  return finish(context.output(), ChangeReport(), {{"hits", hitsJson(session, hits)}});
+}
+
 }  // namespace
 
 ExitStatus showSettings(const Context& context, const CommandLine& line) {
@@ -148,6 +178,7 @@ ExitStatus showSettings(const Context& context, const CommandLine& line) {
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::looking);
+  if (line.search) return showFound(context, session, *line.search);
   PaneSetting* one = session.find(page);
   const auto pages = pagesOf(meantSettings(session, page));
   if (pages.empty()) return finish(context.output(), unknownPage(session, page));

@@ -7,7 +7,8 @@
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/history.h"
+#include "src/frontends/command/decisions.h"
+#include "src/frontends/command/progress.h"
 #include "src/frontends/command/report.h"
 #include "src/frontends/command/server.h"
 #include "src/frontends/shared/checks/value_check.h"
@@ -47,14 +48,6 @@ const EndRow& rowOf(TrialEnd end) {
   return kEnds.at(static_cast<std::size_t>(end));
 }
 
-ChangeError notTakenBack(const Context& context, ChangeError error) {
-  error.sentence = sentence("The change on trial could not be taken back: {1}", {error.sentence});
-  error.advice =
-      sentence("It is taken back at the next start of norvikctl or the window. To keep it, remove {1}.",
-               {context.services.state.placeOf(kTrialFile)});
-  return error;
-}
-
 // One change on trial, from the moment before it is put into force.
 class TriedChange {
  public:
@@ -81,7 +74,9 @@ class TriedChange {
   const std::vector<std::string>& notes() const { return notes_; }
 
  private:
+  // Nobody is asked, as nobody may be there.
   void takeBack(MadeChange& made) {
+    made.questions.askNobody();
     TrialReturn result;
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
       result = takeBackSettings(settings_, made.session.edited(), made.change, context_.computer,
@@ -89,8 +84,11 @@ class TriedChange {
       if (result.report.error.code != FailureCode::tryAgain) break;
     }
     notes_ = result.notes;
-    isLeft_ = !result.report.ok();
-    if (isLeft_) made.outcome.report.error = notTakenBack(context_, result.report.error);
+    isLeft_ = !result.isBack;
+    if (!isLeft_ && !made.outcome.report.ok())
+      made.outcome.report.warnings.push_back(translated("What was saved of the change was taken back."));
+    if (!isLeft_ && !made.outcome.report.error) made.outcome.report.error = result.report.error;
+    if (isLeft_) made.outcome.report.error = notTakenBack(result.report.error, context_.services.state);
     auto& warnings = made.outcome.report.warnings;
     warnings.insert(warnings.end(), result.report.warnings.begin(), result.report.warnings.end());
   }
@@ -121,22 +119,24 @@ ExitStatus finishTried(const Context& context, const TriedChange& tried, const O
   return status == kExitOk && tried.end() != TrialEnd::kept ? kExitTakenBack : status;
 }
 
-// What the trial had put into force, in words: "nvk.port 5000".
-std::string settingsInWords(const Trial& trial) {
-  std::vector<std::string> names;
-  for (const RecordedSetting& setting : trial.settings) names.push_back(setting.name);
-  if (trial.stopsServer == StopsServer::yes) names.push_back(translated("the stop of the server"));
-  return listInWords(names, "and");
-}
-
-ChangeError takeBack(const Context& context, const Trial& trial) {
-  if (!trial.settings.empty()) {
-    const Outcome outcome = makeChange(
-        context, requestToReturn(context, trial.settings, ChangedAgain::leftAlone, NothingLeft::isFine));
-    for (const std::string& note : outcome.notes) context.complain(note);
-    if (!outcome.report.ok()) return outcome.report.error;
-  }
-  return trial.stopsServer == StopsServer::yes ? startAgain(context) : ChangeError();
+// With a pane of its own; the lock is opened where that is needed.
+TrialReturn takeBack(const Context& context, const Trial& trial) {
+  Questions questions(context.answers, context.err);
+  questions.askNobody();
+  Progress progress(nullptr);
+  Session session(context, questions, progress, RecordingMode::real, Opening::later);
+  SettingsChange change(session.pane(), session.recording(), context.computer, context.interface,
+                        context.services.computer, changeOptions(context));
+  std::vector<std::string> warnings;
+  Decisions decisions(questions, warnings);
+  change.look();
+  session.open();
+  if (needsRights(trial, context.interface)) session.unlock();
+  change.loaded();
+  OrderedServer server = orderedServer(context, session);
+  TrialReturn result = takeBackTrial(trial, server, change, context.computer, decisions);
+  for (const std::string& warning : warnings) context.complain(warning);
+  return result;
 }
 
 }  // namespace
@@ -185,26 +185,18 @@ ExitStatus changeOrTry(const Context& context, const CommandLine& line, const Ch
   return finishTried(context, tried, outcome);
 }
 
-void takeBackAbandoned(const Context& context) {
-  Trials trials(context.services.state, "norvikctl");
-  if (const std::string damage = trials.damage(); !damage.empty()) context.complain("warning: " + damage);
+void takeBackAbandoned(const Context& given) {
+  Trials trials(given.services.state, "norvikctl");
+  if (const std::string damage = trials.damage(); !damage.empty()) given.complain("warning: " + damage);
   const auto trial = trials.abandoned();
   if (!trial) return;
-  const ChangeError error = takeBack(context, *trial);
-  const std::string what = settingsInWords(*trial);
-  if (!error) {
-    context.complain(
-        sentence("A change was on trial when its program ended, and was taken back: {1}.", {what}));
-    const std::string warning = trials.end();
-    if (!warning.empty()) context.complain(warning);
-    return;
-  }
-  trials.leave();
-  context.complain(
-      sentence("A change was on trial when its program ended, and is still in force: {1}.", {what}));
-  const ChangeError why = notTakenBack(context, error);
-  context.complain(why.sentence);
-  context.complain(why.advice);
+  Context context = given;
+  context.services.wasStopped = [] { return false; };  // what began is finished
+  context.services.deferInterruptions();
+  const TrialReturn back = takeBack(context, *trial);
+  for (const std::string& line : sentencesOf(*trial, back, context.services.state)) context.complain(line);
+  if (!back.isBack) return trials.leave();
+  if (const std::string warning = trials.end(); !warning.empty()) context.complain(warning);
 }
 
 }  // namespace norvik::command

@@ -75,6 +75,22 @@ TEST_F(ReadingTest, ShowHasARowForEverySetting) {
             "lock, hidden");
 }
 
+TEST_F(ReadingTest, ShowFindsSettingsByWords) {
+  const auto found = box.json({"show", "--search", "speed"});
+  ASSERT_FALSE(found["hits"].empty());
+  EXPECT_NE(found["hits"].dump().find("\"image.quality\""), std::string::npos) << found;
+  const auto port = box.json({"show", "--search", "3389"})["hits"];
+  ASSERT_EQ(port.size(), 2U) << port;
+  EXPECT_EQ(port[0]["setting"], "rdp.port.custom");
+  EXPECT_EQ(port[1]["setting"], "rdp.port");
+  EXPECT_EQ(port[1]["value"], 3389);
+  EXPECT_EQ(port[1]["locked"], true);
+  const std::string text = box.run({"show", "--search", "cliboard"}).out;
+  EXPECT_EQ(text.find("nvk.clipboard  on  Share the clipboard  Locked: "), 0U) << text;
+  EXPECT_EQ(box.run({"show", "--search", "xyzzy"}).out, "Nothing is found.\n");
+  EXPECT_EQ(box.run({"show", "mouse", "--search", "x"}).status, 64);
+}
+
 TEST_F(ReadingTest, ShowMarksWhatIsNotTheDefault) {
   ASSERT_EQ(box.run({"set", "user.mouse.swap=on", "nvk.sound=off"}).status, 0);
   EXPECT_NE(line(box.run({"show", "mouse"}).out, "user.mouse.swap").find("changed"), std::string::npos);

@@ -108,6 +108,36 @@ TEST_F(TrialCommand, AProgramThatWasKilledIsMadeUpForByTheNext) {
   EXPECT_EQ(box.run({"get", "nvk.sound"}).err, "");
 }
 
+// The tool that moves the file into its place lives on when its program is killed, and ends after the next
+// program has begun to look.
+TEST_F(TrialCommand, AProgramThatWasKilledWhileItSavedIsMadeUpForToo) {
+  fs::copy_file(box.folder() / "bin/mv", box.beside("mv"));
+  box.replaceProgram("/bin/mv", "touch " + box.beside("moving").string() + "; while [ ! -e " +
+                                    box.beside("go").string() + " ]; do sleep 0.01; done; exec " +
+                                    box.beside("mv").string() + " \"$@\"");
+  {
+    RunningProgram program = start("set --try 3600 nvk.sound=off");
+    ASSERT_TRUE(eventually([&] { return fs::exists(box.beside("moving")); }));
+    program.send(SIGKILL);
+    program.ending();
+  }
+  RunningProgram next = box.start({"get", "nvk.sound"}, "next");
+  EXPECT_FALSE(next.ending(std::chrono::milliseconds(200)).has_value()) << "it waits for the tool";
+  std::ofstream(box.beside("go")) << "";
+  EXPECT_EQ(next.status(), 0);
+  EXPECT_EQ(sound(), "on\n");
+}
+
+// Switching the box on asks; nobody is there to answer when it is switched on again.
+TEST_F(TrialCommand, TakingBackWaitsForNoAnswer) {
+  ASSERT_EQ(
+      box.run({"set", "system.compositing.disable=on", "--no-reboot", "--answer", "graphics=yes"}).status, 0);
+  const Result result = box.runAtTerminal(
+      {"set", "--try", "3600", "system.compositing.disable=off", "--no-reboot"}, "revert\n");
+  EXPECT_EQ(result.status, kTakenBack) << result.out;
+  EXPECT_EQ(get("system.compositing.disable"), "on\n");
+}
+
 TEST_F(TrialCommand, WithoutRightsItStaysAndIsSaid) {
   {
     RunningProgram program = startSound();
@@ -149,6 +179,8 @@ TEST_F(TrialCommand, AChangeThatFailsIsTakenBackAtOnce) {
   box.replaceProgram("/usr/sbin/nvkservice", "exit 4");
   const Result result = box.run({"set", "--try", "60", "nvk.sound=off", "user.mouse.swap=on"});
   EXPECT_EQ(result.status, 69) << result.err;
+  EXPECT_NE(result.err.find("warning: What was saved of the change was taken back.\n"), std::string::npos)
+      << result.err;
   EXPECT_EQ(sound() + get("user.mouse.swap"), "on\noff\n");
 }
 

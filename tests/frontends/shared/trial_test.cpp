@@ -102,6 +102,36 @@ TEST_F(TrialTest, IsFoundByTheNextFrontEndWhereItsProgramHasEnded) {
   EXPECT_FALSE(trials.abandoned().has_value());
 }
 
+TEST_F(TrialTest, OneOfAnotherProgramIsTakenBackWithTheServer) {
+  open();
+  tryPort("5073");
+  OrderedServer server{*pane,
+                       *recording,
+                       interface,
+                       computer.services(),
+                       [this](std::chrono::milliseconds limit) { return computer.tools.wait(limit); },
+                       [](std::chrono::milliseconds) {}};
+  const Trial left{"", "", "norvikctl", "user", tried, StopsServer::yes};
+  EXPECT_TRUE(needsRights(left, interface));
+  const TrialReturn back = takeBackTrial(left, server, *change, computer.platform(), person);
+  EXPECT_TRUE(back.report.ok()) << back.report.error.sentence;
+  EXPECT_EQ(storedNvkPort(), 4073);
+  EXPECT_NE(nvkd_pid(), -1);
+  EXPECT_EQ(sentencesOf(left, back, computer.userState),
+            std::vector<std::string>{"A change was on trial when its program ended, and was taken back: "
+                                     "nvk.port.custom, nvk.port and the stop of the server."});
+}
+
+TEST_F(TrialTest, WhatCouldNotBeTakenBackIsSaidWithWhatToDo) {
+  open();
+  tryPort("5073");
+  loseRights();
+  const auto sentences = sentencesOf({"", "", "", "", tried}, takeBack(tried), computer.userState);
+  ASSERT_EQ(sentences.size(), 3U);
+  EXPECT_NE(sentences[0].find("is still in force: nvk.port.custom and nvk.port."), std::string::npos);
+  EXPECT_NE(sentences[2].find("To keep it, remove " + place()), std::string::npos);
+}
+
 TEST_F(TrialTest, AnotherOneWaitsUntilItIsTakenBack) {
   ASSERT_FALSE(trials.begin({}, StopsServer::yes, 60s));
   trials.leave();

@@ -9,6 +9,7 @@
 #include "src/frontends/shared/edits/edited_pane.h"
 #include "src/frontends/shared/history/change_records.h"
 #include "src/frontends/shared/server/server_order.h"
+#include "src/frontends/shared/trial/trial.h"
 
 namespace norvik {
 
@@ -19,13 +20,32 @@ bool mayEndConnections(const NVKServerPrefs& pane, const std::vector<SettingChan
 struct TrialReturn {
   ChangeReport report;
   std::vector<std::string> notes;  // a sentence for each setting that stays
+
+  // Whether nothing is left to be taken back: the files hold the values of before, even if the server could
+  // not be told, which is then the report's error.
+  bool isBack = false;
 };
 
 // Takes the settings back. Nothing else may be pending on the pane, as it would be applied too, and its lock
-// has to be open if a setting of the administrator is among them. Waits for the lock for changes and for
-// tools, as SettingsChange::apply does. `computer` is the one below the recording.
+// has to be open if a setting of the administrator is among them. Holds the lock for changes from before it
+// looks at the files, and waits for it and for tools as SettingsChange::apply does. `computer` is the one
+// below the recording.
 TrialReturn takeBackSettings(const std::vector<RecordedSetting>& settings, EditedPane& edited,
                              SettingsChange& change, Platform& computer,
                              const InterfaceDescription& interface, ChangeDecisions& person);
+
+// Whether taking the trial back needs the pane's lock open.
+bool needsRights(const Trial& trial, const InterfaceDescription& interface);
+
+// The same for all that a trial has put into force, of whatever program: its settings, and the server if it
+// was stopped. Blocks for half a minute where the server is started.
+TrialReturn takeBackTrial(const Trial& trial, OrderedServer& server, SettingsChange& change,
+                          Platform& computer, ChangeDecisions& person);
+
+// What a person is told about a trial that another program had left, and what came of it: first the sentence
+// that says it, then what stays, then what to do where it is still in force. `state` says where its file is.
+std::vector<std::string> sentencesOf(const Trial& trial, const TrialReturn& back, UserState& state);
+// Why it is still in force, and what happens next.
+ChangeError notTakenBack(const ChangeError& error, UserState& state);
 
 }  // namespace norvik
