@@ -97,7 +97,7 @@ std::string LinuxUserState::update(
   const auto bytes = change(now.bytes);
   if (!bytes) return "";
   if (bytes->size() > kMostStateBytes) return std::strerror(EFBIG);
-  const int error = replaceFile(onDisk(name), *bytes);
+  const int error = replaceLockedFile(onDisk(name), *bytes);
   return error == 0 ? "" : std::strerror(error);
 }
 

@@ -63,6 +63,18 @@ void syncFolder(const std::string& diskPath) {
   if (folder) ::fsync(folder.number());
 }
 
+// Writes the bytes to the temporary file and gives it the other's name; removes it where that fails.
+int replaceBy(const std::string& temporary, Descriptor file, const std::string& diskPath,
+              std::string_view bytes) {
+  if (!finishFile(std::move(file), bytes) || std::rename(temporary.c_str(), diskPath.c_str()) != 0) {
+    const int error = errno;
+    ::unlink(temporary.c_str());
+    return error;
+  }
+  syncFolder(folderOf(diskPath));
+  return 0;
+}
+
 }  // namespace
 
 FileContent inspectFile(const std::string& diskPath, std::size_t most, Links links) {
@@ -91,14 +103,15 @@ bool finishFile(Descriptor file, std::string_view bytes) {
 int replaceFile(const std::string& diskPath, std::string_view bytes) {
   std::string temporary = diskPath + ".new-XXXXXX";
   Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC));  // with mode 0600
-  if (!file) return errno;
-  if (!finishFile(std::move(file), bytes) || std::rename(temporary.c_str(), diskPath.c_str()) != 0) {
-    const int error = errno;
-    ::unlink(temporary.c_str());
-    return error;
-  }
-  syncFolder(folderOf(diskPath));
-  return 0;
+  return file ? replaceBy(temporary, std::move(file), diskPath, bytes) : errno;
+}
+
+int replaceLockedFile(const std::string& diskPath, std::string_view bytes) {
+  const std::string temporary = diskPath + ".new";
+  ::unlink(temporary.c_str());
+  Descriptor file(
+      ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, kOwnersOnly));
+  return file ? replaceBy(temporary, std::move(file), diskPath, bytes) : errno;
 }
 
 bool makeFolder(const std::string& diskPath, std::size_t given) {

@@ -26,6 +26,9 @@ bool finishFile(Descriptor file, std::string_view bytes);
 // Replaces the file in one step; only the user may read it. 0, or the number of the error, after which the
 // file is as it was.
 int replaceFile(const std::string& diskPath, std::string_view bytes);
+// The same for a file that nobody else replaces meanwhile, as its caller holds a lock: the new bytes are
+// written to PATH.new, so that what a killed program has left there goes with the next call.
+int replaceLockedFile(const std::string& diskPath, std::string_view bytes);
 
 // Makes the folder and those above it that are missing, below the first `given` bytes of its path, for the
 // user alone. Whether it is there then.

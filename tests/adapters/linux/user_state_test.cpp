@@ -9,6 +9,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <set>
 #include <vector>
 
 #include "tests/support/sandbox_folder.h"
@@ -70,6 +71,17 @@ TEST_F(UserStateOnDisk, AFileThatIsTooLongIsLeft) {
   std::filesystem::resize_file(disk(), 100'000'000);
   EXPECT_EQ(add("one"), "File too large");
   EXPECT_EQ(std::filesystem::file_size(disk()), 100'000'000U);
+}
+
+TEST_F(UserStateOnDisk, WhatAKilledProgramLeftIsRemoved) {
+  makeFolder();
+  std::filesystem::create_symlink(disk("elsewhere"), disk("history.jsonl.new"));
+  EXPECT_EQ(add("one"), "");
+  EXPECT_FALSE(std::filesystem::exists(disk("elsewhere")));
+  std::set<std::string> names;
+  for (const auto& file : std::filesystem::directory_iterator(disk().parent_path()))
+    names.insert(file.path().filename());
+  EXPECT_EQ(names, (std::set<std::string>{"history.jsonl", "history.jsonl.lock"}));
 }
 
 TEST_F(UserStateOnDisk, AFolderThatCannotBeMadeIsSaid) {

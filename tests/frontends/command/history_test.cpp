@@ -116,7 +116,7 @@ TEST_F(HistoryCommand, AHistoryOnAFullDiskFailsNoChange) {
     EXPECT_EQ(get("nvk.sound"), isOn ? "off\n" : "on\n") << calls;
   }
   for (const auto& file : fs::directory_iterator(place().parent_path()))
-    EXPECT_EQ(file.path().string().find(".new-"), std::string::npos) << file.path();
+    EXPECT_EQ(file.path().string().find(".new"), std::string::npos) << file.path();
 }
 
 }  // namespace
