@@ -10,6 +10,7 @@
 #include "src/frontends/desktop/line_icon.h"
 #include "src/frontends/desktop/secondary_label.h"
 #include "src/frontends/shared/interface/setting_description.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::desktop {
 
@@ -54,7 +55,7 @@ Heading::Heading(const QString& words, QWidget* parent) : QLabel(parent) {
 }
 
 PageHeader::PageHeader(const TabDescription& tab, QWidget* parent)
-    : QWidget(parent), title_(new Heading(text(pageName(tab).title), this)) {
+    : QWidget(parent), title_(new Heading(text(translated(pageName(tab).title)), this)) {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setVerticalSpacing(0);
@@ -63,7 +64,7 @@ PageHeader::PageHeader(const TabDescription& tab, QWidget* parent)
     grid->addWidget(new HeaderIcon(*drawing, this), 0, 0, 2, 1, Qt::AlignTop);
   title_->setObjectName(QStringLiteral("pageTitle"));
   grid->addWidget(title_, 0, 1);
-  auto* purpose = new SecondaryLabel(text(tab.purpose), this);
+  auto* purpose = new SecondaryLabel(text(translated(tab.purpose)), this);
   purpose->setObjectName(QStringLiteral("pagePurpose"));
   purpose->setWordWrap(true);
   grid->addWidget(purpose, 1, 1);

@@ -31,6 +31,7 @@
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/reach/reach_texts.h"
 #include "src/frontends/shared/search/search_texts.h"
 
@@ -109,8 +110,8 @@ void SettingsWindow::addPages() {
     for (const auto& b : page->bindings()) b->edited = [this, &binding = *b] { edited(binding); };
   }
   reachCard_ = new ReachCard(this);
-  pages_[*pageOf(std::string(pane_.ib_admin_label_svrState.name()))]->addGroup(text(reach_texts::kTitle), {},
-                                                                               reachCard_);
+  pages_[*pageOf(std::string(pane_.ib_admin_label_svrState.name()))]->addGroup(
+      text(translated(reach_texts::kTitle)), {}, reachCard_);
 }
 
 Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* parent) {

@@ -78,6 +78,7 @@ void MainView::makePages(const PortInUse& portInUse, double width) {
     width = std::max(width, double(needed.width));
     pageHeight_ = std::max(pageHeight_, double(needed.height));
   }
+  for (const auto& page : pages_) page->addPreviewWithin(pageHeight_);
   const NSRect whole = NSMakeRect(0, 0, width, pageHeight_);
   NSTabView* tabs = [[[NSTabView alloc] initWithFrame:whole] autorelease];
   [tabs setTabViewType:NSNoTabsNoBorder];

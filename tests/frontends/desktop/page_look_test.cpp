@@ -242,6 +242,7 @@ TEST_F(ReachCardTest, ItsButtonOpensTheLadder) {
 
 enum class Theme { light, dark, highContrast };
 
+// A computer with a name that others know.
 class ThemedLook : public PageLook, public testing::WithParamInterface<Theme> {
  protected:
   ThemedLook() {
@@ -253,6 +254,8 @@ class ThemedLook : public PageLook, public testing::WithParamInterface<Theme> {
       palette.setColor(QPalette::HighlightedText, Qt::black);
       QApplication::setPalette(palette);
     }
+    desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
+    desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
   }
   ~ThemedLook() override {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
@@ -320,16 +323,22 @@ TEST_P(ThemedLook, TheGroupsCanBeSeen) {
 // In the window's first size, as small as it goes, and large; in fonts of 14 and 16 points too.
 TEST_P(ThemedLook, EveryPageCanBeLookedAt) {
   const QFont before = QApplication::font();
+  panel.window.resize(panel.window.sizeHint());
+  panel.choosePage("user", "Image");
+  take(QStringLiteral("user-image-locked"));
   openEverything();
   panel.server->lookAtForce();
-  for (const QSize size : {panel.window.sizeHint(), panel.window.minimumSizeHint(), QSize(1600, 1000)}) {
+  const std::pair<QSize, const char*> sizes[] = {{panel.window.sizeHint(), ""},
+                                                 {panel.window.minimumSizeHint(), "-small"},
+                                                 {QSize(1600, 1000), "-large"}};
+  for (const auto& [size, word] : sizes) {
     panel.window.resize(size);
     panel.settle();
-    onPages([&](const TabDescription& tab, const Page& page) {
+    onPages([&, ending = QString::fromUtf8(word)](const TabDescription& tab, const Page& page) {
       EXPECT_LE(page.minimumSizeHint().width(), page.width());
       QString name = text(tab.label).toLower();
       name.replace(QLatin1Char(':'), QLatin1Char('-')).replace(QLatin1Char(' '), QLatin1Char('-'));
-      take(QStringLiteral("%1-%2").arg(name).arg(panel.window.width()));
+      take(name + ending);
     });
   }
   for (const int points : {14, 16}) {

@@ -6,6 +6,7 @@
 #include <numeric>
 
 #import "src/frontends/prefpane/plain_views.h"
+#import "src/frontends/prefpane/preview_view.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/server_state.h"
 #import "tests/frontends/prefpane/pane_under_test.h"
@@ -213,6 +214,18 @@ TEST_F(Layout, EachPageHasItsIconInTheSidebar) {
     EXPECT_GE(std::accumulate(columns.begin(), gap, NSInteger{0}), 20) << "row " << row;
     EXPECT_TRUE(std::any_of(gap, columns.end(), [](NSInteger dark) { return dark > 0; })) << "row " << row;
   }
+}
+
+TEST_F(Layout, ThePreviewFollowsThePendingValues) {
+  open();
+  NSView* preview = find([[pages() tabViewItemAtIndex:6] view],
+                         [](NSView* one) { return [one isKindOfClass:[NVKPreviewView class]]; });
+  ASSERT_NE(preview, nil) << "there is room for it on the server's page";
+  EXPECT_NE(utf8([preview toolTip]).find("6 of 8, thousands of colours"), std::string::npos);
+  pane().ib_admin_slider_imgDept.setDoubleValue(4);
+  EXPECT_NE(utf8([preview toolTip]).find("4 of 8, fewest colours"), std::string::npos)
+      << utf8([preview toolTip]);
+  EXPECT_FALSE([preview acceptsFirstResponder]);
 }
 
 TEST_F(Layout, ADisabledSliderIsPaler) {
