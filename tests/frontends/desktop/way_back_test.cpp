@@ -216,6 +216,19 @@ TEST_F(WaysBackInWindow, APageGetsItsDefaultsAndNothingElse) {
   EXPECT_EQ(pane.m_admin_nvkPort, 4074) << "nothing is applied";
 }
 
+// The depth follows the server's as soon as the box is on, so both cannot be.
+TEST_F(WaysBackInWindow, EditsAreMadeAllTogetherOrNotAtAll) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  EXPECT_FALSE(panel.back->enter({{"user.mouse.swap", kOnState, ""},
+                                  {"user.image.defaults", kOnState, ""},
+                                  {"user.image.depth", 8, ""}}));
+  ASSERT_EQ(panel.change.pending().size(), 1u);
+  EXPECT_EQ(panel.change.pending()[0].name, "nvk.sound") << "the person's own edit stays";
+  EXPECT_EQ(panel.window.messages().line(MessageSubject::outcome).message().kind, MessageKind::failure);
+}
+
 TEST_F(WaysBackInWindow, WhatIsPendingGoesToTheClipboardAsACommand) {
   openEverything();
   panel.choosePage("admin", "Norvik clients");
