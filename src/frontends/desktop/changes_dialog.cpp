@@ -2,6 +2,7 @@
 #include "src/frontends/desktop/changes_dialog.h"
 
 #include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
@@ -11,7 +12,9 @@
 #include "src/frontends/desktop/changes_table.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/desktop/note_label.h"
 #include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/edits/take_back_texts.h"
 #include "src/frontends/shared/interface/window_texts.h"
 #include "src/frontends/shared/trial/trial_texts.h"
 
@@ -61,12 +64,16 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
     : QDialog(window, Qt::Sheet),
       source_(std::move(source)),
       list_(new ChangesTable(QStringLiteral("changesList"), this)),
-      effects_(new QLabel) {
+      effects_(new QLabel),
+      copied_(new NoteLabel(this)) {
   setObjectName(QStringLiteral("changesDialog"));
   setWindowTitle(text(texts::kChangesTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
   column->addWidget(list_, 1);
+  column->addLayout(makeActions());
+  copied_->setObjectName(QStringLiteral("changesCopied"));
+  column->addWidget(copied_);
   effects_->setObjectName(QStringLiteral("changesEffects"));
   effects_->setTextFormat(Qt::RichText);
   effects_->setWordWrap(true);
@@ -98,25 +105,40 @@ QPushButton* ChangesDialog::addButton(std::string_view words, const char* name) 
   return button;
 }
 
-void ChangesDialog::addButtons(QVBoxLayout& column) {
-  auto* box = new QDialogButtonBox(this);
+// What is done with the list, right under it.
+QLayout* ChangesDialog::makeActions() {
+  auto* actions = new QHBoxLayout;
   goTo_ = addButton(texts::kGoToSetting, "changesGoTo");
   takeBack_ = addButton(texts::kTakeBack, "changesTakeBack");
   takeBackAll_ = addButton(texts::kTakeBackAll, "changesTakeBackAll");
+  copy_ = addButton(take_back_texts::kCopyCommandButton, "changesCopyCommand");
+  copy_->setToolTip(text(translated(take_back_texts::kCopyCommandHelp)));
+  copy_->setAccessibleDescription(copy_->toolTip());
+  copy_->setVisible(source_.copyCommand != nullptr);
+  for (QPushButton* button : {goTo_, takeBack_, takeBackAll_}) actions->addWidget(button);
+  actions->addStretch();
+  actions->addWidget(copy_);
+  connect(copy_, &QPushButton::clicked, this, [this] {
+    source_.copyCommand();
+    copied_->setNote(text(translated(take_back_texts::kCopied)), MessageKind::done);
+  });
+  return actions;
+}
+
+void ChangesDialog::addButtons(QVBoxLayout& column) {
+  auto* box = new QDialogButtonBox(this);
   applyOnTrial_ = addButton(trial_texts::kApplyOnTrial, "changesApplyOnTrial");
   applyOnTrial_->setToolTip(text(translated(trial_texts::kApplyOnTrialHelp)));
   applyOnTrial_->setAccessibleDescription(applyOnTrial_->toolTip());
   apply_ = addButton(texts::kApply, "changesApply");
   auto* close = addButton(texts::kClose, "changesClose");
-  for (QPushButton* button : {goTo_, takeBack_, takeBackAll_})
-    box->addButton(button, QDialogButtonBox::ActionRole);
-  box->addButton(applyOnTrial_, QDialogButtonBox::ApplyRole);
   box->addButton(apply_, QDialogButtonBox::AcceptRole);
+  box->addButton(applyOnTrial_, QDialogButtonBox::AcceptRole);
   box->addButton(close, QDialogButtonBox::RejectRole);
   apply_->setDefault(true);
   column.addWidget(box);
   QSet<QChar> taken;
-  addMnemonics(*box, taken);
+  addMnemonics(*this, taken);
   connect(goTo_, &QPushButton::clicked, this, [this] { done(kGoToSetting); });
   connect(takeBack_, &QPushButton::clicked, this, [this] { takeBackChosen(); });
   connect(takeBackAll_, &QPushButton::clicked, this, [this] {
@@ -135,6 +157,8 @@ void ChangesDialog::showPreview() {
   effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges).toHtmlEscaped());
   takeBackAll_->setEnabled(any);
   apply_->setEnabled(any);
+  copy_->setEnabled(any);
+  copied_->setNote(QString(), MessageKind::done);
   applyOnTrial_->setVisible(source_.isTrialOffered && source_.isTrialOffered());
   if (!any) list_->parentWidget()->setFocus();
 }

@@ -9,12 +9,14 @@
 #include "src/frontends/shared/change/change_report.h"
 
 class QLabel;
+class QLayout;
 class QPushButton;
 class QVBoxLayout;
 
 namespace norvik::desktop {
 
 class ChangesTable;
+class NoteLabel;
 
 class ChangesDialog : public QDialog {
  public:
@@ -25,6 +27,8 @@ class ChangesDialog : public QDialog {
     std::function<void()> takeBackAll;
     // Whether what is left may be put into force on trial; none means no.
     std::function<bool()> isTrialOffered = {};
+    // Puts the changes on the clipboard as a command; none where that is not offered.
+    std::function<void()> copyCommand = {};
   };
   // How the list was left; the result of exec().
   enum Choice { kClose, kApply, kGoToSetting, kApplyOnTrial };
@@ -35,6 +39,7 @@ class ChangesDialog : public QDialog {
   std::string outlet() const;
 
  private:
+  QLayout* makeActions();
   void addButtons(QVBoxLayout& column);
   QPushButton* addButton(std::string_view words, const char* name);
   void showPreview();
@@ -46,9 +51,11 @@ class ChangesDialog : public QDialog {
   Preview preview_;
   ChangesTable* list_;
   QLabel* effects_;
+  NoteLabel* copied_;
   QPushButton* goTo_ = nullptr;
   QPushButton* takeBack_ = nullptr;
   QPushButton* takeBackAll_ = nullptr;
+  QPushButton* copy_ = nullptr;
   QPushButton* applyOnTrial_ = nullptr;
   QPushButton* apply_ = nullptr;
 };

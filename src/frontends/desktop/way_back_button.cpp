@@ -17,8 +17,8 @@ namespace {
 // The arrow in a square from 0 to 16.
 constexpr double kArrowSquare = 16;
 constexpr double kArrowStroke = 1.7;
-constexpr double kArrowShare = 0.8;  // of the button's side
-constexpr int kLeastSide = 24;       // for fingers and unsteady hands
+constexpr double kArrowShare = 0.85;  // of the button's side
+constexpr int kLeastSide = 20;        // no row gets higher by it; above and under it there is space
 
 QPainterPath turningArrow() {
   QPainterPath path;

@@ -1,9 +1,12 @@
 // Who is asked for what: the transaction for what is stored, the shared edits for the defaults.
 #include "src/frontends/desktop/window_back.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <algorithm>
 
 #include "src/frontends/desktop/more_menu.h"
+#include "src/frontends/shared/edits/copied_command.h"
 #include "src/frontends/shared/edits/defaults.h"
 #include "src/frontends/shared/edits/pending_edits.h"
 #include "src/frontends/shared/edits/take_back_texts.h"
@@ -27,12 +30,15 @@ WindowBack::WindowBack(SettingsWindow& window, WindowChanges& changes, NVKServer
   menu.setEntry(MoreEntry::takeBackAll, [this] { takeBackAll(); });
   menu.setEntry(MoreEntry::pageToDefaults, [this] { toDefaults(settingsOnPage()); });
   menu.setEntry(MoreEntry::allToDefaults, [this] { toDefaults(edited_.settingNames()); });
+  menu.setEntry(MoreEntry::copyCommand, [this] { copyCommand(); });
+  changes_.copyCommand = [this] { copyCommand(); };
   menu.whenOpening([this] { offerEntries(); });
   window_.refresh();
 }
 
 WindowBack::~WindowBack() {
   changes_.counted = nullptr;
+  changes_.copyCommand = nullptr;
 }
 
 void WindowBack::connectRow(RowBack& row) {
@@ -152,12 +158,25 @@ ImportDialog::Preview WindowBack::previewOf(const Wish& wish) {
   return {changesBy(edited_, window_.interface(), wish.edits), needsLock(edited_, wish.edits), {}};
 }
 
+// ---- As a command
+
+void WindowBack::copyCommand() {
+  const std::string command = commandOfPending(edited_);
+  if (command.empty()) return;
+  QApplication::clipboard()->setText(text(command));
+  // The command is shown as it is, without the labels that messages have in place of names.
+  window_.messages()
+      .line(MessageSubject::outcome)
+      .showMessage({MessageKind::note, sentence(take_back_texts::kCommandCopied, {command}), {}, {}});
+}
+
 // ---- The menu beside Help
 
 void WindowBack::offerEntries() {
   MoreMenu& menu = window_.moreMenu();
   menu.setOffered(MoreEntry::takeBackPage, !pendingOnPage().empty());
   menu.setOffered(MoreEntry::takeBackAll, !pending_.empty());
+  menu.setOffered(MoreEntry::copyCommand, !pending_.empty());
   menu.setOffered(MoreEntry::pageToDefaults, hasOtherThanDefault(settingsOnPage()));
   menu.setOffered(MoreEntry::allToDefaults, hasOtherThanDefault(edited_.settingNames()));
 }

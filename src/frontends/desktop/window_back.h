@@ -53,6 +53,7 @@ class WindowBack : public QObject {
   void takeBackAll();
   std::vector<std::string> pendingOnPage();
   bool entered(const ChangeError& error);
+  void copyCommand();
   bool hasOtherThanDefault(const std::vector<std::string>& names);
   void toDefaults(const std::vector<std::string>& names);
 

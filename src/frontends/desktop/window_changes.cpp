@@ -24,6 +24,15 @@ constexpr std::chrono::milliseconds kSlow{400};
 constexpr MessageSubject kSubjects[] = {MessageSubject::files, MessageSubject::inForce,
                                         MessageSubject::others, MessageSubject::outcome};
 
+// Nothing is saved where a person would have to decide.
+class NobodyDecides : public ChangeDecisions {
+ public:
+  std::optional<std::vector<Side>> resolve(const std::vector<Collision>& /*collisions*/) override {
+    return std::nullopt;
+  }
+  DamagedAnswer decideDamaged(const FileFinding& /*file*/) override { return DamagedAnswer::cancel; }
+};
+
 }  // namespace
 
 WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, SettingsChange& change,
@@ -42,6 +51,7 @@ WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, Setti
   window_.refreshed = [this] { showPending(); };
   // A person who leaves has answered already, and what is pending still is to be discarded.
   alerts_.answered = [this]() -> std::optional<int> {
+    if (isUnattended_) return NSAlertDefaultReturn;
     return window_.isLeaving() ? std::optional(NSAlertAlternateReturn) : std::nullopt;
   };
   settled_.setSingleShot(true);
@@ -148,10 +158,12 @@ std::optional<ChangeReport> WindowChanges::applyAfter(const std::function<Change
   return report;
 }
 
-TrialReturn WindowChanges::takeBackTrial(const std::vector<RecordedSetting>& settings, EditedPane& shown,
-                                         Platform& computer) {
+TrialReturn WindowChanges::takeBack(const Trial& trial, OrderedServer& server, Platform& computer) {
+  NobodyDecides nobody;
   slow_.start(kSlow);
-  TrialReturn result = takeBackSettings(settings, shown, change_, computer, window_.interface(), decisions_);
+  isUnattended_ = true;
+  TrialReturn result = takeBackTrial(trial, server, change_, computer, nobody);
+  isUnattended_ = false;
   slow_.stop();
   line(MessageSubject::outcome).clear();
   showFindings();
@@ -169,7 +181,7 @@ void WindowChanges::applyAgain() {
 void WindowChanges::showChanges() {
   ChangesDialog list(&window_, {[this] { return change_.preview(); },
                                 [this](const std::string& setting) { change_.takeBack(setting); },
-                                [this] { change_.takeBackAll(); }, isTrialOffered});
+                                [this] { change_.takeBackAll(); }, isTrialOffered, copyCommand});
   const int choice = list.exec();
   window_.refresh();
   if (choice == ChangesDialog::kApply) apply();

@@ -30,9 +30,9 @@ class WindowChanges : public QObject {
   // The same with a step of its own between the check and the saving; nothing is saved where it fails. What
   // came of it was said; nothing where nothing was begun.
   std::optional<ChangeReport> applyAfter(const std::function<ChangeError()>& begin);
-  // Takes back what was in force on trial. Nothing else may be pending.
-  TrialReturn takeBackTrial(const std::vector<RecordedSetting>& settings, EditedPane& shown,
-                            Platform& computer);
+  // Takes back what was in force on trial. Nothing else may be pending. Nobody is asked, as nobody may be
+  // there.
+  TrialReturn takeBack(const Trial& trial, OrderedServer& server, Platform& computer);
   // The list of pending changes.
   void showChanges();
   // One of the settings files may have changed: looks at them when nobody is being asked and nothing is under
@@ -62,6 +62,8 @@ class WindowChanges : public QObject {
   // Puts what is pending into force on trial, and whether that is offered; none where there are no trials.
   std::function<void()> applyOnTrial;
   std::function<bool()> isTrialOffered;
+  // Puts what is pending on the clipboard as a command; none where that is not offered.
+  std::function<void()> copyCommand;
   // Has the server take up what is stored.
   std::function<void()> takeUp;
 
@@ -90,9 +92,10 @@ class WindowChanges : public QObject {
   QTimer settled_;  // a save is several events
   QTimer slow_;     // a save that takes so long that a person should know
   std::function<void()> retry_;
-  std::string outlet_;     // of the setting that the outcome is about
-  std::string pending_;    // the changes, as they were shown last
-  bool collides_ = false;  // somebody else has changed what a person is changing here
+  std::string outlet_;         // of the setting that the outcome is about
+  bool isUnattended_ = false;  // a trial is being taken back
+  std::string pending_;        // the changes, as they were shown last
+  bool collides_ = false;      // somebody else has changed what a person is changing here
 };
 
 }  // namespace norvik::desktop

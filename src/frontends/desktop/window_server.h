@@ -22,6 +22,8 @@ class WindowServer : public QObject {
   // tick.
   void lookAtForce();
 
+  // What orders work on.
+  OrderedServer& ordered() { return server_; }
   // Carries an order out without a question, and says what came of it.
   OrderReport carryOutNow(ServerOrder order);
 

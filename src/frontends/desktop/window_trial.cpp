@@ -17,6 +17,12 @@ constexpr std::chrono::seconds kEachSecond{1};
 // While somebody else changes settings.
 constexpr int kMostReturns = 3;
 
+TrialReturn locked() {
+  TrialReturn back;
+  back.report.error = failure(FailureCode::notAllowed, translated(trial_texts::kNoRights));
+  return back;
+}
+
 }  // namespace
 
 WindowTrial::WindowTrial(const Parts& parts, Countdown::Clock clock)
@@ -76,7 +82,8 @@ void WindowTrial::stop() {
   if (isUnderWay() || !isAgreed(ServerOrder::stop, parts_.panels)) return;
   trial_ = {};
   trial_.stopsServer = StopsServer::yes;
-  if (const ChangeError error = trials_.begin({}, StopsServer::yes, kUsualTrial)) return fail(error);
+  if (const ChangeError error = trials_.begin({}, StopsServer::yes, kUsualTrial))
+    return parts_.changes.say({MessageKind::failure, error.sentence, {}, {}}, error.outlet, nullptr);
   if (parts_.server.carryOutNow(ServerOrder::stop).ok()) return begin();
   takeBackAndSay(trial_texts::kReverted);
 }
@@ -112,20 +119,31 @@ void WindowTrial::tick() {
   takeBackAndSay(trial_texts::kLapsed);
 }
 
-void WindowTrial::end(std::string_view sentence, const std::vector<std::string>& notes) {
-  std::vector<std::string> words{translated(sentence)};
-  words.insert(words.end(), notes.begin(), notes.end());
-  if (std::string warning = trials_.end(); !warning.empty()) words.push_back(std::move(warning));
+void WindowTrial::stopCounting() {
   countdown_.reset();
   seconds_.stop();
   setLockOffered(true);
+}
+
+void WindowTrial::end(const std::vector<std::string>& sentences) {
+  std::vector<std::string> words = sentences;
+  if (std::string warning = trials_.end(); !warning.empty()) words.push_back(std::move(warning));
+  stopCounting();
   line().showMessage({MessageKind::done, joined(words, " "), {}, {}});
+  parts_.window.refresh();
+}
+
+// It stays in force, and the next start tries again; a person may before.
+void WindowTrial::leave(MessageKind kind, const std::vector<std::string>& sentences) {
+  trials_.leave();
+  stopCounting();
+  line().showMessage({kind, joined(sentences, " "), {MessageAction::revert, MessageAction::keep}, {}});
   parts_.window.refresh();
 }
 
 void WindowTrial::keep() {
   if (!isUnderWay()) trials_.abandoned();  // its file is to go
-  end(trial_texts::kKept, {});
+  end({translated(trial_texts::kKept)});
 }
 
 bool WindowTrial::revert() {
@@ -134,57 +152,37 @@ bool WindowTrial::revert() {
     line().clear();  // somebody else has taken it back
     return true;
   }
-  if (!parts_.changes.unlocked()) {
-    sayLeft();
-    return false;
-  }
   return takeBackAndSay(trial_texts::kReverted);
 }
 
+bool WindowTrial::unlocked() {
+  return !needsRights(trial_, parts_.window.interface()) || parts_.changes.unlocked();
+}
+
 bool WindowTrial::takeBackAndSay(std::string_view words) {
-  std::vector<std::string> notes;
-  if (const ChangeError error = takeBack(notes)) {
-    fail(error);
+  const TrialReturn back = unlocked() ? takeBack() : locked();
+  if (!back.isBack) {
+    leave(MessageKind::failure, {notTakenBack(back.report.error, parts_.state).sentence});
     return false;
   }
-  end(words, notes);
-  if (parts_.changes.changed) parts_.changes.changed();
+  std::vector<std::string> sentences{translated(words)};
+  sentences.insert(sentences.end(), back.notes.begin(), back.notes.end());
+  if (!back.report.ok()) sentences.push_back(back.report.error.sentence);
+  end(sentences);
   return true;
 }
 
-// It stays in force, and the next start tries again; a person may before.
-void WindowTrial::fail(const ChangeError& error) {
-  trials_.leave();
-  countdown_.reset();
-  seconds_.stop();
-  setLockOffered(true);
-  line().showMessage({MessageKind::failure,
-                      sentence(trial_texts::kNotTakenBack, {error.sentence}),
-                      {MessageAction::revert, MessageAction::keep},
-                      {}});
-  parts_.window.refresh();
-}
-
-ChangeError WindowTrial::takeBack(std::vector<std::string>& notes) {
-  ChangeError error;
-  if (!trial_.settings.empty()) error = takeBackSettingsOf(trial_, notes);
-  if (!error && trial_.stopsServer == StopsServer::yes)
-    error = parts_.server.carryOutNow(ServerOrder::start).change.error;
-  return error;
-}
-
 // What a person edits meanwhile is put aside, as it would be applied too.
-ChangeError WindowTrial::takeBackSettingsOf(const Trial& trial, std::vector<std::string>& notes) {
+TrialReturn WindowTrial::takeBack() {
   const std::vector<Edit> edits = parts_.edits.pendingEdits();
   parts_.change.takeBackAll();
   TrialReturn result;
   for (int attempt = 0; attempt < kMostReturns; ++attempt) {
-    result = parts_.changes.takeBackTrial(trial.settings, parts_.edits.edited(), parts_.computer);
+    result = parts_.changes.takeBack(trial_, parts_.server.ordered(), parts_.computer);
     if (result.report.error.code != FailureCode::tryAgain) break;
   }
-  notes = std::move(result.notes);
   if (!edits.empty()) parts_.edits.enter(edits);
-  return result.report.error;
+  return result;
 }
 
 // ---- A trial that its program did not survive
@@ -195,19 +193,10 @@ void WindowTrial::takeBackAbandoned() {
   const auto left = trials_.abandoned();
   if (!left) return;
   trial_ = *left;
-  if (!parts_.changes.unlocked()) return sayLeft();
-  takeBackAndSay(trial_texts::kLeftTakenBack);
-}
-
-void WindowTrial::sayLeft() {
-  trials_.leave();
-  countdown_.reset();
-  seconds_.stop();
-  setLockOffered(true);
-  line().showMessage({MessageKind::warning,
-                      translated(trial_texts::kLeft),
-                      {MessageAction::revert, MessageAction::keep},
-                      {}});
+  const TrialReturn back = unlocked() ? takeBack() : locked();
+  const auto sentences = sentencesOf(trial_, back, parts_.state);
+  if (back.isBack) return end(sentences);
+  leave(MessageKind::warning, sentences);
 }
 
 // ---- Closing the window

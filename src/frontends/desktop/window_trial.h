@@ -56,12 +56,12 @@ class WindowTrial : public QObject {
   bool isOffered() const;
   void offerEntries();
   void begin();
-  void end(std::string_view sentence, const std::vector<std::string>& notes);
-  void fail(const ChangeError& error);
-  ChangeError takeBack(std::vector<std::string>& notes);
-  ChangeError takeBackSettingsOf(const Trial& trial, std::vector<std::string>& notes);
+  void stopCounting();
+  void end(const std::vector<std::string>& sentences);
+  void leave(MessageKind kind, const std::vector<std::string>& sentences);
+  bool unlocked();
+  TrialReturn takeBack();
   bool takeBackAndSay(std::string_view sentence);
-  void sayLeft();
   bool mayLeave();
   void setLockOffered(bool isLockOffered);
   MessageLine& line() { return parts_.window.messages().line(MessageSubject::trial); }

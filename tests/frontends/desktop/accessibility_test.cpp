@@ -8,6 +8,9 @@
 
 #include "src/frontends/desktop/changes_dialog.h"
 #include "src/frontends/desktop/collision_dialog.h"
+#include "src/frontends/desktop/export_dialog.h"
+#include "src/frontends/desktop/history_dialog.h"
+#include "src/frontends/desktop/import_dialog.h"
 #include "src/frontends/shared/interface/value_words.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
@@ -71,7 +74,18 @@ TEST_F(Accessibility, NothingInMessagesAndDialogsIsWithoutAName) {
   const Collision collision{"nvk.port", "Port number", "Norvik clients", "4074", "4600", "4500"};
   CollisionDialog asks(&panel.window, {collision});
   ChangesDialog lists(&panel.window, {[this] { return panel.change.preview(); }, {}, {}});
-  for (QDialog* dialog : {static_cast<QDialog*>(&asks), static_cast<QDialog*>(&lists)}) {
+  ImportDialog imports(&panel.window, "office.json", [this](Unnamed) {
+    return ImportDialog::Preview{panel.change.pending(), true, {}};
+  });
+  ExportDialog exports(&panel.window, "Norvik clients", 1);
+  const HistoryEntry entry{"2024-05-01T12:00:00Z", "norvikctl", "anna", "ok", {}};
+  HistoryDialog history(
+      &panel.window, panel.interface,
+      {{entry}, "1 line is no entry.", [](const HistoryEntry&) {
+         return HistoryDialog::Chosen{
+             {{"Port number", "Norvik clients", "1 → 2", "2", "Still so"}}, "A note.", true};
+       }});
+  for (QDialog* dialog : std::initializer_list<QDialog*>{&asks, &lists, &imports, &exports, &history}) {
     dialog->show();
     panel.settle();
     interactive = 0;

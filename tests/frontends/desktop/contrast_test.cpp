@@ -128,6 +128,21 @@ TEST_P(Contrast, EveryBoxHasAnOutline) {
   EXPECT_GT(boxes, 20);
 }
 
+TEST_P(Contrast, TheArrowOfAWayBackCanBeSeen) {
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  QWidget* button = panel.widget("nvk.sound_back");
+  ASSERT_TRUE(button->isVisible());
+  const QPoint place = button->mapTo(&panel.window, QPoint());
+  const QImage picture = panel.window.grab(QRect(place, button->size())).toImage();
+  int drawn = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x)
+      drawn += contrast(picture.pixelColor(x, y), picture.pixelColor(0, 0)) >= kGraphicContrast ? 1 : 0;
+  }
+  EXPECT_GE(drawn, button->width());
+}
+
 TEST_P(Contrast, TheFocusInTheSidebarIsVisible) {
   panel.choosePage("admin", "Server");
   auto* sidebar = panel.as<QListWidget>("ib_oview_confBar");

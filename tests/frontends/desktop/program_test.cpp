@@ -66,9 +66,9 @@ TEST_F(OnScreen, TheTypicalChange) {
   startServer();
   start();
   clickLock();
-  // From the lock over the ladder's button, Help and the search to the sidebar.
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"),
-        word("alt+p")});
+  // From the lock over the ladder's button, Help, More and the search to the sidebar.
+  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
+        word("Down"), word("alt+p")});
   const int port = freePort();
   x({word("type"), QString::number(port)});
   keys({word("alt+a")});
@@ -85,7 +85,8 @@ TEST_F(OnScreen, TheServerStartsAndStops) {
     start();
     clickLock();
     // The second time the page is remembered.
-    if (runs) keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down")});
+    if (runs)
+      keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down")});
     keys({word("alt+s")});
     if (!runs) {  // stopping ends connections, so it is asked about
       ASSERT_NE(activeWindow(word("Stop the server?")), QString());
@@ -101,6 +102,18 @@ TEST_F(OnScreen, TheServerStartsAndStops) {
     }));
     EXPECT_TRUE(ends());
   }
+}
+
+// Both keys open one menu, and the button of the other menu works by keyboard as often as one likes.
+TEST_F(OnScreen, MenusOpenByKeys) {
+  start();
+  keys({word("Down"), word("alt+s"), word("shift+F10"), word("Down"), word("Return")});
+  keys({word("alt+s"), word("Menu"), word("Down"), word("Return")});
+  for (int i = 0; i < 2; ++i)
+    keys({word("alt+s"), word("alt+m"), word("Down"), word("Down"), word("Return")});
+  keys({word("Escape")});
+  EXPECT_TRUE(ends()) << "nothing is pending, so nothing is asked";
+  EXPECT_FALSE(swapsButtons());
 }
 
 TEST_F(OnScreen, ClosingWithChangesAsksAndAppliesBeforeItEnds) {
@@ -129,8 +142,8 @@ TEST_F(OnScreen, ClosingCanBeCancelledAndDiscarded) {
 TEST_F(OnScreen, ARefusedPortIsNotSaved) {
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"),
-        word("alt+p")});
+  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
+        word("Down"), word("alt+p")});
   x({word("type"), word("70000")});
   keys({word("Return"), word("Down")});  // the field has the focus, so the page stays
   EXPECT_EQ(storedNvkPort(), nvkPort);
@@ -148,8 +161,8 @@ TEST_F(OnScreen, ARefusedPortIsNotSaved) {
 TEST_F(OnScreen, WhatOthersSaveIsNotOverwritten) {
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"), word("Down"),
-        word("alt+p")});
+  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
+        word("Down"), word("alt+p")});
   const int mine = freePort();
   x({word("type"), QString::number(mine)});
   saveElsewhere(nvkPort, 4711);
@@ -259,7 +272,7 @@ TEST_F(OnScreen, TheBusStartsItOnceAndBringsItForward) {
 TEST_F(OnScreen, AnAdministratorsPageIsRememberedUntilTheLockIsOpen) {
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
+  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
         word("Escape")});  // the server's page
   ASSERT_TRUE(ends());
   start();

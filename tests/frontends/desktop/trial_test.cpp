@@ -151,6 +151,22 @@ TEST_F(TrialInWindow, AStopIsTakenBackByAStart) {
   EXPECT_FALSE(hasFile());
 }
 
+TEST_F(TrialInWindow, WithoutRightsItStaysAndMayBeTakenBackLater) {
+  tryPort();
+  desktop.computer.authorization.setInteractiveGranted(false);
+  pane.deauthorize();  // as when the rights run out
+  pass(60);
+  EXPECT_FALSE(panel.trial->isUnderWay());
+  EXPECT_EQ(pane.m_admin_nvkPort, 5000);
+  EXPECT_EQ(said().rfind("The change on trial could not be taken back: ", 0), 0u) << said();
+  EXPECT_TRUE(hasFile()) << "the next start tries again";
+  desktop.computer.authorization.setInteractiveGranted(true);
+  QTest::mouseClick(button(MessageAction::revert), Qt::LeftButton);
+  panel.settle();
+  EXPECT_EQ(pane.m_admin_nvkPort, 4074);
+  EXPECT_FALSE(hasFile());
+}
+
 class LeftTrial : public TrialInWindow {
  protected:
   // As a program leaves it that was killed while its change was in force.
@@ -168,7 +184,7 @@ class LeftTrial : public TrialInWindow {
 TEST_F(LeftTrial, IsTakenBackAtTheStart) {
   panel.trial->takeBackAbandoned();
   EXPECT_EQ(pane.m_admin_nvkPort, 4074);
-  EXPECT_EQ(said(), "A change was on trial when its program ended, and is taken back now.");
+  EXPECT_EQ(said(), "A change was on trial when its program ended, and was taken back: nvk.port.");
   EXPECT_FALSE(hasFile());
 }
 
@@ -177,7 +193,9 @@ TEST_F(LeftTrial, WithoutRightsStaysAndIsSaid) {
   ASSERT_FALSE(pane.authorized());
   desktop.computer.authorization.setInteractiveGranted(false);
   panel.trial->takeBackAbandoned();
-  EXPECT_EQ(said(), "A change was on trial when its program ended, and is still in force.");
+  EXPECT_EQ(said().rfind("A change was on trial when its program ended, and is still in force: nvk.port.", 0),
+            0u)
+      << said();
   EXPECT_TRUE(hasFile());
   desktop.computer.authorization.setInteractiveGranted(true);
   QTest::mouseClick(button(MessageAction::revert), Qt::LeftButton);

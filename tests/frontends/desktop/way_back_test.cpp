@@ -1,12 +1,16 @@
 // The ways back: a row's button and menu, a page's and everything's, by mouse and keyboard.
 #include <QApplication>
 #include <QCheckBox>
+#include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTest>
 #include <QTimer>
 
+#include "src/frontends/desktop/changes_dialog.h"
 #include "src/frontends/desktop/more_menu.h"
+#include "src/frontends/desktop/note_label.h"
 #include "src/frontends/desktop/way_back_button.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
@@ -210,6 +214,43 @@ TEST_F(WaysBackInWindow, APageGetsItsDefaultsAndNothingElse) {
     EXPECT_TRUE(isDefault) << setting.name();
   }
   EXPECT_EQ(pane.m_admin_nvkPort, 4074) << "nothing is applied";
+}
+
+// The depth follows the server's as soon as the box is on, so both cannot be.
+TEST_F(WaysBackInWindow, EditsAreMadeAllTogetherOrNotAtAll) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  EXPECT_FALSE(panel.back->enter({{"user.mouse.swap", kOnState, ""},
+                                  {"user.image.defaults", kOnState, ""},
+                                  {"user.image.depth", 8, ""}}));
+  ASSERT_EQ(panel.change.pending().size(), 1u);
+  EXPECT_EQ(panel.change.pending()[0].name, "nvk.sound") << "the person's own edit stays";
+  EXPECT_EQ(panel.window.messages().line(MessageSubject::outcome).message().kind, MessageKind::failure);
+}
+
+TEST_F(WaysBackInWindow, WhatIsPendingGoesToTheClipboardAsACommand) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  chooseMore("moreCopyCommand");
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("norvikctl set nvk.sound=on"));
+  EXPECT_EQ(panel.window.messages().line(MessageSubject::outcome).message().sentence,
+            "On the clipboard: norvikctl set nvk.sound=on");
+  QApplication::clipboard()->clear();
+  ChangesDialog list(&panel.window, {[this] { return panel.change.preview(); },
+                                     {},
+                                     [this] { panel.change.takeBackAll(); },
+                                     {},
+                                     panel.changes->copyCommand});
+  list.show();
+  list.findChild<QAbstractButton*>(QStringLiteral("changesCopyCommand"))->click();
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("norvikctl set nvk.sound=on"));
+  auto* note = static_cast<NoteLabel*>(list.findChild<QLabel*>(QStringLiteral("changesCopied")));
+  EXPECT_EQ(note->words(), QStringLiteral("The command is on the clipboard."));
+  list.findChild<QAbstractButton*>(QStringLiteral("changesTakeBackAll"))->click();
+  EXPECT_FALSE(list.findChild<QAbstractButton*>(QStringLiteral("changesCopyCommand"))->isEnabled());
+  EXPECT_EQ(note->words(), QString());
 }
 
 TEST_F(WaysBackInWindow, WithoutTheLockOnlyTheUsersSettingsGetTheirDefaults) {

@@ -35,6 +35,12 @@ inline constexpr std::string_view kCopyCommand = english("Copy as command");
 
 // ---- What is said afterwards
 
+// {1} is the command.
+inline constexpr std::string_view kCommandCopied = english("On the clipboard: {1}");
+inline constexpr std::string_view kCopied = english("The command is on the clipboard.");
+inline constexpr std::string_view kCopyCommandButton = english("Copy as Command");
+inline constexpr std::string_view kCopyCommandHelp =
+    english("Puts the command that makes the same changes on the clipboard.");
 inline constexpr std::string_view kLockedStay =
     english("Settings behind the lock stay as they are. Open the lock to change them.");
 

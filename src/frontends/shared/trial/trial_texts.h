@@ -28,12 +28,8 @@ inline constexpr std::string_view kKept = english("The change on trial is kept."
 inline constexpr std::string_view kReverted = english("The change on trial is taken back.");
 inline constexpr std::string_view kLapsed =
     english("The change on trial is taken back, as the time has passed.");
-// {1} is the reason.
-inline constexpr std::string_view kNotTakenBack = english("The change on trial could not be taken back: {1}");
-inline constexpr std::string_view kLeft =
-    english("A change was on trial when its program ended, and is still in force.");
-inline constexpr std::string_view kLeftTakenBack =
-    english("A change was on trial when its program ended, and is taken back now.");
+inline constexpr std::string_view kNoRights =
+    english("This needs administrator rights, which were not granted.");
 
 // ---- Closing the window meanwhile
 
