@@ -19,7 +19,7 @@ NSMutableDictionary* said() {
 }
 
 NSString* keyOf(NSView* view, const char* what) {
-  return [NSString stringWithFormat:@"%p %s", view, what];
+  return [NSString stringWithFormat:@"%p %s", static_cast<void*>(view), what];
 }
 
 std::string saidOf(NSView* view, const char* what) {
