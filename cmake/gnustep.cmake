@@ -1,18 +1,27 @@
-# Whether the pane's bundle is built: NORVIK_WITH_GNUSTEP. That needs the toolkit, and GCC, which the toolkit's run time
-# is made for.
+# Whether the pane's bundle is built: NORVIK_WITH_GNUSTEP. That needs the toolkit, and a compiler for the run time that the
+# toolkit is made for, which is GCC's. NORVIK_OBJECTIVE_FLAGS are what each file of Objective-C++ is compiled with.
 set(NORVIK_WITH_GNUSTEP FALSE)
 if(NORVIK_PREFPANE STREQUAL OFF)
   return()
 endif()
 find_program(GNUSTEP_CONFIG gnustep-config)
-set(objective_compiler "")
+# CMake cannot choose this language's version. Methods have the parameters that their callers pass, used or not.
+set(NORVIK_OBJECTIVE_FLAGS -std=gnu++20 -Wno-unused-parameter -fobjc-exceptions -fconstant-string-class=NSConstantString)
+set(objective_part "")
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU)
-  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-prog-name=cc1objplus OUTPUT_VARIABLE objective_compiler
+  execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-prog-name=cc1objplus OUTPUT_VARIABLE objective_part
     OUTPUT_STRIP_TRAILING_WHITESPACE)
+elseif(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+  # It compiles for that run time, whose headers are among GCC's own.
+  execute_process(COMMAND gcc -print-file-name=include OUTPUT_VARIABLE objective_part OUTPUT_STRIP_TRAILING_WHITESPACE)
+  list(APPEND NORVIK_OBJECTIVE_FLAGS -fobjc-runtime=gcc "SHELL:-idirafter ${objective_part}")
+  if(NOT EXISTS ${objective_part}/objc/objc.h)
+    set(objective_part "")
+  endif()
 endif()
 if(NOT GNUSTEP_CONFIG)
   part_is_missing(NORVIK_PREFPANE "GNUstep is not installed")
-elseif(NOT IS_ABSOLUTE "${objective_compiler}")
+elseif(NOT IS_ABSOLUTE "${objective_part}")
   part_is_missing(NORVIK_PREFPANE "there is no GCC for Objective-C++")
 else()
   set(NORVIK_WITH_GNUSTEP TRUE)

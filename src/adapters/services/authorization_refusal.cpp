@@ -15,7 +15,12 @@ std::string sentenceOf(AuthorizationRefusal refusal) {
       return "Nobody could be asked for a password: this session has no authentication agent. Use a terminal, "
              "or work as root.";
     case AuthorizationRefusal::noService:
+      // Each system has its own service.
+#ifdef __APPLE__
+      return "Administrator rights cannot be asked for: the authorization service does not answer. Work as root.";
+#else
       return "Administrator rights cannot be asked for: polkit does not answer. Work as root.";
+#endif
   }
   return "";
 }

@@ -157,11 +157,11 @@ NSView* makeLabel(const ControlDescription& description) {
 void showText(NSView* view, const Control& control) {
   NSTextField* shown = (NSTextField*)view;
   NSString* words = text(control.stringValue());
-  if (![[shown stringValue] isEqualToString:words]) [shown setStringValue:words];
+  if (![shownText(shown) isEqualToString:words]) [shown setStringValue:words];
 }
 
 void takeText(NSView* view, Control& control) {
-  control.setStringValue(utf8([(NSTextField*)view stringValue]));
+  control.setStringValue(utf8(shownText((NSTextField*)view)));
 }
 
 NSView* makePushButton(const ControlDescription& description) {

@@ -2,25 +2,14 @@
 // toolkit's own code has no way to pass one on. A plain C++ header.
 #pragma once
 
-#include <exception>
-#include <utility>
+#include <functional>
 
 namespace norvik::prefpane {
 
-// Adds to the computer's log that an exception ended in that entry.
-void logException(const char* entry, const std::exception& exception);
-
-// Does what an entry of the toolkit does. An exception of C++ ends here and is logged; the pane goes on. All
-// of them derive from the standard library's; an object that the toolkit itself has thrown goes on to whom it
-// is for.
-template <typename Body>
-void atBorder(const char* entry, Body&& body) {
-  try {
-    std::forward<Body>(body)();
-  } catch (const std::exception& exception) {
-    logException(entry, exception);
-  }
-}
+// Does what an entry of the toolkit does. An exception of C++ ends here and is added to the computer's log,
+// with the entry; the pane goes on. All of them derive from the standard library's; an object that the
+// toolkit itself has thrown goes on to whom it is for.
+void atBorder(const char* entry, const std::function<void()>& body);
 
 // The same for an entry with a result: what `body` returns, or `otherwise`.
 template <typename Result, typename Body>

@@ -9,6 +9,7 @@
 
 #include "src/frontends/prefpane/border.h"
 #import "src/frontends/prefpane/lock_button_classes.h"
+#import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/server/mac/ui/nvk_button.h"
 
@@ -21,11 +22,15 @@ namespace {
 constexpr NSInteger kNotSubclassLine = 43;
 constexpr NSInteger kNoCopyLine = 50;
 
+// By the method itself: one toolkit declares that it does not return, and a person's handler may.
 void reportConversion(NSInteger line, NSString* description) {
-  [[NSAssertionHandler currentHandler] handleFailureInFunction:@"id ConvertObjectIntoSubclass(id, Class)"
-                                                          file:@"src/server/mac/nvk_button"
-                                                    lineNumber:line
-                                                   description:@"%@", description];
+  using Report = void (*)(id, SEL, NSString*, NSString*, NSInteger, NSString*, ...);
+  NSAssertionHandler* handler = [NSAssertionHandler currentHandler];
+  const SEL selector = @selector(handleFailureInFunction:file:lineNumber:description:);
+  const auto report =
+      reinterpret_cast<Report>(reinterpret_cast<void (*)()>([handler methodForSelector:selector]));
+  report(handler, selector, @"id ConvertObjectIntoSubclass(id, Class)", @"src/server/mac/nvk_button", line,
+         @"%@", description);
 }
 
 // The row of the image that a bitmap, whose first row is the top one, has at `y`.
@@ -275,16 +280,15 @@ id ConvertObjectIntoSubclass(id object, Class subclass) {
                      @"Invalid parameter not satisfying: [subclass isSubclassOfClass:[object class]]");
     return nil;
   }
-  const std::size_t known = class_getInstanceSize([object class]);
-  const std::size_t more = class_getInstanceSize(subclass) - known;
-  id copy = NSCopyObject(object, more, [object zone]);
+  id copy = NSAllocateObject(subclass, 0, [object zone]);
   if (copy == nil) {
     reportConversion(kNoCopyLine, @"Failed to copy object.");
     return nil;
   }
-  // Not every toolkit stops copying at the end of the object.
-  std::memset(reinterpret_cast<char*>(copy) + known, 0, more);
-  object_setClass(copy, subclass);
+  // All but its class. The toolkit's own copying does not stop at the end of the object everywhere.
+  std::memcpy(reinterpret_cast<char*>(copy) + sizeof(Class),
+              reinterpret_cast<const char*>(object) + sizeof(Class),
+              class_getInstanceSize([object class]) - sizeof(Class));
   return copy;
 }
 
@@ -315,12 +319,7 @@ void* makeLockButton() {
 void showLockButton(void* button, const Control& model) {
   ::NVKButton* shown = static_cast<::NVKButton*>(button);
   const auto tint = static_cast<const NVKButton&>(model).buttonColor();
-  if (tint) {
-    [shown setButtonColor:[NSColor colorWithCalibratedRed:tint->red
-                                                    green:tint->green
-                                                     blue:tint->blue
-                                                    alpha:tint->alpha]];
-  }
+  if (tint) [shown setButtonColor:toolkitColor(*tint)];
   if (model.image() == nullptr) return;
   NSImage* picture = pictureOf(*model.image());
   if ([shown image] != picture) [shown setImage:picture];

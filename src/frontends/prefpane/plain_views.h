@@ -28,6 +28,9 @@ namespace norvik::prefpane {
 CGFloat fontScale();
 // The height of a line of text.
 CGFloat lineHeight();
+// What a field shows. While it is edited, its own value may still be the one before the edit: not every
+// toolkit takes it over in time.
+NSString* shownText(NSTextField* field);
 // A text that cannot be edited, on one line, in the size that it needs.
 NSTextField* makeCaption(NSString* words);
 // The same, broken into lines of at most that width.

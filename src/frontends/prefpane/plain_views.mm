@@ -79,6 +79,11 @@ CGFloat lineHeight() {
   return NSHeight([makeCaption(@"Ag") frame]);
 }
 
+NSString* shownText(NSTextField* field) {
+  NSText* editor = [field currentEditor];
+  return editor != nil ? [[[editor string] copy] autorelease] : [field stringValue];
+}
+
 NSTextField* makeCaption(NSString* words) {
   NSTextField* made = [[[NSTextField alloc] initWithFrame:NSZeroRect] autorelease];
   [made setEditable:NO];

@@ -217,7 +217,7 @@ SearchPanel::~SearchPanel() {
 }
 
 bool SearchPanel::isSearching() const {
-  return [[asField(field_) stringValue] length] > 0;
+  return [shownText(asField(field_)) length] > 0;
 }
 
 bool SearchPanel::hasKeyboard() const {
@@ -236,7 +236,7 @@ void SearchPanel::end() {
 
 // The field's action comes again when the keyboard leaves it.
 void SearchPanel::wordsChanged() {
-  const std::string words = utf8([asField(field_) stringValue]);
+  const std::string words = utf8(shownText(asField(field_)));
   hits_ = findShown(pane_, interface_, words);
   [asTable(table_) reloadData];
   if (hits_.empty()) {

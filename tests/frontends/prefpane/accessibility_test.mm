@@ -2,6 +2,10 @@
 // make of one that does not.
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/reach/reach_texts.h"
+#include "src/frontends/shared/search/search_texts.h"
+#import "tests/frontends/prefpane/in_panel.h"
+#import "tests/frontends/prefpane/pane_under_test.h"
 #import "tests/frontends/prefpane/simulated_pane.h"
 
 @interface NSView (NVKSaid)
@@ -19,7 +23,7 @@ NSMutableDictionary* said() {
 }
 
 NSString* keyOf(NSView* view, const char* what) {
-  return [NSString stringWithFormat:@"%p %s", view, what];
+  return [NSString stringWithFormat:@"%p %s", static_cast<void*>(view), what];
 }
 
 std::string saidOf(NSView* view, const char* what) {
@@ -78,6 +82,43 @@ TEST_F(Accessibility, EveryControlHasItsNameItsHelpAndItsRole) {
     EXPECT_EQ(saidOf(view, "role"), utf8(roleOf(control->kind)));
   }
   EXPECT_GT(looked, 40);
+}
+
+TEST_F(Accessibility, SearchAndStateHaveTheirNamesAndRoles) {
+  computer.service.setDaemon(77);
+  open();
+  SearchPanel& search = session->mainView()->search();
+  NSView* field = static_cast<NSView*>(search.field());
+  EXPECT_EQ(saidOf(field, "label"), search_texts::kSearch);
+  EXPECT_EQ(saidOf(field, "help"), search_texts::kHelp);
+  EXPECT_EQ(saidOf(field, "role"), utf8(NSAccessibilityTextFieldRole));
+  NSView* results = static_cast<NSView*>(search.results());
+  EXPECT_EQ(saidOf(results, "label"), search_texts::kResults);
+  EXPECT_EQ(saidOf(results, "role"), utf8(NSAccessibilityTableRole));
+  const ReachLine& reach = session->mainView()->reachLine();
+  NSView* button = static_cast<NSView*>(reach.button());
+  EXPECT_EQ(saidOf(button, "label"), reach_texts::kTitle);
+  EXPECT_EQ(saidOf(button, "help"), reach_texts::kHelp);
+  EXPECT_EQ(saidOf(button, "role"), utf8(NSAccessibilityButtonRole));
+  NSView* words = find(static_cast<NSView*>(reach.view()),
+                       [](NSView* one) { return [one isKindOfClass:[NSTextField class]]; });
+  EXPECT_FALSE(reach.line().empty());
+  EXPECT_EQ(saidOf(words, "label"), reach.line()) << "the whole line, also where it is shortened";
+}
+
+TEST_F(Accessibility, EachAnswerOfTheLadderIsReadWithItsWord) {
+  open();
+  int looked = 0;
+  InPanel panel([&looked](NSView* contents) {
+    find(contents, [&looked](NSView* one) {
+      const std::string label = saidOf(one, "label");
+      if (label.starts_with("Yes: ") || label.starts_with("No: ") || label.starts_with("Not ")) ++looked;
+      return false;
+    });
+    pressIn(contents, "Close");
+  });
+  [static_cast<NSButton*>(session->mainView()->reachLine().button()) performClick:nil];
+  EXPECT_EQ(looked, 9);
 }
 
 TEST_F(Accessibility, TheSidebarHasItsNameAndRole) {

@@ -57,7 +57,13 @@ TEST_F(Border, AFailureInTheSidebarsSelectionEndsThere) {
 TEST_F(Border, TheToolkitsOwnExceptionsReachTheToolkit) {
   const Function raise = [] { [NSException raise:@"NVKTest" format:@"on purpose"]; };
   NVKCall* call = [[[NVKCall alloc] initWithCopyOf:&raise] autorelease];
-  EXPECT_ANY_THROW([call call]);
+  bool reached = false;
+  @try {
+    [call call];
+  } @catch (...) {
+    reached = true;
+  }
+  EXPECT_TRUE(reached);
   EXPECT_EQ(logged, "");
 }
 

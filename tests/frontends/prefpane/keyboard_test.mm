@@ -74,6 +74,21 @@ TEST_F(Keyboard, TabReachesEveryControlOfEachPage) {
   }
 }
 
+// A host may show its panes in another window, and the toolkit edits one field of a window at a time.
+TEST_F(Keyboard, WhatIsTypedReachesThePaneInALaterWindowToo) {
+  openEverything();
+  type("ib_admin_edbox_nvkPort", "4500");
+  EXPECT_EQ(pane().ib_admin_edbox_nvkPort.stringValue(), "4500");
+  [window setContentView:[[NSView new] autorelease]];
+  [window close];
+  session.reset();
+  openEverything();
+  type("ib_admin_edbox_nvkPort", "4600");
+  EXPECT_EQ(pane().ib_admin_edbox_nvkPort.stringValue(), "4600");
+  type("ib_admin_edbox_rdpPort", "4700");
+  EXPECT_EQ(pane().ib_admin_edbox_rdpPort.stringValue(), "4700");
+}
+
 TEST_F(Keyboard, ArrowsPassOverHeadings) {
   openEverything();
   [window makeFirstResponder:sidebar()];

@@ -14,6 +14,10 @@
 }
 @end
 
+// The toolkit declares that it does not return; this one does, as a person's may.
+#ifdef __clang__
+#pragma clang diagnostic ignored "-Winvalid-noreturn"
+#endif
 @implementation NVKRecordingHandler
 - (void)handleFailureInFunction:(NSString*)function
                            file:(NSString*)file

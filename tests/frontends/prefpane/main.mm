@@ -6,6 +6,12 @@
 
 #import "src/frontends/prefpane/appkit.h"
 
+// What the toolkit and the libraries under it keep until the program ends. The address sanitizer asks for it.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+  return "leak:libobjc\nleak:libgnustep\nleak:libfontconfig\nleak:libcairo\n";
+}
+
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (testing::GTEST_FLAG(list_tests)) return RUN_ALL_TESTS();  // needs no display

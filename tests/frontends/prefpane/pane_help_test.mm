@@ -4,9 +4,11 @@
 #include <string>
 
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/interface/window_texts.h"
 #include "tests/support/sandbox_folder.h"
 
 #import "tests/frontends/prefpane/pane_under_test.h"
+#import "tests/frontends/prefpane/panel_answer.h"
 
 #import <objc/runtime.h>
 
@@ -14,16 +16,20 @@ namespace norvik::prefpane {
 namespace {
 
 std::string opened;
+BOOL hasBrowser = YES;
 
 BOOL keepAddress(id /*workspace*/, SEL /*selector*/, NSURL* url) {
   opened = utf8([url absoluteString]);
-  return YES;
+  return hasBrowser;
 }
 
 // Keeps what the toolkit would open in a browser.
 class PaneHelp : public testing::Test {
  protected:
-  PaneHelp() { opened.clear(); }
+  PaneHelp() {
+    opened.clear();
+    hasBrowser = YES;
+  }
   ~PaneHelp() override { method_setImplementation(open_, usual_); }
 
   // The address that Help opens in a pane of that bundle.
@@ -43,6 +49,25 @@ class PaneHelp : public testing::Test {
 
 TEST_F(PaneHelp, IsTheBuiltInAddressWhereTheBundleHasNone) {
   EXPECT_TRUE(addressOpenedBy(@NORVIK_BUNDLE).starts_with("https://")) << opened;
+}
+
+TEST_F(PaneHelp, IsSaidInAPanelWhereNothingOpensIt) {
+  hasBrowser = NO;
+  NVKPanelAnswer* answer = [NVKPanelAnswer with:text(window_texts::kClose)];
+  const std::string address = addressOpenedBy(@NORVIK_BUNDLE);
+  [answer stop];
+  std::string words;
+  for (NSUInteger i = 0; i < [[answer words] count]; ++i)
+    words += utf8([[answer words] objectAtIndex:i]) + "\n";
+  EXPECT_NE(words.find(window_texts::kNoBrowserTitle), std::string::npos) << words;
+  EXPECT_NE(words.find(address), std::string::npos) << words;
+}
+
+TEST_F(PaneHelp, SaysNothingWhereABrowserOpensIt) {
+  NVKPanelAnswer* answer = [NVKPanelAnswer with:text(window_texts::kClose)];
+  addressOpenedBy(@NORVIK_BUNDLE);
+  [answer stop];
+  EXPECT_EQ([[answer words] count], 0u);
 }
 
 TEST_F(PaneHelp, IsTheAddressOfTheBundlesOwnInfoDictionary) {

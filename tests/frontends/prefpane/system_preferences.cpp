@@ -62,6 +62,11 @@ void SystemPreferences::openPane() {
   }));
 }
 
+void SystemPreferences::leavePane() {
+  click(kShowAll);
+  ASSERT_TRUE(eventually([this] { return size() == kAlone; }));
+}
+
 bool SystemPreferences::close() {
   keys({QStringLiteral("alt+F4")});
   return ends();

@@ -29,6 +29,8 @@ class SystemPreferences : public desktop::Program {
   void open();
   // Opens the pane by a click on its icon, and waits until it is in the window.
   void openPane();
+  // Leaves the pane by the button Show All, and waits until it is gone from the window.
+  void leavePane();
   // Ends it as its window's close button does; whether it ended.
   bool close();
 

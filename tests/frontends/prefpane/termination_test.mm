@@ -1,6 +1,7 @@
 // The end of the host: Quit asks about changes as leaving does, and the system does not kill the host while
 // changes are pending.
 #import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/prefpane/drawing_waits.h"
 #import "tests/frontends/prefpane/in_panel.h"
 #import "tests/frontends/prefpane/simulated_pane.h"
 
@@ -100,6 +101,18 @@ TEST_F(Termination, IsNotSuddenWhileChangesArePending) {
   [window setContentView:[[NSView new] autorelease]];
   session.reset();
   EXPECT_EQ(disabled, 0) << "nothing is pending in a pane that is gone";
+}
+
+// The pane's lock of changes is held as long as a save runs.
+TEST_F(Termination, IsNotSuddenWhileASaveRuns) {
+  DrawingLocks locks(computer.locks);
+  auto held = locks.lock(std::chrono::milliseconds(0));
+  ASSERT_NE(held, nullptr);
+  EXPECT_EQ(disabled, 1);
+  EXPECT_EQ(locks.lock(std::chrono::milliseconds(0)), nullptr);
+  EXPECT_EQ(disabled, 1) << "a lock that was not got holds nothing";
+  held.reset();
+  EXPECT_EQ(disabled, 0);
 }
 
 }  // namespace

@@ -1,11 +1,15 @@
-// The line in the log about an exception. By itself, as it is linked with less than the whole pane too.
+// The end of each exception. In C++: for the toolkit's run time, clang can catch none of its exceptions in a
+// file that has both languages.
 #include "src/frontends/prefpane/border.h"
 
 #include <cstdio>
+#include <exception>
 
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik::prefpane {
+
+namespace {
 
 // Memory may be what is missing: the line has a place of its own and is cut rather than made longer.
 void logException(const char* entry, const std::exception& exception) {
@@ -17,6 +21,16 @@ void logException(const char* entry, const std::exception& exception) {
     computer->log.syslog(kLogError, line);
   } catch (const std::exception&) {
     // Nowhere is left to say it.
+  }
+}
+
+}  // namespace
+
+void atBorder(const char* entry, const std::function<void()>& body) {
+  try {
+    body();
+  } catch (const std::exception& exception) {
+    logException(entry, exception);
   }
 }
 
