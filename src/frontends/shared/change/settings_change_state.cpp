@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/stores/settings_paths.h"
 
@@ -10,7 +11,7 @@ namespace norvik {
 
 namespace {
 
-constexpr const char* kLimitLabel = "Open Files Limit";
+constexpr const char* kLimitLabel = english("Open Files Limit");
 
 std::map<const Setting*, int64_t> fieldsOf(const NVKServerPrefs& pane) {
   std::map<const Setting*, int64_t> fields;
@@ -271,9 +272,11 @@ void SettingsChange::State::addForeignLimit(const NVKServerPrefs& theirs, Foreig
   const std::string from = limitText(loadedLimit);
   const std::string to = limitText(limit);
   if (isStaged) {
-    foreign.collisions.push_back({kOpenFilesLimitName, kLimitLabel, page, from, to, limitText(ours.launchd)});
+    foreign.collisions.push_back(
+        {kOpenFilesLimitName, translated(kLimitLabel), page, from, to, limitText(ours.launchd)});
   } else {
-    foreign.takenOver.push_back({kOpenFilesLimitName, kLimitLabel, page, outlet, from, to, from, to, ""});
+    foreign.takenOver.push_back(
+        {kOpenFilesLimitName, translated(kLimitLabel), page, outlet, from, to, from, to, ""});
   }
 }
 
