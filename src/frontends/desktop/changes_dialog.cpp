@@ -31,8 +31,8 @@ constexpr int kLinesHigh = 17;       // of the effects
 // Rich text takes margins in pixels alone.
 QString headed(std::string_view heading, const QStringList& lines) {
   if (lines.isEmpty()) return {};
-  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") + text(heading).toHtmlEscaped() +
-                  QStringLiteral("</b></p>");
+  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") +
+                  translatedText(heading).toHtmlEscaped() + QStringLiteral("</b></p>");
   for (const QString& line : lines)
     block +=
         QStringLiteral("<p style=\"margin:0 0 0 12px\">") + line.toHtmlEscaped() + QStringLiteral("</p>");
@@ -51,8 +51,8 @@ QStringList linesOf(const Values& values, Words words) {
 QString effectsOf(const Preview& preview) {
   const auto itself = [](const std::string& words) { return words; };
   QStringList consequences;
-  if (preview.endsConnections) consequences += text(texts::kEndsConnections);
-  if (preview.needsRestart) consequences += text(texts::kNeedsRestart);
+  if (preview.endsConnections) consequences += translatedText(texts::kEndsConnections);
+  if (preview.needsRestart) consequences += translatedText(texts::kNeedsRestart);
   QStringList blocks{headed(texts::kConsequencesHeading, consequences),
                      headed(texts::kFilesHeading, linesOf(preview.files, itself)),
                      headed(texts::kCommandsHeading, linesOf(preview.commands, commandLine)),
@@ -67,17 +67,18 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
       list_(new QTreeWidget(this)),
       effects_(new QLabel) {
   setObjectName(QStringLiteral("changesDialog"));
-  setWindowTitle(text(texts::kChangesTitle));
+  setWindowTitle(translatedText(texts::kChangesTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
   list_->setObjectName(QStringLiteral("changesList"));
-  list_->setAccessibleName(text(texts::kChangesTitle));
-  list_->setAccessibleDescription(text(texts::kChangesHelp));
+  list_->setAccessibleName(translatedText(texts::kChangesTitle));
+  list_->setAccessibleDescription(translatedText(texts::kChangesHelp));
   list_->setRootIsDecorated(false);
   list_->setUniformRowHeights(true);
   list_->setAllColumnsShowFocus(true);
-  list_->setHeaderLabels({text(texts::kSettingColumn), text(texts::kPageColumn), text(texts::kOldColumn),
-                          text(texts::kNewColumn), text(texts::kReasonColumn)});
+  list_->setHeaderLabels({translatedText(texts::kSettingColumn), translatedText(texts::kPageColumn),
+                          translatedText(texts::kOldColumn), translatedText(texts::kNewColumn),
+                          translatedText(texts::kReasonColumn)});
   list_->setMinimumHeight(kRowsHigh * fontMetrics().height());
   column->addWidget(list_, 1);
   effects_->setObjectName(QStringLiteral("changesEffects"));
@@ -90,7 +91,7 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
   area->setWidget(effects_);
   area->setWidgetResizable(true);
   area->setMinimumHeight(kLinesHigh * fontMetrics().height());
-  area->setAccessibleName(text(texts::kChangesHelp));
+  area->setAccessibleName(translatedText(texts::kChangesHelp));
   column->addWidget(area, 1);
   addButtons(*column);
   connect(list_, &QTreeWidget::itemDoubleClicked, this, [this] { done(kGoToSetting); });
@@ -103,9 +104,9 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
 }
 
 QPushButton* ChangesDialog::addButton(std::string_view words, const char* name) {
-  auto* button = new QPushButton(withoutMnemonic(text(words)), this);
+  auto* button = new QPushButton(withoutMnemonic(translatedText(words)), this);
   button->setObjectName(QString::fromLatin1(name));
-  button->setAccessibleName(text(words));
+  button->setAccessibleName(translatedText(words));
   button->setAutoDefault(false);
   clickAtMnemonic(button);
   return button;
@@ -140,7 +141,7 @@ void ChangesDialog::showPreview() {
   preview_ = source_.preview();
   showChanges();
   const bool any = !preview_.changes.empty();
-  effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges).toHtmlEscaped());
+  effects_->setText(any ? effectsOf(preview_) : translatedText(texts::kNoChanges).toHtmlEscaped());
   takeBackAll_->setEnabled(any);
   apply_->setEnabled(any);
   if (!any) list_->parentWidget()->setFocus();
@@ -151,8 +152,8 @@ void ChangesDialog::showChanges() {
   const int before = std::max(0, list_->indexOfTopLevelItem(list_->currentItem()));
   list_->clear();
   for (const SettingChange& change : preview_.changes) {
-    const QStringList words{text(change.label), text(change.page), text(change.from), text(change.to),
-                            text(change.because)};
+    const QStringList words{text(change.label), translatedText(change.page), translatedText(change.from),
+                            translatedText(change.to), text(change.because)};
     auto* item = new QTreeWidgetItem(list_, words);
     for (int i = 0; i < kListColumns; ++i) item->setToolTip(i, words[i]);
   }

@@ -41,7 +41,7 @@ void showRow(QListWidgetItem& item, const CellView& view) {
     if (kind.identifier != view.identifier) continue;
     if (item.flags() != kind.flags) item.setFlags(kind.flags);
     item.setData(kHeadingRole, kind.heading);
-    item.setText(text(view.text));
+    item.setText(translatedText(view.text));
   }
 }
 
@@ -197,12 +197,12 @@ std::size_t Sidebar::changesOf(int row) const {
 void Sidebar::showMarks() {
   for (int row = 0; row < count(); ++row) {
     const std::size_t changes = changesOf(row);
-    const QString counted = text(countedChanges(changes));
+    const QString words = text(countedChanges(changes));
     QListWidgetItem& shown = *item(row);
     shown.setData(kChangesRole, static_cast<int>(changes));
     shown.setData(Qt::AccessibleTextRole,
-                  changes > 0 ? shown.text() + QStringLiteral(", ") + counted : QVariant());
-    shown.setToolTip(changes > 0 ? counted : QString());
+                  changes > 0 ? shown.text() + QStringLiteral(", ") + words : QVariant());
+    shown.setToolTip(changes > 0 ? words : QString());
   }
   viewport()->update();
 }
