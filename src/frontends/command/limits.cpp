@@ -7,6 +7,7 @@
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/interface/unread_settings.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -17,11 +18,11 @@ using Json = nlohmann::ordered_json;
 const char* hintFor(int32_t action) {
   switch (action) {
     case kLimitAdjust:
-      return "\"norvikctl limits adjust\" raises the limits for the next start to the current ones.";
+      return english("\"norvikctl limits adjust\" raises the limits for the next start to the current ones.");
     case kLimitReset:
-      return "\"norvikctl limits reset\" restores the default limits for the next start.";
+      return english("\"norvikctl limits reset\" restores the default limits for the next start.");
     default:
-      return "The limits cannot be changed, as the current ones are not known.";
+      return english("The limits cannot be changed, as the current ones are not known.");
   }
 }
 
@@ -30,7 +31,7 @@ const char* actionWord(int32_t action) {
 }
 
 std::string currentText(int32_t limit) {
-  return limit > 0 ? std::to_string(limit) : "not known";
+  return limit > 0 ? std::to_string(limit) : translated("not known");
 }
 
 Json limitJson(const NVKServerLimit& limit) {
@@ -51,17 +52,17 @@ ExitStatus show(const Context& context) {
     Json json{{"now", limitJson(limits.system)},
               {"nextStart", limitJson(limits.launchd)},
               {"action", actionWord(limits.action)}};
-    if (unread) json["notes"] = {kUnreadSentence};
+    if (unread) json["notes"] = {translated(kUnreadSentence)};
     return finish(context.output(), ChangeReport(), json);
   }
   const auto label = [&](const Control& field) { return context.interface.find(field.name())->label; };
   const Control& soft = pane.ib_admin_edbox_maxFSoft;
   const Control& hard = pane.ib_admin_edbox_maxFHard;
-  writeTable(context.out, {{"", "Now", "At the next start"},
-                           {label(soft), currentText(limits.system.soft), soft.stringValue()},
-                           {label(hard), currentText(limits.system.hard), hard.stringValue()}});
-  context.out << '\n' << hintFor(limits.action) << '\n';
-  if (unread) context.out << kUnreadSentence << '\n';
+  writeTable(context.out, {{"", translated("Now"), translated("At the next start")},
+                           {label(soft), currentText(limits.system.soft), translated(soft.stringValue())},
+                           {label(hard), currentText(limits.system.hard), translated(hard.stringValue())}});
+  context.out << '\n' << translated(hintFor(limits.action)) << '\n';
+  if (unread) context.out << translated(kUnreadSentence) << '\n';
   return finish(context.output(), ChangeReport());
 }
 
@@ -71,20 +72,21 @@ ChangeError pressButton(Session& session, int32_t wanted, std::vector<std::strin
   const NVKServerLimits& limits = pane.m_admin_maxFiles;
   Control& button = pane.ib_admin_button_maxFAdjust;
   if (!button.isEnabled()) {
-    return failure(FailureCode::notSettable, "the current limits of the system are not known.");
+    return failure(FailureCode::notSettable, translated("the current limits of the system are not known."));
   }
   if (limits.action == wanted) {
     session.click(button);
-    if (!pane.maxFilesChanged()) notes.emplace_back("The limits stay as they are.");
+    if (!pane.maxFilesChanged()) notes.emplace_back(translated("The limits stay as they are."));
   } else if (wanted == kLimitAdjust) {
-    notes.emplace_back("The limits for the next start are already as high as the current ones.");
+    notes.emplace_back(translated("The limits for the next start are already as high as the current ones."));
   } else if (limits.launchd.soft <= 0) {
-    notes.emplace_back("The next start already uses the default limits.");
+    notes.emplace_back(translated("The next start already uses the default limits."));
   } else {
     return failure(
         FailureCode::notSettable,
-        "the limits for the next start are below the current ones and can only be adjusted; once they are "
-        "adjusted, they can be reset.");
+        translated(
+            "the limits for the next start are below the current ones and can only be adjusted; once they are "
+            "adjusted, they can be reset."));
   }
   return {};
 }

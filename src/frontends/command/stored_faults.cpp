@@ -7,6 +7,7 @@
 #include "src/frontends/command/diagnostic.h"
 #include "src/frontends/command/fixed_lists.h"
 #include "src/frontends/shared/change/stored_files.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -54,7 +55,7 @@ StoredFaults storedFaults(const Context& context) {
 
 StoredFaults faultsOfFile(const Context& context, const std::string& path, TypedFile typed) {
   StoredFile file = serverFile();
-  file.label = "the file";
+  file.label = english("the file");
   if (typed.damage.empty()) typed.damage = damageOf(file, typed.bytes);
   FixedLists lists(context.computer.propertyLists, decodePropertyList(typed.bytes));
   Platform computer = platformWith(context.computer, lists);
@@ -64,7 +65,8 @@ StoredFaults faultsOfFile(const Context& context, const std::string& path, Typed
 }
 
 void writeWarnings(std::ostream& err, const StoredFaults& faults) {
-  for (const StoredFault& fault : faults) writeDiagnostic(err, "warning: " + fault.finding.sentence);
+  for (const StoredFault& fault : faults)
+    writeDiagnostic(err, sentence("warning: {1}", {fault.finding.sentence}));
 }
 
 }  // namespace norvik::command
