@@ -40,6 +40,15 @@ inline NSColor* greyFace() {
 #endif
 }
 
+// Where a person's languages are stored for all programs.
+inline NSString* languageListKey() {
+#ifdef GNUSTEP
+  return @"NSLanguages";
+#else
+  return @"AppleLanguages";
+#endif
+}
+
 // How far inside its frame a rounded push button is drawn.
 inline constexpr CGFloat kRoundedInset =
 #ifdef GNUSTEP

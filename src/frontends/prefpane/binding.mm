@@ -11,6 +11,7 @@
 #import "src/frontends/prefpane/plain_views.h"
 #import "src/frontends/prefpane/slider.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/language/pane_texts.h"
 
 using norvik::prefpane::Binding;
 
@@ -112,7 +113,7 @@ void takeValue(NSView* view, Control& control) {
 
 NSView* makePopUp(const ControlDescription& description) {
   NSPopUpButton* popUp = [[[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO] autorelease];
-  for (const std::string& item : description.items) [popUp addItemWithTitle:text(item)];
+  for (const std::string& item : description.items) [popUp addItemWithTitle:translatedText(item)];
   [popUp sizeToFit];
   return popUp;
 }
@@ -156,7 +157,7 @@ NSView* makeLabel(const ControlDescription& description) {
 
 void showText(NSView* view, const Control& control) {
   NSTextField* shown = (NSTextField*)view;
-  NSString* words = text(control.stringValue());
+  NSString* words = [shown isEditable] ? text(control.stringValue()) : text(paneText(control.stringValue()));
   if (![[shown stringValue] isEqualToString:words]) [shown setStringValue:words];
 }
 
@@ -173,7 +174,7 @@ NSView* makePushButton(const ControlDescription& description) {
 
 void showTitle(NSView* view, const Control& control) {
   NSButton* shown = (NSButton*)view;
-  NSString* title = text(control.title());
+  NSString* title = text(paneText(control.title()));
   if (![[shown title] isEqualToString:title]) [shown setTitle:title];
 }
 
