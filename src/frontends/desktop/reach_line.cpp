@@ -5,6 +5,7 @@
 
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/mnemonic_click.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/language/pane_texts.h"
 #include "src/frontends/shared/reach/reach_texts.h"
 
@@ -37,7 +38,8 @@ void ReachLine::showLine(const QString& line) {
   if (line == line_) return;
   line_ = line;
   label_->setToolTip(line);
-  button_->setAccessibleDescription(line + QStringLiteral(". ") + translatedText(reach_texts::kHelp));
+  button_->setAccessibleDescription(
+      text(sentence("{1}. {2}", {line.toStdString(), translated(reach_texts::kHelp)})));
   fit();
 }
 

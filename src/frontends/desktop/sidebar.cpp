@@ -69,8 +69,9 @@ class RowDelegate : public QStyledItemDelegate {
     painter->save();
     painter->setFont(row.font);
     const int in = indent(row, index);
-    style.drawItemText(painter, row.rect.adjusted(in, 0, -in / 2, 0), Qt::AlignVCenter | Qt::AlignLeading,
-                       row.palette, true,
+    const QRect words = QStyle::visualRect(row.direction, row.rect, row.rect.adjusted(in, 0, -in / 2, 0));
+    const auto side = QStyle::visualAlignment(row.direction, Qt::AlignVCenter | Qt::AlignLeading);
+    style.drawItemText(painter, words, static_cast<int>(side | Qt::AlignAbsolute), row.palette, true,
                        row.fontMetrics.elidedText(row.text, Qt::ElideRight, row.rect.width() - in),
                        selected ? QPalette::HighlightedText : QPalette::Text);
     if (index.data(kChangesRole).toInt() > 0) drawDot(painter, row, selected);
@@ -105,7 +106,8 @@ class RowDelegate : public QStyledItemDelegate {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(selected ? row.palette.highlightedText() : row.palette.highlight());
-    painter->drawEllipse(QRect(right - side, row.rect.center().y() - side / 2, side, side));
+    const QRect dot(right - side, row.rect.center().y() - side / 2, side, side);
+    painter->drawEllipse(QStyle::visualRect(row.direction, row.rect, dot));
   }
 
   // A frame in the colour of the chosen row's words; those of the styles are hardly visible on that row.

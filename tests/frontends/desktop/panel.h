@@ -16,6 +16,7 @@
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/language/translated_interface.h"
 #include "src/server/mac/pane/pane.h"
 #include "tests/support/shipped_interface.h"
 
@@ -39,7 +40,7 @@ class Panel {
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
-  InterfaceDescription interface = shippedInterface();
+  InterfaceDescription interface = translatedInterface(shippedInterface());
   RecordingPlatform recording;
   NVKServerPrefs pane{interface};
   SettingsChange change;

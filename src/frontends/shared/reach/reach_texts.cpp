@@ -2,6 +2,7 @@
 #include "src/frontends/shared/reach/reach_texts.h"
 
 #include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
 
 namespace norvik {
 
@@ -41,7 +42,7 @@ std::string wordsAbout(const ServiceReach& service) {
 }  // namespace
 
 std::string reachLine(const std::string& state, const std::vector<ServiceReach>& services) {
-  std::string line = state;
+  std::string line = paneText(state);
   for (const ServiceReach& service : services) {
     const std::string words = wordsAbout(service);
     if (!words.empty()) line += " · " + words;
