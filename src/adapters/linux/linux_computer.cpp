@@ -45,7 +45,7 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
                         : nullptr),
       locks_(root, [this](std::weak_ptr<const Descriptor> held) { tools_.keepOpen(std::move(held)); }),
       settingsFiles_(root, withoutSlash(options.stateFolder)),
-      network_([root](uint16_t) { return visibleFirewall(root); }),
+      network_([root](uint16_t port) { return visibleFirewall(root, port); }),
       files(root),
       propertyLists(root, withoutSlash(options.home)),
       processManager(root, options.user),
@@ -54,7 +54,8 @@ LinuxComputer::LinuxComputer(const LinuxComputerOptions& options, const RootFold
       notifications(options.busAddress),
       bundles(root, options.bundleFolders),
       log(options.syslogIdent, options.logObserver),
-      assertions(log) {}
+      assertions(log),
+      userState(root, withoutSlash(options.stateFolder), options.user) {}
 
 AuthorizationService& LinuxComputer::authorizationService() {
   if (systemRights_) return systemRights_->authorization();

@@ -22,6 +22,7 @@
 #include "src/adapters/linux/system_rights.h"
 #include "src/adapters/linux/system_version.h"
 #include "src/adapters/linux/tool_launcher.h"
+#include "src/adapters/linux/user_state.h"
 #include "src/adapters/posix/change_locks.h"
 #include "src/adapters/posix/files.h"
 #include "src/adapters/posix/host.h"
@@ -126,6 +127,8 @@ class LinuxComputer {
   LinuxBundles bundles;
   LinuxSystemLog log;
   LinuxAssertionHandler assertions;
+  // What the user's programs keep between their runs, beside the copies of the settings files.
+  LinuxUserState userState;
 };
 
 }  // namespace norvik

@@ -23,7 +23,7 @@ struct NameLookup {
   std::vector<std::string> addresses;  // none where the name leads nowhere
 };
 
-enum class FirewallView { notKnown, letsIn };
+enum class FirewallView { notKnown, letsIn, keepsOut };
 
 struct Firewall {
   FirewallView view = FirewallView::notKnown;
@@ -42,8 +42,8 @@ class Network {
   // Whether somebody accepts a connection to the address; closes it at once. False for a text that is no
   // address.
   virtual bool connects(const std::string& address, uint16_t port, std::chrono::milliseconds limit) = 0;
-  // Whether connections to the port are let in, where a user without rights can see that. `letsIn` only where
-  // a firewall says so. Blocks for at most a second.
+  // Whether connections to the port are let in, where a user without rights can see that. `letsIn` and
+  // `keepsOut` only where a firewall says so. Blocks for at most a second.
   virtual Firewall firewall(uint16_t port) = 0;
 };
 

@@ -11,6 +11,11 @@ double SimulatedClock::absoluteTime() const {
   return kStart + static_cast<double>(microseconds_) / 1e6;
 }
 
+std::time_t SimulatedClock::timeOfDay() const {
+  constexpr std::time_t kAbsoluteTimeOrigin = 978'307'200;  // of absolute time: the beginning of 2001
+  return kAbsoluteTimeOrigin + static_cast<std::time_t>(absoluteTime());
+}
+
 void SimulatedClock::sleep(uint32_t microseconds) {
   microseconds_ += microseconds;
   for (const SleepListener& listener : listeners_) listener(microseconds);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 #include <functional>
 #include <utility>
 #include <vector>
@@ -17,6 +18,8 @@ class SimulatedClock {
   int64_t microseconds() const { return microseconds_; }
   // The time of day for run loops, in seconds of absolute time; well after 0.
   double absoluteTime() const;
+  // The same for files, in seconds since 1970.
+  std::time_t timeOfDay() const;
 
   void sleep(uint32_t microseconds);
   // Sleeps until that time since the computer was made; not at all where it has passed.

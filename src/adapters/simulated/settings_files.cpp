@@ -46,7 +46,7 @@ bool SimulatedSettingsFiles::keepCopy(const std::string& path, std::string_view 
   if (place.empty()) return false;
   fileSystem_.addDirectory(place.substr(0, place.rfind('/')));
   if (!write(place, bytes)) return false;
-  keptAt_.insert_or_assign(place, timeOfDay());
+  keptAt_.insert_or_assign(place, clock_.timeOfDay());
   return true;
 }
 
@@ -81,11 +81,6 @@ bool SimulatedSettingsFiles::remove(const std::string& path) {
   if (!fileSystem_.userMayWrite(path)) return false;
   fileSystem_.remove(path);
   return true;
-}
-
-std::time_t SimulatedSettingsFiles::timeOfDay() const {
-  constexpr std::time_t kAbsoluteTimeOrigin = 978'307'200;  // of absolute time: the beginning of 2001
-  return kAbsoluteTimeOrigin + static_cast<std::time_t>(clock_.absoluteTime());
 }
 
 }  // namespace norvik

@@ -35,7 +35,6 @@ class SimulatedSettingsFiles : public SettingsFiles {
  private:
   bool write(const std::string& path, std::string_view bytes);
   std::optional<std::string> writeAside(const std::string& path, std::string_view bytes);
-  std::time_t timeOfDay() const;
 
   FileSystem& fileSystem_;
   const FileFaults& faults_;

@@ -19,6 +19,7 @@ SimulatedComputer::SimulatedComputer()
       log(effects),
       locks(clock, tools),
       settingsFiles(fileSystem, fileFaults, clock),
+      userState(fileSystem, fileFaults, clock),
       ports(fileSystem, service, processes),
       network(host, ports),
       platform_{.application = application,

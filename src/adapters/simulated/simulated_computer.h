@@ -27,6 +27,7 @@
 #include "src/adapters/simulated/server_service.h"
 #include "src/adapters/simulated/settings_files.h"
 #include "src/adapters/simulated/tools.h"
+#include "src/adapters/simulated/user_state.h"
 #include "src/server/mac/platform/platform.h"
 
 namespace norvik {
@@ -70,6 +71,7 @@ class SimulatedComputer {
 
   SimulatedChangeLocks locks;
   SimulatedSettingsFiles settingsFiles;
+  SimulatedUserState userState;
   SimulatedListeningPorts ports;
   SimulatedNetwork network;
 

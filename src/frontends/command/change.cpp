@@ -281,8 +281,8 @@ Outcome make(const Context& context, const ChangeRequest& request) {
 }  // namespace
 
 ChangeOptions changeOptions(const Context& context) {
-  return {context.services.portInUse, context.services.waitForTools, context.limits.lock,
-          context.limits.tools};
+  return {context.services.records, context.services.portInUse, context.services.waitForTools,
+          context.limits.lock, context.limits.tools};
 }
 
 void addReport(const ChangeReport& later, ChangeReport& report) {

@@ -26,6 +26,7 @@ struct CommandLine {
   bool exact = false;
   bool changedOnly = false;
   bool prometheus = false;
+  bool changedAgain = false;
   GivenAnswers answers;
   WaitLimits limits;
 };

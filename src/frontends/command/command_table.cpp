@@ -32,6 +32,8 @@ constexpr ArgumentDescription kStoredFile{
     ArgumentKind::file, "FILE", english("A settings file of this computer; without one, all that are damaged"), 0, 1, {}};
 constexpr ArgumentDescription kService{
     ArgumentKind::choice, "SERVICE", english("nvk or rdp; without one, the services that are switched on"), 0, 1, kServices};
+constexpr ArgumentDescription kEntry{
+    ArgumentKind::number, "N", english("The number of an entry of the history; without one, 1, the latest"), 0, 1, {}};
 constexpr ArgumentDescription kShell{
     ArgumentKind::choice, "SHELL", english("bash, zsh or fish"), 1, 1, kShells};
 
@@ -68,6 +70,10 @@ constexpr Command kCommands[] = {
      kFile, SettingsUse::none, validate},
     {"restore", english("Put the kept copies of damaged settings files back"),
      kStoredFile, SettingsUse::changes, restoreFiles},
+    {"history", english("Show the changes that were made, the latest first"),
+     kNone, SettingsUse::none, showHistory},
+    {"undo", english("Take a change of the history back, the latest unless another one is named"),
+     kEntry, SettingsUse::previews, undoChange},
     {"limits", english("Show the open files limit, adjust it to the current values, or reset it"),
      kStep, SettingsUse::changes, openFilesLimit},
     {"displays", english("Open the tool that manages displays"),

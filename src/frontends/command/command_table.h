@@ -11,7 +11,7 @@
 
 namespace norvik::command {
 
-enum class ArgumentKind { none, pageOrSetting, setting, assignment, choice, file };
+enum class ArgumentKind { none, pageOrSetting, setting, assignment, choice, file, number };
 
 struct ArgumentDescription {
   ArgumentKind kind = ArgumentKind::none;

@@ -59,6 +59,11 @@ ExitStatus validate(const Context& context, const CommandLine& line);
 // Restores the kept copy of a damaged file, or of every damaged file, and notifies the server or the agents.
 ExitStatus restoreFiles(const Context& context, const CommandLine& line);
 
+// The changes that were made, the newest first.
+ExitStatus showHistory(const Context& context, const CommandLine& line);
+// Takes one of them back, as an ordinary change.
+ExitStatus undoChange(const Context& context, const CommandLine& line);
+
 // Shows the open files limit, or changes it in one of two steps.
 ExitStatus openFilesLimit(const Context& context, const CommandLine& line);
 inline constexpr std::string_view kAdjustStep = "adjust";

@@ -50,6 +50,7 @@ std::string optionCases() {
 std::string argumentCase(const Command& command) {
   switch (command.argument.kind) {
     case ArgumentKind::none:
+    case ArgumentKind::number:
       return "";
     case ArgumentKind::pageOrSetting:
       return proposal(command.name, "-W \"$_norvikctl_pages $_norvikctl_settings\"") + " ;;\n";

@@ -61,6 +61,7 @@ std::string optionLines() {
 std::string wordsOf(const ArgumentDescription& argument) {
   switch (argument.kind) {
     case ArgumentKind::none:
+    case ArgumentKind::number:
       return "";
     case ArgumentKind::pageOrSetting:
       return "\"$__norvikctl_pages $__norvikctl_settings\"";

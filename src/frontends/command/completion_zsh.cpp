@@ -42,6 +42,7 @@ std::string argumentCase(const Command& command) {
   const std::string begin = "    " + std::string(command.name) + ") ";
   switch (command.argument.kind) {
     case ArgumentKind::none:
+    case ArgumentKind::number:
       return "";
     case ArgumentKind::pageOrSetting:
       return begin + "compadd -a _norvikctl_pages _norvikctl_settings ;;\n";

@@ -9,10 +9,12 @@
 #include <string_view>
 
 #include "src/adapters/services/computer_services.h"
+#include "src/adapters/services/user_state.h"
 #include "src/frontends/command/ending.h"
 #include "src/frontends/command/questions.h"
 #include "src/frontends/shared/change/pane_setting.h"
 #include "src/frontends/shared/checks/port_check.h"
+#include "src/frontends/shared/history/change_records.h"
 #include "src/server/mac/platform/platform.h"
 #include "src/server/mac/ui/interface_description.h"
 
@@ -27,6 +29,8 @@ struct Services {
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
   PortInUse portInUse;
   ComputerServices computer;
+  UserState& state;        // what this user's programs keep from one run to the next
+  ChangeRecords& records;  // of what is changed
   // Begins a change that is not to be cut in two: an interruption is only noted from now on.
   std::function<void()> deferInterruptions;
   // Whether there was one since.

@@ -114,10 +114,6 @@ ExitStatus finish(const Output& output, const ChangeError& error) {
   return finish(output, report);
 }
 
-ChangeError failure(FailureCode code, std::string words, std::string setting) {
-  return {code, std::move(words), std::move(setting), "", ""};
-}
-
 Json jsonOf(const SettingValue& value) {
   return std::visit([](const auto& held) { return Json(held); }, value);
 }

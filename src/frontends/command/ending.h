@@ -43,9 +43,6 @@ ExitStatus finish(const Output& output, const ChangeReport& report,
 // The same for a command that failed and has nothing else to show.
 ExitStatus finish(const Output& output, const ChangeError& error);
 
-// A failure whose reason is no setting, or the setting of that name.
-ChangeError failure(FailureCode code, std::string sentence, std::string setting = "");
-
 // {"file": ..., "reason": ..., "copy": ...} for each damaged file; the copy is the time when it was kept, or
 // null.
 nlohmann::ordered_json damagedJson(const StoredFaults& faults);

@@ -6,6 +6,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
+#include "src/frontends/shared/edits/limit_step.h"
 #include "src/frontends/shared/interface/unread_settings.h"
 #include "src/frontends/shared/language/language.h"
 
@@ -66,40 +67,15 @@ ExitStatus show(const Context& context) {
   return finish(context.output(), ChangeReport());
 }
 
-// The button does one of the two steps; it is pressed only where that is the wanted one.
-ChangeError pressButton(Session& session, int32_t wanted, std::vector<std::string>& notes) {
-  NVKServerPrefs& pane = session.pane();
-  const NVKServerLimits& limits = pane.m_admin_maxFiles;
-  Control& button = pane.ib_admin_button_maxFAdjust;
-  if (!button.isEnabled()) {
-    return failure(FailureCode::notSettable, translated("the current limits of the system are not known."));
-  }
-  if (limits.action == wanted) {
-    session.click(button);
-    if (!pane.maxFilesChanged()) notes.emplace_back(translated("The limits stay as they are."));
-  } else if (wanted == kLimitAdjust) {
-    notes.emplace_back(translated("The limits for the next start are already as high as the current ones."));
-  } else if (limits.launchd.soft <= 0) {
-    notes.emplace_back(translated("The next start already uses the default limits."));
-  } else {
-    return failure(
-        FailureCode::notSettable,
-        translated(
-            "the limits for the next start are below the current ones and can only be adjusted; once they are "
-            "adjusted, they can be reset."));
-  }
-  return {};
-}
-
 }  // namespace
 
 ExitStatus openFilesLimit(const Context& context, const CommandLine& line) {
   if (line.arguments.empty()) return show(context);
-  const int32_t wanted = line.arguments.front() == kAdjustStep ? kLimitAdjust : kLimitReset;
+  const LimitStep wanted = line.arguments.front() == kAdjustStep ? LimitStep::adjust : LimitStep::reset;
   ChangeRequest request;
   request.previewsWhileLocked = false;
   request.edit = [wanted](Session& session, std::vector<std::string>& notes) {
-    return pressButton(session, wanted, notes);
+    return takeLimitStep(session.edited(), wanted, notes);
   };
   for (const ControlDescription* control : context.interface.controls()) {
     if (control->displayOnly) request.requested.push_back(control->label);

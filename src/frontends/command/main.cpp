@@ -16,6 +16,7 @@
 #include "src/frontends/command/standard_streams.h"
 #include "src/frontends/command/stored_faults.h"
 #include "src/frontends/shared/checks/port_in_use.h"
+#include "src/frontends/shared/history/history.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 #include "src/frontends/shared/interface/unread_settings.h"
 #include "src/frontends/shared/language/choice.h"
@@ -36,6 +37,7 @@ struct Installation {
   explicit Installation(const LinuxComputerOptions& options) : computer(options) {}
 
   LinuxComputer computer;
+  History history{computer.userState, "norvikctl"};
   TerminalApplication application;
   TerminalWorkspace workspace{std::cout};
   Questions noQuestions{Answers(), std::cerr};
@@ -50,6 +52,8 @@ struct Installation {
             },
             portInUse,
             computer.services(),
+            computer.userState,
+            history,
             deferSignals,
             wasInterrupted,
             wasStopped};

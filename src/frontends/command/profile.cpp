@@ -49,8 +49,8 @@ std::optional<ChangeRequest> requestOf(const Context& context, const CommandLine
     }
     return std::nullopt;
   }
-  const Wish wish =
-      wishOf(context, profile.reading.settings, line.exact ? Unnamed::toDefaults : Unnamed::stay);
+  const Wish wish = wishOf(context.computer, context.interface, profile.reading.settings,
+                           line.exact ? Unnamed::toDefaults : Unnamed::stay);
   errors = wish.errors;
   if (!errors.empty()) return std::nullopt;
   return changeRequestFor(context, wish.edits, BehindBoxes::edited);

@@ -153,10 +153,10 @@ ExitStatus takeUpStored(const Context& context, const CommandLine& /*line*/) {
   return runOrder(
       context, [](const NVKServerPrefs& pane) { return pane.m_serverPid != -1; },
       [&context](Session& session, OrderedServer& server) {
-        SettingsChange change(
-            session.pane(), session.recording(), context.computer, context.interface,
-            context.services.computer,
-            {context.services.portInUse, server.waitForTools, context.limits.lock, context.limits.tools});
+        SettingsChange change(session.pane(), session.recording(), context.computer, context.interface,
+                              context.services.computer,
+                              {context.services.records, context.services.portInUse, server.waitForTools,
+                               context.limits.lock, context.limits.tools});
         OrderReport report = takeUp(change, server);
         writeNote(context, report.note);
         return report;

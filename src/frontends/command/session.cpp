@@ -9,48 +9,23 @@ namespace norvik::command {
 
 Session::Session(Platform& computer, const InterfaceDescription& interface, AlertPanels& alerts,
                  Drawing& drawing, RecordingMode mode, Opening opening)
-    : interface_(interface), recording_(computer, alerts, drawing, mode), pane_(interface) {
+    : recording_(computer, alerts, drawing, mode), pane_(interface), edited_(pane_, interface) {
   if (opening == Opening::now) open();
 }
 
 void Session::open() {
   pane_.awakeFromNib();
   pane_.onStateTimer();
-  settings_ = paneSettings(interface_, pane_);
+  edited_.update();
 }
 
 Session::~Session() {
   pane_.destroy();
 }
 
-PaneSetting* Session::find(std::string_view name) {
-  const auto found = std::ranges::find_if(settings_, [&](PaneSetting& s) { return s.name() == name; });
-  return found != settings_.end() ? &*found : nullptr;
-}
-
-PaneSetting* Session::settingOf(std::string_view outlet) {
-  for (PaneSetting& setting : settings_) {
-    for (const Control* control : setting.controls()) {
-      if (control->name() == outlet) return &setting;
-    }
-  }
-  return nullptr;
-}
-
-std::vector<std::string> Session::settingNames() const {
-  std::vector<std::string> names;
-  for (const PaneSetting& setting : settings_) names.push_back(setting.name());
-  return names;
-}
-
 bool Session::unlock() {
   if (!pane_.authorized()) click(pane_.ib_button_Auth);
   return pane_.authorized();
-}
-
-void Session::click(Control& control) {
-  pane_.buttonClicked(control);
-  pane_.onStateTimer();
 }
 
 std::vector<std::string> pendingSettings(Session& session) {

@@ -8,6 +8,7 @@
 #include "src/frontends/command/context.h"
 #include "src/frontends/shared/change/pane_setting.h"
 #include "src/frontends/shared/change/recording_platform.h"
+#include "src/frontends/shared/edits/edited_pane.h"
 #include "src/server/mac/pane/pane.h"
 
 namespace norvik::command {
@@ -35,26 +36,24 @@ class Session {
   void open();
 
   NVKServerPrefs& pane() { return pane_; }
-  std::vector<PaneSetting>& settings() { return settings_; }
+  // Its settings by name.
+  EditedPane& edited() { return edited_; }
+  std::vector<PaneSetting>& settings() { return edited_.settings(); }
   const Effects& effects() const { return recording_.effects(); }
   RecordingPlatform& recording() { return recording_; }
 
-  // The setting of that name, or the one that a control belongs to; null where there is none.
-  PaneSetting* find(std::string_view name);
-  PaneSetting* settingOf(std::string_view outlet);
-  std::vector<std::string> settingNames() const;
+  // As of the edited pane.
+  PaneSetting* find(std::string_view name) { return edited_.find(name); }
+  std::vector<std::string> settingNames() const { return edited_.settingNames(); }
+  void click(Control& control) { edited_.click(control); }
 
   // Clicks the lock where it is closed; returns whether it is open afterwards.
   bool unlock();
-  // Sends the control's action and lets the state timer tick once, so that every text and every enabled
-  // control follows.
-  void click(Control& control);
 
  private:
-  const InterfaceDescription& interface_;
   RecordingPlatform recording_;
   NVKServerPrefs pane_;
-  std::vector<PaneSetting> settings_;
+  EditedPane edited_;
 };
 
 // The settings whose pending values differ from the stored ones.

@@ -8,7 +8,7 @@ namespace norvik::command {
 namespace {
 
 ExitStatus fulfil(const Context& context, const Arguments& assignments, bool dryRun) {
-  const Wish wish = wishOf(context, assignments);
+  const Wish wish = wishOf(context.computer, context.interface, assignments);
   if (!wish.errors.empty()) return refuse(context, wish.errors);
   return change(context, changeRequestFor(context, wish.edits, BehindBoxes::refused), dryRun);
 }

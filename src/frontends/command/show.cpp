@@ -3,11 +3,11 @@
 #include <ostream>
 
 #include "src/frontends/command/command_line.h"
-#include "src/frontends/command/editability.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/selection.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/edits/editability.h"
 #include "src/frontends/shared/interface/unread_settings.h"
 #include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/profile/pane_profile.h"
@@ -66,7 +66,7 @@ std::vector<Page> pagesOf(const std::vector<PaneSetting*>& settings) {
 
 Json settingJson(const Context& context, Session& session, PaneSetting& setting) {
   const ControlDescription& first = setting.description().first();
-  const Editability editability = editabilityOf(session, setting);
+  const Editability editability = editabilityOf(session.edited(), setting);
   Json entry{{"name", setting.name()},
              {"label", first.label},
              {"help", first.help},
@@ -111,7 +111,7 @@ void writePages(std::ostream& out, Session& session, const std::vector<Page>& pa
                              {translated(name.title), translated(groupTitle(session.pane(), name.group))})});
     for (PaneSetting* setting : page) {
       rows.push_back({"  " + setting->name(), setting->text(), state(*setting, session.pane()),
-                      editable(editabilityOf(session, *setting)), range(setting->description())});
+                      editable(editabilityOf(session.edited(), *setting)), range(setting->description())});
     }
   }
   rows.insert(rows.begin(), {{translated("Setting"), translated("Value"), translated("State"),
@@ -144,7 +144,7 @@ void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
              {{translated("Page"), translated(setting.description().page.title)},
               {translated("Value"), sentence("{1} ({2})", {setting.text(), state(setting, session.pane())})},
               {translated("Takes"), acceptedValues(setting.description())},
-              {translated("Editable"), editable(editabilityOf(session, setting))}},
+              {translated("Editable"), editable(editabilityOf(session.edited(), setting))}},
              2);
 }
 

@@ -5,9 +5,8 @@
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/frontends/command/diagnostic.h"
-#include "src/frontends/command/fixed_lists.h"
 #include "src/frontends/shared/change/stored_files.h"
-#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/edits/fixed_lists.h"
 
 namespace norvik::command {
 

@@ -20,7 +20,7 @@ ChangeRequest changeRequestFor(const Context& context, const std::vector<Edit>& 
     if (found->isAdministrators()) result.requiresUnlock = true;
   }
   result.edit = [edits, behindBoxes](Session& session, std::vector<std::string>& notes) {
-    return applyEdits(session, edits, behindBoxes, notes);
+    return applyEdits(session.edited(), edits, behindBoxes, notes);
   };
   return result;
 }

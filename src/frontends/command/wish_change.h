@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "src/frontends/command/change.h"
-#include "src/frontends/command/edits.h"
+#include "src/frontends/shared/edits/edits.h"
 
 namespace norvik::command {
 

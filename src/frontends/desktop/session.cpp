@@ -36,8 +36,8 @@ void useIcon() {
   QApplication::setWindowIcon(QIcon(pixmap));
 }
 
-ChangeOptions changeOptions(DesktopComputer& computer) {
-  ChangeOptions options;
+ChangeOptions changeOptions(DesktopComputer& computer, ChangeRecords& records) {
+  ChangeOptions options{records};
   options.portInUse = portInUse;
   options.waitForTools = [&computer](std::chrono::milliseconds limit) {
     return computer.waitForTools(limit);
@@ -50,11 +50,12 @@ ChangeOptions changeOptions(DesktopComputer& computer) {
 Session::Session(const LinuxComputerOptions& options, InterfaceDescription interface,
                  std::unique_ptr<QSettings> state)
     : computer_(options),
+      history_(computer_.computer().userState, "window"),
       recording_(computer_.platform(), computer_.alerts(), computer_.drawing(), RecordingMode::real),
       interface_(withUnreadSaid(std::move(interface), computer_.services().unreadFiles)),
       pane_(interface_),
       change_(pane_, recording_, computer_.platform(), interface_, computer_.services(),
-              changeOptions(computer_)),
+              changeOptions(computer_, history_)),
       window_(pane_, interface_, [this](const ControlDescription& field) { return portProblem(field); }),
       state_(std::move(state)),
       watch_(computer_.settingsFiles()) {

@@ -18,6 +18,7 @@
 #include "src/frontends/desktop/window_server.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/history/history.h"
 
 class QSessionManager;
 
@@ -50,6 +51,7 @@ class Session {
   FieldNote portProblem(const ControlDescription& field);
 
   DesktopComputer computer_;
+  History history_;
   RecordingPlatform recording_;
   const InterfaceDescription interface_;
   NVKServerPrefs pane_;

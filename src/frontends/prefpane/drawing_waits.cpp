@@ -48,6 +48,7 @@ SessionComputer sessionComputer(const ComputerOfSession& computer) {
   return {computer.platform,
           computer.recording,
           withLocks(computer.services, computer.locks),
+          computer.records,
           computer.panels,
           computer.drawing,
           computer.runLoop,

@@ -22,6 +22,7 @@ struct ComputerOfSession {
   Platform& platform;
   RecordingPlatform& recording;
   ComputerServices services;
+  ChangeRecords& records;
   DrawingLocks& locks;  // in place of the services'
   AlertPanels& panels;
   AppKitDrawing& drawing;

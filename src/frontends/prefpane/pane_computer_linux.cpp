@@ -12,6 +12,7 @@
 #include "src/frontends/prefpane/input.h"
 #include "src/frontends/prefpane/pane_computer.h"
 #include "src/frontends/shared/change/stored_files.h"
+#include "src/frontends/shared/history/history.h"
 
 namespace norvik::prefpane {
 
@@ -37,6 +38,7 @@ struct PaneComputer::Parts {
   explicit Parts(const LinuxComputerOptions& options)
       : root(options.root),
         computer(drawingWhileAsking(options)),
+        history(computer.userState, "pane"),
         locks(computer.services().locks),
         notifications(computer.notifications),
         processes(computer.posix, options.speed),
@@ -47,6 +49,7 @@ struct PaneComputer::Parts {
 
   RootFolder root;
   LinuxComputer computer;
+  History history;
   DrawingLocks locks;
   AppKitApplication application;
   AppKitAlertPanels panels;
@@ -78,6 +81,7 @@ SessionComputer PaneComputer::forSession() {
   return sessionComputer({.platform = parts_->platform,
                           .recording = parts_->recording,
                           .services = parts_->computer.services(),
+                          .records = parts_->history,
                           .locks = parts_->locks,
                           .panels = parts_->panels,
                           .drawing = parts_->drawing,

@@ -38,6 +38,7 @@ struct PaneComputer::Parts {
   }
 
   AppleComputer computer;
+  NoChangeRecords records;  // nothing here reads a history
   DrawingLocks locks;
   AppKitDrawing drawing;
   FlushingDrawing flushing;
@@ -63,6 +64,7 @@ SessionComputer PaneComputer::forSession() {
   return sessionComputer({.platform = parts_->platform,
                           .recording = parts_->recording,
                           .services = parts_->computer.services(),
+                          .records = parts_->records,
                           .locks = parts_->locks,
                           .panels = parts_->computer.alerts,
                           .drawing = parts_->drawing,

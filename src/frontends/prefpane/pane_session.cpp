@@ -11,7 +11,7 @@ namespace {
 PaneSession* mainSession = nullptr;
 
 ChangeOptions changeOptions(const SessionComputer& computer) {
-  ChangeOptions options;
+  ChangeOptions options{computer.records};
   options.portInUse = computer.portInUse;
   options.waitForTools = computer.waitForTools;
   return options;

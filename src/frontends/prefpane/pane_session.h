@@ -22,6 +22,7 @@ struct SessionComputer {
   Platform& platform;  // without the recording
   RecordingPlatform& recording;
   ComputerServices services;
+  ChangeRecords& records;
   AlertPanels& panels;
   AppKitDrawing& drawing;
   AppKitRunLoop& runLoop;

@@ -18,7 +18,7 @@ class LinuxNetworkTest : public testing::Test {
  protected:
   TemporaryFolder folder;
   PosixNetwork network{
-      [root = RootFolder(folder.path().string())](uint16_t) { return visibleFirewall(root); }};
+      [root = RootFolder(folder.path().string())](uint16_t port) { return visibleFirewall(root, port); }};
 };
 
 TEST_F(LinuxNetworkTest, AListenerAcceptsAtItsAddress) {

@@ -43,12 +43,27 @@ TEST_F(JsonTest, EveryCommandThatSucceeds) {
   const std::string port = std::to_string(freePort()), other = std::to_string(freePort());
   const std::string profile = box.beside("profile.json");
   std::ofstream(profile) << R"({"norvikProfile": 1, "settings": {"nvk.sound": false}})";
-  for (const Words& words :
-       {Words{"status"}, Words{"show"}, Words{"get", "nvk.port", "connect.action"}, Words{"limits"},
-        Words{"set", "nvk.port=" + port, "rdp.port=" + other}, Words{"unset", "user.mouse.swap"},
-        Words{"export"}, Words{"import", profile}, Words{"diff", profile}, Words{"start"},
-        Words{"is-running"}, Words{"apply"}, Words{"restart"}, Words{"stop"}, Words{"displays"},
-        Words{"access"}, Words{"completion", "bash"}, Words{"validate"}, Words{"restore"}}) {
+  for (const Words& words : {Words{"status"},
+                             Words{"show"},
+                             Words{"get", "nvk.port", "connect.action"},
+                             Words{"limits"},
+                             Words{"set", "nvk.port=" + port, "rdp.port=" + other},
+                             Words{"unset", "user.mouse.swap"},
+                             Words{"history"},
+                             Words{"undo"},
+                             Words{"export"},
+                             Words{"import", profile},
+                             Words{"diff", profile},
+                             Words{"start"},
+                             Words{"is-running"},
+                             Words{"apply"},
+                             Words{"restart"},
+                             Words{"stop"},
+                             Words{"displays"},
+                             Words{"access"},
+                             Words{"completion", "bash"},
+                             Words{"validate"},
+                             Words{"restore"}}) {
     const Json object = run(words, 0);
     EXPECT_EQ(object["command"], words[0]);
     EXPECT_EQ(object["schema"], 1);

@@ -31,8 +31,8 @@ bool inUse(int64_t port) {
   return port == 4321;
 }
 
-ChangeOptions options(const ComputerServices& services) {
-  ChangeOptions options;
+ChangeOptions options(const ComputerServices& services, ChangeRecords& records) {
+  ChangeOptions options{records};
   options.portInUse = inUse;
   options.waitForTools = [&tools = services.tools](std::chrono::milliseconds limit) {
     return tools.wait(limit);
@@ -51,17 +51,18 @@ NVKServerPrefs& awake(NVKServerPrefs& pane, SettingsChange& change) {
 
 Panel::Panel(const PanelComputer& computer)
     : recording(computer.platform, computer.alerts, computer.drawing, RecordingMode::real),
-      change(pane, recording, computer.platform, interface, computer.services, options(computer.services)),
+      change(pane, recording, computer.platform, interface, computer.services,
+             options(computer.services, records)),
       window(awake(pane, change), interface, [this](const ControlDescription& field) {
         return portFieldNote(pane, interface, control(field.outlet.c_str()), inUse);
       }) {
   window.fill();
   changes = std::make_unique<WindowChanges>(window, pane, change, computer.alerts, computer.busy);
-  server =
-      std::make_unique<WindowServer>(window, *changes, change,
-                                     OrderedServer{pane, recording, interface, computer.services,
-                                                   options(computer.services).waitForTools, computer.pause},
-                                     computer.alerts, computer.busy);
+  server = std::make_unique<WindowServer>(
+      window, *changes, change,
+      OrderedServer{pane, recording, interface, computer.services,
+                    options(computer.services, records).waitForTools, computer.pause},
+      computer.alerts, computer.busy);
   reach =
       std::make_unique<WindowReach>(window, *server, pane, computer.services,
                                     [](const std::function<void()>& work, const std::function<void()>& then) {

@@ -41,6 +41,7 @@ class Panel {
   Panel& operator=(const Panel&) = delete;
 
   InterfaceDescription interface = translatedInterface(shippedInterface());
+  NoChangeRecords records;
   RecordingPlatform recording;
   NVKServerPrefs pane{interface};
   SettingsChange change;

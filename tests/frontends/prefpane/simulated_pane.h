@@ -87,6 +87,8 @@ class SimulatedPane : public testing::Test {
   AppKitRunLoop runLoop;
   SimulatedWaits processes{computer.posix};
 
+  NoChangeRecords records;
+
  private:
   SessionComputer forSession();
   Platform platform_;

@@ -71,6 +71,7 @@ SessionComputer SimulatedPane::forSession() {
   return {platform_,
           *recording_,
           services,
+          records,
           panels,
           drawing,
           runLoop,

@@ -12,6 +12,7 @@
 #include "src/adapters/property_lists/codec.h"
 #include "src/adapters/simulated/simulated_computer.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/history/history.h"
 #include "tests/support/shipped_interface.h"
 
 namespace norvik {
@@ -73,7 +74,7 @@ class ChangingPane : public testing::Test {
     recording = std::make_unique<RecordingPlatform>(computer.platform(), computer.alerts, computer.drawing,
                                                     RecordingMode::real);
     pane = std::make_unique<NVKServerPrefs>(interface);
-    ChangeOptions options;
+    ChangeOptions options{history};
     options.portInUse = [this](int64_t port) { return port == used; };
     options.waitForTools = [this](std::chrono::milliseconds limit) {
       return computer.services().tools.wait(limit);
@@ -140,6 +141,7 @@ class ChangingPane : public testing::Test {
 
   InterfaceDescription interface;
   SimulatedComputer computer;
+  History history{computer.userState, "window"};
   std::unique_ptr<RecordingPlatform> recording;
   std::unique_ptr<NVKServerPrefs> pane;
   std::unique_ptr<SettingsChange> change;

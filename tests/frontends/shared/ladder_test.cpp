@@ -210,6 +210,9 @@ TEST_F(LadderTest, AFirewallSaysWhatItCanSay) {
   EXPECT_NE(at(nvk(), Rung::firewall).sentence.find("ufw is on"), std::string::npos);
   computer.network.setFirewall({FirewallView::letsIn, "firewalld"});
   EXPECT_EQ(at(nvk(), Rung::firewall).verdict, Verdict::passes);
+  computer.network.setFirewall({FirewallView::keepsOut, "firewalld"});
+  expectFailure(nvk(), Rung::firewall, "The firewall firewalld keeps connections to port 4500 out.");
+  EXPECT_EQ(at(nvk(), Rung::firewall).advice, "Let TCP port 4500 in.");
 }
 
 TEST(Rungs, HaveExitStatusesOfTheirOwn) {

@@ -231,8 +231,9 @@ TEST_F(ServerOrderTest, OnlyWhatEndsConnectionsIsAskedAbout) {
 class TakeUpTest : public ServerOrderTest {
  protected:
   OrderReport takeUpNow() {
+    NoChangeRecords records;
     SettingsChange change(pane, recording, computer.platform(), interface, computer.services(),
-                          {[](int64_t) { return false; }, server.waitForTools});
+                          {records, [](int64_t) { return false; }, server.waitForTools});
     return takeUp(change, server);
   }
 };

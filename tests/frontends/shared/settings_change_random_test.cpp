@@ -199,6 +199,7 @@ class Session {
   SimulatedComputer computer_;
   RandomAlerts alerts_;
   RandomDecisions person_;
+  NoChangeRecords records_;
   std::unique_ptr<RecordingPlatform> recording_;
   std::unique_ptr<NVKServerPrefs> pane_;
   std::unique_ptr<SettingsChange> change_;
@@ -252,7 +253,7 @@ void Session::open() {
                                                    RecordingMode::real);
   pane_ = std::make_unique<NVKServerPrefs>(interface_);
   change_ = std::make_unique<SettingsChange>(*pane_, *recording_, computer_.platform(), interface_,
-                                             computer_.services(), ChangeOptions());
+                                             computer_.services(), ChangeOptions{records_});
   change_->look();
   pane_->awakeFromNib();
   if (random_.chance(80)) pane_->buttonClicked(pane_->ib_button_Auth);

@@ -2,6 +2,7 @@
 // has an exit status for each, the windows an icon and a next step.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,8 @@ enum class FailureCode {
 
 // The word for scripts: "wrong-value"; "" for none.
 std::string_view codeWord(FailureCode code);
+// Nothing for another word.
+std::optional<FailureCode> codeOfWord(std::string_view word);
 
 // A failure with what a person reads. None where the code is none.
 struct ChangeError {
@@ -36,5 +39,8 @@ struct ChangeError {
 
   explicit operator bool() const { return code != FailureCode::none; }
 };
+
+// A failure whose reason is no setting, or the setting of that name.
+ChangeError failure(FailureCode code, std::string sentence, std::string setting = "");
 
 }  // namespace norvik

@@ -85,4 +85,10 @@ bool isLeftByLoads(const NVKServerPrefs& pane, const Setting& row) {
          (pane.*row.controls[0]).kind() == ControlKind::slider;
 }
 
+int64_t storedValueOf(const NVKServerPrefs& pane, const PaneSetting& setting) {
+  const Setting* row = rowOfSetting(pane, setting);
+  const bool isHidden = row != nullptr && (row->followed || isLeftByLoads(pane, *row));
+  return isHidden ? row->baseline(pane) : setting.value().value_or(kNoChoice);
+}
+
 }  // namespace norvik

@@ -43,5 +43,7 @@ const Setting* rowOfSetting(const NVKServerPrefs& pane, const PaneSetting& setti
 bool isFollowing(const NVKServerPrefs& pane, const Setting& row);
 // Whether a load leaves the row's control where it is, so that the field tells more than the control.
 bool isLeftByLoads(const NVKServerPrefs& pane, const Setting& row);
+// The value that a setting has in the files, of a pane that has just loaded them, as PaneSetting has it.
+int64_t storedValueOf(const NVKServerPrefs& pane, const PaneSetting& setting);
 
 }  // namespace norvik

@@ -22,6 +22,7 @@
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/stored_files.h"
 #include "src/frontends/shared/checks/port_check.h"
+#include "src/frontends/shared/history/change_records.h"
 
 namespace norvik {
 
@@ -72,10 +73,11 @@ struct ForeignChanges {
 };
 
 struct ChangeOptions {
-  PortInUse portInUse;  // without one, every port counts as free
+  ChangeRecords& records;    // of every change that begins; borrowed
+  PortInUse portInUse = {};  // without one, every port counts as free
   // Without one, the computer's own. Blocks until the tools have ended, at most until the limit; a window
   // paints meanwhile.
-  std::function<bool(std::chrono::milliseconds limit)> waitForTools;
+  std::function<bool(std::chrono::milliseconds limit)> waitForTools = {};
   std::chrono::milliseconds lockLimit{10'000};
   std::chrono::milliseconds toolLimit{30'000};
 };

@@ -111,8 +111,20 @@ void SettingsChange::Applying::begin() {
   }
   if (wouldSave(pane, Group::limit)) expected_.limit = wholeLimit(pane.m_admin_maxFiles.launchd);
   before_ = state_.edits({}, true);
+  begun_ = recordedOf(state_.pane, report_.changes);
   state_.recording.forget();
   state_.services.tools.forget();
+}
+
+void SettingsChange::Applying::record() {
+  if (!begun_ && restored_.empty()) return;
+  RecordedChange change{begun_.value_or(std::vector<RecordedSetting>()), report_.error.code, report_.saved,
+                        report_.notSaved};
+  for (const StoredFile& file : restored_) {
+    if (std::ranges::count(change.saved, file.label) == 0) change.saved.emplace_back(file.label);
+  }
+  const std::string why = state_.options.records.record(change);
+  if (!why.empty()) report_.warnings.push_back(why);
 }
 
 // ---- After
@@ -276,6 +288,7 @@ ChangeReport SettingsChange::apply(ChangeDecisions& person) {
   NVKServerPrefs& pane = state_->pane;
   if (!pane.ib_button_Apply.isEnabled()) {
     applying.tellRestored();
+    applying.record();
     return report;
   }
   applying.keepCopies();
@@ -283,6 +296,7 @@ ChangeReport SettingsChange::apply(ChangeDecisions& person) {
   applying.begin();
   pane.buttonClicked(pane.ib_button_Apply);
   applying.readBack();
+  applying.record();
   return report;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <utility>
@@ -41,6 +42,8 @@ class SettingsChange::Applying {
   void warn();
   void keepCopies();
   void begin();
+  // Records the change, if one began; says in the report where that fails.
+  void record();
 
   // ---- Where the pane has asked already: settings_change_around.cpp
 
@@ -99,7 +102,8 @@ class SettingsChange::Applying {
   bool savesNothing_ = false;      // as somebody else holds the lock
   std::set<std::string> refused_;  // files that the pane is kept from writing
   std::vector<std::string> groups_;
-  std::map<std::string, FileContent> settled_;  // damaged files that may be written over, as they were
+  std::optional<std::vector<RecordedSetting>> begun_;  // what the change is about, once it began
+  std::map<std::string, FileContent> settled_;         // damaged files that may be written over, as they were
   std::vector<StoredFile> restored_;
 };
 

@@ -49,6 +49,7 @@ void SettingsChange::Applying::prepareUnasked() {
 // time.
 void SettingsChange::Applying::finishUnasked() {
   if (!savesNothing_) readBack();
+  record();  // without what was held back, which is no part of what was applied
   putBack();
 }
 

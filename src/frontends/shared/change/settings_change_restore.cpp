@@ -201,6 +201,7 @@ ChangeReport SettingsChange::restore(const FileFinding& file) {
   ChangeReport report;
   Applying applying(*this, report);
   applying.restore(file);
+  applying.record();
   return report;
 }
 

@@ -212,13 +212,25 @@ class Climb {
     const Firewall seen = network_.firewall(port);
     if (seen.view == FirewallView::letsIn)
       return yes(sentence("The firewall {1} lets connections in.", {seen.name}));
+    if (seen.view == FirewallView::keepsOut) {
+      return no(
+          sentence("The firewall {1} keeps connections to port {2} out.", {seen.name, std::to_string(port)}),
+          sentence("Let TCP port {1} in.", {std::to_string(port)}));
+    }
     if (seen.name.empty())
       return notKnown(
           translated("Whether a firewall keeps others out cannot be seen without administrator rights."));
-    return notKnown(sentence("The firewall {1} is on; whether it lets connections in cannot be seen without "
-                             "administrator rights.",
+    return notKnown(sentence("The firewall {1} is on; whether it lets connections in cannot be seen "
+                             "without administrator rights.",
                              {seen.name}),
-                    sentence("An administrator sees it with \"{1} status\".", {seen.name}));
+                    adviceAbout(seen.name));
+  }
+
+  // What shows an administrator the rules of a firewall that is known to us.
+  static std::string adviceAbout(const std::string& firewall) {
+    const std::string command =
+        firewall == "firewalld" ? "firewall-cmd --list-all-zones" : firewall + " status";
+    return sentence("An administrator sees it with \"{1}\".", {command});
   }
 
   std::vector<std::string> usableAddresses() const {

@@ -8,7 +8,7 @@
 
 #include "src/server/mac/platform/platform.h"
 
-namespace norvik::command {
+namespace norvik {
 
 class FixedLists : public PropertyListFiles {
  public:
@@ -28,4 +28,4 @@ class FixedLists : public PropertyListFiles {
 // The computer with these lists in the place of its own. Borrows all.
 Platform platformWith(Platform& computer, PropertyListFiles& lists);
 
-}  // namespace norvik::command
+}  // namespace norvik

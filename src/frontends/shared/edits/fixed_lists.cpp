@@ -1,9 +1,9 @@
 // One value for every path.
-#include "src/frontends/command/fixed_lists.h"
+#include "src/frontends/shared/edits/fixed_lists.h"
 
 #include <utility>
 
-namespace norvik::command {
+namespace norvik {
 
 FixedLists::FixedLists(PropertyListFiles& lists, std::optional<PropertyList> content)
     : lists_(lists), content_(std::move(content)) {}
@@ -29,4 +29,4 @@ Platform platformWith(Platform& computer, PropertyListFiles& lists) {
           computer.assertions};
 }
 
-}  // namespace norvik::command
+}  // namespace norvik

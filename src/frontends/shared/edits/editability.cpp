@@ -1,12 +1,12 @@
 // Switches boxes, one and then two at a time, and asks the enabling pass each time.
-#include "src/frontends/command/editability.h"
+#include "src/frontends/shared/edits/editability.h"
 
 #include <algorithm>
 
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/language/language.h"
 
-namespace norvik::command {
+namespace norvik {
 
 namespace {
 
@@ -27,31 +27,31 @@ class SwitchedBox {
   int state_;
 };
 
-bool enables(Session& session, const Control& control) {
-  session.pane().enableGui(true, false);
+bool enables(EditedPane& edited, const Control& control) {
+  edited.pane().enableGui(true, false);
   return control.isEnabled();
 }
 
-std::vector<PaneSetting*> boxes(Session& session) {
+std::vector<PaneSetting*> boxes(EditedPane& edited) {
   std::vector<PaneSetting*> result;
-  for (PaneSetting& setting : session.settings()) {
+  for (PaneSetting& setting : edited.settings()) {
     if (setting.description().first().kind == ControlKind::checkBox) result.push_back(&setting);
   }
   return result;
 }
 
-std::optional<std::vector<NeededSwitch>> search(Session& session, const Control& control) {
-  if (enables(session, control)) return std::vector<NeededSwitch>();
-  const auto candidates = boxes(session);
+std::optional<std::vector<NeededSwitch>> search(EditedPane& edited, const Control& control) {
+  if (enables(edited, control)) return std::vector<NeededSwitch>();
+  const auto candidates = boxes(edited);
   for (PaneSetting* one : candidates) {
     const SwitchedBox first(*one->controls().front());
-    if (enables(session, control)) return std::vector<NeededSwitch>{{one->name(), first.isOn()}};
+    if (enables(edited, control)) return std::vector<NeededSwitch>{{one->name(), first.isOn()}};
   }
   for (std::size_t i = 0; i < candidates.size(); ++i) {
     const SwitchedBox first(*candidates[i]->controls().front());
     for (std::size_t j = i + 1; j < candidates.size(); ++j) {
       const SwitchedBox second(*candidates[j]->controls().front());
-      if (!enables(session, control)) continue;
+      if (!enables(edited, control)) continue;
       return std::vector<NeededSwitch>{{candidates[i]->name(), first.isOn()},
                                        {candidates[j]->name(), second.isOn()}};
     }
@@ -60,13 +60,13 @@ std::optional<std::vector<NeededSwitch>> search(Session& session, const Control&
 }
 
 // The editability of the control at `index` among the setting's.
-Editability editabilityAt(Session& session, PaneSetting& setting, std::size_t index) {
-  if (setting.description().isAdministrators() && !session.pane().authorized())
+Editability editabilityAt(EditedPane& edited, PaneSetting& setting, std::size_t index) {
+  if (setting.description().isAdministrators() && !edited.pane().authorized())
     return {Obstacle::locked, translated("locked")};
   const Control& control = *setting.controls()[index];
-  auto switches = switchesToEnable(session, control);
+  auto switches = switchesToEnable(edited, control);
   if (!switches) return {Obstacle::notAvailable, translated("not available")};
-  const PaneSetting* required = session.settingOf(setting.description().controls[index]->requiresOutlet);
+  const PaneSetting* required = edited.settingOf(setting.description().controls[index]->requiresOutlet);
   const auto isRequired = [&](const NeededSwitch& needed) {
     return required != nullptr && needed.on && needed.name == required->name();
   };
@@ -78,30 +78,30 @@ Editability editabilityAt(Session& session, PaneSetting& setting, std::size_t in
 
 }  // namespace
 
-std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, const Control& control) {
-  auto switches = search(session, control);
-  session.pane().enableGui(true, false);
+std::optional<std::vector<NeededSwitch>> switchesToEnable(EditedPane& edited, const Control& control) {
+  auto switches = search(edited, control);
+  edited.pane().enableGui(true, false);
   return switches;
 }
 
-bool switchingDisables(Session& session, Control& box, const Control& control) {
+bool switchingDisables(EditedPane& edited, Control& box, const Control& control) {
   bool disables = false;
   {
     const SwitchedBox switched(box);
-    disables = !enables(session, control);
+    disables = !enables(edited, control);
   }
-  session.pane().enableGui(true, false);
+  edited.pane().enableGui(true, false);
   return disables;
 }
 
-void whileSwitched(Session& session, Control& box, const std::function<void()>& step) {
+void whileSwitched(EditedPane& edited, Control& box, const std::function<void()>& step) {
   {
     const SwitchedBox switched(box);
-    session.pane().enableGui(true, false);
+    edited.pane().enableGui(true, false);
     step();
   }
-  session.pane().onStateTimer();
-  session.pane().enableGui(true, false);
+  edited.pane().onStateTimer();
+  edited.pane().enableGui(true, false);
 }
 
 std::string switchesInWords(const std::vector<NeededSwitch>& switches) {
@@ -111,10 +111,10 @@ std::string switchesInWords(const std::vector<NeededSwitch>& switches) {
   return allOf(words);
 }
 
-Editability editabilityOf(Session& session, PaneSetting& setting) {
+Editability editabilityOf(EditedPane& edited, PaneSetting& setting) {
   std::vector<Editability> each;
   for (std::size_t i = 0; i < setting.controls().size(); ++i) {
-    each.push_back(editabilityAt(session, setting, i));
+    each.push_back(editabilityAt(edited, setting, i));
   }
   if (std::ranges::none_of(each, &Editability::editable)) return each.front();
   std::vector<std::string> choices;
@@ -127,9 +127,9 @@ Editability editabilityOf(Session& session, PaneSetting& setting) {
   return {Obstacle::none, first.remark.empty() ? only : sentence("{1}, {2}", {only, first.remark})};
 }
 
-Editability editabilityOf(Session& session, PaneSetting& setting, int64_t value) {
-  return editabilityAt(session, setting,
+Editability editabilityOf(EditedPane& edited, PaneSetting& setting, int64_t value) {
+  return editabilityAt(edited, setting,
                        setting.description().isChoice() ? static_cast<std::size_t>(value) : 0);
 }
 
-}  // namespace norvik::command
+}  // namespace norvik

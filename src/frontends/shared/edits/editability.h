@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "src/frontends/command/session.h"
+#include "src/frontends/shared/edits/edited_pane.h"
 
-namespace norvik::command {
+namespace norvik {
 
 // A box and the state that it would need.
 struct NeededSwitch {
@@ -19,14 +19,14 @@ struct NeededSwitch {
 
 // The fewest switches, two at most, that would enable a control: none where it is enabled. Nothing where no
 // switches do, as while the pane is locked. Leaves the controls as they were.
-std::optional<std::vector<NeededSwitch>> switchesToEnable(Session& session, const Control& control);
+std::optional<std::vector<NeededSwitch>> switchesToEnable(EditedPane& edited, const Control& control);
 
 // Whether switching the box would disable the control, which is enabled now. Leaves the controls as they
 // were.
-bool switchingDisables(Session& session, Control& box, const Control& control);
+bool switchingDisables(EditedPane& edited, Control& box, const Control& control);
 
 // Switches the box for as long as `step` takes, without sending its action, and back.
-void whileSwitched(Session& session, Control& box, const std::function<void()>& step);
+void whileSwitched(EditedPane& edited, Control& box, const std::function<void()>& step);
 
 // "nvk.enabled=on and nvk.port.custom=on".
 std::string switchesInWords(const std::vector<NeededSwitch>& switches);
@@ -42,9 +42,9 @@ struct Editability {
 
 // Whether the setting can be given another value by name. A box that the description says it requires does
 // not count, as setting the value turns that on.
-Editability editabilityOf(Session& session, PaneSetting& setting);
+Editability editabilityOf(EditedPane& edited, PaneSetting& setting);
 
 // Whether the setting can be given this value by name.
-Editability editabilityOf(Session& session, PaneSetting& setting, int64_t value);
+Editability editabilityOf(EditedPane& edited, PaneSetting& setting, int64_t value);
 
-}  // namespace norvik::command
+}  // namespace norvik

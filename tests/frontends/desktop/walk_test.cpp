@@ -1,0 +1,78 @@
+// How many clicks what people come for takes, from the window as it opens. docs/comparison.md has the same
+// numbers.
+#include <QApplication>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QTest>
+#include <set>
+
+#include "src/frontends/desktop/reach_line.h"
+#include "tests/frontends/desktop/simulated_panel.h"
+#include "tests/support/sandbox.h"
+
+namespace norvik::desktop {
+namespace {
+
+class Clicks : public QObject {
+ public:
+  Clicks() { qApp->installEventFilter(this); }
+  std::size_t count() const { return times_.size(); }
+
+ protected:
+  // A press that a widget does not want goes on to the widget that it is in, with the same time.
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() == QEvent::MouseButtonPress)
+      times_.insert(static_cast<QMouseEvent*>(event)->timestamp());
+    return false;
+  }
+
+ private:
+  std::set<quint64> times_;
+};
+
+class Walk : public SimulatedPanel {
+ protected:
+  void SetUp() override {
+    desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
+    desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
+    desktop.computer.fileSystem.put("/etc/norvik/svr.cfg", norvik::serverConfiguration(4073, 3389));
+    panel.change.takeOver();
+    desktop.computer.service.setDaemon(77);
+    panel.tick();
+    panel.server->lookAtForce();
+  }
+  std::string stored() { return desktop.computer.fileSystem.find("/etc/norvik/svr.cfg")->bytes; }
+};
+
+TEST_F(Walk, ThatTheyCanReachMeIsSeenWithoutAClick) {
+  EXPECT_FALSE(pane.authorized());
+  EXPECT_NE(panel.window.reachLine().line().indexOf(QStringLiteral("mac.example.com")), -1);
+}
+
+TEST_F(Walk, AnotherPortIsInForceAfterFourClicksAndTheNumber) {
+  const Clicks clicks;
+  panel.click("ib_button_Auth");
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkPort");
+  panel.press(Qt::Key_Tab);
+  ASSERT_EQ(QApplication::focusWidget(), panel.widget("ib_admin_edbox_nvkPort"));
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("5000"));
+  panel.click("ib_button_Apply");
+  EXPECT_EQ(clicks.count(), 4U);
+  EXPECT_NE(stored().find("<integer>5000</integer>"), std::string::npos) << stored();
+  EXPECT_TRUE(desktop.launched("\"apply\""));
+}
+
+TEST_F(Walk, TheFieldOfThePortIsFoundWithoutAClick) {
+  panel.unlock();
+  const Clicks clicks;
+  panel.press(Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(panel.as<QLineEdit>("searchField"), QStringLiteral("port"));
+  panel.settle();
+  panel.press(Qt::Key_Return);
+  EXPECT_EQ(QApplication::focusWidget(), panel.widget("ib_admin_chkbox_nvkPort"));
+  EXPECT_EQ(clicks.count(), 0U);
+}
+
+}  // namespace
+}  // namespace norvik::desktop
