@@ -168,7 +168,15 @@ void takeText(NSView* view, Control& control) {
 NSView* makePushButton(const ControlDescription& description) {
   NSButton* made = button(NSMomentaryPushInButton, text(description.title));
   [made setBezelStyle:NSRoundedBezelStyle];
-  [made sizeToFit];
+  // As wide as the widest title that the pane gives it.
+  CGFloat widest = 0;
+  for (const std::string& title : paneTitles(description.title)) {
+    [made setTitle:text(title)];
+    [made sizeToFit];
+    widest = std::max(widest, NSWidth([made frame]));
+  }
+  [made setTitle:text(description.title)];
+  [made setFrameSize:NSMakeSize(widest, NSHeight([made frame]))];
   return made;
 }
 

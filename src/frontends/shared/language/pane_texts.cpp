@@ -110,6 +110,19 @@ std::string paneText(std::string_view text) {
   return translated(text);
 }
 
+std::vector<std::string> paneTitles(std::string_view title) {
+  static const std::vector<std::vector<std::string>> kChanging = {{"Start", "Stop"},
+                                                                  {"Adjust", "Reset", "Revert"}};
+  for (const auto& titles : kChanging) {
+    const auto isShown = [&](const std::string& each) { return each == title || translated(each) == title; };
+    if (std::ranges::none_of(titles, isShown)) continue;
+    std::vector<std::string> shown;
+    for (const std::string& each : titles) shown.push_back(translated(each));
+    return shown;
+  }
+  return {paneText(title)};
+}
+
 std::span<const std::string_view> paneTexts() {
   return kPaneTexts;
 }
