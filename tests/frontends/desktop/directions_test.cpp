@@ -3,10 +3,14 @@
 #include <QApplication>
 #include <QLabel>
 #include <QListWidget>
+#include <QLocale>
 #include <QPushButton>
 #include <QSlider>
 #include <QStyleOptionSlider>
+#include <QTranslator>
 
+#include "src/frontends/desktop/toolkit_language.h"
+#include "src/frontends/shared/language/choice.h"
 #include "tests/frontends/desktop/good_layout.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
@@ -138,6 +142,31 @@ TEST_F(RightToLeft, EveryPageIsWhole) {
   panel.control("ib_admin_edbox_nvkPort").setStringValue("port");
   panel.settle();
   expectGoodPages(panel);
+}
+
+// Takes back what a program does once, at its start.
+class ToolkitLanguage : public testing::Test {
+ protected:
+  ~ToolkitLanguage() override {
+    for (QTranslator* words : qApp->findChildren<QTranslator*>()) delete words;
+    QLocale::setDefault(before_);
+    QApplication::setLayoutDirection(Qt::LeftToRight);
+    chooseLanguage({});
+  }
+
+ private:
+  QLocale before_;
+};
+
+TEST_F(ToolkitLanguage, FollowsThatOfTheProgram) {
+  chooseLanguage({"de"});
+  useChosenLanguage();
+  EXPECT_EQ(QApplication::layoutDirection(), Qt::LeftToRight);
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), QStringLiteral("Abbrechen"))
+      << "the package of the toolkit's translations is installed";
+  chooseLanguage({"ar"});
+  useChosenLanguage();
+  EXPECT_EQ(QApplication::layoutDirection(), Qt::RightToLeft);
 }
 
 }  // namespace

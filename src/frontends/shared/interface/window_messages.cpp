@@ -70,6 +70,7 @@ std::string timeInWords(const std::string& time) {
 // "Saved the server settings."; empty where nothing was.
 std::string savedSentence(const ChangeReport& report) {
   std::vector<std::string> groups;
+  groups.reserve(report.saved.size());
   for (const std::string& group : report.saved) groups.push_back(translated(group));
   return groups.empty() ? "" : sentence("Saved the {1}.", {allOf(groups)});
 }

@@ -117,6 +117,7 @@ std::vector<std::string> paneTitles(std::string_view title) {
     const auto isShown = [&](const std::string& each) { return each == title || translated(each) == title; };
     if (std::ranges::none_of(titles, isShown)) continue;
     std::vector<std::string> shown;
+    shown.reserve(titles.size());
     for (const std::string& each : titles) shown.push_back(translated(each));
     return shown;
   }
