@@ -59,6 +59,8 @@ class Attempt {
   bool edited();
   bool foreseen();
   void apply();
+  // What the request does with a change that was made.
+  void handOver();
 
   Outcome& outcome() {
     outcome_.questions = questions_.asked();
@@ -71,6 +73,7 @@ class Attempt {
     outcome_.report.error = std::move(error);
     return false;
   }
+  bool isBegun();
   bool isRequested(const FileFinding& file);
   bool damageDecided();
   bool decide(const FileFinding& file);
@@ -82,8 +85,9 @@ class Attempt {
   const Context& context_;
   const ChangeRequest& request_;
   const bool isReal_;
-  const bool isAskedLater_;  // by another attempt, of a person
-  bool isWanted_ = false;    // the wish does not hold yet
+  const bool isAskedLater_;    // by another attempt, of a person
+  bool isWanted_ = false;      // the wish does not hold yet
+  bool isHandedOver_ = false;  // the request knows that it is put into force
   Outcome outcome_;
   Questions questions_;
   Progress progress_;
@@ -221,12 +225,28 @@ bool Attempt::foreseen() {
   return true;
 }
 
+bool Attempt::isBegun() {
+  if (ChangeError error = request_.beforeApply(recordedOf(session_.pane(), change_.pending()))) {
+    return fail(std::move(error));
+  }
+  isHandedOver_ = true;
+  return true;
+}
+
+void Attempt::handOver() {
+  if (!isHandedOver_ || !request_.afterApply) return;
+  change_.releaseLock();
+  MadeChange made{session_, change_, decisions_, outcome_};
+  request_.afterApply(made);
+}
+
 void Attempt::apply() {
   if (!isWanted_) {
     outcome_.report.changes.clear();
     append(outcome_.report.warnings, notInForce(context_, session_.pane()));
     return;
   }
+  if (request_.beforeApply && !isBegun()) return;
   const ChangeReport applied = change_.apply(decisions_);
   const auto changes = std::exchange(outcome_.report.changes, {});
   addReport(applied, outcome_.report);
@@ -265,8 +285,10 @@ void warnOfWhatHappened(const Context& context, ChangeReport& report) {
   }
 }
 
+}  // namespace
+
 // From the end of the preview on, everything is finished whatever arrives.
-Outcome make(const Context& context, const ChangeRequest& request) {
+Outcome makeChange(const Context& context, const ChangeRequest& request) {
   Attempt attempt(context, request, context.answers, RecordingMode::real, Opening::later);
   if (!attempt.holdLock()) return attempt.outcome();
   Outcome foreseen = previewed(context, request, false);
@@ -275,10 +297,9 @@ Outcome make(const Context& context, const ChangeRequest& request) {
   attempt.open();
   if (attempt.edited()) attempt.apply();
   warnOfWhatHappened(context, attempt.outcome().report);
+  attempt.handOver();
   return attempt.outcome();
 }
-
-}  // namespace
 
 ChangeOptions changeOptions(const Context& context) {
   return {context.services.records, context.services.portInUse, context.services.waitForTools,
@@ -313,7 +334,7 @@ Outcome foresee(const Context& context, const ChangeRequest& request) {
 }
 
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun) {
-  return report(context, dryRun ? foresee(context, request) : make(context, request), dryRun);
+  return report(context, dryRun ? foresee(context, request) : makeChange(context, request), dryRun);
 }
 
 }  // namespace norvik::command

@@ -15,6 +15,8 @@
 
 namespace norvik::command {
 
+struct MadeChange;
+
 // What a command does with the controls of a pane.
 struct ChangeRequest {
   bool requiresUnlock = true;       // the lock has to be opened first
@@ -23,6 +25,20 @@ struct ChangeRequest {
   std::function<ChangeError(Session&, std::vector<std::string>& notes)> edit;
   std::vector<std::string> requested;          // settings that the person named
   std::map<std::string, std::string> reasons;  // why a setting is changed that the person did not name
+  // Called with what is about to be put into force, if anything is; a failure ends the change there.
+  std::function<ChangeError(const std::vector<RecordedSetting>&)> beforeApply = {};
+  // Called after that, whatever came of it.
+  std::function<void(MadeChange&)> afterApply = {};
+};
+
+struct Outcome;
+
+// A change that was applied, while its pane is still open and unlocked. Nobody holds the lock for changes.
+struct MadeChange {
+  Session& session;
+  SettingsChange& change;
+  ChangeDecisions& decisions;
+  Outcome& outcome;
 };
 
 struct Outcome {
@@ -41,6 +57,8 @@ struct Outcome {
 // question that nobody can answer ends it there, whether it comes up while editing or only after saving. A
 // dry run holds no lock.
 ExitStatus change(const Context& context, const ChangeRequest& request, bool dryRun);
+// The same without writing anything.
+Outcome makeChange(const Context& context, const ChangeRequest& request);
 // The outcome that the change would have. Holds no lock and touches nothing.
 Outcome foresee(const Context& context, const ChangeRequest& request);
 

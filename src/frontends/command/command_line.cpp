@@ -11,6 +11,7 @@
 #include "src/frontends/shared/checks/nearest.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/trial/countdown.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {
@@ -69,6 +70,16 @@ std::string setSeconds(CommandLine& line, std::string_view value) {
   return readSeconds(line.limits.*limit, value);
 }
 
+std::string setTrial(CommandLine& line, std::string_view value) {
+  const auto seconds = wholeNumber(value);
+  if (!seconds || *seconds < kShortestTrial.count() || *seconds > kLongestTrial.count()) {
+    return sentence("a trial lasts a whole number of seconds from {1} to {2}, not \"{3}\".",
+                    {std::to_string(kShortestTrial.count()), std::to_string(kLongestTrial.count()), value});
+  }
+  line.trial = std::chrono::seconds(*seconds);
+  return "";
+}
+
 // An option that only sets a flag.
 template <bool CommandLine::*flag>
 std::string setFlag(CommandLine& line, std::string_view /*value*/) {
@@ -89,6 +100,8 @@ constexpr Option kOptions[] = {
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=later"); }},
     {"--dry-run", "", "", english("Only show what set, unset, import or undo would change, save and run"), OptionValue::none,
      SettingsUse::previews, "", setFlag<&CommandLine::dryRun>},
+    {"--try", "", "SECONDS", english("Take the change back after so long, from 5 to 3600, unless you type \"keep\""), OptionValue::number,
+     SettingsUse::none, "set unset import stop", setTrial},
     {"--exact", "", "", english("Give every setting that the profile does not name its default"), OptionValue::none,
      SettingsUse::reads, "import diff", setFlag<&CommandLine::exact>},
     {"--changed-only", "", "", english("Leave out settings that have their default values"), OptionValue::none,

@@ -27,6 +27,7 @@ struct CommandLine {
   bool changedOnly = false;
   bool prometheus = false;
   bool changedAgain = false;
+  std::optional<std::chrono::seconds> trial;  // how long a change is on trial; none for no trial
   GivenAnswers answers;
   WaitLimits limits;
 };

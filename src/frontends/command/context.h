@@ -6,6 +6,7 @@
 #include <functional>
 #include <iosfwd>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "src/adapters/services/computer_services.h"
@@ -20,6 +21,17 @@
 
 namespace norvik::command {
 
+// What a person, or the program at the other end of the input, typed.
+struct TypedLine {
+  enum class Kind {
+    line,
+    none,  // nothing yet
+    gone,  // and nothing any more
+  };
+  Kind kind = Kind::none;
+  std::string text = {};
+};
+
 // What a front end may do on the computer and the pane may not.
 struct Services {
   // Blocks until the tools that the pane launched have ended; false where the limit passed first.
@@ -27,6 +39,10 @@ struct Services {
   // Calls `pass` at once, and again each time the run loop has run for `time`. Blocks until the program is
   // interrupted or `pass` returns false.
   std::function<void(std::chrono::milliseconds time, const std::function<bool()>& pass)> repeat;
+  // The next line of standard input. Blocks until there is one, or for as long as the limit says.
+  std::function<TypedLine(std::chrono::milliseconds limit)> typed;
+  // A time that only grows.
+  std::function<std::chrono::milliseconds()> clock;
   PortInUse portInUse;
   ComputerServices computer;
   UserState& state;        // what this user's programs keep from one run to the next

@@ -12,6 +12,7 @@ enum ExitStatus : int {
   kExitOk = 0,
   kExitDiffers = 1,     // no failure: the answer of diff
   kExitNotRunning = 3,  // no failure: the answer of is-running
+  kExitTakenBack = 4,   // no failure: a change on trial that was not kept
   kExitUsage = 64,
   kExitData = 65,
   kExitDamaged = 66,

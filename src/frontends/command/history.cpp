@@ -1,16 +1,16 @@
 // norvikctl history and undo: the changes that were made by any front end, and one of them taken back as a
 // change of its own.
+#include "src/frontends/command/history.h"
+
 #include <algorithm>
 #include <ostream>
 
-#include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/command/wish_change.h"
 #include "src/frontends/shared/change/setting_groups.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/history/history.h"
-#include "src/frontends/shared/history/reversal.h"
 #include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
@@ -103,13 +103,12 @@ bool isAdministrators(const Context& context, const RecordedSetting& recorded) {
   return found != known.end() && found->isAdministrators();
 }
 
-ChangeError takeBack(const Context& context, const std::vector<RecordedSetting>& settings, ChangedAgain again,
-                     Session& session, std::vector<std::string>& notes) {
-  const Reversal reversal = reversalOf(context.computer, context.interface, settings, again);
+ChangeError takeBack(const Reversal& reversal, NothingLeft nothingLeft, Session& session,
+                     std::vector<std::string>& notes) {
   session.pane().updateGui(false, false);  // a shadow has used what the panes of a process share
   if (!reversal.errors.empty()) return reversal.errors.front();
   notes.insert(notes.end(), reversal.notes.begin(), reversal.notes.end());
-  if (reversal.empty() && reversal.leavesSome) {
+  if (reversal.empty() && reversal.leavesSome && nothingLeft == NothingLeft::fails) {
     ChangeError error =
         failure(FailureCode::notSettable,
                 translated("What there is to take back was changed again since. Nothing was changed."));
@@ -119,9 +118,11 @@ ChangeError takeBack(const Context& context, const std::vector<RecordedSetting>&
   return applyReversal(session.edited(), reversal, notes);
 }
 
-ChangeRequest undoRequest(const Context& context, const HistoryEntry& entry, ChangedAgain again) {
+}  // namespace
+
+ChangeRequest requestToReturn(const Context& context, const std::vector<RecordedSetting>& settings,
+                              ChangedAgain again, NothingLeft nothingLeft) {
   ChangeRequest request;
-  const std::vector<RecordedSetting> settings = entry.change.settings;
   const auto isLimit = [](const RecordedSetting& each) { return each.name == kOpenFilesLimitName; };
   request.requiresUnlock = std::ranges::any_of(
       settings, [&](const RecordedSetting& each) { return isAdministrators(context, each); });
@@ -132,13 +133,12 @@ ChangeRequest undoRequest(const Context& context, const HistoryEntry& entry, Cha
   for (const ControlDescription* control : context.interface.controls()) {
     if (control->displayOnly && !request.previewsWhileLocked) request.requested.push_back(control->label);
   }
-  request.edit = [&context, settings, again](Session& session, std::vector<std::string>& notes) {
-    return takeBack(context, settings, again, session, notes);
+  request.edit = [&context, settings, again, nothingLeft](Session& session, std::vector<std::string>& notes) {
+    return takeBack(reversalOf(context.computer, context.interface, settings, again), nothingLeft, session,
+                    notes);
   };
   return request;
 }
-
-}  // namespace
 
 ExitStatus showHistory(const Context& context, const CommandLine& /*line*/) {
   ChangeReport report;
@@ -171,7 +171,8 @@ ExitStatus undoChange(const Context& context, const CommandLine& line) {
                           translated("This change set no setting, so there is nothing to take back.")));
   }
   const ChangedAgain again = line.changedAgain ? ChangedAgain::takenBackToo : ChangedAgain::leftAlone;
-  return change(context, undoRequest(context, entry, again), line.dryRun);
+  return change(context, requestToReturn(context, entry.change.settings, again, NothingLeft::fails),
+                line.dryRun);
 }
 
 }  // namespace norvik::command

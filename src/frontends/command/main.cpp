@@ -1,6 +1,7 @@
 // norvikctl: everything that the settings panel does, for a person or a script without a screen. Reads the
 // command line, puts the computer together, and calls the command.
 #include <algorithm>
+#include <chrono>
 #include <filesystem>
 #include <iostream>
 
@@ -15,6 +16,7 @@
 #include "src/frontends/command/signals.h"
 #include "src/frontends/command/standard_streams.h"
 #include "src/frontends/command/stored_faults.h"
+#include "src/frontends/command/trial.h"
 #include "src/frontends/shared/checks/port_in_use.h"
 #include "src/frontends/shared/history/history.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
@@ -32,10 +34,17 @@ void repeatUntilInterrupted(LinuxRunLoop& loop, std::chrono::milliseconds time,
   while (!wasInterrupted() && pass()) loop.runFor(time);
 }
 
+// A trial passes as fast as the waits of the computer do.
+std::chrono::milliseconds timeAt(double speed) {
+  const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+  return std::chrono::duration_cast<std::chrono::milliseconds>(now * speed);
+}
+
 // The computer with all platform interfaces, some of them the terminal's.
 struct Installation {
-  explicit Installation(const LinuxComputerOptions& options) : computer(options) {}
+  explicit Installation(const LinuxComputerOptions& options) : speed(options.speed), computer(options) {}
 
+  double speed;  // of the computer's clock
   LinuxComputer computer;
   History history{computer.userState, "norvikctl"};
   TerminalApplication application;
@@ -50,6 +59,8 @@ struct Installation {
             [this](std::chrono::milliseconds time, const std::function<bool()>& pass) {
               repeatUntilInterrupted(computer.runLoop, time, pass);
             },
+            typedLine,
+            [this] { return timeAt(speed); },
             portInUse,
             computer.services(),
             computer.userState,
@@ -104,6 +115,7 @@ ExitStatus runOnComputer(const CommandLine& line) {
       withUnreadSaid(translatedInterface(*interface), installation.computer.services().unreadFiles);
   Context context = installation.context(shown, line);
   if (!line.help) {
+    if (line.command->use >= SettingsUse::reads && !line.dryRun) takeBackAbandoned(context);
     if (line.command->use >= SettingsUse::reads) context.faults = storedFaults(context);
     if (context.faults) writeWarnings(std::cerr, *context.faults);
     return explained(line.command->run(context, line), installation.computer.services().refusals);

@@ -8,6 +8,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/report.h"
 #include "src/frontends/command/selection.h"
+#include "src/frontends/command/trial.h"
 #include "src/frontends/command/wish_change.h"
 #include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/profile/pane_profile.h"
@@ -81,7 +82,7 @@ ExitStatus exportProfile(const Context& context, const CommandLine& line) {
 ExitStatus importProfile(const Context& context, const CommandLine& line) {
   std::vector<ChangeError> errors;
   const auto request = requestOf(context, line, errors);
-  return request ? change(context, *request, line.dryRun) : refuse(context, errors);
+  return request ? changeOrTry(context, line, *request) : refuse(context, errors);
 }
 
 ExitStatus diffProfile(const Context& context, const CommandLine& line) {

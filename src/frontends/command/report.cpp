@@ -130,13 +130,23 @@ void writeChanges(std::ostream& out, const std::vector<SettingChange>& changes) 
   writeTable(out, rows);
 }
 
-ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
+void writeOutcome(const Context& context, const Outcome& outcome, bool dryRun) {
   const ChangeReport& report = outcome.report;
   const bool isShown = !context.json && (!report.error || report.applied);
   if (isShown && dryRun) writePreview(context.out, outcome);
   if (isShown && !dryRun) writeResult(context.out, outcome);
-  for (const std::string& line : report.effects.logged) context.complain(line);
-  return finish(context.output(), report, fieldsOf(outcome, dryRun));
+}
+
+ExitStatus finishChange(const Context& context, const Outcome& outcome, bool dryRun, const Json& more) {
+  for (const std::string& line : outcome.report.effects.logged) context.complain(line);
+  Json fields = fieldsOf(outcome, dryRun);
+  for (const auto& [name, value] : more.items()) fields[name] = value;
+  return finish(context.output(), outcome.report, fields);
+}
+
+ExitStatus report(const Context& context, const Outcome& outcome, bool dryRun) {
+  writeOutcome(context, outcome, dryRun);
+  return finishChange(context, outcome, dryRun);
 }
 
 }  // namespace norvik::command

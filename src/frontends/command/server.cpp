@@ -1,4 +1,6 @@
 // norvikctl start, stop, restart and apply: orders to the server, and what came of them.
+#include "src/frontends/command/server.h"
+
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <thread>
@@ -9,6 +11,7 @@
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
 #include "src/frontends/command/table.h"
+#include "src/frontends/command/trial.h"
 #include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/server/server_order.h"
 
@@ -86,13 +89,26 @@ void writeState(const Context& context, NVKServerPrefs& pane, const OrderReport&
   writeTable(context.out, rows);
 }
 
-ExitStatus finishOrder(const Context& context, Session& session, const OrderReport& report) {
+// What an order came to, and how it ended where it was on trial.
+struct Ordered {
+  OrderReport report;
+  std::optional<TrialEnd> trial = {};
+};
+
+ExitStatus finishOrder(const Context& context, Session& session, const Ordered& ordered) {
+  const OrderReport& report = ordered.report;
   NVKServerPrefs& pane = session.pane();
   if (!context.json) writeState(context, pane, report);
   for (const std::string& line : session.effects().logged) context.complain(line);
   nlohmann::ordered_json fields = statusJson(pane, report.inForce);
   fields["notes"] = report.note.empty() ? std::vector<std::string>() : std::vector{report.note};
-  return finish(context.output(), report.change, fields);
+  if (ordered.trial) {
+    if (!context.json && report.ok()) context.out << sentenceOf(*ordered.trial) << '\n';
+    fields["trial"] = trialJson(*ordered.trial, {});
+  }
+  const ExitStatus status = finish(context.output(), report.change, fields);
+  const bool isTakenBack = ordered.trial && *ordered.trial != TrialEnd::kept;
+  return status == kExitOk && isTakenBack ? kExitTakenBack : status;
 }
 
 void writeNote(const Context& context, const std::string& note) {
@@ -100,7 +116,7 @@ void writeNote(const Context& context, const std::string& note) {
 }
 
 using NeedsRights = std::function<bool(const NVKServerPrefs& pane)>;
-using Order = std::function<OrderReport(Session& session, OrderedServer& server)>;
+using Order = std::function<Ordered(Session& session, OrderedServer& server)>;
 
 // Opens the lock if the order needs rights and there is a server, and finishes the order even if the terminal
 // or the reader goes.
@@ -116,9 +132,9 @@ ExitStatus runOrder(const Context& context, const NeedsRights& needsRights, cons
   context.services.deferInterruptions();
   try {
     OrderedServer server = orderedServer(context, session);
-    const OrderReport report = order(session, server);
+    const Ordered ordered = order(session, server);
     progress.finishLine();
-    return finishOrder(context, session, report);
+    return finishOrder(context, session, ordered);
   } catch (const Interruption&) {
     progress.finishLine();
     return finish(context.output(), interruption(session.effects(), restarts));
@@ -130,18 +146,64 @@ ExitStatus orderServer(const Context& context, ServerOrder which) {
       context, [which](const NVKServerPrefs& pane) { return !isFulfilled(which, pane); },
       [&context, which](Session& session, OrderedServer& server) {
         writeNote(context, noteBefore(which, session.pane()));
-        return carryOut(which, server);
+        return Ordered{carryOut(which, server)};
       },
       which == ServerOrder::restart);
 }
 
+// The server runs. Whatever arrives, it is stopped first and started again then.
+Ordered stopOnTrial(const Context& context, OrderedServer& server, std::chrono::seconds length) {
+  Trials trials(context.services.state, "norvikctl");
+  Ordered ordered;
+  ordered.report.change.error = trials.begin({}, StopsServer::yes, length);
+  if (!ordered.report.ok()) return ordered;
+  ordered.report = carryOut(ServerOrder::stop, server);
+  if (ordered.report.ok()) ordered.trial = awaitEnd(context, length);
+  if (ordered.trial != TrialEnd::kept) {
+    const ChangeError error = ordered.report.change.error;
+    ordered.report = carryOut(ServerOrder::start, server);
+    if (!ordered.report.ok()) trials.leave();
+    if (error) ordered.report.change.error = error;
+  }
+  const std::string warning = trials.end();
+  if (!warning.empty()) ordered.report.change.warnings.push_back(warning);
+  return ordered;
+}
+
+ExitStatus tryStop(const Context& given, std::chrono::seconds length) {
+  Context context = given;
+  context.services.wasStopped = [] { return false; };
+  return runOrder(
+      context, [](const NVKServerPrefs& pane) { return !isFulfilled(ServerOrder::stop, pane); },
+      [&](Session& session, OrderedServer& server) {
+        writeNote(context, noteBefore(ServerOrder::stop, session.pane()));
+        if (isFulfilled(ServerOrder::stop, session.pane()))
+          return Ordered{carryOut(ServerOrder::stop, server)};
+        return stopOnTrial(context, server, length);
+      });
+}
+
 }  // namespace
+
+ChangeError startAgain(const Context& given) {
+  Context context = given;
+  context.services.wasStopped = [] { return false; };
+  Questions questions(context.answers, context.err);
+  Progress progress(nullptr);
+  Session session(context, questions, progress, RecordingMode::real);
+  if (isFulfilled(ServerOrder::start, session.pane())) return {};
+  if (!session.unlock()) return noRights();
+  context.services.deferInterruptions();
+  OrderedServer server = orderedServer(context, session);
+  return carryOut(ServerOrder::start, server).change.error;
+}
 
 ExitStatus startServer(const Context& context, const CommandLine& /*line*/) {
   return orderServer(context, ServerOrder::start);
 }
 
-ExitStatus stopServer(const Context& context, const CommandLine& /*line*/) {
+ExitStatus stopServer(const Context& context, const CommandLine& line) {
+  if (line.trial) return tryStop(context, *line.trial);
   return orderServer(context, ServerOrder::stop);
 }
 
@@ -159,7 +221,7 @@ ExitStatus takeUpStored(const Context& context, const CommandLine& /*line*/) {
                                context.limits.lock, context.limits.tools});
         OrderReport report = takeUp(change, server);
         writeNote(context, report.note);
-        return report;
+        return Ordered{std::move(report)};
       });
 }
 

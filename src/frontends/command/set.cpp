@@ -1,5 +1,6 @@
 // norvikctl set and unset: what a person wishes settings to be, applied together.
 #include "src/frontends/command/command_line.h"
+#include "src/frontends/command/trial.h"
 #include "src/frontends/command/wish_change.h"
 #include "src/frontends/shared/language/language.h"
 
@@ -7,16 +8,16 @@ namespace norvik::command {
 
 namespace {
 
-ExitStatus fulfil(const Context& context, const Arguments& assignments, bool dryRun) {
+ExitStatus fulfil(const Context& context, const CommandLine& line, const Arguments& assignments) {
   const Wish wish = wishOf(context.computer, context.interface, assignments);
   if (!wish.errors.empty()) return refuse(context, wish.errors);
-  return change(context, changeRequestFor(context, wish.edits, BehindBoxes::refused), dryRun);
+  return changeOrTry(context, line, changeRequestFor(context, wish.edits, BehindBoxes::refused));
 }
 
 }  // namespace
 
 ExitStatus setSettings(const Context& context, const CommandLine& line) {
-  return fulfil(context, line.arguments, line.dryRun);
+  return fulfil(context, line, line.arguments);
 }
 
 ExitStatus unsetSettings(const Context& context, const CommandLine& line) {
@@ -29,7 +30,7 @@ ExitStatus unsetSettings(const Context& context, const CommandLine& line) {
     }
     assignments.push_back(name + "=default");
   }
-  return fulfil(context, assignments, line.dryRun);
+  return fulfil(context, line, assignments);
 }
 
 }  // namespace norvik::command

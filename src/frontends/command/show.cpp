@@ -6,6 +6,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/selection.h"
 #include "src/frontends/command/table.h"
+#include "src/frontends/shared/change/setting_rows.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/edits/editability.h"
 #include "src/frontends/shared/interface/unread_settings.h"

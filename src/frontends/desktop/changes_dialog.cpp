@@ -2,19 +2,18 @@
 #include "src/frontends/desktop/changes_dialog.h"
 
 #include <QDialogButtonBox>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QScrollArea>
-#include <QTreeWidget>
 #include <QVBoxLayout>
-#include <algorithm>
 
 #include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/changes_table.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/interface/window_texts.h"
+#include "src/frontends/shared/trial/trial_texts.h"
 
 namespace norvik::desktop {
 
@@ -22,10 +21,7 @@ namespace {
 
 namespace texts = window_texts;
 
-enum ListColumn { kSetting, kPage, kOld, kNew, kWhy, kListColumns };
-
 constexpr double kListLetters = 96;  // the dialog, in average letters
-constexpr int kRowsHigh = 8;         // of the list
 constexpr int kLinesHigh = 17;       // of the effects
 
 // Rich text takes margins in pixels alone.
@@ -64,22 +60,12 @@ QString effectsOf(const Preview& preview) {
 ChangesDialog::ChangesDialog(QWidget* window, Source source)
     : QDialog(window, Qt::Sheet),
       source_(std::move(source)),
-      list_(new QTreeWidget(this)),
+      list_(new ChangesTable(QStringLiteral("changesList"), this)),
       effects_(new QLabel) {
   setObjectName(QStringLiteral("changesDialog"));
   setWindowTitle(translatedText(texts::kChangesTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
-  list_->setObjectName(QStringLiteral("changesList"));
-  list_->setAccessibleName(translatedText(texts::kChangesTitle));
-  list_->setAccessibleDescription(translatedText(texts::kChangesHelp));
-  list_->setRootIsDecorated(false);
-  list_->setUniformRowHeights(true);
-  list_->setAllColumnsShowFocus(true);
-  list_->setHeaderLabels({translatedText(texts::kSettingColumn), translatedText(texts::kPageColumn),
-                          translatedText(texts::kOldColumn), translatedText(texts::kNewColumn),
-                          translatedText(texts::kReasonColumn)});
-  list_->setMinimumHeight(kRowsHigh * fontMetrics().height());
   column->addWidget(list_, 1);
   effects_->setObjectName(QStringLiteral("changesEffects"));
   effects_->setTextFormat(Qt::RichText);
@@ -117,10 +103,14 @@ void ChangesDialog::addButtons(QVBoxLayout& column) {
   goTo_ = addButton(texts::kGoToSetting, "changesGoTo");
   takeBack_ = addButton(texts::kTakeBack, "changesTakeBack");
   takeBackAll_ = addButton(texts::kTakeBackAll, "changesTakeBackAll");
+  applyOnTrial_ = addButton(trial_texts::kApplyOnTrial, "changesApplyOnTrial");
+  applyOnTrial_->setToolTip(text(translated(trial_texts::kApplyOnTrialHelp)));
+  applyOnTrial_->setAccessibleDescription(applyOnTrial_->toolTip());
   apply_ = addButton(texts::kApply, "changesApply");
   auto* close = addButton(texts::kClose, "changesClose");
   for (QPushButton* button : {goTo_, takeBack_, takeBackAll_})
     box->addButton(button, QDialogButtonBox::ActionRole);
+  box->addButton(applyOnTrial_, QDialogButtonBox::ApplyRole);
   box->addButton(apply_, QDialogButtonBox::AcceptRole);
   box->addButton(close, QDialogButtonBox::RejectRole);
   apply_->setDefault(true);
@@ -133,6 +123,7 @@ void ChangesDialog::addButtons(QVBoxLayout& column) {
     source_.takeBackAll();
     showPreview();
   });
+  connect(applyOnTrial_, &QPushButton::clicked, this, [this] { done(kApplyOnTrial); });
   connect(apply_, &QPushButton::clicked, this, [this] { done(kApply); });
   connect(close, &QPushButton::clicked, this, [this] { done(kClose); });
 }
@@ -144,30 +135,18 @@ void ChangesDialog::showPreview() {
   effects_->setText(any ? effectsOf(preview_) : translatedText(texts::kNoChanges).toHtmlEscaped());
   takeBackAll_->setEnabled(any);
   apply_->setEnabled(any);
+  applyOnTrial_->setVisible(source_.isTrialOffered && source_.isTrialOffered());
   if (!any) list_->parentWidget()->setFocus();
 }
 
-// The row that was chosen stays chosen, or the one that took its place.
 void ChangesDialog::showChanges() {
-  const int before = std::max(0, list_->indexOfTopLevelItem(list_->currentItem()));
-  list_->clear();
-  for (const SettingChange& change : preview_.changes) {
-    const QStringList words{text(change.label), translatedText(change.page), translatedText(change.from),
-                            translatedText(change.to), text(change.because)};
-    auto* item = new QTreeWidgetItem(list_, words);
-    for (int i = 0; i < kListColumns; ++i) item->setToolTip(i, words[i]);
-  }
-  const int rows = list_->topLevelItemCount();
-  if (rows > 0) list_->setCurrentItem(list_->topLevelItem(std::min(before, rows - 1)));
-  for (int i = 0; i < kListColumns; ++i) list_->resizeColumnToContents(i);
-  list_->setColumnHidden(
-      kWhy, std::ranges::all_of(preview_.changes, [](const auto& c) { return c.because.empty(); }));
+  list_->showChanges(preview_.changes);
   goTo_->setEnabled(chosen() != nullptr);
   takeBack_->setEnabled(chosen() != nullptr);
 }
 
 const SettingChange* ChangesDialog::chosen() const {
-  const int row = list_->indexOfTopLevelItem(list_->currentItem());
+  const int row = list_->chosen();
   if (row < 0 || static_cast<std::size_t>(row) >= preview_.changes.size()) return nullptr;
   return &preview_.changes[static_cast<std::size_t>(row)];
 }

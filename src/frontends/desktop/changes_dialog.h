@@ -10,10 +10,11 @@
 
 class QLabel;
 class QPushButton;
-class QTreeWidget;
 class QVBoxLayout;
 
 namespace norvik::desktop {
+
+class ChangesTable;
 
 class ChangesDialog : public QDialog {
  public:
@@ -22,9 +23,11 @@ class ChangesDialog : public QDialog {
     std::function<Preview()> preview;
     std::function<void(const std::string& setting)> takeBack;
     std::function<void()> takeBackAll;
+    // Whether what is left may be put into force on trial; none means no.
+    std::function<bool()> isTrialOffered = {};
   };
   // How the list was left; the result of exec().
-  enum Choice { kClose, kApply, kGoToSetting };
+  enum Choice { kClose, kApply, kGoToSetting, kApplyOnTrial };
 
   ChangesDialog(QWidget* window, Source source);
 
@@ -41,11 +44,12 @@ class ChangesDialog : public QDialog {
 
   Source source_;
   Preview preview_;
-  QTreeWidget* list_;
+  ChangesTable* list_;
   QLabel* effects_;
   QPushButton* goTo_ = nullptr;
   QPushButton* takeBack_ = nullptr;
   QPushButton* takeBackAll_ = nullptr;
+  QPushButton* applyOnTrial_ = nullptr;
   QPushButton* apply_ = nullptr;
 };
 

@@ -18,12 +18,12 @@ double luminance(const QColor& color) {
   return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
 }
 
-QColor mixed(const QColor& from, const QColor& to, double share) {
+}  // namespace
+
+QColor mixedColor(const QColor& from, const QColor& to, double share) {
   const auto channel = [share](int a, int b) { return static_cast<int>(std::lround(a + (b - a) * share)); };
   return {channel(from.red(), to.red()), channel(from.green(), to.green()), channel(from.blue(), to.blue())};
 }
-
-}  // namespace
 
 double contrastRatio(const QColor& one, const QColor& other) {
   const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
@@ -32,7 +32,7 @@ double contrastRatio(const QColor& one, const QColor& other) {
 
 QColor withContrast(const QColor& background, const QColor& strong, double share, double contrast) {
   for (double part = share; part < 1; part += kStep) {
-    const QColor color = mixed(background, strong, part);
+    const QColor color = mixedColor(background, strong, part);
     if (contrastRatio(color, background) >= contrast) return color;
   }
   return strong;
@@ -40,7 +40,7 @@ QColor withContrast(const QColor& background, const QColor& strong, double share
 
 QColor madeLegible(const QColor& color, const QColor& background, const QColor& strong, double contrast) {
   for (double part = 0; part < 1; part += kStep) {
-    const QColor legible = mixed(color, strong, part);
+    const QColor legible = mixedColor(color, strong, part);
     if (contrastRatio(legible, background) >= contrast) return legible;
   }
   return strong;

@@ -9,6 +9,9 @@ namespace norvik::desktop {
 inline constexpr double kTextContrast = 4.5;
 inline constexpr double kGraphicContrast = 3;
 
+// Of the way from one colour to the other, `share` (0 to 1). Both opaque.
+QColor mixedColor(const QColor& from, const QColor& to, double share);
+
 // From 1, the same luminance, to 21, black on white. Both colours opaque.
 double contrastRatio(const QColor& one, const QColor& other);
 

@@ -79,7 +79,7 @@ class RadioButtonBinding : public Binding {
 class SliderBinding : public Binding {
  public:
   SliderBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
-      : Binding(pane, model, description), slider_(new ValuedSlider(parent)) {
+      : Binding(pane, model, description), slider_(new ValuedSlider(description, parent)) {
     slider_->setRange(static_cast<int>(description.minimum.value_or(0)),
                       static_cast<int>(description.maximum.value_or(0)));
     if (description.tickMarks > 1) {

@@ -6,7 +6,8 @@
 namespace norvik::desktop {
 
 namespace {
-constexpr const char* kNames[] = {"message_files", "message_inForce", "message_others", "message_outcome"};
+constexpr const char* kNames[] = {"message_trial", "message_files", "message_inForce", "message_others",
+                                  "message_outcome"};
 }  // namespace
 
 MessageArea::MessageArea(QWidget* parent) : QWidget(parent) {

@@ -10,6 +10,7 @@
 namespace norvik::desktop {
 
 enum class MessageSubject {
+  trial,    // a change that is taken back unless somebody keeps it
   files,    // damaged ones; stays as long as they are
   inForce,  // the server uses other values than the stored ones
   others,   // somebody else has changed the settings
@@ -26,7 +27,7 @@ class MessageArea : public QWidget {
   void edited();
 
  private:
-  std::array<MessageLine*, 4> lines_;
+  std::array<MessageLine*, 5> lines_;
 };
 
 }  // namespace norvik::desktop

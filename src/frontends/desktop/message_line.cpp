@@ -25,7 +25,8 @@ namespace {
 // How long a message of success can be read.
 constexpr std::chrono::seconds kPassingTime{12};
 // Each kind of button once.
-constexpr MessageAction kActions[] = {MessageAction::showSetting, MessageAction::takeUp,
+constexpr MessageAction kActions[] = {MessageAction::keep,        MessageAction::revert,
+                                      MessageAction::showSetting, MessageAction::takeUp,
                                       MessageAction::restoreCopy, MessageAction::chooseValues,
                                       MessageAction::retry,       MessageAction::showDetails};
 // Of the way from the window's colour to that of the kind.
@@ -124,6 +125,17 @@ void MessageLine::showMessage(const WindowMessage& message) {
   if (message_.isPassing()) passing_->start(kPassingTime);
 }
 
+void MessageLine::showLasting(const WindowMessage& message) {
+  showMessage(message);
+  close_->hide();
+  sentence_->setAccessibleName(text(message.sentence));
+}
+
+void MessageLine::showSilently(const std::string& sentence) {
+  message_.sentence = sentence;
+  sentence_->setWords(text(sentence));
+}
+
 void MessageLine::showProgress(const QString& sentence, int done, int all) {
   message_ = {MessageKind::progress, sentence.toStdString(), {}, {}};
   bar_->setRange(0, all);
@@ -138,6 +150,7 @@ void MessageLine::showProgress(const QString& sentence, int done, int all) {
 
 void MessageLine::present() {
   icon_->setKind(message_.kind);
+  sentence_->setAccessibleName(QString());
   sentence_->setWords(text(message_.sentence));
   showButtons();
   show();

@@ -27,6 +27,10 @@ class MessageLine : public QFrame {
 
   // Shows a message in place of the one before. Messages of success go by themselves after a while.
   void showMessage(const WindowMessage& message);
+  // Shows a message that only its actions end, without a close button. Its words may change each second
+  // without a screen reader saying so each time.
+  void showLasting(const WindowMessage& message);
+  void showSilently(const std::string& sentence);
   // Shows that something is under way, `done` of `all` seconds of it, 0 of 0 where nobody knows how long it
   // takes; without a close button.
   void showProgress(const QString& sentence, int done, int all);

@@ -3,6 +3,7 @@
 #include "src/frontends/desktop/page.h"
 
 #include <QButtonGroup>
+#include <QContextMenuEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -13,21 +14,44 @@
 
 #include "src/frontends/desktop/change_mark.h"
 #include "src/frontends/desktop/note_label.h"
+#include "src/frontends/desktop/page_header.h"
+#include "src/frontends/desktop/preview_view.h"
+#include "src/frontends/desktop/row_back.h"
 #include "src/frontends/desktop/secondary_label.h"
+#include "src/frontends/desktop/section_panel.h"
 #include "src/frontends/desktop/spacer.h"
 #include "src/frontends/desktop/state_dot.h"
 #include "src/frontends/desktop/valued_slider.h"
 #include "src/frontends/shared/interface/captions.h"
+#include "src/frontends/shared/interface/value_words.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/preview/preview_texts.h"
 
 namespace norvik::desktop {
 
 namespace {
 
-enum Column { kMarkColumn, kCaptionColumn, kFieldColumn, kValueColumn, kColumns };
+// The first and the last are the margin within a group.
+enum Column {
+  kBeginColumn,
+  kMarkColumn,
+  kCaptionColumn,
+  kFieldColumn,
+  kGapColumn,  // before the value of a slider
+  kValueColumn,
+  kBackColumn,  // the button that takes a change back
+  kEndColumn,
+  kColumns
+};
 
 // In lines of text.
-constexpr double kBeforeSection = 1.1;
+constexpr double kBeforeSection = 0.8;
 constexpr double kBeforeRow = 0.5;
+constexpr double kWithinGroup = 0.6;  // above the first row and under the last
+constexpr double kBesideGroup = 0.2;
+constexpr double kBeforeValue = 0.6;
+constexpr double kUnderHeading = 0.3;
+constexpr double kMostLinesWide = 46;
 
 // Whether the mnemonic of a caption leads to the control.
 bool takesFocus(const ControlDescription& control) {
@@ -56,33 +80,66 @@ QHBoxLayout* lineIn(QWidget* widget) {
 
 Page::Page(NVKServerPrefs& pane, const InterfaceDescription& interface, const TabDescription& tab,
            Problem problem)
-    : pane_(pane), interface_(interface), problem_(std::move(problem)), grid_(new QGridLayout) {
+    : pane_(pane), interface_(interface), problem_(std::move(problem)), tab_(tab), grid_(new QGridLayout) {
   auto* column = new QVBoxLayout(this);
+  const QMargins margins = column->contentsMargins();
+  column->setContentsMargins(margins.left() / 2, margins.top(), margins.right() / 2, margins.bottom());
+  column->addWidget(new PageHeader(tab, this));
   column->addLayout(grid_);
   column->addStretch();
   grid_->setColumnStretch(kFieldColumn, 1);
   grid_->setVerticalSpacing(0);
+  for (const int side : {kBeginColumn, kEndColumn})
+    grid_->addWidget(new ColumnSpacer(kBesideGroup, this), 0, side);
   for (const SectionDescription& section : tab.sections) addSection(section);
+  if (tab.preview) addPreview();
   groupRadioButtons();
 }
 
 Page::~Page() = default;
 
 void Page::addSection(const SectionDescription& section) {
-  if (!rows_.empty()) addSpace(kBeforeSection);
-  if (!section.title.empty()) {
-    auto* heading = new QLabel(text(section.title), this);
-    QFont bold;
-    bold.setBold(true);
-    heading->setFont(bold);
-    addAcross(heading);
+  const int begin = beginGroup(text(section.title), text(section.note));
+  for (const RowDescription& row : section.rows) {
+    if (&row != &section.rows.front()) addSpaceBeforeRow_ = true;
+    addRow(row);
+    addSpaceBeforeRow_ = false;
   }
-  if (!section.note.empty()) {
-    auto* note = new SecondaryLabel(text(section.note), this);
-    note->setWordWrap(true);
-    addAcross(note);
+  endGroup(begin);
+}
+
+void Page::addGroup(const QString& title, const QString& note, QWidget* content) {
+  const int begin = beginGroup(title, note);
+  content->setParent(this);
+  addAcross(content);
+  endGroup(begin);
+}
+
+// What is above a group. Returns the first line of the grid that is the group's own.
+int Page::beginGroup(const QString& title, const QString& note) {
+  addSpace(kBeforeSection);
+  if (!title.isEmpty()) addWhole(new Heading(title, this));
+  if (!note.isEmpty()) {
+    auto* words = new SecondaryLabel(note, this);
+    words->setWordWrap(true);
+    addWhole(words);
   }
-  for (const RowDescription& row : section.rows) addRow(row);
+  if (!title.isEmpty() || !note.isEmpty()) addSpace(kUnderHeading);
+  const int begin = grid_->rowCount();
+  addSpace(kWithinGroup);
+  return begin;
+}
+
+// Puts the panel under what has been added since.
+void Page::endGroup(int begin) {
+  addSpace(kWithinGroup);
+  auto* panel = new SectionPanel(this);
+  grid_->addWidget(panel, begin, kBeginColumn, grid_->rowCount() - begin, kColumns);
+  panel->lower();
+}
+
+int Page::mostWidth() const {
+  return static_cast<int>(kMostLinesWide * fontMetrics().height());
 }
 
 // Buttons with the same setting form a group, whatever their rows.
@@ -104,14 +161,20 @@ void Page::addSpace(double lines) {
   addAcross(new LineSpacer(lines, this));
 }
 
+// Within a group.
 void Page::addAcross(QWidget* widget) {
-  grid_->addWidget(widget, grid_->rowCount(), kCaptionColumn, 1, kColumns - kCaptionColumn);
+  grid_->addWidget(widget, grid_->rowCount(), kCaptionColumn, 1, kEndColumn - kCaptionColumn);
+}
+
+// As wide as the groups.
+void Page::addWhole(QWidget* widget) {
+  grid_->addWidget(widget, grid_->rowCount(), kBeginColumn, 1, kColumns);
 }
 
 void Page::addRow(const RowDescription& description) {
   rows_.push_back(std::make_unique<Row>());
   Row& row = *rows_.back();
-  if (grid_->count() > 0) {
+  if (addSpaceBeforeRow_) {
     auto* space = new LineSpacer(kBeforeRow, this);
     addAcross(space);
     row.widgets.push_back(space);
@@ -120,6 +183,7 @@ void Page::addRow(const RowDescription& description) {
   row.widgets.push_back(fields);
   row.mark = new ChangeMark(text(interface_.changedHelp), this);
   row.widgets.push_back(row.mark);
+  addBack(row, description);
   addBesideCaption(row, description, fields);
   if (isSlider(description)) addEnds(row, description.controls[0]);
   for (const Binding* binding : row.bindings) addNote(row, *binding);
@@ -129,12 +193,19 @@ void Page::addRow(const RowDescription& description) {
 void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget* fields) {
   const int at = grid_->rowCount();
   grid_->addWidget(row.mark, at, kMarkColumn);
+  // A row with a note has the button there, as it is the widest.
+  const bool endsWithBack = std::ranges::none_of(description.controls, hasNote);
+  if (row.back != nullptr && row.back->button() != nullptr && endsWithBack)
+    grid_->addWidget(row.back->button(), at, kBackColumn,
+                     isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter);
   if (isSlider(description)) {
     QLabel* value = static_cast<ValuedSlider*>(row.bindings.front()->widget())->valueLabel();
+    grid_->addWidget(new ColumnSpacer(kBeforeValue, this), at, kGapColumn);
     grid_->addWidget(value, at, kValueColumn, Qt::AlignTop);
     row.widgets.push_back(value);
   }
-  const int width = isSlider(description) ? 1 : kColumns - kFieldColumn;
+  const int end = endsWithBack ? kBackColumn : kEndColumn;
+  const int width = isSlider(description) ? 1 : end - kFieldColumn;
   if (QLabel* words = caption(description)) {
     if (takesFocus(description.controls[0])) {
       words->setBuddy(row.bindings.front()->widget());
@@ -145,7 +216,7 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
                      Qt::AlignRight | (isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter));
     grid_->addWidget(fields, at, kFieldColumn, 1, width);
   } else {
-    grid_->addWidget(fields, at, kCaptionColumn, 1, kColumns - kCaptionColumn);
+    grid_->addWidget(fields, at, kCaptionColumn, 1, end - kCaptionColumn);
   }
 }
 
@@ -200,27 +271,64 @@ void Page::addNote(Row& row, const Binding& binding) {
   auto* note = new NoteLabel(under);
   note->setObjectName(binding.widget()->objectName() + QStringLiteral("_note"));
   line->addWidget(note, 1);
-  addAcross(under);
+  if (row.back != nullptr && row.back->button() != nullptr) line->addWidget(row.back->button());
+  grid_->addWidget(under, grid_->rowCount(), kCaptionColumn, 1, kEndColumn - kCaptionColumn);
   row.widgets.push_back(under);
   notes_.push_back({&binding, note});
 }
 
-// The names of a slider's ends, right under them.
+// The names of a slider's ends, right under them, and beside them what its value means.
 void Page::addEnds(Row& row, const ControlDescription& slider) {
   auto* ends = new QWidget(this);
   QHBoxLayout* line = lineIn(ends);
   line->addWidget(new SecondaryLabel(text(slider.minimumLabel), ends));
   line->addStretch();
   line->addWidget(new SecondaryLabel(text(slider.maximumLabel), ends));
-  grid_->addWidget(ends, grid_->rowCount(), kFieldColumn);
+  const int at = grid_->rowCount();
+  grid_->addWidget(ends, at, kFieldColumn);
+  QLabel* words = static_cast<ValuedSlider*>(row.bindings.front()->widget())->wordsLabel();
+  grid_->addWidget(words, at, kValueColumn);
+  row.widgets.push_back(words);
   row.widgets.push_back(ends);
   row.ends = ends;
 }
 
+void Page::addPreview() {
+  auto* content = new QWidget(this);
+  QHBoxLayout* line = lineIn(content);
+  preview_ = new PreviewView(content);
+  line->addWidget(preview_);
+  line->addStretch();
+  addGroup(text(translated(preview_texts::kTitle)), text(translated(preview_texts::kNote)), content);
+  showPreview();
+}
+
+void Page::showPreview() {
+  if (preview_ == nullptr) return;
+  preview_->showSettings(previewSettings(pane_, *tab_.preview),
+                         text(previewName(pane_, interface_, *tab_.preview)));
+}
+
+// Of a choice, the box before its buttons has the button: the ways back of both are the same.
+void Page::addBack(Row& row, const RowDescription& description) {
+  std::vector<std::string> settings;
+  for (const ControlDescription& control : description.controls) {
+    if (!control.setting.empty()) settings.push_back(control.setting);
+  }
+  if (settings.empty()) return;
+  const bool hasButton = description.controls.front().kind != ControlKind::radioButton;
+  row.back = new RowBack(std::move(settings), hasButton, this);
+  for (const Binding* binding : row.bindings) row.back->addTo(binding->widget());
+  backs_.push_back(row.back);
+}
+
 void Page::follow(Row& row) {
   for (Binding* binding : row.bindings) {
+    if (binding->description().kind == ControlKind::slider) describe(*binding, false);
     binding->changed = [this, &row, binding] {
       showRow(row);
+      if (binding->description().kind == ControlKind::slider) describe(*binding, row.mark->isOn());
+      showPreview();
       if (changed) changed(*binding);
     };
   }
@@ -231,6 +339,7 @@ void Page::follow(Row& row) {
 void Page::showRow(const Row& row) {
   const bool shown = std::ranges::any_of(row.bindings, [](const Binding* b) { return b->isVisible(); });
   for (QWidget* widget : row.widgets) widget->setVisible(shown);
+  if (row.back != nullptr) row.back->setShown(shown);
   for (QLabel* caption : row.captions) caption->setEnabled(caption->buddy()->isEnabledTo(this));
   if (row.ends != nullptr) row.ends->setEnabled(row.bindings.front()->control().isEnabled());
   for (StateDot* dot : row.dots) dot->showModel();
@@ -241,11 +350,16 @@ const Page::Note* Page::noteOf(const Binding& binding) const {
   return note != notes_.end() ? &*note : nullptr;
 }
 
-// The accessible description of a control: its note if it has one, or else its help; and that it is changed.
+// The accessible description of a control: its note if it has one, or else its help; before that what a
+// slider's value means, and after it that it is changed.
 void Page::describe(const Binding& binding, bool differs) {
   const Note* note = noteOf(binding);
   QString words = note != nullptr ? note->label->words() : QString();
   if (words.isEmpty()) words = text(binding.description().help);
+  if (binding.description().kind == ControlKind::slider) {
+    const std::string value = spokenValue(binding.description(), binding.control().truncatedValue());
+    words = text(sentence("{1}. {2}", {value, words.toStdString()}));
+  }
   if (differs) words += (words.isEmpty() ? QString() : QStringLiteral(" ")) + text(interface_.changedHelp);
   binding.widget()->setAccessibleDescription(words);
 }
@@ -264,8 +378,40 @@ void Page::refreshMarks() {
       differs = differs || pane_.differsFromStored(binding->control());
     if (row->mark->isOn() == differs) continue;
     row->mark->setOn(differs);
+    if (row->back != nullptr && !differs) row->back->offer(QString());
     for (const Binding* binding : row->bindings) describe(*binding, differs);
   }
+}
+
+bool Page::showFocusedMenu() {
+  QWidget* focus = focusWidget();
+  for (const auto& row : rows_) {
+    if (row->back == nullptr || focus == nullptr) continue;
+    const auto has = [focus](const QWidget* widget) {
+      return widget == focus || widget->isAncestorOf(focus);
+    };
+    if (std::ranges::none_of(row->widgets, has) && row->back->button() != focus) continue;
+    row->back->showMenu(focus->mapToGlobal(QPoint(0, focus->height())));
+    return true;
+  }
+  return false;
+}
+
+// On everything of the row, also on what is disabled, which leaves the event to the page.
+void Page::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Keyboard) {
+    event->setAccepted(showFocusedMenu());
+    return;
+  }
+  for (const auto& row : rows_) {
+    const auto isOver = [&](const QWidget* widget) {
+      return event->pos().y() >= widget->y() && event->pos().y() <= widget->geometry().bottom() &&
+             widget->isVisible();
+    };
+    if (row->back == nullptr || std::ranges::none_of(row->widgets, isOver)) continue;
+    return row->back->showMenu(event->globalPos());
+  }
+  event->ignore();
 }
 
 void Page::refreshNotes() {

@@ -4,6 +4,9 @@
 #include <QEvent>
 #include <QScreen>
 #include <QScrollBar>
+#include <algorithm>
+
+#include "src/frontends/desktop/page.h"
 
 namespace norvik::desktop {
 
@@ -16,13 +19,15 @@ constexpr double kMostOfScreenHeight = 0.5;
 
 }  // namespace
 
-PageArea::PageArea(QWidget* page, const QString& name) {
+PageArea::PageArea(Page* page, const QString& name) : page_(page) {
   setAccessibleName(name);
   for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()}) bar->setAccessibleName(name);
   setWidget(page);
   setWidgetResizable(true);
   setFrameShape(QFrame::NoFrame);
   setFocusPolicy(Qt::NoFocus);
+  setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+  limitWidth();
 }
 
 QSize PageArea::minimumSizeHint() const {
@@ -32,9 +37,18 @@ QSize PageArea::minimumSizeHint() const {
   return QSize(width, kLeastLines * fontMetrics().height()).boundedTo(most);
 }
 
+// Never less than the page needs.
+void PageArea::limitWidth() {
+  const int most = std::max(page_->mostWidth(), page_->minimumSizeHint().width());
+  if (page_->maximumWidth() != most) page_->setMaximumWidth(most);
+}
+
 // The page requests a layout when its own minimum size has changed.
 bool PageArea::event(QEvent* event) {
-  if (event->type() == QEvent::LayoutRequest) updateGeometry();
+  if (event->type() == QEvent::LayoutRequest || event->type() == QEvent::FontChange) {
+    limitWidth();
+    updateGeometry();
+  }
   return QScrollArea::event(event);
 }
 

@@ -1,4 +1,4 @@
-// A dot, a label that gives way, and a flat button.
+// A dot and a label that gives way.
 #include "src/frontends/desktop/reach_line.h"
 
 #include <QHBoxLayout>
@@ -29,7 +29,6 @@ ReachLine::ReachLine(const NVKServerPrefs& pane, QWidget* parent)
   clickAtMnemonic(button_);
   row->addWidget(dot_);
   row->addWidget(label_, 1);
-  row->addWidget(button_);
   showLine(text(paneText(pane.ib_admin_label_svrState.stringValue())));  // until somebody has looked
 }
 

@@ -1,5 +1,5 @@
 // The line beside the lock: the server's state and the address to connect to, seen while the lock is closed
-// too, and the button that shows the whole ladder.
+// too. And the button that shows the whole ladder, which the window places.
 #pragma once
 
 #include <QLabel>
@@ -18,6 +18,7 @@ class ReachLine : public QWidget {
   // Shortened where there is no room; then the tip has the whole text. The dot follows the pane.
   void showLine(const QString& line);
   QString line() const { return line_; }
+  // To be placed beside the line.
   QPushButton& button() { return *button_; }
 
  protected:

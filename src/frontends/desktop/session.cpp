@@ -111,6 +111,11 @@ void Session::fill() {
   useIcon();
   wake();
   changes_ = std::make_unique<WindowChanges>(window_, pane_, change_, computer_.alerts(), computer_.busy());
+  back_ = std::make_unique<WindowBack>(window_, *changes_, pane_, change_, computer_.platform());
+  profile_ =
+      std::make_unique<WindowProfile>(window_, *changes_, *back_, pane_, change_, computer_.platform());
+  pastChanges_ = std::make_unique<WindowHistory>(window_, *changes_, *back_, computer_.computer().userState,
+                                                 computer_.platform());
   OrderedServer server{pane_,
                        recording_,
                        interface_,
@@ -119,6 +124,13 @@ void Session::fill() {
                        [this](std::chrono::milliseconds time) { computer_.pause(time); }};
   server_ = std::make_unique<WindowServer>(window_, *changes_, change_, std::move(server), computer_.alerts(),
                                            computer_.busy());
+  trial_ = std::make_unique<WindowTrial>(
+      WindowTrial::Parts{window_, *changes_, *back_, *server_, pane_, change_, computer_.computer().userState,
+                         computer_.platform(), computer_.alerts(), computer_.busy()},
+      [] {
+        return std::chrono::duration_cast<std::chrono::milliseconds>(
+            std::chrono::steady_clock::now().time_since_epoch());
+      });
   reach_ = std::make_unique<WindowReach>(window_, *server_, pane_, computer_.services(),
                                          [this](std::function<void()> work, std::function<void()> then) {
                                            background_.run(std::move(work), std::move(then));
@@ -130,6 +142,7 @@ void Session::fill() {
   restorePage();
   pane_.willSelect();
   pane_.didSelect();
+  QTimer::singleShot(0, &window_, [this] { trial_->takeBackAbandoned(); });
 }
 
 void Session::watchFiles() {
@@ -161,6 +174,7 @@ void Session::endWhenPossible() {
   QWidget* asking = QApplication::activeModalWidget();
   if (asking != nullptr && !computer_.busy().isBusy()) asking->close();
   if (asking == nullptr && !computer_.busy().isBusy() && !window_.isLeaving()) {
+    if (trial_ && trial_->isUnderWay()) trial_->revert();
     window_.closeWithoutAsking();
   } else {
     QTimer::singleShot(kEndAgain, &window_, [this] { endWhenPossible(); });
@@ -170,7 +184,7 @@ void Session::endWhenPossible() {
 // The person logs out, or the computer is switched off by a person who is there.
 void Session::askBeforeSessionEnds(QSessionManager& manager) {
   if (!manager.allowsInteraction()) return;
-  if (!changes_->mayLeave()) manager.cancel();
+  if (!window_.mayLeave()) manager.cancel();
   manager.release();
 }
 

@@ -13,9 +13,13 @@
 #include "src/frontends/desktop/end_requests.h"
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/desktop/single_instance.h"
+#include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_history.h"
+#include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
+#include "src/frontends/desktop/window_trial.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/history/history.h"
@@ -59,7 +63,11 @@ class Session {
   SettingsWindow window_;
   const std::unique_ptr<QSettings> state_;
   std::unique_ptr<WindowChanges> changes_;
+  std::unique_ptr<WindowBack> back_;
+  std::unique_ptr<WindowProfile> profile_;
+  std::unique_ptr<WindowHistory> pastChanges_;
   std::unique_ptr<WindowServer> server_;
+  std::unique_ptr<WindowTrial> trial_;
   BackgroundWork background_;
   std::unique_ptr<WindowReach> reach_;
   LinuxFileWatch watch_;

@@ -3,6 +3,7 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -20,7 +21,9 @@
 #include "src/frontends/desktop/message_area.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/desktop/more_menu.h"
 #include "src/frontends/desktop/page_area.h"
+#include "src/frontends/desktop/reach_card.h"
 #include "src/frontends/desktop/reach_line.h"
 #include "src/frontends/desktop/search_panel.h"
 #include "src/frontends/desktop/search_ring.h"
@@ -28,6 +31,7 @@
 #include "src/frontends/shared/interface/server_state.h"
 #include "src/frontends/shared/interface/setting_description.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/reach/reach_texts.h"
 #include "src/frontends/shared/search/search_texts.h"
 
 namespace norvik::desktop {
@@ -37,8 +41,8 @@ namespace {
 constexpr int kTicksBetweenNotes = 12;  // three seconds
 
 // The window's first size, in font sizes, and at most so much of the screen.
-constexpr double kBodiesWide = 60;
-constexpr double kBodiesHigh = 40;
+constexpr double kBodiesWide = 68;
+constexpr double kBodiesHigh = 54;
 constexpr double kMostOfScreen = 0.9;
 
 }  // namespace
@@ -51,8 +55,7 @@ SettingsWindow::SettingsWindow(NVKServerPrefs& pane, const InterfaceDescription&
 }
 
 void SettingsWindow::fill() {
-  sidebar_ = new Sidebar(pane_.ib_oview_confBar, pane_.ib_tview_confView,
-                         *interface_.find(pane_.ib_oview_confBar.name()), this);
+  sidebar_ = new Sidebar(pane_.ib_oview_confBar, pane_.ib_tview_confView, interface_, this);
   stack_ = new QStackedWidget(this);
   auto* column = new QVBoxLayout(this);
   auto* row = new QHBoxLayout;
@@ -88,6 +91,7 @@ void SettingsWindow::addShortcuts() {
   add(QKeyCombination(Qt::Key_F1), [this] { button(pane_.ib_button_Help)->click(); });
   add(Qt::CTRL | Qt::Key_F, [this] { search_->begin(); });
   add(QKeyCombination(Qt::Key_Slash), [this] { search_->begin(); });  // a field that is typed into keeps it
+  add(Qt::SHIFT | Qt::Key_F10, [this] { showMenuAtFocus(); });
   add(Qt::CTRL | Qt::Key_Tab, [this] { sidebar_->choosePage(1); });
   add(Qt::CTRL | Qt::SHIFT | Qt::Key_Backtab, [this] { sidebar_->choosePage(-1); });
 }
@@ -104,6 +108,9 @@ void SettingsWindow::addPages() {
     page->changed = [this](const Binding& binding) { followTexts(binding); };
     for (const auto& b : page->bindings()) b->edited = [this, &binding = *b] { edited(binding); };
   }
+  reachCard_ = new ReachCard(this);
+  pages_[*pageOf(std::string(pane_.ib_admin_label_svrState.name()))]->addGroup(
+      translatedText(reach_texts::kTitle), {}, reachCard_);
 }
 
 Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* parent) {
@@ -114,7 +121,8 @@ Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* pa
   return binding;
 }
 
-// The lock and its hint at the left, the buttons at the right, in the order of the description.
+// The lock and its hint at the left, with the server's state under it; the buttons at the right on one line,
+// in the order of the description.
 QWidget* SettingsWindow::makeFrame() {
   auto* frame = new QWidget(this);
   auto* row = new QHBoxLayout(frame);
@@ -128,9 +136,11 @@ QWidget* SettingsWindow::makeFrame() {
     auto* hint = qobject_cast<QLabel*>(widget);
     if (hint == nullptr) {
       row->addWidget(widget);
+      if (description.outlet == pane_.ib_button_Help.name()) row->addWidget(more_ = new MoreMenu(frame));
       continue;
     }
     row->addLayout(makeHintColumn(hint, frame), 1);
+    row->addWidget(&reachLine_->button());
     // The lock has no words of its own: it gets the mnemonic of its hint.
     if (lock != nullptr) clickAtMnemonic(lock, hint);
   }
@@ -140,6 +150,7 @@ QWidget* SettingsWindow::makeFrame() {
 
 QLayout* SettingsWindow::makeHintColumn(QLabel* hint, QWidget* frame) {
   auto* column = new QVBoxLayout;
+  hint->setWordWrap(true);
   column->addWidget(hint);
   reachLine_ = new ReachLine(pane_, frame);
   column->addWidget(reachLine_);
@@ -334,7 +345,20 @@ void SettingsWindow::refresh() {
 
 void SettingsWindow::ticked() {
   if (--ticksToNotes_ <= 0) return refresh();
-  pages_[static_cast<std::size_t>(stack_->currentIndex())]->refreshMarks();
+  page().refreshMarks();
+}
+
+Page& SettingsWindow::page() const {
+  return *pages_[static_cast<std::size_t>(stack_->currentIndex())];
+}
+
+// As the key for menus, which not every keyboard has.
+void SettingsWindow::showMenuAtFocus() {
+  QWidget* focus = focusWidget();
+  if (focus == nullptr) return;
+  const QPoint place = focus->rect().bottomLeft();
+  QContextMenuEvent event(QContextMenuEvent::Keyboard, place, focus->mapToGlobal(place));
+  QApplication::sendEvent(focus, &event);
 }
 
 void SettingsWindow::controlChanged(Control& /*control*/) {

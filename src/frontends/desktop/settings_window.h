@@ -26,6 +26,8 @@ namespace norvik::desktop {
 
 class AddressLabel;
 class MessageArea;
+class MoreMenu;
+class ReachCard;
 class ReachLine;
 class SearchPanel;
 class Sidebar;
@@ -60,8 +62,14 @@ class SettingsWindow : public QWidget, public ControlObserver {
   MessageArea& messages() { return *messages_; }
   // The number of pending changes, beside Apply. Null before fill().
   QPushButton& changesButton() { return *changes_; }
+  // The menu beside Help. Null before fill().
+  MoreMenu& moreMenu() { return *more_; }
+  // The page that shows.
+  Page& page() const;
   // The server's state and address, beside the lock. Null before fill().
   ReachLine& reachLine() { return *reachLine_; }
+  // The ladder's short result, on the server's page. Null before fill().
+  ReachCard& reachCard() { return *reachCard_; }
 
   // What a press of a button does in place of the pane's own action.
   void setCommand(const Control& button, std::function<void()> command);
@@ -128,6 +136,7 @@ class SettingsWindow : public QWidget, public ControlObserver {
   void assignMnemonics();
   void orderTabs();
   void showPage();
+  void showMenuAtFocus();
   void showHit(const SearchHit& hit);
   void showHitBehindLock();
   void followMessages();
@@ -141,7 +150,9 @@ class SettingsWindow : public QWidget, public ControlObserver {
   MessageArea* messages_ = nullptr;
   QStackedWidget* stack_ = nullptr;
   QPushButton* changes_ = nullptr;
+  MoreMenu* more_ = nullptr;
   ReachLine* reachLine_ = nullptr;
+  ReachCard* reachCard_ = nullptr;
   QWidget* frame_ = nullptr;
   std::vector<Page*> pages_;
   std::vector<std::unique_ptr<Binding>> bindings_;

@@ -9,6 +9,8 @@
 #include <algorithm>
 
 #include "src/frontends/desktop/binding.h"
+#include "src/frontends/desktop/contrast.h"
+#include "src/frontends/desktop/line_icon.h"
 #include "src/frontends/shared/interface/window_messages.h"
 
 namespace norvik::desktop {
@@ -17,12 +19,15 @@ namespace {
 
 constexpr int kHeadingRole = Qt::UserRole;
 constexpr int kChangesRole = Qt::UserRole + 1;  // how many changes the page holds
+constexpr int kIconRole = Qt::UserRole + 2;     // the name of the page's icon
 
 constexpr double kHeadingLines = 2.2;  // heights, in lines of text
 constexpr double kPageLines = 1.6;
 
 constexpr int kFocusWidth = 2;     // in pixels
 constexpr double kDotLines = 0.4;  // the dot of a page that holds changes
+constexpr double kIconLines = 1.1;
+constexpr double kAfterIcon = 0.45;
 
 // What each of the interface's cell views means for a row.
 struct RowKind {
@@ -53,7 +58,8 @@ class RowDelegate : public QStyledItemDelegate {
     QStyleOptionViewItem row = option;
     initStyleOption(&row, index);
     const double lines = index.data(kHeadingRole).toBool() ? kHeadingLines : kPageLines;
-    return {row.fontMetrics.horizontalAdvance(row.text) + 2 * indent(row, index) + dotSide(row),
+    return {row.fontMetrics.horizontalAdvance(row.text) + iconWidth(row, index) + 2 * indent(row, index) +
+                dotSide(row),
             static_cast<int>(row.fontMetrics.height() * lines)};
   }
 
@@ -68,12 +74,16 @@ class RowDelegate : public QStyledItemDelegate {
     row.palette.setCurrentColorGroup(group);
     painter->save();
     painter->setFont(row.font);
-    const int in = indent(row, index);
-    const QRect words = QStyle::visualRect(row.direction, row.rect, row.rect.adjusted(in, 0, -in / 2, 0));
-    const auto side = QStyle::visualAlignment(row.direction, Qt::AlignVCenter | Qt::AlignLeading);
-    style.drawItemText(painter, words, static_cast<int>(side | Qt::AlignAbsolute), row.palette, true,
-                       row.fontMetrics.elidedText(row.text, Qt::ElideRight, row.rect.width() - in),
-                       selected ? QPalette::HighlightedText : QPalette::Text);
+    const int before = indent(row, index);
+    const int in = before + iconWidth(row, index);
+    const QRect words = QStyle::visualRect(row.direction, row.rect, row.rect.adjusted(in, 0, -before / 2, 0));
+    style.drawItemText(
+        painter, words,
+        static_cast<int>(QStyle::visualAlignment(row.direction, Qt::AlignVCenter | Qt::AlignLeading) |
+                         Qt::AlignAbsolute),
+        row.palette, true, row.fontMetrics.elidedText(row.text, Qt::ElideRight, words.width()),
+        selected ? QPalette::HighlightedText : QPalette::Text);
+    drawIcon(painter, row, index, selected);
     if (index.data(kChangesRole).toInt() > 0) drawDot(painter, row, selected);
     painter->restore();
     drawFocus(painter, row);
@@ -91,6 +101,35 @@ class RowDelegate : public QStyledItemDelegate {
   }
 
  private:
+  static const LineDrawing* icon(const QModelIndex& index) {
+    return pageIcon(index.data(kIconRole).toString().toStdString());
+  }
+
+  static int iconSide(const QStyleOptionViewItem& row) {
+    return static_cast<int>(row.fontMetrics.height() * kIconLines);
+  }
+
+  // With the space after it.
+  static int iconWidth(const QStyleOptionViewItem& row, const QModelIndex& index) {
+    if (icon(index) == nullptr) return 0;
+    return iconSide(row) + static_cast<int>(row.fontMetrics.height() * kAfterIcon);
+  }
+
+  // In the colour of the row's words; a greyed one as much darker or lighter as a shape needs.
+  static void drawIcon(QPainter* painter, const QStyleOptionViewItem& row, const QModelIndex& index,
+                       bool selected) {
+    const LineDrawing* drawing = icon(index);
+    if (drawing == nullptr) return;
+    const QColor color =
+        selected ? row.palette.color(QPalette::HighlightedText)
+                 : madeLegible(row.palette.color(QPalette::Text),
+                               row.palette.color(QPalette::Active, QPalette::Base),
+                               row.palette.color(QPalette::Active, QPalette::Text), kGraphicContrast);
+    const int side = iconSide(row);
+    const QRect square(row.rect.left() + indent(row, index), row.rect.center().y() - side / 2, side, side);
+    drawLineIcon(*painter, QStyle::visualRect(row.direction, row.rect, square), *drawing, color);
+  }
+
   static int indent(const QStyleOptionViewItem& row, const QModelIndex& index) {
     return row.fontMetrics.averageCharWidth() * (index.data(kHeadingRole).toBool() ? 1 : 2);
   }
@@ -124,9 +163,10 @@ class RowDelegate : public QStyledItemDelegate {
 
 }  // namespace
 
-Sidebar::Sidebar(OutlineView& outline, const TabView& tabs, const ControlDescription& description,
+Sidebar::Sidebar(OutlineView& outline, const TabView& tabs, const InterfaceDescription& interface,
                  QWidget* parent)
-    : QListWidget(parent), outline_(outline), tabs_(tabs) {
+    : QListWidget(parent), outline_(outline), tabs_(tabs), interface_(interface) {
+  const ControlDescription& description = *interface.find(outline.name());
   setObjectName(text(outline.name()));
   setAccessibleName(text(description.label));
   for (QScrollBar* bar : {verticalScrollBar(), horizontalScrollBar()})
@@ -195,6 +235,15 @@ std::size_t Sidebar::changesOf(int row) const {
   return 0;
 }
 
+// The name of its page's icon; empty for a heading.
+QString Sidebar::iconOf(int row) const {
+  const TabViewItem* page = outline_.rows()[static_cast<std::size_t>(row)].node->page;
+  for (std::size_t tab = 0; tab < interface_.tabs.size(); ++tab) {
+    if (&tabs_.items()[tab] == page) return text(interface_.tabs[tab].icon);
+  }
+  return {};
+}
+
 // A screen reader reads the number with the page's name.
 void Sidebar::showMarks() {
   for (int row = 0; row < count(); ++row) {
@@ -233,7 +282,10 @@ void Sidebar::showRows() {
   if (this->count() != count) updateGeometry();
   while (this->count() > count) delete takeItem(this->count() - 1);
   while (this->count() < count) addItem(QString());
-  for (int i = 0; i < count; ++i) showRow(*item(i), rows[static_cast<std::size_t>(i)].view);
+  for (int i = 0; i < count; ++i) {
+    showRow(*item(i), rows[static_cast<std::size_t>(i)].view);
+    item(i)->setData(kIconRole, iconOf(i));
+  }
   showMarks();
   showSelection();
 }

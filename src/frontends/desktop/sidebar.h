@@ -12,8 +12,8 @@ namespace norvik::desktop {
 
 class Sidebar : public QListWidget, public ControlObserver {
  public:
-  // `outline` and `tabs` outlive the sidebar.
-  Sidebar(OutlineView& outline, const TabView& tabs, const ControlDescription& description, QWidget* parent);
+  // `outline`, `tabs` and `interface` outlive the sidebar.
+  Sidebar(OutlineView& outline, const TabView& tabs, const InterfaceDescription& interface, QWidget* parent);
   ~Sidebar() override;
 
   // The model's rows or selection changed.
@@ -46,9 +46,11 @@ class Sidebar : public QListWidget, public ControlObserver {
   void showSelection();
   void showMarks();
   std::size_t changesOf(int row) const;
+  QString iconOf(int row) const;
 
   OutlineView& outline_;
   const TabView& tabs_;
+  const InterfaceDescription& interface_;
   std::vector<std::size_t> changes_;  // of each tab
   int rowToReturnTo_ = -1;            // the page that only the lock hides; -1 for none
 };

@@ -14,6 +14,14 @@ QSize LineSpacer::sizeHint() const {
   return {0, static_cast<int>(std::lround(fontMetrics().height() * lines_))};
 }
 
+ColumnSpacer::ColumnSpacer(double lines, QWidget* parent) : QWidget(parent), lines_(lines) {
+  setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Minimum);
+}
+
+QSize ColumnSpacer::sizeHint() const {
+  return {static_cast<int>(std::lround(fontMetrics().height() * lines_)), 0};
+}
+
 BoxSpacer::BoxSpacer(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Minimum);
 }

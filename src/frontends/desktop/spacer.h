@@ -15,6 +15,16 @@ class LineSpacer : public QWidget {
   double lines_;
 };
 
+// As wide as that many lines of text are high, or less where there is no room.
+class ColumnSpacer : public QWidget {
+ public:
+  ColumnSpacer(double lines, QWidget* parent);
+  QSize sizeHint() const override;
+
+ private:
+  double lines_;
+};
+
 // As wide as the mark of a check box and the space after it, so that what is under a check box is aligned
 // with its words.
 class BoxSpacer : public QWidget {

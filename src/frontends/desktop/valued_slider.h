@@ -1,8 +1,10 @@
-// A slider and the label that shows its value, which its page places beside it.
+// A slider and the labels that show its value, in numbers and in words, which its page places beside it.
 #pragma once
 
 #include <QSlider>
 #include <cstdint>
+
+#include "src/server/mac/ui/interface_description.h"
 
 class QLabel;
 
@@ -10,11 +12,14 @@ namespace norvik::desktop {
 
 class ValuedSlider : public QSlider {
  public:
-  explicit ValuedSlider(QWidget* parent);
+  // `description` outlives the slider.
+  ValuedSlider(const ControlDescription& description, QWidget* parent);
 
-  // Greyed with the slider; wide enough for every value of the range.
+  // Greyed with the slider; wide enough for every value of the range. The words are empty for a slider that
+  // has none.
   QLabel* valueLabel() const { return value_; }
-  // The value in words; the model may hold one outside the slider's range.
+  QLabel* wordsLabel() const { return words_; }
+  // The model may hold a value outside the slider's range.
   void showValue(int64_t value);
 
  protected:
@@ -23,7 +28,10 @@ class ValuedSlider : public QSlider {
 
  private:
   void fitLabel();
+
+  const ControlDescription& description_;
   QLabel* value_;
+  QLabel* words_;
 };
 
 }  // namespace norvik::desktop

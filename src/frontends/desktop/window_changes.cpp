@@ -85,6 +85,9 @@ void WindowChanges::act(MessageSubject subject, MessageAction action) {
     case MessageAction::restoreCopy:
       restoreCopy();
       break;
+    case MessageAction::keep:
+    case MessageAction::revert:
+      break;  // the trial's own line has these
     case MessageAction::takeUp:
       if (takeUp) takeUp();
       break;
@@ -118,20 +121,44 @@ void WindowChanges::showFindings() {
 // ---- Apply and its list
 
 void WindowChanges::apply() {
+  applyAfter([] { return ChangeError(); });
+}
+
+std::optional<ChangeReport> WindowChanges::applyAfter(const std::function<ChangeError()>& begin) {
   const auto findings = change_.check();
   const WindowMessage refused = refusedMessage(findings);
   if (!refused.isEmpty()) {
     const std::string outlet = std::ranges::find_if(findings, &ValueFinding::blocks)->outlet;
     window_.showSetting(outlet);
-    return say(refused, outlet, nullptr);
+    say(refused, outlet, nullptr);
+    return std::nullopt;
+  }
+  if (const ChangeError error = begin()) {
+    say({MessageKind::failure, error.sentence, {}, {}}, error.outlet, nullptr);
+    return std::nullopt;
   }
   slow_.start(kSlow);
   const ChangeReport report = change_.apply(decisions_);
   slow_.stop();
   // The damaged file has a message of its own, which stays.
-  if (decisions_.takeGivenUp() && report.error.code == FailureCode::damaged)
-    return say(report, {MessageKind::note, std::string(window_texts::kNothingSaved), {}, {}}, nullptr);
-  say(report, appliedMessage(report), [this] { applyAgain(); });
+  if (decisions_.takeGivenUp() && report.error.code == FailureCode::damaged) {
+    say(report, {MessageKind::note, std::string(window_texts::kNothingSaved), {}, {}}, nullptr);
+  } else {
+    say(report, appliedMessage(report), [this] { applyAgain(); });
+  }
+  return report;
+}
+
+TrialReturn WindowChanges::takeBackTrial(const std::vector<RecordedSetting>& settings, EditedPane& shown,
+                                         Platform& computer) {
+  slow_.start(kSlow);
+  TrialReturn result = takeBackSettings(settings, shown, change_, computer, window_.interface(), decisions_);
+  slow_.stop();
+  line(MessageSubject::outcome).clear();
+  showFindings();
+  window_.refresh();
+  if (changed) changed();
+  return result;
 }
 
 // What is saved already only has to be taken up.
@@ -143,10 +170,11 @@ void WindowChanges::applyAgain() {
 void WindowChanges::showChanges() {
   ChangesDialog list(&window_, {[this] { return change_.preview(); },
                                 [this](const std::string& setting) { change_.takeBack(setting); },
-                                [this] { change_.takeBackAll(); }});
+                                [this] { change_.takeBackAll(); }, isTrialOffered});
   const int choice = list.exec();
   window_.refresh();
   if (choice == ChangesDialog::kApply) apply();
+  if (choice == ChangesDialog::kApplyOnTrial && applyOnTrial) applyOnTrial();
   if (choice == ChangesDialog::kGoToSetting) window_.showSetting(list.outlet());
 }
 
@@ -167,6 +195,7 @@ void WindowChanges::showPending() {
     if (const auto page = window_.pageOf(change.outlet)) ++byPage[*page];
   }
   window_.showPending(changes.size(), byPage);
+  if (counted) counted(changes);
   const std::string lines = changeLines(changes, changes.size());
   if (std::exchange(pending_, lines) != lines && edited) edited();
 }

@@ -14,6 +14,7 @@
 #include "src/frontends/desktop/settings_window.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/interface/files_message.h"
+#include "src/frontends/shared/trial/trial_return.h"
 
 namespace norvik::desktop {
 
@@ -26,6 +27,12 @@ class WindowChanges : public QObject {
 
   // What Return and the button do: checks, and then saves or says why not.
   void apply();
+  // The same with a step of its own between the check and the saving; nothing is saved where it fails. What
+  // came of it was said; nothing where nothing was begun.
+  std::optional<ChangeReport> applyAfter(const std::function<ChangeError()>& begin);
+  // Takes back what was in force on trial. Nothing else may be pending.
+  TrialReturn takeBackTrial(const std::vector<RecordedSetting>& settings, EditedPane& shown,
+                            Platform& computer);
   // The list of pending changes.
   void showChanges();
   // One of the settings files may have changed: looks at them when nobody is being asked and nothing is under
@@ -48,8 +55,13 @@ class WindowChanges : public QObject {
 
   // Called after each change of the settings files: what is in force may be different now.
   std::function<void()> changed;
+  // Called after each look at what is pending, with what can be taken back.
+  std::function<void(const std::vector<SettingChange>& changes)> counted;
   // Called when other changes are pending than before.
   std::function<void()> edited;
+  // Puts what is pending into force on trial, and whether that is offered; none where there are no trials.
+  std::function<void()> applyOnTrial;
+  std::function<bool()> isTrialOffered;
   // Has the server take up what is stored.
   std::function<void()> takeUp;
 

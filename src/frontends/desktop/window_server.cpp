@@ -52,11 +52,15 @@ void WindowServer::press(const Control& button) {
 }
 
 void WindowServer::give(ServerOrder order) {
-  if (!isAgreed(order, panels_)) return;
-  const OrderReport report = carryOut(order, server_);
+  if (isAgreed(order, panels_)) carryOutNow(order);
+}
+
+OrderReport WindowServer::carryOutNow(ServerOrder order) {
+  OrderReport report = carryOut(order, server_);
   changes_.say(orderMessage(order, report), report.change.error.outlet, [this, order] { give(order); });
   showForce(report.inForce);
   window_.refresh();
+  return report;
 }
 
 void WindowServer::takeUpStored() {

@@ -22,6 +22,9 @@ class WindowServer : public QObject {
   // tick.
   void lookAtForce();
 
+  // Carries an order out without a question, and says what came of it.
+  OrderReport carryOutNow(ServerOrder order);
+
   // Called after each look, which an order, a save or a change of the server brings about.
   std::function<void(const ServerInForce& inForce)> looked;
   // Called when the text of the server's state has changed.

@@ -11,6 +11,7 @@
 #include "src/frontends/prefpane/binding.h"
 #include "src/frontends/prefpane/handles.h"
 #include "src/frontends/shared/checks/port_check.h"
+#include "src/frontends/shared/preview/sample_screen.h"
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/ui/interface_description.h"
 
@@ -32,6 +33,10 @@ class PageView {
   const std::vector<Handle>& keyViews() const { return keyViews_; }
   // The control of that outlet; null if it is not on this page.
   const Binding* find(const std::string& outlet) const;
+
+  // Adds the page's preview, if it has one, under its rows where the page may be so high; a picture in which
+  // nothing could be recognised is left out.
+  void addPreviewWithin(double height);
 
   // Update the marks with the dot, and the notes, to the model; they set nothing that is already set. For the
   // notes the computer is asked which ports are in use.
@@ -69,13 +74,17 @@ class PageView {
   double addDot(double x);
   void addBelow(Binding& binding, double x);
   void placeBeside(void* view, double x);
+  void refreshPreview();
 
   NVKServerPrefs& pane_;
   const InterfaceDescription& interface_;
+  const TabDescription& tab_;
   PortInUse portInUse_;
   double width_;
   Handle view_;
-  Handle dot_;  // before the server's state, on the page that shows it
+  Handle preview_;            // null on a page without one
+  SampleSettings previewed_;  // what the preview shows
+  Handle dot_;                // before the server's state, on the page that shows it
   double captionWidth_ = 0;
   double y_ = 0;                // where the next row begins
   double rowHeight_ = 0;        // of the row that is being made

@@ -5,11 +5,14 @@
 
 #import "src/frontends/prefpane/appkit.h"
 #import "src/frontends/prefpane/plain_views.h"
+#import "src/frontends/prefpane/preview_view.h"
 #import "src/frontends/prefpane/status_icon.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/address_text.h"
 #include "src/frontends/shared/interface/captions.h"
 #include "src/frontends/shared/interface/server_state.h"
+#include "src/frontends/shared/interface/value_words.h"
+#include "src/frontends/shared/preview/preview_texts.h"
 
 namespace norvik::prefpane {
 
@@ -89,6 +92,13 @@ void show(NSTextField* view, NSString* words) {
   if (![[view stringValue] isEqualToString:words]) [view setStringValue:words];
 }
 
+// The number; there is no room for its words, which are its tool tip.
+void showValue(const ControlDescription& slider, const Control& control, NSTextField* value) {
+  show(value, text(std::to_string(control.truncatedValue())));
+  NSString* words = text(spokenValue(slider, control.truncatedValue()));
+  if (![[value toolTip] isEqualToString:words]) [value setToolTip:words];
+}
+
 void hide(NSView* view, BOOL hidden) {
   if ([view isHidden] != hidden) [view setHidden:hidden];
 }
@@ -99,6 +109,7 @@ PageView::PageView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
                    PortInUse portInUse, double width)
     : pane_(pane),
       interface_(interface),
+      tab_(tab),
       portInUse_(std::move(portInUse)),
       width_(width),
       view_([[[NVKFlippedView alloc] initWithFrame:NSMakeRect(0, 0, width, 0)] autorelease]),
@@ -297,13 +308,36 @@ void PageView::addBelow(Binding& binding, double x) {
   y_ += height;
 }
 
+void PageView::addPreviewWithin(double height) {
+  constexpr double kLeast = 90;
+  const double room = std::min<double>(height - y_ - kGap, kSampleHeight);
+  if (!tab_.preview || room < kLeast) return;
+  NVKPreviewView* view = makePreview(std::floor(room));
+  [view setFrameOrigin:NSMakePoint(kMarkWidth, y_)];
+  [asView(view_) setFrameSize:NSMakeSize(NSWidth([asView(view_) frame]), y_ + room + kGap)];
+  [asView(view_) addSubview:view];
+  preview_ = Handle(view);
+  previewed_ = previewSettings(pane_, *tab_.preview);
+  showPreview(view, previewed_, previewName(pane_, interface_, *tab_.preview));
+}
+
+void PageView::refreshPreview() {
+  if (preview_.get() == nullptr) return;
+  const SampleSettings now = previewSettings(pane_, *tab_.preview);
+  if (now == previewed_) return;
+  previewed_ = now;
+  showPreview(static_cast<NVKPreviewView*>(preview_.get()), now,
+              previewName(pane_, interface_, *tab_.preview));
+}
+
 void PageView::controlChanged(const Binding& binding) {
+  refreshPreview();
   const Control& control = binding.control();
   const Parts& parts = parts_[&binding];
   NSColor* color = control.isEnabled() ? [NSColor controlTextColor] : [NSColor disabledControlTextColor];
   for (const Handle& words : parts.words) [static_cast<NSTextField*>(words.get()) setTextColor:color];
   if (parts.value.get() != nullptr)
-    show(static_cast<NSTextField*>(parts.value.get()), text(std::to_string(control.truncatedValue())));
+    showValue(binding.description(), control, static_cast<NSTextField*>(parts.value.get()));
   if (parts.copy.get() != nullptr) fitAddress(binding, parts);
 }
 
@@ -344,11 +378,7 @@ void PageView::refreshMarks() {
 
 void PageView::refreshDot() {
   if (dot_.get() == nullptr) return;
-  const Color color = stateColor(pane_);
-  [static_cast<NVKDot*>(dot_.get()) setColor:[NSColor colorWithCalibratedRed:color.red
-                                                                       green:color.green
-                                                                        blue:color.blue
-                                                                       alpha:color.alpha]];
+  [static_cast<NVKDot*>(dot_.get()) setColor:toolkitColor(stateColor(pane_))];
 }
 
 // A value that Apply would refuse and one that may not work yet differ in icon and colour.

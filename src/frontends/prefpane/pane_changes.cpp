@@ -58,6 +58,9 @@ void PaneChanges::act(MessageSubject subject, MessageAction action) {
     case MessageAction::restoreCopy:
       restoreCopy();
       break;
+    case MessageAction::keep:
+    case MessageAction::revert:
+      break;  // of a trial, which this window does not offer
     case MessageAction::takeUp:
       if (takeUp) takeUp();
       break;

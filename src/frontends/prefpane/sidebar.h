@@ -6,13 +6,14 @@
 #include <vector>
 
 #include "src/frontends/prefpane/handles.h"
+#include "src/frontends/shared/icons/line_drawing.h"
 #include "src/server/mac/pane/pane.h"
 
 namespace norvik::prefpane {
 
 class Sidebar : public ControlObserver {
  public:
-  // The pane outlives it.
+  // Both outlive it.
   Sidebar(NVKServerPrefs& pane, const InterfaceDescription& interface);
   ~Sidebar() override;
   Sidebar(const Sidebar&) = delete;
@@ -28,6 +29,8 @@ class Sidebar : public ControlObserver {
   // How many changes each page holds, in the order of the tabs.
   void markPages(const std::vector<std::size_t>& changes);
   std::size_t changesOf(const ConfBarNode& node) const;
+  // Of the node's page; null for a heading.
+  const LineDrawing* iconOf(const ConfBarNode& node) const;
 
   // The model's rows or its selection changed.
   void controlChanged(Control& control) override;
@@ -38,6 +41,7 @@ class Sidebar : public ControlObserver {
   void showRows();
 
   NVKServerPrefs& pane_;
+  const InterfaceDescription& interface_;
   Handle source_;
   Handle outline_;
   Handle scroll_;

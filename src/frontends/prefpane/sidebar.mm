@@ -5,6 +5,7 @@
 #include <cmath>
 
 #import "src/frontends/prefpane/accessibility.h"
+#import "src/frontends/prefpane/page_cell.h"
 #import "src/frontends/prefpane/plain_views.h"
 #import "src/frontends/prefpane/sidebar_source.h"
 #include "src/frontends/prefpane/text.h"
@@ -72,7 +73,7 @@ CGFloat widthOfRows(NVKServerPrefs& pane) {
     if (!heading) words = [words stringByAppendingString:@"  \u2022"];
     const NSSize size = [words sizeWithAttributes:[NSDictionary dictionaryWithObject:font
                                                                               forKey:NSFontAttributeName]];
-    widest = std::max(widest, std::ceil(size.width) + kAround + (heading ? 0 : kIndent));
+    widest = std::max(widest, std::ceil(size.width) + kAround + (heading ? 0 : kIndent + pageIconWidth()));
   }
   return widest;
 }
@@ -80,6 +81,8 @@ CGFloat widthOfRows(NVKServerPrefs& pane) {
 NSOutlineView* madeOutline(CGFloat width) {
   NVKOutlineView* outline = [[[NVKOutlineView alloc] initWithFrame:NSMakeRect(0, 0, width, 100)] autorelease];
   NSTableColumn* column = [[[NSTableColumn alloc] initWithIdentifier:@"title"] autorelease];
+  NVKPageCell* cell = [[[NVKPageCell alloc] initTextCell:@""] autorelease];
+  [column setDataCell:cell];
   [column setEditable:NO];
   [column setWidth:width];
   [outline addTableColumn:column];
@@ -97,7 +100,9 @@ NSOutlineView* madeOutline(CGFloat width) {
 }  // namespace
 
 Sidebar::Sidebar(NVKServerPrefs& pane, const InterfaceDescription& interface)
-    : pane_(pane), source_([[[NVKSidebarSource alloc] initWithPane:&pane sidebar:this] autorelease]) {
+    : pane_(pane),
+      interface_(interface),
+      source_([[[NVKSidebarSource alloc] initWithPane:&pane sidebar:this] autorelease]) {
   const CGFloat width = widthOfRows(pane);
   NSOutlineView* outline = madeOutline(width);
   outline_ = Handle(outline);
@@ -176,6 +181,13 @@ std::size_t Sidebar::changesOf(const ConfBarNode& node) const {
     if (&pane_.ib_tview_confView.items()[tab] == node.page) return changes_[tab];
   }
   return 0;
+}
+
+const LineDrawing* Sidebar::iconOf(const ConfBarNode& node) const {
+  for (std::size_t tab = 0; tab < interface_.tabs.size(); ++tab) {
+    if (&pane_.ib_tview_confView.items()[tab] == node.page) return pageIcon(interface_.tabs[tab].icon);
+  }
+  return nullptr;
 }
 
 }  // namespace norvik::prefpane

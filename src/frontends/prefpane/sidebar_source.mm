@@ -2,6 +2,7 @@
 #import "src/frontends/prefpane/sidebar_source.h"
 
 #include "src/frontends/prefpane/border.h"
+#import "src/frontends/prefpane/page_cell.h"
 #include "src/frontends/prefpane/sidebar.h"
 #include "src/frontends/prefpane/text.h"
 
@@ -115,6 +116,7 @@ norvik::NVKServerPrefs& paneOf(void* pane) {
      forTableColumn:(NSTableColumn*)column
                item:(id)item {
   auto& pane = paneOf(pane_);
+  auto* sidebar = static_cast<Sidebar*>(sidebar_);
   atBorder("willDisplayCell:", [&] {
     const ConfBarNode& node = *nodeOf(item);
     pane.willDisplayCell(pane.ib_oview_confBar, node);
@@ -123,6 +125,7 @@ norvik::NVKServerPrefs& paneOf(void* pane) {
     [cell setFont:heading ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0]];
     [cell setTextColor:look == "DisabledItem" ? [NSColor disabledControlTextColor]
                                               : [NSColor controlTextColor]];
+    [static_cast<NVKPageCell*>(cell) setIcon:sidebar->iconOf(node)];
   });
 }
 

@@ -97,7 +97,7 @@ void Session::setTabs(const std::vector<std::string>& labels) {
   for (const ControlDescription* control : interface_.controls()) controls.push_back(*control);
   interface_.frame = std::move(controls);
   interface_.tabs.clear();
-  for (const std::string& label : labels) interface_.tabs.push_back({label, {}});
+  for (const std::string& label : labels) interface_.tabs.emplace_back().label = label;
 }
 
 }  // namespace norvik::scenario

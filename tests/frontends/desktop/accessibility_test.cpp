@@ -8,6 +8,7 @@
 
 #include "src/frontends/desktop/changes_dialog.h"
 #include "src/frontends/desktop/collision_dialog.h"
+#include "src/frontends/shared/interface/value_words.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 
 namespace norvik::desktop {
@@ -86,7 +87,12 @@ TEST_F(Accessibility, TheDescriptionIsTheHelp) {
     const QWidget* widget = panel.widget(control->outlet.c_str());
     if (control->outlet.find("tview") != std::string::npos) continue;
     EXPECT_EQ(widget->toolTip(), text(control->help)) << control->outlet;
-    EXPECT_EQ(widget->accessibleDescription(), text(control->help)) << control->outlet;
+    QString expected = text(control->help);
+    if (control->kind == ControlKind::slider) {
+      const int64_t value = panel.control(control->outlet.c_str()).truncatedValue();
+      expected = text(spokenValue(*control, value)) + QStringLiteral(". ") + expected;
+    }
+    EXPECT_EQ(widget->accessibleDescription(), expected) << control->outlet;
   }
 }
 

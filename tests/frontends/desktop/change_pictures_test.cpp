@@ -2,12 +2,18 @@
 // dark colours. With NORVIK_PICTURES=DIR the pictures are written to that folder, for documents.
 #include <QAbstractButton>
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QLabel>
+#include <QMenu>
+#include <QPainter>
 #include <QStyleFactory>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/frontends/desktop/changes_dialog.h"
@@ -29,7 +35,19 @@ class ChangePictures : public SimulatedPanel, public testing::WithParamInterface
   void take(QWidget& widget, const QString& name) {
     panel.settle();
     expectNothingCutOff(widget);
-    const QPixmap picture = widget.grab();
+    keep(widget.grab(), name);
+  }
+
+  // The window with a menu that is open over it, which a screen has in a window of its own.
+  void takeWithMenu(const QMenu& menu, const QString& name) {
+    QPixmap picture = panel.window.grab();
+    QPainter painter(&picture);
+    painter.drawPixmap(panel.window.mapFromGlobal(menu.pos()), const_cast<QMenu&>(menu).grab());
+    painter.end();
+    keep(picture, name);
+  }
+
+  static void keep(const QPixmap& picture, const QString& name) {
     EXPECT_FALSE(picture.isNull());
     const QString folder = qEnvironmentVariable("NORVIK_PICTURES");
     if (folder.isEmpty()) return;
@@ -91,6 +109,62 @@ class ChangePictures : public SimulatedPanel, public testing::WithParamInterface
 TEST_P(ChangePictures, TheListOfChanges) {
   edit();
   takeDialog(QStringLiteral("window-changes"), [this] { panel.changes->showChanges(); });
+}
+
+TEST_P(ChangePictures, TheMenuOfARow) {
+  edit();
+  QWidget* box = panel.widget("ib_admin_chkbox_nvkPort");
+  const QPoint place(box->width() / 2, box->height());
+  QContextMenuEvent event(QContextMenuEvent::Mouse, place, box->mapToGlobal(place));
+  QApplication::sendEvent(box, &event);
+  panel.settle();
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  expectNothingCutOff(panel.window);
+  takeWithMenu(*menu, QStringLiteral("window-row-menu"));
+  menu->close();
+}
+
+TEST_P(ChangePictures, AnImport) {
+  openEverything();
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("office.json"));
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(R"({"norvikProfile": 1, "settings": {"nvk.port": 5000, "nvk.sound": true, "image.depth": 8}})");
+  file.close();
+  panel.profile->chooseExisting = [&path] { return path; };
+  takeDialog(QStringLiteral("window-import"), [this] { panel.profile->importProfile(); });
+  takeDialog(QStringLiteral("window-export"), [this] { panel.profile->exportProfile(); });
+}
+
+TEST_P(ChangePictures, TheHistory) {
+  edit();
+  panel.click("ib_button_Apply");
+  panel.choosePage("admin", "Norvik clients");
+  panel.click("ib_admin_chkbox_nvkSound");
+  panel.click("ib_button_Apply");
+  QTimer down;
+  QObject::connect(&down, &QTimer::timeout, &down, [] {
+    auto* dialog = QApplication::activeModalWidget();
+    auto* list =
+        dialog != nullptr ? dialog->findChild<QTreeWidget*>(QStringLiteral("historyEntries")) : nullptr;
+    if (list != nullptr) list->setCurrentItem(list->topLevelItem(1));
+  });
+  down.start(5);
+  takeDialog(QStringLiteral("window-history"), [this] { panel.history->showHistory(); });
+}
+
+TEST_P(ChangePictures, ATrial) {
+  openEverything();
+  panel.choosePage("admin", "Norvik clients");
+  panel.type("ib_admin_edbox_nvkPort", QStringLiteral("4500"));
+  panel.trial->apply();
+  line(MessageSubject::outcome).clear();
+  desktop.computer.clock.sleep(18'000'000);
+  panel.trial->tick();
+  ASSERT_TRUE(line(MessageSubject::trial).isVisible());
+  take(panel.window, QStringLiteral("window-trial"));
 }
 
 TEST_P(ChangePictures, ACollision) {

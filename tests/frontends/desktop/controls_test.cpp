@@ -208,7 +208,7 @@ TEST_F(Controls, ASliderSaysItsValueAndNamesItsEnds) {
   for (const QLabel* label : panel.window.pages().front()->findChildren<QLabel*>()) {
     if (label->isVisible()) shown += label->text();
   }
-  for (const char* words : {"72", "None", "Large", "Fewer colours", "More colours"}) {
+  for (const char* words : {"72 of 72", "very wide", "None", "Large", "Fewer colours", "More colours"}) {
     EXPECT_TRUE(shown.contains(QString::fromUtf8(words))) << words;
   }
 }

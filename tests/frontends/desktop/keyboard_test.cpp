@@ -57,7 +57,8 @@ TEST_F(Keyboard, TabGoesFromTheSidebarThroughThePageToTheButtons) {
       QStringLiteral(
           "ib_oview_confBar ib_admin_chkbox_nvkEnabled ib_admin_label_nvkAddress_copy "
           "ib_admin_chkbox_nvkPort ib_admin_edbox_nvkPort ib_admin_chkbox_nvkClipb "
-          "ib_admin_chkbox_nvkSound ib_admin_chkbox_nvkPrint ib_button_Auth reachButton ib_button_Help searchField"));
+          "ib_admin_chkbox_nvkSound ib_admin_chkbox_nvkPrint ib_button_Auth reachButton ib_button_Help moreButton "
+          "searchField"));
 }
 
 TEST_F(Keyboard, TabStopsAtEveryControlThatCanBeWorked) {

@@ -150,7 +150,8 @@ TEST_F(Messages, StayOutOfTheWayBackFromTheLockToTheSidebar) {
   outcome().showMessage(message(MessageKind::failure, {MessageAction::retry}));
   panel.settle();
   panel.widget("ib_button_Auth")->setFocus();
-  for (const char* next : {"reachButton", "ib_button_Help", "searchField", "ib_oview_confBar"}) {
+  for (const char* next :
+       {"reachButton", "ib_button_Help", "moreButton", "searchField", "ib_oview_confBar"}) {
     panel.press(Qt::Key_Tab);
     EXPECT_EQ(QApplication::focusWidget(), panel.widget(next));
   }

@@ -50,7 +50,8 @@ NVKServerPrefs& awake(NVKServerPrefs& pane, SettingsChange& change) {
 }  // namespace
 
 Panel::Panel(const PanelComputer& computer)
-    : recording(computer.platform, computer.alerts, computer.drawing, RecordingMode::real),
+    : records(computer.state, "window"),
+      recording(computer.platform, computer.alerts, computer.drawing, RecordingMode::real),
       change(pane, recording, computer.platform, interface, computer.services,
              options(computer.services, records)),
       window(awake(pane, change), interface, [this](const ControlDescription& field) {
@@ -58,11 +59,18 @@ Panel::Panel(const PanelComputer& computer)
       }) {
   window.fill();
   changes = std::make_unique<WindowChanges>(window, pane, change, computer.alerts, computer.busy);
+  back = std::make_unique<WindowBack>(window, *changes, pane, change, computer.platform);
+  profile = std::make_unique<WindowProfile>(window, *changes, *back, pane, change, computer.platform);
+  history = std::make_unique<WindowHistory>(window, *changes, *back, computer.state, computer.platform);
   server = std::make_unique<WindowServer>(
       window, *changes, change,
       OrderedServer{pane, recording, interface, computer.services,
                     options(computer.services, records).waitForTools, computer.pause},
       computer.alerts, computer.busy);
+  trial = std::make_unique<WindowTrial>(
+      WindowTrial::Parts{window, *changes, *back, *server, pane, change, computer.state, computer.platform,
+                         computer.alerts, computer.busy},
+      computer.clock);
   reach =
       std::make_unique<WindowReach>(window, *server, pane, computer.services,
                                     [](const std::function<void()>& work, const std::function<void()>& then) {

@@ -11,11 +11,16 @@
 
 #include "src/frontends/desktop/qt_platform.h"
 #include "src/frontends/desktop/settings_window.h"
+#include "src/frontends/desktop/window_back.h"
 #include "src/frontends/desktop/window_changes.h"
+#include "src/frontends/desktop/window_history.h"
+#include "src/frontends/desktop/window_profile.h"
 #include "src/frontends/desktop/window_reach.h"
 #include "src/frontends/desktop/window_server.h"
+#include "src/frontends/desktop/window_trial.h"
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
+#include "src/frontends/shared/history/history.h"
 #include "src/frontends/shared/language/translated_interface.h"
 #include "src/server/mac/pane/pane.h"
 #include "tests/support/shipped_interface.h"
@@ -29,7 +34,9 @@ struct PanelComputer {
   QtDrawing& drawing;
   const Busy& busy;
   ComputerServices services;
+  UserState& state;
   std::function<void(std::chrono::milliseconds)> pause;
+  Countdown::Clock clock;
 };
 
 class Panel {
@@ -41,13 +48,17 @@ class Panel {
   Panel& operator=(const Panel&) = delete;
 
   InterfaceDescription interface = translatedInterface(shippedInterface());
-  NoChangeRecords records;
+  History records;
   RecordingPlatform recording;
   NVKServerPrefs pane{interface};
   SettingsChange change;
   SettingsWindow window;
   std::unique_ptr<WindowChanges> changes;
+  std::unique_ptr<WindowBack> back;
+  std::unique_ptr<WindowProfile> profile;
+  std::unique_ptr<WindowHistory> history;
   std::unique_ptr<WindowServer> server;
+  std::unique_ptr<WindowTrial> trial;
   std::unique_ptr<WindowReach> reach;  // looks at once, on this thread
 
   Control& control(const char* outlet);

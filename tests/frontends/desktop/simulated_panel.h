@@ -25,9 +25,11 @@ class SimulatedPanel : public testing::Test {
 
   SimulatedDesktop desktop;
   Panel panel{{desktop.platform(), desktop.alerts, desktop.drawing, desktop.busy, desktop.computer.services(),
+               desktop.computer.userState,
                [this](std::chrono::milliseconds time) {
                  desktop.computer.clock.sleep(static_cast<uint32_t>(time.count()) * 1000);
-               }}};
+               },
+               [this] { return std::chrono::milliseconds(desktop.computer.clock.microseconds() / 1000); }}};
   NVKServerPrefs& pane = panel.pane;
 };
 

@@ -4,8 +4,10 @@
 #include <cctype>
 #include <cmath>
 #include <cstdlib>
+#include <numeric>
 
 #import "src/frontends/prefpane/plain_views.h"
+#import "src/frontends/prefpane/preview_view.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/server_state.h"
 #import "tests/frontends/prefpane/pane_under_test.h"
@@ -115,7 +117,8 @@ TEST_F(Letters, EveryTextIsFromTheCatalogue) {
 TEST_F(Letters, OfAnySizeDoNotOverlap) {
   openEverything();
   for (NSInteger i = 0; i < [pages() numberOfTabViewItems]; ++i) {
-    NSArray* views = [[[[[pages() tabViewItemAtIndex:i] view] subviews] objectAtIndex:0] subviews];
+    NSScrollView* sheet = (NSScrollView*)[[pages() tabViewItemAtIndex:i] view];
+    NSArray* views = [[sheet documentView] subviews];
     for (NSUInteger a = 0; a < [views count]; ++a) {
       for (NSUInteger b = a + 1; b < [views count]; ++b) {
         NSControl* one = [views objectAtIndex:a];
@@ -148,6 +151,47 @@ TEST_F(Layout, TheContentsFollowTheWidthOfTheHost) {
   choosePage("Norvik clients");
   EXPECT_EQ(NSWidth([viewOf("ib_admin_label_nvkAddress") frame]), address + 80);
   EXPECT_EQ(NSWidth([static_cast<NSView*>(messages().view()) frame]), message + 80);
+}
+
+// The frames of what lies in the main view itself.
+TEST_F(Layout, NothingOverlapsInAHostOfAnySize) {
+  open();
+  const CGFloat natural = NSHeight([content() frame]);
+  for (const NSSize& size : {NSMakeSize(668, 420), NSMakeSize(568, natural), NSMakeSize(900, 700)}) {
+    for (const bool withMessage : {false, true}) {
+      SCOPED_TRACE(std::to_string(size.width) + (withMessage ? " with a message" : ""));
+      [content() setFrameSize:size];
+      messages().show(MessageSubject::outcome,
+                      withMessage ? WindowMessage{MessageKind::note, "A message.", {}, ""} : WindowMessage());
+      NSArray* views = [content() subviews];
+      for (NSUInteger a = 0; a < [views count]; ++a) {
+        NSView* one = [views objectAtIndex:a];
+        if ([one isHidden]) continue;
+        EXPECT_TRUE(NSContainsRect([content() bounds], [one frame])) << utf8([one description]);
+        for (NSUInteger b = a + 1; b < [views count]; ++b) {
+          NSView* other = [views objectAtIndex:b];
+          if ([other isHidden]) continue;
+          EXPECT_FALSE(NSIntersectsRect([one frame], [other frame]))
+              << utf8([one description]) << " and " << utf8([other description]);
+        }
+      }
+      EXPECT_GT(NSHeight([pages() frame]), 200);
+      NSView* page = [viewOf("ib_user_chkbox_mseSwap") superview];
+      EXPECT_EQ(NSMinY([page convertRect:[page bounds] toView:[page superview]]), 0) << "begins at the top";
+    }
+  }
+}
+
+TEST_F(Layout, APageScrollsWhereTheHostIsTooLowForIt) {
+  openEverything();
+  choosePage("Norvik clients");
+  NSView* last = viewOf("ib_admin_chkbox_nvkPrint");
+  const auto isSeen = [last] { return NSContainsRect([last visibleRect], [last bounds]); };
+  EXPECT_TRUE(isSeen());
+  [content() setFrameSize:NSMakeSize(668, 300)];
+  EXPECT_FALSE(isSeen());
+  session->mainView()->showHit({pageName(interface.tabs[3]), "nvk.printing", "", "ib_admin_chkbox_nvkPrint"});
+  EXPECT_TRUE(isSeen());
 }
 
 TEST_F(Layout, TheDotsOfALongWaitHaveTheirPlace) {
@@ -194,6 +238,52 @@ TEST_F(Layout, WordsBesideADisabledSliderLookDisabled) {
   press("ib_user_chkbox_imgDefs");
   ASSERT_FALSE([slider isEnabled]);
   EXPECT_TRUE([[caption textColor] isEqual:[NSColor disabledControlTextColor]]);
+}
+
+// How many pixels as dark as words each column of a part of a view has, from the first that has some.
+std::vector<NSInteger> darkColumns(NSView* view, NSRect part) {
+  [view lockFocus];
+  NSBitmapImageRep* drawn = [[[NSBitmapImageRep alloc] initWithFocusedViewRect:part] autorelease];
+  [view unlockFocus];
+  std::vector<NSInteger> columns;
+  for (NSInteger x = 0; x < [drawn pixelsWide]; ++x) {
+    NSInteger dark = 0;
+    for (NSInteger y = 0; y < [drawn pixelsHigh]; ++y) {
+      NSColor* color = [[drawn colorAtX:x y:y] colorUsingColorSpaceName:NSDeviceRGBColorSpace];
+      dark += [color redComponent] < 0.55 ? 1 : 0;
+    }
+    if (dark > 0 || !columns.empty()) columns.push_back(dark);
+  }
+  return columns;
+}
+
+// Before the words of a page there is a drawing, and between the two more space than between letters.
+TEST_F(Layout, EachPageHasItsIconInTheSidebar) {
+  open();
+  [window display];
+  auto* list = static_cast<NSOutlineView*>(session->mainView()->initialKeyView());
+  ASSERT_EQ([list numberOfRows], 11);
+  for (NSInteger row = 0; row < [list numberOfRows]; ++row) {
+    if ([list levelForRow:row] == 0) continue;  // a heading
+    const auto columns = darkColumns(list, NSInsetRect([list rectOfRow:row], 2, 2));
+    const std::vector<NSInteger> space(4, 0);
+    const auto gap = std::search(columns.begin(), columns.end(), space.begin(), space.end());
+    EXPECT_LE(gap - columns.begin(), std::round(lineHeight()) + 1) << "row " << row;
+    EXPECT_GE(std::accumulate(columns.begin(), gap, NSInteger{0}), 20) << "row " << row;
+    EXPECT_TRUE(std::any_of(gap, columns.end(), [](NSInteger dark) { return dark > 0; })) << "row " << row;
+  }
+}
+
+TEST_F(Layout, ThePreviewFollowsThePendingValues) {
+  open();
+  NSView* preview = find([[pages() tabViewItemAtIndex:6] view],
+                         [](NSView* one) { return [one isKindOfClass:[NVKPreviewView class]]; });
+  ASSERT_NE(preview, nil) << "there is room for it on the server's page";
+  EXPECT_NE(utf8([preview toolTip]).find("6 of 8, thousands of colours"), std::string::npos);
+  pane().ib_admin_slider_imgDept.setDoubleValue(4);
+  EXPECT_NE(utf8([preview toolTip]).find("4 of 8, fewest colours"), std::string::npos)
+      << utf8([preview toolTip]);
+  EXPECT_FALSE([preview acceptsFirstResponder]);
 }
 
 TEST_F(Layout, ADisabledSliderIsPaler) {

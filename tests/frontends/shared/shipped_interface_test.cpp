@@ -128,6 +128,34 @@ TEST_F(ShippedInterface, PutsTickMarksOnWholeNumbersAndOnTheDefault) {
   }
 }
 
+// They stand after a number and a comma.
+TEST_F(ShippedInterface, SaysInSmallLettersWhatTheNumbersOfASliderMean) {
+  for (const ControlDescription* found : interface_.controls()) {
+    if (found->kind != slider) continue;
+    std::set<std::string> different;
+    for (const ValueWords& entry : found->valueWords) {
+      EXPECT_TRUE(std::islower(static_cast<unsigned char>(entry.words[0]))) << found->outlet;
+      different.insert(entry.words);
+    }
+    EXPECT_EQ(different.size(), found->valueWords.size()) << found->outlet;
+    EXPECT_GE(different.size(), 4u) << found->outlet;
+  }
+}
+
+TEST_F(ShippedInterface, ShowsAPreviewWhereTheImageIsSet) {
+  std::vector<std::string> pages;
+  for (const TabDescription& tab : interface_.tabs) {
+    if (!tab.preview) continue;
+    pages.push_back(tab.label);
+    EXPECT_TRUE(tab.preview->quality.ends_with("_popup_imgMode")) << tab.label;
+    EXPECT_TRUE(tab.preview->depth.ends_with("_slider_imgDept")) << tab.label;
+    EXPECT_TRUE(tab.preview->shadow.ends_with("_slider_imgShad")) << tab.label;
+    const std::string group = "ib_" + tab.label.substr(0, tab.label.find(':')) + "_";
+    EXPECT_TRUE(tab.preview->quality.starts_with(group)) << tab.label;
+  }
+  EXPECT_EQ(pages, (std::vector<std::string>{"user:Image", "admin:Image"}));
+}
+
 TEST_F(ShippedInterface, GivesPopUpsAnItemForEachStoredValue) {
   EXPECT_EQ(control("ib_user_popup_imgMode").items.size(), 3u);
   EXPECT_EQ(control("ib_admin_popup_imgMode").items.size(), 3u);
@@ -255,6 +283,7 @@ TEST_F(ShippedInterface, WritesHeadingsAndNotesInSentenceCase) {
   EXPECT_FALSE(interface_.title.empty());
   for (const TabDescription& tab : interface_.tabs) {
     EXPECT_TRUE(isSentenceCase(tab.label.substr(tab.label.find(':') + 1)));
+    EXPECT_TRUE(isSentence(tab.purpose)) << tab.label;
     for (const SectionDescription& section : tab.sections) {
       if (!section.title.empty()) {
         EXPECT_TRUE(isSentenceCase(section.title)) << tab.label;

@@ -20,6 +20,10 @@ PropertyList number(int64_t value) {
   return PropertyList(value);
 }
 
+PropertyList words(int64_t from, const char* words) {
+  return Dictionary{{"from", number(from)}, {"words", words}};
+}
+
 PropertyList radio(const char* outlet, const char* choice) {
   return Dictionary{{"outlet", outlet}, {"kind", "radio button"}, {"label", "Way"},
                     {"setting", "way"}, {"choice", choice},       {"requires", "ib_box"}};
@@ -33,10 +37,12 @@ PropertyList goodDescription() {
   const Dictionary field{{"outlet", "ib_field"}, {"kind", "text field"}, {"label", "Port"},
                          {"minimum", number(1)}, {"maximum", number(9)}, {"requires", "ib_box"},
                          {"displayOnly", true}};
-  const Dictionary slider{{"outlet", "ib_slider"},  {"kind", "slider"},        {"label", "Depth"},
-                          {"help", "How deep."},    {"setting", "depth"},      {"minimum", number(4)},
-                          {"maximum", 8.5},         {"minimumLabel", "Least"}, {"maximumLabel", "Most"},
-                          {"tickMarks", number(5)}, {"value", number(6)}};
+  const Dictionary slider{{"outlet", "ib_slider"},  {"kind", "slider"},
+                          {"label", "Depth"},       {"help", "How deep."},
+                          {"setting", "depth"},     {"minimum", number(4)},
+                          {"maximum", 8.5},         {"minimumLabel", "Least"},
+                          {"maximumLabel", "Most"}, {"tickMarks", number(5)},
+                          {"value", number(6)},     {"valueWords", Array{words(4, "few"), words(6, "many")}}};
   const Dictionary popup{{"outlet", "ib_popup"},
                          {"kind", "pop-up"},
                          {"label", "Mode"},
@@ -46,11 +52,17 @@ PropertyList goodDescription() {
                    Dictionary{{"controls", Array{slider, popup}}},
                    Dictionary{{"controls", Array{radio("ib_a", "a"), radio("ib_b", "b")}}}};
   const Dictionary section{{"title", "Heading"}, {"note", "A note."}, {"rows", rows}};
+  const Dictionary preview{{"quality", "ib_popup"}, {"depth", "ib_slider"}, {"shadow", "ib_slider"}};
+  const Dictionary tab{{"label", "user:Page"},
+                       {"icon", "a-page"},
+                       {"purpose", "What for."},
+                       {"preview", preview},
+                       {"sections", Array{section}}};
   return Dictionary{{"title", "Panel"},
                     {"width", number(600)},
                     {"height", 400.5},
                     {"frame", Array{apply}},
-                    {"tabs", Array{Dictionary{{"label", "user:Page"}, {"sections", Array{section}}}}}};
+                    {"tabs", Array{tab}}};
 }
 
 // The part of a list at a path of keys and indexes; the path exists.
@@ -75,6 +87,12 @@ TEST(InterfaceDescription, ReadsEveryKey) {
   EXPECT_EQ(read->size, (Size{600, 400.5}));
   ASSERT_EQ(read->tabs.size(), 1u);
   EXPECT_EQ(read->tabs[0].label, "user:Page");
+  EXPECT_EQ(read->tabs[0].icon, "a-page");
+  EXPECT_EQ(read->tabs[0].purpose, "What for.");
+  ASSERT_TRUE(read->tabs[0].preview);
+  EXPECT_EQ(read->tabs[0].preview->quality, "ib_popup");
+  EXPECT_EQ(read->tabs[0].preview->depth, "ib_slider");
+  EXPECT_EQ(read->tabs[0].preview->shadow, "ib_slider");
   const SectionDescription& section = read->tabs[0].sections.at(0);
   EXPECT_EQ(section.title, "Heading");
   EXPECT_EQ(section.note, "A note.");
@@ -93,6 +111,7 @@ TEST(InterfaceDescription, ReadsEveryKey) {
   slider.maximumLabel = "Most";
   slider.tickMarks = 5;
   slider.value = 6;
+  slider.valueWords = {{4, "few"}, {6, "many"}};
   EXPECT_EQ(section.rows.at(1).controls.at(0), slider);
   EXPECT_EQ(read->find("ib_a")->choice, "a");
   EXPECT_EQ(read->find("ib_field")->requiresOutlet, "ib_box");
@@ -199,6 +218,8 @@ const Slip kSlips[] = {
     {"frame/0", "outlet", std::nullopt, "frame/0: outlet is missing"},
     {kRow0 + "1", "kind", std::nullopt, kRow0 + "1: kind is missing"},
     {kRow0 + "1", "label", std::nullopt, kRow0 + "1: label is missing"},
+    {"tabs/0/preview", "depth", std::nullopt, "tabs/0/preview: depth is missing"},
+    {kRow1 + "0/valueWords/0", "words", std::nullopt, kRow1 + "0/valueWords/0: words is missing"},
     // A key that the kind needs.
     {"frame/0", "title", std::nullopt, "frame/0: title is missing"},
     {kRow1 + "0", "minimum", std::nullopt, kRow1 + "0: minimum is missing"},
@@ -233,6 +254,8 @@ const Slip kSlips[] = {
     {kRow0 + "0", "kind", "knob", kRow0 + "0/kind: unknown kind \"knob\""},
     {kRow0 + "0", "items", Array{}, kRow0 + "0: items means nothing for this kind of control"},
     {kRow1 + "1", "tickMarks", number(2), kRow1 + "1: tickMarks means nothing for this kind of control"},
+    {kRow1 + "1", "valueWords", Array{}, kRow1 + "1: valueWords means nothing for this kind of control"},
+    {kRow1 + "0/valueWords/0", "to", number(1), kRow1 + "0/valueWords/0: unknown key \"to\""},
     {"frame/0", "setting", "apply", "frame/0: setting means nothing for this kind of control"},
     // Numbers that do not go together.
     {"", "width", number(0), "width: must be above 0"},
@@ -241,7 +264,15 @@ const Slip kSlips[] = {
     {kRow1 + "0", "maximum", number(3), kRow1 + "0: minimum is above maximum"},
     {kRow1 + "0", "value", number(3), kRow1 + "0: value is outside the range"},
     {kRow1 + "0", "value", 8.75, kRow1 + "0: value is outside the range"},
+    {kRow1 + "0/valueWords/0", "from", number(5), kRow1 + "0/valueWords/0: does not begin at the minimum"},
+    {kRow1 + "0/valueWords/1", "from", number(4), kRow1 + "0/valueWords/1: is not above the entry before"},
+    {kRow1 + "0/valueWords/1", "from", number(9), kRow1 + "0/valueWords/1: is above the maximum"},
+    {kRow1 + "0/valueWords/1", "words", "", kRow1 + "0/valueWords/1: words are empty"},
     // Names that do not go together.
+    {"tabs/0", "icon", "../lock", "tabs/0/icon: must be small letters and hyphens"},
+    {"tabs/0/preview", "quality", "ib_slider", "tabs/0/preview/quality: names no pop-up: ib_slider"},
+    {"tabs/0/preview", "depth", "ib_popup", "tabs/0/preview/depth: names no slider: ib_popup"},
+    {"tabs/0/preview", "shadow", "ib_none", "tabs/0/preview/shadow: names no slider: ib_none"},
     {"frame/0", "outlet", "", "frame/0: outlet is empty"},
     {kRow1 + "1", "outlet", "ib_box", kRow1 + "1: outlet ib_box is already at " + kRow0 + "0"},
     {kRow0 + "1", "outlet", "ib_apply", kRow0 + "1: outlet ib_apply is already at frame/0"},

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "src/frontends/shared/language/language.h"
@@ -23,6 +24,7 @@ struct SettingGroup {
 // The name of the open files limit, which is no setting of the description: in reports, and for
 // SettingsChange::takeOver and takeBack.
 inline constexpr const char* kOpenFilesLimitName = english("open files limit");
+inline constexpr std::string_view kOpenFilesLimitLabel = english("Open files limit");
 
 // In the order in which reports name them.
 const std::vector<SettingGroup>& settingGroups();

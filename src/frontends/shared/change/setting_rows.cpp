@@ -76,6 +76,11 @@ const Setting* rowOfSetting(const NVKServerPrefs& pane, const PaneSetting& setti
   return nullptr;
 }
 
+bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane) {
+  return std::ranges::none_of(setting.controls(),
+                              [&](const Control* control) { return pane.differsFromDefault(*control); });
+}
+
 bool isFollowing(const NVKServerPrefs& pane, const Setting& row) {
   return row.followed && pane.new_user_imgDefs() == 1;
 }

@@ -38,6 +38,9 @@ const PaneSetting* settingOfRow(const std::vector<PaneSetting>& settings, const 
 // The row that a setting belongs to; null for none.
 const Setting* rowOfSetting(const NVKServerPrefs& pane, const PaneSetting& setting);
 
+// Whether the setting has the value that it has where nothing is stored.
+bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane);
+
 // Whether a user who follows the server's image settings sees those in the row's control; the row then has no
 // pending value of its own.
 bool isFollowing(const NVKServerPrefs& pane, const Setting& row);

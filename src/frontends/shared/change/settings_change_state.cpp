@@ -11,8 +11,6 @@ namespace norvik {
 
 namespace {
 
-constexpr const char* kLimitLabel = english("Open Files Limit");
-
 std::map<const Setting*, int64_t> fieldsOf(const NVKServerPrefs& pane) {
   std::map<const Setting*, int64_t> fields;
   for (const Setting* row : storedRows()) fields.emplace(row, row->baseline(pane));
@@ -273,10 +271,10 @@ void SettingsChange::State::addForeignLimit(const NVKServerPrefs& theirs, Foreig
   const std::string to = limitText(limit);
   if (isStaged) {
     foreign.collisions.push_back(
-        {kOpenFilesLimitName, translated(kLimitLabel), page, from, to, limitText(ours.launchd)});
+        {kOpenFilesLimitName, translated(kOpenFilesLimitLabel), page, from, to, limitText(ours.launchd)});
   } else {
     foreign.takenOver.push_back(
-        {kOpenFilesLimitName, translated(kLimitLabel), page, outlet, from, to, from, to, ""});
+        {kOpenFilesLimitName, translated(kOpenFilesLimitLabel), page, outlet, from, to, from, to, ""});
   }
 }
 

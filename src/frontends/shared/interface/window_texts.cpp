@@ -21,6 +21,8 @@ struct ActionRow {
 };
 constexpr ActionRow kActions[] = {
     {MessageAction::retry, english("Retry")},
+    {MessageAction::keep, english("Keep")},
+    {MessageAction::revert, english("Revert")},
     {MessageAction::showDetails, english("Show Details…")},
     {MessageAction::restoreCopy, window_texts::kRestoreCopy},
     {MessageAction::takeUp, english("Apply Stored Settings")},

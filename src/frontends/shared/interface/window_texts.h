@@ -28,6 +28,8 @@ enum class MessageAction {
   takeUp,        // makes the server use what is stored
   chooseValues,  // of settings that somebody else has changed too
   showSetting,   // opens its page
+  keep,          // what is in force on trial
+  revert,        // takes it back now
 };
 
 // "Done", "Failed": for screen readers, before the sentence.

@@ -31,6 +31,7 @@ void translate(ControlDescription& control) {
   for (std::string* text : {&control.label, &control.help, &control.minimumLabel, &control.maximumLabel,
                             &control.title, &control.copyTitle})
     translate(*text);
+  for (ValueWords& entry : control.valueWords) translate(entry.words);
   addSynonyms(control, label);
 }
 
@@ -50,6 +51,7 @@ InterfaceDescription translatedInterface(InterfaceDescription interface) {
   translate(interface.changedHelp);
   for (ControlDescription& control : interface.frame) translate(control);
   for (TabDescription& tab : interface.tabs) {
+    translate(tab.purpose);
     for (SectionDescription& section : tab.sections) translate(section);
   }
   return interface;

@@ -1,8 +1,6 @@
 // A value that cannot be stored elsewhere is left out rather than carried there.
 #include "src/frontends/shared/profile/pane_profile.h"
 
-#include <algorithm>
-
 #include "src/frontends/shared/change/setting_rows.h"
 #include "src/frontends/shared/checks/value_check.h"
 #include "src/frontends/shared/language/language.h"
@@ -22,11 +20,6 @@ std::string whyLeftOut(const NVKServerPrefs& pane, const PaneSetting& setting) {
 }
 
 }  // namespace
-
-bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane) {
-  return std::ranges::none_of(setting.controls(),
-                              [&](const Control* control) { return pane.differsFromDefault(*control); });
-}
 
 PaneProfile profileOf(const NVKServerPrefs& pane, const std::vector<const PaneSetting*>& settings,
                       bool changedOnly) {

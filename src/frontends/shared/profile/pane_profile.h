@@ -10,9 +10,6 @@
 
 namespace norvik {
 
-// Whether the setting has the value that it has where nothing is stored.
-bool isDefault(const PaneSetting& setting, const NVKServerPrefs& pane);
-
 struct PaneProfile {
   std::vector<std::pair<std::string, SettingValue>> values;  // for profileText
   // Settings without a value of their own, which are left out, and why: "it follows the server's settings".

@@ -16,6 +16,7 @@ namespace reach_texts {
 inline constexpr std::string_view kTitle = english("Can they reach me?");
 inline constexpr std::string_view kHelp =
     english("Tells step by step whether clients can connect to this computer and, if not, why.");
+inline constexpr std::string_view kSteps = english("Show each step…");
 inline constexpr std::string_view kLookAgain = english("Look Again");
 inline constexpr std::string_view kLooking = english("Looking…");
 inline constexpr std::string_view kAddresses = english("Addresses of this computer that others can use");

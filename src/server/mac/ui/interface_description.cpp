@@ -70,6 +70,9 @@ bool readValue(const PropertyList& value, const std::string& path, ControlKind& 
 
 bool readValue(const PropertyList& value, const std::string& path, ControlDescription& out,
                std::string& error);
+bool readValue(const PropertyList& value, const std::string& path, ValueWords& out, std::string& error);
+bool readValue(const PropertyList& value, const std::string& path, std::optional<PreviewDescription>& out,
+               std::string& error);
 bool readValue(const PropertyList& value, const std::string& path, RowDescription& out, std::string& error);
 bool readValue(const PropertyList& value, const std::string& path, SectionDescription& out,
                std::string& error);
@@ -123,6 +126,11 @@ bool readRecord(std::span<const Key<Record>> keys, const PropertyList& value, co
   return true;
 }
 
+constexpr Key<ValueWords> kValueWordsKeys[] = {
+    {"from", Presence::needed, into<&ValueWords::from>},
+    {"words", Presence::needed, into<&ValueWords::words>},
+};
+
 constexpr Key<ControlDescription> kControlKeys[] = {
     {"outlet", Presence::needed, into<&ControlDescription::outlet>},
     {"kind", Presence::needed, into<&ControlDescription::kind>},
@@ -137,6 +145,7 @@ constexpr Key<ControlDescription> kControlKeys[] = {
     {"maximumLabel", Presence::optional, into<&ControlDescription::maximumLabel>},
     {"tickMarks", Presence::optional, into<&ControlDescription::tickMarks>},
     {"value", Presence::optional, into<&ControlDescription::value>},
+    {"valueWords", Presence::optional, into<&ControlDescription::valueWords>},
     {"items", Presence::optional, into<&ControlDescription::items>},
     {"synonyms", Presence::optional, into<&ControlDescription::synonyms>},
     {"title", Presence::optional, into<&ControlDescription::title>},
@@ -157,8 +166,17 @@ constexpr Key<SectionDescription> kSectionKeys[] = {
     {"rows", Presence::needed, into<&SectionDescription::rows>},
 };
 
+constexpr Key<PreviewDescription> kPreviewKeys[] = {
+    {"quality", Presence::needed, into<&PreviewDescription::quality>},
+    {"depth", Presence::needed, into<&PreviewDescription::depth>},
+    {"shadow", Presence::needed, into<&PreviewDescription::shadow>},
+};
+
 constexpr Key<TabDescription> kTabKeys[] = {
     {"label", Presence::needed, into<&TabDescription::label>},
+    {"icon", Presence::optional, into<&TabDescription::icon>},
+    {"purpose", Presence::optional, into<&TabDescription::purpose>},
+    {"preview", Presence::optional, into<&TabDescription::preview>},
     {"sections", Presence::needed, into<&TabDescription::sections>},
 };
 
@@ -187,6 +205,15 @@ constexpr Key<InterfaceDescription> kRootKeys[] = {
     {"tabs", Presence::needed, into<&InterfaceDescription::tabs>},
 };
 
+bool readValue(const PropertyList& value, const std::string& path, ValueWords& out, std::string& error) {
+  return readRecord<ValueWords>(kValueWordsKeys, value, path, out, error);
+}
+
+bool readValue(const PropertyList& value, const std::string& path, std::optional<PreviewDescription>& out,
+               std::string& error) {
+  return readRecord<PreviewDescription>(kPreviewKeys, value, path, out.emplace(), error);
+}
+
 bool readValue(const PropertyList& value, const std::string& path, ControlDescription& out,
                std::string& error) {
   return readRecord<ControlDescription>(kControlKeys, value, path, out, error) &&
@@ -203,7 +230,8 @@ bool readValue(const PropertyList& value, const std::string& path, SectionDescri
 }
 
 bool readValue(const PropertyList& value, const std::string& path, TabDescription& out, std::string& error) {
-  return readRecord<TabDescription>(kTabKeys, value, path, out, error);
+  return readRecord<TabDescription>(kTabKeys, value, path, out, error) &&
+         description_rules::checkTab(out, path, error);
 }
 
 }  // namespace

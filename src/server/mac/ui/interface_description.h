@@ -26,6 +26,14 @@ enum class ControlKind {
   tabView,
 };
 
+// What the numbers of a slider mean, from one value up to the next entry's.
+struct ValueWords {
+  double from = 0;
+  std::string words;  // "thousands of colours"
+
+  bool operator==(const ValueWords&) const = default;
+};
+
 struct ControlDescription {
   std::string outlet;  // the control's name, "ib_admin_chkbox_nvkPort"
   ControlKind kind = ControlKind::label;
@@ -43,15 +51,16 @@ struct ControlDescription {
   std::optional<double> maximum;
   std::string minimumLabel;  // names of a slider's two ends
   std::string maximumLabel;
-  int tickMarks = 0;                  // of a slider; 0 for none
-  std::optional<double> value;        // of a slider before anything is loaded
-  std::vector<std::string> items;     // of a pop-up, in order
-  std::vector<std::string> synonyms;  // other words by which a person may search for the setting
-  std::string title;                  // of a push button before the first refresh
-  std::string copyTitle;              // of a label with an address: the title of the button that copies it
-  bool indicator = false;             // a label that shows a state: a coloured dot is drawn before it
-  bool displayOnly = false;           // a text field that cannot be edited
-  bool hidden = false;                // never shown to a person (kept for the code that refers to it)
+  int tickMarks = 0;                   // of a slider; 0 for none
+  std::optional<double> value;         // of a slider before anything is loaded
+  std::vector<ValueWords> valueWords;  // of a slider, from its minimum upwards; empty where numbers suffice
+  std::vector<std::string> items;      // of a pop-up, in order
+  std::vector<std::string> synonyms;   // other words by which a person may search for the setting
+  std::string title;                   // of a push button before the first refresh
+  std::string copyTitle;               // of a label with an address: the title of the button that copies it
+  bool indicator = false;              // a label that shows a state: a coloured dot is drawn before it
+  bool displayOnly = false;            // a text field that cannot be edited
+  bool hidden = false;                 // never shown to a person (kept for the code that refers to it)
 
   bool operator==(const ControlDescription&) const = default;
 };
@@ -68,8 +77,18 @@ struct SectionDescription {
   std::vector<RowDescription> rows;
 };
 
+// The outlets of the controls that decide how the screen looks to others.
+struct PreviewDescription {
+  std::string quality;  // a pop-up, from the worst to the best
+  std::string depth;    // a slider
+  std::string shadow;   // a slider
+};
+
 struct TabDescription {
-  std::string label;  // "user:Image": group key, colon, page title
+  std::string label;    // "user:Image": group key, colon, page title
+  std::string icon;     // the drawing in the sidebar, by its name; empty for none
+  std::string purpose;  // one sentence under the page's title: what the page is for; may be empty
+  std::optional<PreviewDescription> preview;  // a picture of what the page's settings do
   std::vector<SectionDescription> sections;
 };
 

@@ -51,6 +51,7 @@ constexpr KindRule kKindRules[] = {
     {"maximumLabel", ControlKind::slider, Presence::optional},
     {"tickMarks", ControlKind::slider, Presence::optional},
     {"value", ControlKind::slider, Presence::needed},
+    {"valueWords", ControlKind::slider, Presence::optional},
     {"items", ControlKind::popUp, Presence::needed},
     {"title", ControlKind::pushButton, Presence::needed},
     {"displayOnly", ControlKind::textField, Presence::optional},
@@ -120,6 +121,45 @@ bool checkRequirements(const InterfaceDescription& description, std::string& err
   return true;
 }
 
+bool checkPreview(const InterfaceDescription& description, const TabDescription& tab, const std::string& path,
+                  std::string& error) {
+  const auto isKind = [&description](const std::string& outlet, ControlKind kind) {
+    const ControlDescription* found = description.find(outlet);
+    return found != nullptr && found->kind == kind;
+  };
+  const PreviewDescription& preview = *tab.preview;
+  if (!isKind(preview.quality, ControlKind::popUp))
+    return fail(error, inside(path, "quality"), "names no pop-up: " + preview.quality);
+  if (!isKind(preview.depth, ControlKind::slider))
+    return fail(error, inside(path, "depth"), "names no slider: " + preview.depth);
+  if (!isKind(preview.shadow, ControlKind::slider))
+    return fail(error, inside(path, "shadow"), "names no slider: " + preview.shadow);
+  return true;
+}
+
+bool checkPreviews(const InterfaceDescription& description, std::string& error) {
+  for (std::size_t i = 0; i < description.tabs.size(); ++i) {
+    const TabDescription& tab = description.tabs[i];
+    const std::string path = "tabs/" + std::to_string(i) + "/preview";
+    if (tab.preview && !checkPreview(description, tab, path, error)) return false;
+  }
+  return true;
+}
+
+// Every value of the range has words, and no entry is out of reach.
+bool checkValueWords(const ControlDescription& control, const std::string& path, std::string& error) {
+  for (std::size_t i = 0; i < control.valueWords.size(); ++i) {
+    const ValueWords& entry = control.valueWords[i];
+    const std::string at = inside(path, "valueWords/" + std::to_string(i));
+    if (entry.words.empty()) return fail(error, at, "words are empty");
+    if (i == 0 && entry.from != control.minimum) return fail(error, at, "does not begin at the minimum");
+    if (i > 0 && entry.from <= control.valueWords[i - 1].from)
+      return fail(error, at, "is not above the entry before");
+    if (entry.from > control.maximum) return fail(error, at, "is above the maximum");
+  }
+  return true;
+}
+
 bool checkSettings(const InterfaceDescription& description, std::string& error) {
   std::map<std::string_view, const ControlDescription*> owners;
   std::map<std::pair<std::string_view, std::string_view>, const ControlDescription*> choices;
@@ -165,12 +205,19 @@ bool checkControl(const PropertyList& record, const ControlDescription& control,
   if (least && most && *least > *most) return fail(error, path, "minimum is above maximum");
   if (control.value && ((least && *control.value < *least) || (most && *control.value > *most)))
     return fail(error, path, "value is outside the range");
+  return checkValueWords(control, path, error);
+}
+
+bool checkTab(const TabDescription& tab, const std::string& path, std::string& error) {
+  constexpr std::string_view kAllowed = "abcdefghijklmnopqrstuvwxyz-";
+  if (tab.icon.find_first_not_of(kAllowed) != std::string::npos)
+    return fail(error, inside(path, "icon"), "must be small letters and hyphens");
   return true;
 }
 
 bool checkWhole(const InterfaceDescription& description, std::string& error) {
   return checkOutlets(description, error) && checkRequirements(description, error) &&
-         checkSettings(description, error);
+         checkSettings(description, error) && checkPreviews(description, error);
 }
 
 }  // namespace norvik::description_rules

@@ -25,8 +25,12 @@ std::optional<ControlKind> kindOf(std::string_view word);
 bool checkControl(const PropertyList& record, const ControlDescription& control, const std::string& path,
                   std::string& error);
 
-// Whether the controls go together: outlets differ, requirements name check boxes, and a setting belongs to
-// one control or to radio buttons that differ in their choice. Sets `error` if not.
+// Whether the icon's name is one of a file: small letters and hyphens. Sets `error` if not.
+bool checkTab(const TabDescription& tab, const std::string& path, std::string& error);
+
+// Whether the controls go together: outlets differ, requirements name check boxes, a preview names a pop-up
+// and sliders, and a setting belongs to one control or to radio buttons that differ in their choice. Sets
+// `error` if not.
 bool checkWhole(const InterfaceDescription& description, std::string& error);
 
 }  // namespace norvik::description_rules

@@ -1,0 +1,46 @@
+// The words around a change on trial that the windows show. Knows no toolkit.
+#pragma once
+
+#include <string_view>
+
+#include "src/frontends/shared/language/language.h"
+
+namespace norvik::trial_texts {
+
+inline constexpr std::string_view kApplyOnTrial = english("Apply on Trial");
+inline constexpr std::string_view kApplyOnTrialHelp =
+    english("Puts the changes into force for 60 seconds. Unless you keep them, they are taken back.");
+inline constexpr std::string_view kApplyEntry = english("Apply on trial");
+inline constexpr std::string_view kStopEntry = english("Stop the server on trial");
+
+// ---- While it is in force
+
+// {1} is the number of seconds.
+inline constexpr std::string_view kOneBegun =
+    english("On trial: taken back in {1} second unless you keep it.");
+inline constexpr std::string_view kManyBegun =
+    english("On trial: taken back in {1} seconds unless you keep it.");
+inline constexpr std::string_view kCountdown = english("On trial: taken back in {1} s unless you keep it.");
+
+// ---- Its end
+
+inline constexpr std::string_view kKept = english("The change on trial is kept.");
+inline constexpr std::string_view kReverted = english("The change on trial is taken back.");
+inline constexpr std::string_view kLapsed =
+    english("The change on trial is taken back, as the time has passed.");
+// {1} is the reason.
+inline constexpr std::string_view kNotTakenBack = english("The change on trial could not be taken back: {1}");
+inline constexpr std::string_view kLeft =
+    english("A change was on trial when its program ended, and is still in force.");
+inline constexpr std::string_view kLeftTakenBack =
+    english("A change was on trial when its program ended, and is taken back now.");
+
+// ---- Closing the window meanwhile
+
+inline constexpr std::string_view kLeaveTitle = english("Keep the Change on Trial?");
+inline constexpr std::string_view kLeaveText =
+    english("It is taken back in {1} s. Keep it, or take it back now?");
+inline constexpr std::string_view kKeep = english("Keep");
+inline constexpr std::string_view kRevert = english("Revert");
+
+}  // namespace norvik::trial_texts
