@@ -58,12 +58,13 @@ set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # The toolkit loads its connection to the screen and its reader of pictures at run time, so that no program is linked to them.
-# Passwords are asked for by polkit, at a terminal by its own program and in a window by one of the desktop.
+# Its own words in other languages are a package too. Passwords are asked for by polkit, at a terminal by its own program and in a window by one of the desktop.
 set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_NAME norvik-settings)
 set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_DEPENDS
   "default-dbus-system-bus | dbus-system-bus, polkitd, qt6-qpa-plugins, qt6-image-formats-plugins")
-set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_RECOMMENDS "fonts-dejavu-core | fonts-freefont-ttf, polkit-1-auth-agent")
-set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_SUGGESTS "norvik-prefpane, qt6-wayland")
+set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_RECOMMENDS
+  "fonts-dejavu-core | fonts-freefont-ttf, polkit-1-auth-agent, qt6-translations-l10n")
+set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_SUGGESTS "norvik-prefpane, qt6-wayland, fonts-noto-cjk")
 # The triggers are those of a library in a folder where every program looks.
 set(scripts ${PROJECT_SOURCE_DIR}/cmake/packaging)
 set(CPACK_DEBIAN_NORVIK-SETTINGS_PACKAGE_CONTROL_EXTRA ${scripts}/postinst ${scripts}/prerm ${scripts}/postrm

@@ -58,6 +58,9 @@ Owned openFile(const fs::path& path, int flags) {
   return file;
 }
 
+// Tests read what programs say, in English unless the test says otherwise.
+constexpr const char* kLanguage = "LANGUAGE";
+
 // What execvpe takes, made before the fork. Borrows the words.
 struct Call {
   std::vector<std::string> variables;
@@ -68,8 +71,10 @@ struct Call {
     words.push_back(nullptr);
     for (char** variable = environ; *variable != nullptr; ++variable) {
       const std::string text = *variable;
-      if (!options.environment.contains(text.substr(0, text.find('=')))) variables.push_back(text);
+      const std::string name = text.substr(0, text.find('='));
+      if (name != kLanguage && !options.environment.contains(name)) variables.push_back(text);
     }
+    if (!options.environment.contains(kLanguage)) variables.push_back(std::string(kLanguage) + "=en");
     for (const auto& [name, value] : options.environment) variables.push_back(name + "=" + value);
     for (std::string& variable : variables) environment.push_back(variable.data());
     environment.push_back(nullptr);

@@ -22,7 +22,7 @@ inline constexpr std::chrono::milliseconds kProgramLimit = 6 * kPatience;
 
 // How a program is started. Its standard input is empty.
 struct ProgramOptions {
-  std::map<std::string, std::string> environment = {};  // added to that of the tests
+  std::map<std::string, std::string> environment = {};  // added to that of the tests, in English
   std::filesystem::path folder = {};                    // its current folder; that of the tests where empty
   std::optional<uid_t> user = {};                   // only the super-user can start programs of another user
   std::chrono::milliseconds limit = kProgramLimit;  // not for a program in the background

@@ -11,6 +11,7 @@
 #include "src/frontends/command/status.h"
 #include "src/frontends/shared/change/setting_rows.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -18,8 +19,11 @@ namespace {
 
 ChangeError unanswered(const Question& question) {
   const std::string ways = waysToAnswer(question);
-  return failure(FailureCode::usage, "the question \"" + question.title + "\" needs an answer" +
-                                         (ways.empty() ? "" : ": use " + ways) + ". Nothing was changed.");
+  return failure(
+      FailureCode::usage,
+      ways.empty() ? sentence("the question \"{1}\" needs an answer. Nothing was changed.", {question.title})
+                   : sentence("the question \"{1}\" needs an answer: use {2}. Nothing was changed.",
+                              {question.title, ways}));
 }
 
 template <typename Value>
@@ -119,7 +123,8 @@ bool Attempt::decide(const FileFinding& file) {
     case DamagedAnswer::cancel:
       return fail(damagedError(file));
     case DamagedAnswer::replace:
-      if (!isReal_) outcome_.notes.push_back("What " + file.file + " holds would be kept beside it first.");
+      if (!isReal_)
+        outcome_.notes.push_back(sentence("What {1} holds would be kept beside it first.", {file.file}));
       return true;
     case DamagedAnswer::restore:
       break;
@@ -127,10 +132,12 @@ bool Attempt::decide(const FileFinding& file) {
   if (isReal_) {
     addReport(change_.restore(file), outcome_.report);
   } else if (file.copyTime.empty()) {
-    return fail(failure(FailureCode::damaged, "There is no copy of " + file.file + ". Nothing was changed."));
+    return fail(failure(FailureCode::damaged,
+                        sentence("There is no copy of {1}. Nothing was changed.", {file.file})));
   } else {
-    outcome_.notes.push_back("The copy of " + file.copyTime + " would be put back as " + file.file +
-                             " first; the values before the change would be those of the copy.");
+    outcome_.notes.push_back(sentence(
+        "The copy of {1} would be put back as {2} first; the values before the change would be those of the copy.",
+        {file.copyTime, file.file}));
   }
   return outcome_.report.ok();
 }
@@ -150,7 +157,8 @@ void Attempt::noteWhatStays(std::map<std::string, std::string>& before) {
     const bool isWished = std::ranges::count(request_.requested, name) > 0;
     if (!isWished || setting.text() == before[name]) continue;
     if (std::ranges::count(changes, name, &SettingChange::name) > 0) continue;
-    outcome_.notes.push_back(name + " stays " + before[name] + "; that alone changes nothing that is saved.");
+    outcome_.notes.push_back(
+        sentence("{1} stays {2}; that alone changes nothing that is saved.", {name, before[name]}));
   }
 }
 
@@ -163,7 +171,7 @@ std::vector<SettingChange> Attempt::changes() {
     isWanted_ = isWanted_ || isWished || change.because.empty();
     if (isWished || !change.because.empty()) continue;
     const auto reason = request_.reasons.find(change.name);
-    change.because = reason != request_.reasons.end() ? reason->second : "changed along with it";
+    change.because = reason != request_.reasons.end() ? reason->second : translated("changed along with it");
   }
   return changes;
 }
@@ -179,7 +187,8 @@ bool Attempt::checked() {
 bool Attempt::edited() {
   ChangeReport& report = outcome_.report;
   if (request_.requiresUnlock && !session_.unlock()) {
-    return fail(failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted."));
+    return fail(failure(FailureCode::notAllowed,
+                        translated("This needs administrator rights, which were not granted.")));
   }
   change_.loaded();
   if (!damageDecided()) return false;
@@ -189,7 +198,7 @@ bool Attempt::edited() {
   if (!checked()) return false;
   // A person whose answer was waited for may have interrupted the program instead.
   if (context_.services.wasInterrupted()) {
-    return fail(failure(FailureCode::cancelled, "Interrupted. Nothing was changed."));
+    return fail(failure(FailureCode::cancelled, translated("Interrupted. Nothing was changed.")));
   }
   report.changes = changes();
   noteWhatStays(before);
@@ -268,11 +277,11 @@ Outcome previewed(const Context& context, const ChangeRequest& request, bool dry
 
 void warnOfWhatHappened(const Context& context, ChangeReport& report) {
   for (const std::string& who : report.notTold) {
-    report.warnings.push_back("Nobody could tell " + who + " about the change.");
+    report.warnings.push_back(sentence("Nobody could tell {1} about the change.", {who}));
   }
   if (report.applied && context.services.wasInterrupted()) {
     report.warnings.emplace_back(
-        "Interrupted while the change was being made; it was finished all the same.");
+        translated("Interrupted while the change was being made; it was finished all the same."));
   }
 }
 
@@ -314,9 +323,9 @@ void addReport(const ChangeReport& later, ChangeReport& report) {
 }
 
 ChangeError lockIsTaken() {
-  ChangeError error =
-      failure(FailureCode::tryAgain, "Another program is changing the settings. Nothing was changed.");
-  error.advice = "Try again in a moment, or wait longer with --wait-lock.";
+  ChangeError error = failure(FailureCode::tryAgain,
+                              translated("Another program is changing the settings. Nothing was changed."));
+  error.advice = sentence("Try again in a moment, or wait longer with {1}.", {"--wait-lock"});
   return error;
 }
 

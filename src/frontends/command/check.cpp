@@ -8,6 +8,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/qr/qr_code.h"
 #include "src/frontends/shared/reach/ladder.h"
 
@@ -28,8 +29,10 @@ struct VerdictWords {
 };
 
 // In the order of the verdicts.
-constexpr VerdictWords kVerdicts[] = {
-    {"yes", "passes"}, {"no", "fails"}, {"not known", "not-known"}, {"-", "not-looked-at"}};
+constexpr VerdictWords kVerdicts[] = {{english("yes"), "passes"},
+                                      {english("no"), "fails"},
+                                      {english("not known"), "not-known"},
+                                      {"-", "not-looked-at"}};
 constexpr const char* kReach[] = {"reachable", "not-reachable", "not-known", "switched-off"};
 
 const VerdictWords& wordsOf(Verdict verdict) {
@@ -43,7 +46,7 @@ Json textOrNull(const std::string& text) {
 Json rungJson(const RungResult& rung) {
   const RungRow& row = rungs()[static_cast<std::size_t>(rung.rung)];
   return {{"rung", row.key},
-          {"question", row.title},
+          {"question", translated(row.title)},
           {"verdict", wordsOf(rung.verdict).forScript},
           {"text", textOrNull(rung.sentence)},
           {"advice", textOrNull(rung.advice)}};
@@ -73,7 +76,8 @@ void writeRungs(std::ostream& out, const ServiceReach& service) {
   std::vector<TableRow> rows;
   for (const RungResult& rung : service.rungs) {
     const RungRow& row = rungs()[static_cast<std::size_t>(rung.rung)];
-    rows.push_back({wordsOf(rung.verdict).forPerson, rung.sentence.empty() ? row.title : rung.sentence});
+    rows.push_back({translated(wordsOf(rung.verdict).forPerson),
+                    rung.sentence.empty() ? translated(row.title) : rung.sentence});
     if (!rung.advice.empty()) rows.push_back({"", rung.advice});
   }
   writeTable(out, rows, kRungIndent);
@@ -85,7 +89,7 @@ void writeAddresses(std::ostream& out, const ServiceReach& service) {
     if (offered.isUsable) rows.push_back({offered.text, offered.address.network, offered.address.device});
   }
   if (rows.empty()) return;
-  out << "  Addresses:\n";
+  out << "  " << translated("Addresses:") << '\n';
   writeTable(out, rows, 2 * kRungIndent);
 }
 

@@ -10,6 +10,7 @@
 
 #include "src/frontends/shared/checks/nearest.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/trial/countdown.h"
 #include "src/server/mac/text/join.h"
 
@@ -24,17 +25,12 @@ std::vector<std::string> namesOf(const Rows& rows) {
   return names;
 }
 
-std::string inQuotes(std::string_view word) {
-  return "\"" + std::string(word) + "\"";
-}
-
 // Empty where there is no choice to make, or the word is one of the choices.
 std::string wrongChoice(std::string_view taker, std::span<const std::string_view> choices,
                         std::string_view word) {
   if (choices.empty() || std::ranges::count(choices, word) > 0) return "";
   const std::vector<std::string> known(choices.begin(), choices.end());
-  return std::string(taker) + " takes " + listInWords(known, "or") + ", not " + inQuotes(word) + "." +
-         suggestion(word, known);
+  return sentence("{1} takes {2}, not \"{3}\".", {taker, oneOf(known), word}) + suggestion(word, known);
 }
 
 // One word never answers two questions: every answer names its question.
@@ -43,9 +39,10 @@ std::string answerQuestion(CommandLine& line, std::string_view word) {
   const std::string_view name = word.substr(0, equals);
   const QuestionRow* question = findQuestion(name);
   if (question == nullptr || equals == std::string_view::npos) {
-    return "--answer takes a question's name and its answer, not " + inQuotes(word) + "." +
-           suggestion(name, namesOf(questionTable())) + " The questions are " +
-           joined(questionTable(), ", ", formOf) + ".";
+    const std::string near = suggestion(name, namesOf(questionTable()));
+    return joinedSentences(
+        sentence("{1} takes a question's name and its answer, not \"{2}\".", {"--answer", word}) + near,
+        sentence("The questions are {1}.", {joined(questionTable(), ", ", formOf)}));
   }
   const std::string_view answer = word.substr(equals + 1);
   std::string fault = wrongChoice(name, question->answers, answer);
@@ -53,7 +50,7 @@ std::string answerQuestion(CommandLine& line, std::string_view word) {
   const auto number =
       static_cast<std::size_t>(std::ranges::find(question->answers, answer) - question->answers.begin());
   const auto [given, isNew] = line.answers.try_emplace(question->name, number);
-  return isNew || given->second == number ? "" : std::string(name) + " is answered in two ways.";
+  return isNew || given->second == number ? "" : sentence("{1} is answered in two ways.", {name});
 }
 
 constexpr int64_t kMostSeconds = 3600;
@@ -62,8 +59,8 @@ constexpr int64_t kMostSeconds = 3600;
 std::string readSeconds(auto& limit, std::string_view value) {
   const auto seconds = wholeNumber(value);
   if (!seconds || *seconds < 0 || *seconds > kMostSeconds) {
-    return "a time to wait is a whole number of seconds from 0 to " + std::to_string(kMostSeconds) +
-           ", not " + inQuotes(value) + ".";
+    return sentence("a time to wait is a whole number of seconds from 0 to {1}, not \"{2}\".",
+                    {std::to_string(kMostSeconds), value});
   }
   limit = std::chrono::seconds(*seconds);
   return "";
@@ -76,8 +73,8 @@ std::string setSeconds(CommandLine& line, std::string_view value) {
 std::string setTrial(CommandLine& line, std::string_view value) {
   const auto seconds = wholeNumber(value);
   if (!seconds || *seconds < kShortestTrial.count() || *seconds > kLongestTrial.count()) {
-    return "a trial lasts a whole number of seconds from " + std::to_string(kShortestTrial.count()) + " to " +
-           std::to_string(kLongestTrial.count()) + ", not " + inQuotes(value) + ".";
+    return sentence("a trial lasts a whole number of seconds from {1} to {2}, not \"{3}\".",
+                    {std::to_string(kShortestTrial.count()), std::to_string(kLongestTrial.count()), value});
   }
   line.trial = std::chrono::seconds(*seconds);
   return "";
@@ -92,41 +89,41 @@ std::string setFlag(CommandLine& line, std::string_view /*value*/) {
 
 // clang-format off
 constexpr Option kOptions[] = {
-    {"--root", "", "DIR", "Work on the sandbox in this folder instead of this computer", OptionValue::folder, SettingsUse::none, "",
+    {"--root", "", "DIR", english("Work on the sandbox in this folder instead of this computer"), OptionValue::folder, SettingsUse::none, "",
      [](CommandLine& line, std::string_view value) { line.root = value; return std::string(); }},
-    {"--json", "", "", "Print JSON", OptionValue::none, SettingsUse::none, "", setFlag<&CommandLine::json>},
-    {"--answer", "", "QUESTION=ANSWER", "Answer this question, should it come up; may be repeated",
+    {"--json", "", "", english("Print JSON"), OptionValue::none, SettingsUse::none, "", setFlag<&CommandLine::json>},
+    {"--answer", "", "QUESTION=ANSWER", english("Answer this question, should it come up; may be repeated"),
      OptionValue::answer, SettingsUse::none, "", answerQuestion},
-    {"--reboot", "", "", "Restart the computer now where a change needs it: restart=now", OptionValue::none, SettingsUse::none, "",
+    {"--reboot", "", "", english("Restart the computer now where a change needs it: restart=now"), OptionValue::none, SettingsUse::none, "",
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=now"); }},
-    {"--no-reboot", "", "", "Leave the restart of the computer for later: restart=later", OptionValue::none, SettingsUse::none, "",
+    {"--no-reboot", "", "", english("Leave the restart of the computer for later: restart=later"), OptionValue::none, SettingsUse::none, "",
      [](CommandLine& line, std::string_view) { return answerQuestion(line, "restart=later"); }},
-    {"--dry-run", "", "", "Only show what set, unset, import or undo would change, save and run", OptionValue::none,
+    {"--dry-run", "", "", english("Only show what set, unset, import or undo would change, save and run"), OptionValue::none,
      SettingsUse::previews, "", setFlag<&CommandLine::dryRun>},
-    {"--try", "", "SECONDS", "Take the change back after so long, from 5 to 3600, unless you type \"keep\"", OptionValue::number,
+    {"--try", "", "SECONDS", english("Take the change back after so long, from 5 to 3600, unless you type \"keep\""), OptionValue::number,
      SettingsUse::none, "set unset import stop", setTrial},
-    {"--exact", "", "", "Give every setting that the profile does not name its default", OptionValue::none,
+    {"--exact", "", "", english("Give every setting that the profile does not name its default"), OptionValue::none,
      SettingsUse::reads, "import diff", setFlag<&CommandLine::exact>},
-    {"--changed-only", "", "", "Leave out settings that have their default values", OptionValue::none,
+    {"--changed-only", "", "", english("Leave out settings that have their default values"), OptionValue::none,
      SettingsUse::reads, "export", setFlag<&CommandLine::changedOnly>},
-    {"--changed-again", "", "", "Take back settings too that were changed again since", OptionValue::none,
+    {"--changed-again", "", "", english("Take back settings too that were changed again since"), OptionValue::none,
      SettingsUse::previews, "undo", setFlag<&CommandLine::changedAgain>},
-    {"--search", "", "WORDS", "Show the settings that are found by these words, the best first", OptionValue::text,
+    {"--search", "", "WORDS", english("Show the settings that are found by these words, the best first"), OptionValue::text,
      SettingsUse::reads, "show",
      [](CommandLine& line, std::string_view value) { line.search = value; return std::string(); }},
-    {"--prometheus", "", "", "Print the status as metrics, for the textfile collector of node_exporter", OptionValue::none,
+    {"--prometheus", "", "", english("Print the status as metrics, for the textfile collector of node_exporter"), OptionValue::none,
      SettingsUse::reads, "status", setFlag<&CommandLine::prometheus>},
-    {"--wait-lock", "", "SECONDS", "Wait so long for somebody else's change to end; 10 seconds unless given",
+    {"--wait-lock", "", "SECONDS", english("Wait so long for somebody else's change to end; 10 seconds unless given"),
      OptionValue::number, SettingsUse::changes, "", setSeconds<&WaitLimits::lock>},
-    {"--wait-tools", "", "SECONDS", "Wait so long for the programs that save; 30 seconds unless given",
+    {"--wait-tools", "", "SECONDS", english("Wait so long for the programs that save; 30 seconds unless given"),
      OptionValue::number, SettingsUse::changes, "", setSeconds<&WaitLimits::tools>},
-    {"--wait", "", "SECONDS", "Wait so long until clients can connect; not at all unless given", OptionValue::number, SettingsUse::none,
+    {"--wait", "", "SECONDS", english("Wait so long until clients can connect; not at all unless given"), OptionValue::number, SettingsUse::none,
      "check", [](CommandLine& line, std::string_view value) { return readSeconds(line.waitForReach, value); }},
-    {"--qr", "", "", "Print the address as a QR code too", OptionValue::none, SettingsUse::none, "check",
+    {"--qr", "", "", english("Print the address as a QR code too"), OptionValue::none, SettingsUse::none, "check",
      setFlag<&CommandLine::qrCode>},
-    {"--help", "-h", "", "Print help, for a command or for all", OptionValue::none, SettingsUse::none, "",
+    {"--help", "-h", "", english("Print help, for a command or for all"), OptionValue::none, SettingsUse::none, "",
      setFlag<&CommandLine::help>},
-    {"--version", "", "", "Print the version", OptionValue::none, SettingsUse::none, "", setFlag<&CommandLine::version>},
+    {"--version", "", "", english("Print the version"), OptionValue::none, SettingsUse::none, "", setFlag<&CommandLine::version>},
 };
 // clang-format on
 static_assert(std::ranges::none_of(kOptions, [](const Option& option) { return option.apply == nullptr; }));
@@ -193,7 +190,7 @@ class Parser {
     }
     for (; optind < count; ++optind) note(readWord(argv[optind]));  // behind "--"
     if (!first.empty() || line_.help || line_.version) return first;
-    if (line_.command == nullptr) return "a command is missing.";
+    if (line_.command == nullptr) return translated("a command is missing.");
     return checkArguments();
   }
   const CommandLine& line() const { return line_; }
@@ -207,12 +204,12 @@ class Parser {
     if (option == nullptr) {
       const std::string name = optopt != 0 ? std::string{'-', static_cast<char>(optopt)}
                                            : std::string(word.substr(0, word.find('=')));
-      return "unknown option " + inQuotes(name) + "." + suggestion(name, namesOf(kOptions));
+      return sentence("unknown option \"{1}\".", {name}) + suggestion(name, namesOf(kOptions));
     }
     const std::string name(option->name);
-    if (code == '?') return name + " takes no value.";
+    if (code == '?') return sentence("{1} takes no value.", {name});
     const std::string_view value = optarg != nullptr ? optarg : "";
-    if (!option->value.empty() && value.empty()) return name + " needs a value.";
+    if (!option->value.empty() && value.empty()) return sentence("{1} needs a value.", {name});
     options_.push_back(option);
     return option->apply(line_, value);
   }
@@ -226,7 +223,7 @@ class Parser {
     line_.command = findCommand(word);
     isUnknown_ = line_.command == nullptr;
     if (!isUnknown_) return "";
-    return "unknown command " + inQuotes(word) + "." + suggestion(word, namesOf(commands()));
+    return sentence("unknown command \"{1}\".", {word}) + suggestion(word, namesOf(commands()));
   }
 
   std::string checkArguments() const {
@@ -234,14 +231,14 @@ class Parser {
     const ArgumentDescription& argument = command.argument;
     const Arguments& given = line_.arguments;
     const std::string name(command.name);
-    if (given.size() > argument.most) return "unexpected argument " + inQuotes(given[argument.most]) + ".";
-    if (given.size() < argument.least) return name + " needs a " + std::string(argument.placeholder) + ".";
+    if (given.size() > argument.most) return sentence("unexpected argument \"{1}\".", {given[argument.most]});
+    if (given.size() < argument.least) return sentence("{1} needs a {2}.", {name, argument.placeholder});
     for (const std::string& word : given) {
       if (std::string fault = wrongChoice(name, argument.choices, word); !fault.empty()) return fault;
     }
-    if (line_.search && !given.empty()) return name + " takes a page or --search, not both.";
+    if (line_.search && !given.empty()) return sentence("{1} takes a page or --search, not both.", {name});
     for (const Option* option : options_) {
-      if (!takes(command, *option)) return name + " takes no " + std::string(option->name) + ".";
+      if (!takes(command, *option)) return sentence("{1} takes no {2}.", {name, option->name});
     }
     return "";
   }

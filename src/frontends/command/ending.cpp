@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "src/frontends/command/diagnostic.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -100,7 +101,8 @@ ExitStatus finish(const Output& output, const ChangeReport& report, const Json& 
     output.out << resultJson(output, report, fields).dump(2, ' ', false, Json::error_handler_t::replace)
                << '\n';
   }
-  for (const std::string& warning : report.warnings) writeDiagnostic(output.err, "warning: " + warning);
+  for (const std::string& warning : report.warnings)
+    writeDiagnostic(output.err, sentence("warning: {1}", {warning}));
   if (report.error) writeDiagnostic(output.err, report.error.sentence);
   if (!report.error.advice.empty()) output.err << printable(report.error.advice) << '\n';
   return exitStatusOf(report.error.code);

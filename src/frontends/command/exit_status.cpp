@@ -4,25 +4,27 @@
 #include <cstddef>
 #include <iterator>
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik::command {
 
 namespace {
 
 // clang-format off
 constexpr ExitStatusRow kRows[] = {
-    {FailureCode::none,        kExitOk,           "done, or nothing to do"},
-    {FailureCode::usage,       kExitUsage,        "the command line is wrong"},
-    {FailureCode::wrongValue,  kExitData,         "a value is wrong"},
-    {FailureCode::damaged,     kExitDamaged,      "a settings file is damaged"},
-    {FailureCode::server,      kExitUnavailable,  "the server does not do what it should"},
-    {FailureCode::software,    kExitSoftware,     "the program itself failed"},
-    {FailureCode::notWritten,  kExitCannotCreate, "a file was not written"},
-    {FailureCode::output,      kExitIo,           "the output was not written"},
-    {FailureCode::tryAgain,    kExitTryAgain,     "busy; try again"},
-    {FailureCode::notAllowed,  kExitNoPermission, "not allowed"},
-    {FailureCode::notSettable, kExitNotSettable,  "cannot be set as things are"},
-    {FailureCode::cancelled,   kExitNotSettable,  "a person chose not to go on"},
-    {FailureCode::interrupted, kExitInterrupted,  "interrupted"},
+    {FailureCode::none,        kExitOk,           english("done, or nothing to do")},
+    {FailureCode::usage,       kExitUsage,        english("the command line is wrong")},
+    {FailureCode::wrongValue,  kExitData,         english("a value is wrong")},
+    {FailureCode::damaged,     kExitDamaged,      english("a settings file is damaged")},
+    {FailureCode::server,      kExitUnavailable,  english("the server does not do what it should")},
+    {FailureCode::software,    kExitSoftware,     english("the program itself failed")},
+    {FailureCode::notWritten,  kExitCannotCreate, english("a file was not written")},
+    {FailureCode::output,      kExitIo,           english("the output was not written")},
+    {FailureCode::tryAgain,    kExitTryAgain,     english("busy; try again")},
+    {FailureCode::notAllowed,  kExitNoPermission, english("not allowed")},
+    {FailureCode::notSettable, kExitNotSettable,  english("cannot be set as things are")},
+    {FailureCode::cancelled,   kExitNotSettable,  english("a person chose not to go on")},
+    {FailureCode::interrupted, kExitInterrupted,  english("interrupted")},
 };
 // clang-format on
 

@@ -5,6 +5,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/shared/checks/nearest.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -19,7 +20,7 @@ ExitStatus getSettings(const Context& context, const CommandLine& line) {
     if (setting == nullptr) {
       const std::string near = suggestion(name, session.settingNames());
       return finish(context.output(),
-                    failure(FailureCode::usage, "unknown setting \"" + name + "\"." + near, name));
+                    failure(FailureCode::usage, sentence("unknown setting \"{1}\".", {name}) + near, name));
     }
     values[name] = jsonOf(setting->typedValue());
     lines += setting->text() + '\n';

@@ -6,15 +6,17 @@
 #include <new>
 #include <ostream>
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik::command {
 
 namespace {
 
-constexpr const char* kNoMemory = "there is too little memory.";
+constexpr const char* kNoMemory = english("there is too little memory.");
 
-ExitStatus failed(const Output& output, const std::string& sentence) {
+ExitStatus failed(const Output& output, const std::string& words) {
   try {
-    return finish(output, failure(FailureCode::software, sentence));
+    return finish(output, failure(FailureCode::software, words));
   } catch (const std::bad_alloc&) {
     output.err << "norvikctl: " << kNoMemory << '\n';
     return kExitSoftware;
@@ -27,9 +29,9 @@ ExitStatus guarded(const Output& output, const std::function<ExitStatus()>& run)
   try {
     return run();
   } catch (const std::bad_alloc&) {
-    return failed(output, kNoMemory);
+    return failed(output, translated(kNoMemory));
   } catch (const std::exception& fault) {
-    return failed(output, std::string("a fault of the program: ") + fault.what());
+    return failed(output, sentence("a fault of the program: {1}", {fault.what()}));
   }
 }
 

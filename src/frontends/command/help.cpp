@@ -7,6 +7,7 @@
 #include "src/frontends/command/question_table.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/reach/ladder.h"
 
 namespace norvik::command {
@@ -14,6 +15,10 @@ namespace norvik::command {
 namespace {
 
 constexpr std::size_t kIndent = 2;
+
+void writeHeading(std::ostream& out, std::string_view heading) {
+  out << '\n' << translated(heading) << '\n';
+}
 
 std::string optionForm(const Option& option) {
   std::string form(option.name);
@@ -34,9 +39,9 @@ void writeOptions(std::ostream& out, const Command* command) {
   std::vector<TableRow> rows;
   for (const Option& option : options()) {
     if (command != nullptr && !takes(*command, option)) continue;
-    rows.push_back({optionForm(option), std::string(option.help)});
+    rows.push_back({optionForm(option), translated(option.help)});
   }
-  out << "\nOptions:\n";
+  writeHeading(out, english("Options:"));
   writeTable(out, rows, kIndent);
 }
 
@@ -44,32 +49,33 @@ void writeOptions(std::ostream& out, const Command* command) {
 void writeQuestions(std::ostream& out) {
   std::vector<TableRow> rows;
   for (const QuestionRow& question : questionTable()) {
-    rows.push_back({formOf(question), std::string(question.meaning)});
+    rows.push_back({formOf(question), translated(question.meaning)});
   }
-  out << "\nQuestions for --answer, the default answer first:\n";
+  writeHeading(out, english("Questions for --answer, the default answer first:"));
   writeTable(out, rows, kIndent);
 }
 
 void writeExitStatuses(std::ostream& out) {
   std::vector<TableRow> rows;
   for (const ExitStatusRow& row : exitStatuses()) {
-    rows.push_back({std::to_string(row.status), std::string(row.meaning)});
+    rows.push_back({std::to_string(row.status), translated(row.meaning)});
   }
   const auto answers =
       std::to_string(rungs().front().exitStatus) + "-" + std::to_string(rungs().back().exitStatus);
-  rows.insert(rows.begin() + 1, {answers, "check: what keeps clients out, see norvikctl(1)"});
-  out << "\nExit status:\n";
+  rows.insert(rows.begin() + 1, {answers, translated("check: what keeps clients out, see norvikctl(1)")});
+  writeHeading(out, english("Exit status:"));
   writeTable(out, rows, kIndent);
 }
 
 // Every setting with its help text, in the order of the pages.
 void writeSettings(std::ostream& out, const std::vector<SettingDescription>& settings) {
-  out << "\nSettings:\n";
+  writeHeading(out, english("Settings:"));
   for (const SettingDescription& setting : settings) {
-    out << "  " << setting.name << "=VALUE, " << acceptedValues(setting) << '\n';
+    out << "  " << sentence("{1}=VALUE, {2}", {setting.name, acceptedValues(setting)}) << '\n';
     for (const ControlDescription* control : setting.controls) {
-      out << "      " << control->choice << (control->choice.empty() ? "" : ": ") << control->label
-          << ".\n      " << control->help << '\n';
+      const std::string label = sentence("{1}.", {control->label});
+      out << "      " << (control->choice.empty() ? label : sentence("{1}: {2}", {control->choice, label}))
+          << "\n      " << control->help << '\n';
     }
   }
 }
@@ -79,25 +85,29 @@ void writeSettings(std::ostream& out, const std::vector<SettingDescription>& set
 void writeHelp(std::ostream& out) {
   std::vector<TableRow> rows;
   for (const Command& command : commands()) {
-    rows.push_back({std::string(command.name), std::string(command.help)});
+    rows.push_back({std::string(command.name), translated(command.help)});
   }
-  out << "Settings of the Norvik remote access server, from the command line.\n\n"
-         "Usage: norvikctl [OPTIONS] COMMAND [ARGUMENTS]\n\n"
-         "Commands:\n";
+  out << translated("Settings of the Norvik remote access server, from the command line.") << "\n\n"
+      << sentence("Usage: {1}", {"norvikctl [OPTIONS] COMMAND [ARGUMENTS]"}) << '\n';
+  writeHeading(out, english("Commands:"));
   writeTable(out, rows, kIndent);
   writeOptions(out, nullptr);
   writeQuestions(out);
   writeExitStatuses(out);
-  out << "\n\"norvikctl COMMAND --help\" says more about a command; norvikctl(1) describes all of them.\n";
+  out << '\n'
+      << translated(
+             "\"norvikctl COMMAND --help\" says more about a command; norvikctl(1) describes all of them.")
+      << '\n';
 }
 
 void writeHelp(std::ostream& out, const Command& command, const std::vector<SettingDescription>& settings) {
   const std::string form = argumentForm(command.argument);
-  out << command.help << ".\n\nUsage: norvikctl [OPTIONS] " << command.name << (form.empty() ? "" : " ")
-      << form << '\n';
+  const std::string usage =
+      "norvikctl [OPTIONS] " + std::string(command.name) + (form.empty() ? "" : " ") + form;
+  out << sentence("{1}.", {translated(command.help)}) << "\n\n" << sentence("Usage: {1}", {usage}) << '\n';
   if (!form.empty()) {
-    out << "\nArguments:\n";
-    writeTable(out, {{std::string(command.argument.placeholder), std::string(command.argument.help)}},
+    writeHeading(out, english("Arguments:"));
+    writeTable(out, {{std::string(command.argument.placeholder), translated(command.argument.help)}},
                kIndent);
   }
   writeOptions(out, &command);

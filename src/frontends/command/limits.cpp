@@ -8,6 +8,7 @@
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/edits/limit_step.h"
 #include "src/frontends/shared/interface/unread_settings.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -18,11 +19,11 @@ using Json = nlohmann::ordered_json;
 const char* hintFor(int32_t action) {
   switch (action) {
     case kLimitAdjust:
-      return "\"norvikctl limits adjust\" raises the limits for the next start to the current ones.";
+      return english("\"norvikctl limits adjust\" raises the limits for the next start to the current ones.");
     case kLimitReset:
-      return "\"norvikctl limits reset\" restores the default limits for the next start.";
+      return english("\"norvikctl limits reset\" restores the default limits for the next start.");
     default:
-      return "The limits cannot be changed, as the current ones are not known.";
+      return english("The limits cannot be changed, as the current ones are not known.");
   }
 }
 
@@ -31,7 +32,7 @@ const char* actionWord(int32_t action) {
 }
 
 std::string currentText(int32_t limit) {
-  return limit > 0 ? std::to_string(limit) : "not known";
+  return limit > 0 ? std::to_string(limit) : translated("not known");
 }
 
 Json limitJson(const NVKServerLimit& limit) {
@@ -52,17 +53,17 @@ ExitStatus show(const Context& context) {
     Json json{{"now", limitJson(limits.system)},
               {"nextStart", limitJson(limits.launchd)},
               {"action", actionWord(limits.action)}};
-    if (unread) json["notes"] = {kUnreadSentence};
+    if (unread) json["notes"] = {translated(kUnreadSentence)};
     return finish(context.output(), ChangeReport(), json);
   }
   const auto label = [&](const Control& field) { return context.interface.find(field.name())->label; };
   const Control& soft = pane.ib_admin_edbox_maxFSoft;
   const Control& hard = pane.ib_admin_edbox_maxFHard;
-  writeTable(context.out, {{"", "Now", "At the next start"},
-                           {label(soft), currentText(limits.system.soft), soft.stringValue()},
-                           {label(hard), currentText(limits.system.hard), hard.stringValue()}});
-  context.out << '\n' << hintFor(limits.action) << '\n';
-  if (unread) context.out << kUnreadSentence << '\n';
+  writeTable(context.out, {{"", translated("Now"), translated("At the next start")},
+                           {label(soft), currentText(limits.system.soft), translated(soft.stringValue())},
+                           {label(hard), currentText(limits.system.hard), translated(hard.stringValue())}});
+  context.out << '\n' << translated(hintFor(limits.action)) << '\n';
+  if (unread) context.out << translated(kUnreadSentence) << '\n';
   return finish(context.output(), ChangeReport());
 }
 

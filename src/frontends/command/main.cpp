@@ -21,6 +21,9 @@
 #include "src/frontends/shared/history/history.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 #include "src/frontends/shared/interface/unread_settings.h"
+#include "src/frontends/shared/language/choice.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/translated_interface.h"
 
 namespace norvik::command {
 namespace {
@@ -80,8 +83,8 @@ Output outputOf(const CommandLine& line) {
 // Why no sandbox can be worked on in this folder; empty where one can.
 std::string wrongRoot(const std::string& folder) {
   std::error_code error;
-  if (!std::filesystem::is_directory(folder, error)) return "no such directory: \"" + folder + "\".";
-  return isSandbox(folder) ? "" : "\"" + folder + "\" is not a sandbox.";
+  if (!std::filesystem::is_directory(folder, error)) return sentence("no such directory: \"{1}\".", {folder});
+  return isSandbox(folder) ? "" : sentence("\"{1}\" is not a sandbox.", {folder});
 }
 
 LinuxComputerOptions optionsFor(const CommandLine& line) {
@@ -93,7 +96,7 @@ LinuxComputerOptions optionsFor(const CommandLine& line) {
 
 // Says why rights were not granted, where the system says so.
 ExitStatus explained(ExitStatus status, const AuthorizationRefusals& refusals) {
-  const std::string why = sentenceOf(refusals.lastRefusal());
+  const std::string why = translated(sentenceOf(refusals.lastRefusal()));
   if (status == kExitNoPermission && !why.empty()) writeDiagnostic(std::cerr, why);
   return status;
 }
@@ -104,11 +107,12 @@ ExitStatus runOnComputer(const CommandLine& line) {
   std::string damage;
   const auto interface = shippedInterface(damage);
   if (!interface) {
-    return finish(outputOf(line),
-                  failure(FailureCode::software, "the interface description is damaged: " + damage));
+    return finish(outputOf(line), failure(FailureCode::software,
+                                          sentence("the interface description is damaged: {1}", {damage})));
   }
   Installation installation(optionsFor(line));
-  const InterfaceDescription shown = withUnreadSaid(*interface, installation.computer.services().unreadFiles);
+  const InterfaceDescription shown =
+      withUnreadSaid(translatedInterface(*interface), installation.computer.services().unreadFiles);
   Context context = installation.context(shown, line);
   if (!line.help) {
     if (line.command->use >= SettingsUse::reads && !line.dryRun) takeBackAbandoned(context);
@@ -138,7 +142,7 @@ ExitStatus run(const CommandLine& line) {
 
 ExitStatus refuse(const CommandLine& line, const std::string& fault) {
   ChangeError error = failure(FailureCode::usage, fault);
-  error.advice = "Try \"norvikctl --help\".";
+  error.advice = translated("Try \"norvikctl --help\".");
   return finish(outputOf(line), error);
 }
 
@@ -149,15 +153,19 @@ ExitStatus run(const std::vector<std::string>& words) {
 }
 
 // Before the line is read, for which there may be too little memory.
-Output outputBefore(char** begin, char** end) {
-  const auto isJson = [](const char* word) { return std::string_view(word) == "--json"; };
-  return {std::cout, std::cerr, std::any_of(begin, end, isJson), ""};
+bool isForScript(char** begin, char** end) {
+  return std::any_of(begin, end, [](const char* word) { return std::string_view(word) == "--json"; });
+}
+
+// What a script reads is English whatever the person's language: its sentences are compared and stored.
+void chooseLanguageFor(bool script) {
+  if (!script) chooseLanguage(wantedLanguages());
 }
 
 // A command that failed keeps its own status.
 ExitStatus checkOutput(ExitStatus status) {
   if (flushOutput() || status != kExitOk) return status;
-  writeDiagnostic(std::cerr, "the output could not be written.");
+  writeDiagnostic(std::cerr, translated("the output could not be written."));
   return kExitIo;
 }
 
@@ -168,5 +176,10 @@ int main(int argc, char** argv) {
   using namespace norvik::command;
   fillClosedStreams();
   char** const words = argv + std::min(argc, 1);
-  return checkOutput(guarded(outputBefore(words, argv + argc), [&] { return run({words, argv + argc}); }));
+  const bool isJson = isForScript(words, argv + argc);
+  const norvik::command::Output output{std::cout, std::cerr, isJson, ""};
+  return checkOutput(guarded(output, [&] {
+    chooseLanguageFor(isJson);
+    return run({words, argv + argc});
+  }));
 }

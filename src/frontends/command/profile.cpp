@@ -10,6 +10,7 @@
 #include "src/frontends/command/selection.h"
 #include "src/frontends/command/trial.h"
 #include "src/frontends/command/wish_change.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/profile/pane_profile.h"
 
 namespace norvik::command {
@@ -19,10 +20,9 @@ namespace {
 using Json = nlohmann::ordered_json;
 
 // The pane takes a file that it cannot read as one with the defaults, which are nobody's settings.
-ChangeError damagedFor(const Context& context, const std::string& what) {
+ChangeError damagedFor(const Context& context, const char* pattern) {
   for (const StoredFault& fault : context.faults.value_or(StoredFaults())) {
-    if (fault.finding.damaged)
-      return failure(FailureCode::damaged, fault.finding.file + " is damaged. Nothing was " + what + ".");
+    if (fault.finding.damaged) return failure(FailureCode::damaged, sentence(pattern, {fault.finding.file}));
   }
   return {};
 }
@@ -60,7 +60,8 @@ std::optional<ChangeRequest> requestOf(const Context& context, const CommandLine
 }  // namespace
 
 ExitStatus exportProfile(const Context& context, const CommandLine& line) {
-  if (const ChangeError error = damagedFor(context, "exported")) return finish(context.output(), error);
+  if (const ChangeError error = damagedFor(context, english("{1} is damaged. Nothing was exported.")))
+    return finish(context.output(), error);
   Questions questions({}, context.err);
   Progress progress(nullptr);
   Session session(context, questions, progress, RecordingMode::looking);
@@ -71,7 +72,7 @@ ExitStatus exportProfile(const Context& context, const CommandLine& line) {
   ChangeReport report;
   for (const auto& [name, why] : profile.leftOut) {
     const bool isNamed = std::ranges::count(line.arguments, name) > 0;
-    if (isNamed) report.warnings.push_back(name + " is not in the profile: " + why + ".");
+    if (isNamed) report.warnings.push_back(sentence("{1} is not in the profile: {2}.", {name, why}));
   }
   const std::string text = profileText(profile.values);
   if (!context.json) context.out << text;
@@ -85,7 +86,8 @@ ExitStatus importProfile(const Context& context, const CommandLine& line) {
 }
 
 ExitStatus diffProfile(const Context& context, const CommandLine& line) {
-  if (const ChangeError error = damagedFor(context, "compared")) return finish(context.output(), error);
+  if (const ChangeError error = damagedFor(context, english("{1} is damaged. Nothing was compared.")))
+    return finish(context.output(), error);
   std::vector<ChangeError> errors;
   const auto request = requestOf(context, line, errors);
   if (!request) return refuse(context, errors);
@@ -93,7 +95,7 @@ ExitStatus diffProfile(const Context& context, const CommandLine& line) {
   const ChangeReport& report = outcome.report;
   if (report.error) return finish(context.output(), report.error);
   if (!context.json) writeChanges(context.out, report.changes);
-  if (!context.json && report.changes.empty()) context.out << "Nothing differs.\n";
+  if (!context.json && report.changes.empty()) context.out << translated("Nothing differs.") << '\n';
   const bool same = report.changes.empty();
   const ExitStatus ended = finish(context.output(), report, {{"same", same}});
   return ended != kExitOk || same ? ended : kExitDiffers;

@@ -2,6 +2,8 @@
 // looked at later.
 #include "src/frontends/command/profile_file.h"
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik::command {
 
 bool isProfileFile(const std::string& path, const TypedFile& file) {
@@ -9,11 +11,11 @@ bool isProfileFile(const std::string& path, const TypedFile& file) {
 }
 
 ProfileFile profileIn(const Context& context, const std::string& path, const TypedFile& file) {
-  ProfileFile profile{path == "-" ? "standard input" : path, {}};
+  ProfileFile profile{path == "-" ? translated("standard input") : path, {}};
   if (file.damage.empty()) {
     profile.reading = readProfile(file.bytes, settingsOf(context.interface));
   } else {
-    profile.reading.faults.push_back({true, 0, "", file.damage + "."});
+    profile.reading.faults.push_back({true, 0, "", sentence("{1}.", {file.damage})});
   }
   return profile;
 }
@@ -23,9 +25,11 @@ ProfileFile readProfileFile(const Context& context, const std::string& path) {
 }
 
 ChangeError errorOf(const ProfileFile& profile, const ProfileFault& fault) {
-  const std::string place = profile.name + (fault.line > 0 ? ", line " + std::to_string(fault.line) : "");
-  return failure(fault.unreadable ? FailureCode::damaged : FailureCode::wrongValue,
-                 place + ": " + fault.sentence, fault.key);
+  const std::string words =
+      fault.line > 0
+          ? sentence("{1}, line {2}: {3}", {profile.name, std::to_string(fault.line), fault.sentence})
+          : sentence("{1}: {2}", {profile.name, fault.sentence});
+  return failure(fault.unreadable ? FailureCode::damaged : FailureCode::wrongValue, words, fault.key);
 }
 
 }  // namespace norvik::command

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {
@@ -20,21 +21,21 @@ constexpr std::string_view kCancelRestoreReplace[] = {"cancel", "restore", "repl
 // clang-format off
 constexpr QuestionRow kQuestions[] = {
     {"limits",           "Multiuser Mode Adjustment",
-     "Raise the open files limit along with letting several users connect?", kYesNo},
+     english("Raise the open files limit along with letting several users connect?"), kYesNo},
     {"reset-limits",     "Resetting Open Files Limit",
-     "Reset the open files limit to the system's default?", kYesNo},
+     english("Reset the open files limit to the system's default?"), kYesNo},
     {"graphics",         "Disabling Quartz Extreme acceleration",
-     "Turn off hardware window compositing, although some applications may need it?", kYesNo},
+     english("Turn off hardware window compositing, although some applications may need it?"), kYesNo},
     {"opengl",           "Norvik OpenGL driver mode",
-     "Switch to the server's own OpenGL driver?", kYesNo},
+     english("Switch to the server's own OpenGL driver?"), kYesNo},
     {kRestartQuestion,   "Reboot is required",
-     "Restart the computer now or later, where a change needs it?", kLaterNow},
+     english("Restart the computer now or later, where a change needs it?"), kLaterNow},
     {kDamagedQuestion,   "",
-     "Save over a damaged settings file, beginning with its kept copy or with the defaults?", kCancelRestoreReplace},
+     english("Save over a damaged settings file, beginning with its kept copy or with the defaults?"), kCancelRestoreReplace},
     {"leave",            "Norvik Server options changed",
-     "Apply or discard what is pending when the panel is left?", kApplyDiscard},
+     english("Apply or discard what is pending when the panel is left?"), kApplyDiscard},
     {"lock",             "Norvik preferences was changed",
-     "Apply or discard what is pending when the lock is closed?", kApplyDiscardContinue},
+     english("Apply or discard what is pending when the lock is closed?"), kApplyDiscardContinue},
 };
 // clang-format on
 

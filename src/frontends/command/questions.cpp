@@ -7,6 +7,8 @@
 #include <ostream>
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
 #include "src/server/mac/text/trim.h"
 
 namespace norvik::command {
@@ -28,7 +30,8 @@ void write(std::ostream& out, const Question& question) {
   const std::string_view message = withoutTrailing(question.message, "\n");
   out << '\n' << question.title << "\n\n" << message << "\n\n";
   for (std::size_t i = 0; i < question.buttons.size(); ++i) {
-    out << "  " << i + 1 << "  " << question.buttons[i] << (i == 0 ? "  (default)" : "") << '\n';
+    out << "  " << i + 1 << "  " << question.buttons[i] << (i == 0 ? "  " + translated("(default)") : "")
+        << '\n';
   }
 }
 
@@ -45,9 +48,9 @@ std::optional<std::size_t> chosen(const Question& question, const std::string& t
 
 int Questions::NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                                const char* alternateButton, const char* otherButton) {
-  Question question{questionTitled(title), title, message, {}, std::nullopt};
+  Question question{questionTitled(title), paneText(title), paneText(message), {}, std::nullopt};
   for (const char* button : {defaultButton, alternateButton, otherButton}) {
-    if (button != nullptr) question.buttons.emplace_back(button);
+    if (button != nullptr) question.buttons.push_back(paneText(button));
   }
   const auto number = ask(std::move(question));
   return number ? kResults[*number] : NSAlertOtherReturn;
@@ -77,30 +80,32 @@ std::optional<std::size_t> Questions::askPerson(const Question& question) {
   write(out_, question);
   std::string line;
   while (true) {
-    out_ << "\nYour choice [1]: " << std::flush;
+    out_ << '\n' << translated("Your choice [1]: ") << std::flush;
     if (!std::getline(*answers_.person, line)) {
       out_ << '\n';
       return std::nullopt;
     }
     if (const auto choice = chosen(question, line)) return choice;
-    out_ << "Please type a number from 1 to " << question.buttons.size() << ".\n";
+    out_ << sentence("Please type a number from 1 to {1}.", {std::to_string(question.buttons.size())})
+         << '\n';
   }
 }
 
 std::string answered(const Question& question) {
   const std::string name = question.row != nullptr ? std::string(question.row->name) + "=" : "";
-  const std::string button = question.answer ? question.buttons[*question.answer] : "not answered";
+  const std::string button =
+      question.answer ? question.buttons[*question.answer] : translated("not answered");
   const std::string word = question.answer ? wordOf(question, *question.answer) : "?";
-  return name + word + " (" + question.title + ": " + button + ")";
+  return sentence("{1} ({2}: {3})", {name + word, question.title, button});
 }
 
 std::string waysToAnswer(const Question& question) {
   std::vector<std::string> ways;
   for (std::size_t i = 0; i < question.buttons.size() && question.row != nullptr; ++i) {
-    ways.push_back("--answer " + std::string(question.row->name) + "=" + wordOf(question, i) + " for \"" +
-                   question.buttons[i] + "\"");
+    const std::string way = "--answer " + std::string(question.row->name) + "=" + wordOf(question, i);
+    ways.push_back(sentence("{1} for \"{2}\"", {way, question.buttons[i]}));
   }
-  return listInWords(ways, "or");
+  return oneOf(ways);
 }
 
 nlohmann::ordered_json questionsJson(const std::vector<Question>& questions) {

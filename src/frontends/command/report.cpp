@@ -5,6 +5,7 @@
 
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -18,9 +19,9 @@ std::string inParentheses(const std::string& text) {
 
 // What became of a command, for a person; empty where it did what it should.
 std::string remark(const CommandOutcome& command) {
-  if (command.launch.refused) return "  (refused)";
-  if (!command.outcome.ended()) return "  (has not ended)";
-  return command.outcome.succeeded() ? "" : "  (failed)";
+  if (command.launch.refused) return "  " + translated("(refused)");
+  if (!command.outcome.ended()) return "  " + translated("(has not ended)");
+  return command.outcome.succeeded() ? "" : "  " + translated("(failed)");
 }
 
 template <typename Commands, typename Line>
@@ -29,6 +30,10 @@ std::vector<std::string> linesOf(const Commands& commands, Line line) {
   lines.reserve(commands.size());
   for (const auto& command : commands) lines.push_back(line(command));
   return lines;
+}
+
+std::vector<std::string> translatedEach(const std::vector<std::string>& constants) {
+  return linesOf(constants, translated);
 }
 
 std::vector<std::string> answers(const Outcome& outcome) {
@@ -40,24 +45,26 @@ void writeNotes(std::ostream& out, const Outcome& outcome) {
 }
 
 void writePreview(std::ostream& out, const Outcome& outcome) {
-  out << "A dry run: nothing is changed.\n\n";
+  out << translated("A dry run: nothing is changed.") << "\n\n";
   writeChanges(out, outcome.report.changes);
   writeNotes(out, outcome);
   if (!outcome.preview) {
-    out << "There would be nothing to save.\n";
+    out << translated("There would be nothing to save.") << '\n';
     return;
   }
   const Preview& preview = *outcome.preview;
   std::vector<TableRow> rows;
-  appendList(rows, "Would ask", answers(outcome));
-  appendList(rows, "Would save", preview.groups);
-  appendList(rows, "Would write", preview.files);
-  appendList(rows, "Would run", linesOf(preview.commands, norvik::commandLine));
-  appendList(rows, "Would tell", preview.told);
+  appendList(rows, translated("Would ask"), answers(outcome));
+  appendList(rows, translated("Would save"), translatedEach(preview.groups));
+  appendList(rows, translated("Would write"), preview.files);
+  appendList(rows, translated("Would run"), linesOf(preview.commands, norvik::commandLine));
+  appendList(rows, translated("Would tell"), preview.told);
   out << '\n';
   writeTable(out, rows);
-  if (preview.endsConnections) out << "\nConnections to the service that changes would end.\n";
-  if (preview.needsRestart) out << "\nThe computer would have to restart before all of it is in effect.\n";
+  if (preview.endsConnections)
+    out << '\n' << translated("Connections to the service that changes would end.") << '\n';
+  if (preview.needsRestart)
+    out << '\n' << translated("The computer would have to restart before all of it is in effect.") << '\n';
 }
 
 void writeResult(std::ostream& out, const Outcome& outcome) {
@@ -65,19 +72,19 @@ void writeResult(std::ostream& out, const Outcome& outcome) {
   writeChanges(out, report.changes);
   writeNotes(out, outcome);
   if (!report.applied) {
-    out << "There was nothing to save.\n";
+    out << translated("There was nothing to save.") << '\n';
     return;
   }
   std::vector<TableRow> rows;
-  appendList(rows, "Asked", answers(outcome));
-  appendList(rows, "Saved", report.saved);
-  appendList(rows, "Not saved", report.notSaved);
-  appendList(rows, "Taken over", report.takenOver);
-  appendList(rows, "Ran", linesOf(report.commands, [](const CommandOutcome& command) {
+  appendList(rows, translated("Asked"), answers(outcome));
+  appendList(rows, translated("Saved"), translatedEach(report.saved));
+  appendList(rows, translated("Not saved"), report.notSaved);
+  appendList(rows, translated("Taken over"), report.takenOver);
+  appendList(rows, translated("Ran"), linesOf(report.commands, [](const CommandOutcome& command) {
                return commandLine(command.launch) + remark(command);
              }));
-  appendList(rows, "Told", report.told);
-  appendList(rows, "Not told", report.notTold);
+  appendList(rows, translated("Told"), report.told);
+  appendList(rows, translated("Not told"), report.notTold);
   out << '\n';
   writeTable(out, rows);
 }

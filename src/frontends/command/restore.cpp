@@ -8,6 +8,7 @@
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/checks/nearest.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/text/join.h"
 
 namespace norvik::command {
@@ -53,10 +54,10 @@ void write(const Context& context, const ChangeReport& report) {
   std::vector<std::string> commands;
   for (const CommandOutcome& command : report.commands) commands.push_back(commandLine(command.launch));
   std::vector<TableRow> rows;
-  appendList(rows, "Restored", report.saved);
-  appendList(rows, "Ran", commands);
-  appendList(rows, "Told", report.told);
-  appendList(rows, "Not told", report.notTold);
+  appendList(rows, translated("Restored"), report.saved);
+  appendList(rows, translated("Ran"), commands);
+  appendList(rows, translated("Told"), report.told);
+  appendList(rows, translated("Not told"), report.notTold);
   writeTable(context.out, rows);
 }
 
@@ -71,13 +72,14 @@ ExitStatus restore(const Context& context, const Arguments& names) {
   session.open();
   const std::vector<FileFinding> files = damaged(change, names);
   if (needsRights(files) && !session.unlock()) {
-    return finish(context.output(), failure(FailureCode::notAllowed,
-                                            "This needs administrator rights, which were not granted."));
+    return finish(context.output(),
+                  failure(FailureCode::notAllowed,
+                          translated("This needs administrator rights, which were not granted.")));
   }
   change.loaded();
   context.services.deferInterruptions();
   const ChangeReport report = restoreAll(change, files);
-  const std::string note = "Nothing is damaged, so there is nothing to restore.";
+  const std::string note = translated("Nothing is damaged, so there is nothing to restore.");
   if (!context.json && files.empty()) context.out << note << '\n';
   if (!context.json) write(context, report);
   const std::vector<std::string> notes = files.empty() ? std::vector{note} : std::vector<std::string>();
@@ -92,9 +94,11 @@ ExitStatus restoreFiles(const Context& context, const CommandLine& line) {
   const auto known = storedPaths(context);
   if (!line.arguments.empty() && std::ranges::count(known, line.arguments.front()) == 0) {
     const std::string& typed = line.arguments.front();
-    return finish(context.output(), failure(FailureCode::usage, "\"" + typed + "\" is no settings file." +
-                                                                    suggestion(typed, known) + " They are " +
-                                                                    joined(known, ", ") + "."));
+    return finish(
+        context.output(),
+        failure(FailureCode::usage,
+                joinedSentences(sentence("\"{1}\" is no settings file.", {typed}) + suggestion(typed, known),
+                                sentence("They are {1}.", {joined(known, ", ")}))));
   }
   return restore(context, line.arguments);
 }

@@ -5,6 +5,7 @@
 
 #include "src/frontends/shared/checks/nearest.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -31,8 +32,8 @@ ChangeError unknownPage(Session& session, const std::string& word) {
     const std::string& title = setting.description().page.title;
     if (std::ranges::count(known, title) == 0) known.push_back(title);
   }
-  return failure(FailureCode::usage, "unknown page or setting \"" + word + "\"." + suggestion(word, known),
-                 word);
+  return failure(FailureCode::usage,
+                 sentence("unknown page or setting \"{1}\".", {word}) + suggestion(word, known), word);
 }
 
 }  // namespace norvik::command

@@ -12,6 +12,7 @@
 #include "src/frontends/command/status.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/command/trial.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/server/server_order.h"
 
 namespace norvik::command {
@@ -23,7 +24,8 @@ using std::chrono::milliseconds;
 constexpr milliseconds kWaitStep{50};
 
 ChangeError noRights() {
-  return failure(FailureCode::notAllowed, "This needs administrator rights, which were not granted.");
+  return failure(FailureCode::notAllowed,
+                 translated("This needs administrator rights, which were not granted."));
 }
 
 // In steps, so that an interruption is noticed.
@@ -45,19 +47,24 @@ bool isLaunched(const Effects& effects, const ToolCommand& command) {
 // In what state an interrupted order leaves the server. What was launched goes on without this program.
 ChangeError interruption(const Effects& effects, bool restarts) {
   const bool runs = nvkd_pid() != -1;
-  ChangeError error = failure(FailureCode::interrupted, "interrupted; ");
+  ChangeError error = failure(FailureCode::interrupted, "");
   if (isLaunched(effects, kStartServer)) {
-    error.sentence += runs ? "the server runs." : "the server is still being started.";
-    error.advice = runs ? "" : "See with \"norvikctl status\" whether it comes up.";
+    error.sentence = runs ? translated("interrupted; the server runs.")
+                          : translated("interrupted; the server is still being started.");
+    error.advice = runs ? "" : translated("See with \"norvikctl status\" whether it comes up.");
   } else if (isLaunched(effects, kStopServer)) {
-    error.sentence += runs ? "the server is still being stopped" : "the server is stopped";
-    error.sentence += restarts ? ", and is not started again." : ".";
-    error.advice = restarts ? "Start it with \"norvikctl start\"." : "";
+    const char* stopping =
+        restarts ? english("interrupted; the server is still being stopped, and is not started again.")
+                 : english("interrupted; the server is still being stopped.");
+    const char* stopped = restarts ? english("interrupted; the server is stopped, and is not started again.")
+                                   : english("interrupted; the server is stopped.");
+    error.sentence = translated(runs ? stopping : stopped);
+    error.advice = restarts ? translated("Start it with \"norvikctl start\".") : "";
   } else if (isLaunched(effects, kApplyConfig)) {
-    error.sentence += "the server is still being told to take up what is stored.";
-    error.advice = "See with \"norvikctl status\" what is in force.";
+    error.sentence = translated("interrupted; the server is still being told to take up what is stored.");
+    error.advice = translated("See with \"norvikctl status\" what is in force.");
   } else {
-    error.sentence += "nothing was ordered.";
+    error.sentence = translated("interrupted; nothing was ordered.");
   }
   return error;
 }

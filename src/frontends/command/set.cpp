@@ -2,6 +2,7 @@
 #include "src/frontends/command/command_line.h"
 #include "src/frontends/command/trial.h"
 #include "src/frontends/command/wish_change.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -23,8 +24,9 @@ ExitStatus unsetSettings(const Context& context, const CommandLine& line) {
   Arguments assignments;
   for (const std::string& name : line.arguments) {
     if (name.find('=') != std::string::npos) {
-      return finish(context.output(),
-                    failure(FailureCode::usage, "unset takes names alone, not \"" + name + "\"."));
+      return finish(
+          context.output(),
+          failure(FailureCode::usage, sentence("{1} takes names alone, not \"{2}\".", {"unset", name})));
     }
     assignments.push_back(name + "=default");
   }

@@ -32,8 +32,8 @@ std::string range(const SettingDescription& setting) {
     case ControlKind::radioButton:
       return joined(setting.controls, ", ", &ControlDescription::choice);
     default:
-      return std::to_string(static_cast<int64_t>(control.minimum.value_or(0))) + " to " +
-             std::to_string(static_cast<int64_t>(control.maximum.value_or(0)));
+      return sentence("{1} to {2}", {std::to_string(static_cast<int64_t>(control.minimum.value_or(0))),
+                                     std::to_string(static_cast<int64_t>(control.maximum.value_or(0)))});
   }
 }
 
@@ -43,13 +43,13 @@ bool isPending(const PaneSetting& setting, const NVKServerPrefs& pane) {
 }
 
 std::string state(const PaneSetting& setting, const NVKServerPrefs& pane) {
-  return std::string(isDefault(setting, pane) ? "default" : "changed") +
-         (isPending(setting, pane) ? ", not saved" : "");
+  const std::string stored = isDefault(setting, pane) ? translated("default") : translated("changed");
+  return isPending(setting, pane) ? sentence("{1}, not saved", {stored}) : stored;
 }
 
 std::string editable(const Editability& editability) {
-  if (!editability.editable()) return "no: " + editability.remark;
-  return editability.remark.empty() ? "yes" : "yes: " + editability.remark;
+  if (!editability.editable()) return sentence("no: {1}", {editability.remark});
+  return editability.remark.empty() ? translated("yes") : sentence("yes: {1}", {editability.remark});
 }
 
 using Page = std::vector<PaneSetting*>;
@@ -109,13 +109,16 @@ void writePages(std::ostream& out, Session& session, const std::vector<Page>& pa
   for (const Page& page : pages) {
     const PageName& name = page.front()->description().page;
     if (!rows.empty()) rows.emplace_back();
-    rows.push_back({name.title + " (" + groupTitle(session.pane(), name.group) + ")"});
+    rows.push_back({sentence("{1} ({2})",
+                             {translated(name.title), translated(groupTitle(session.pane(), name.group))})});
     for (PaneSetting* setting : page) {
       rows.push_back({"  " + setting->name(), setting->text(), state(*setting, session.pane()),
                       editable(editabilityOf(session.edited(), *setting)), range(setting->description())});
     }
   }
-  rows.insert(rows.begin(), {{"Setting", "Value", "State", "Editable", "Range or items"}, {}});
+  rows.insert(rows.begin(), {{translated("Setting"), translated("Value"), translated("State"),
+                              translated("Editable"), translated("Range or items")},
+                             {}});
   writeTable(out, rows);
 }
 
@@ -124,22 +127,26 @@ void writeLockHint(std::ostream& out, const NVKServerPrefs& pane, const std::vec
     return page.front()->description().isAdministrators();
   };
   if (pane.authorized() || std::ranges::none_of(pages, isAdministrators)) return;
-  out << "\nThe lock is closed. \"norvikctl set\" opens it for a change, and first asks for an "
-         "administrator.\n";
+  out << '\n'
+      << translated(
+             "The lock is closed. \"norvikctl set\" opens it for a change, and first asks for an "
+             "administrator.")
+      << '\n';
 }
 
 void writeSetting(std::ostream& out, Session& session, PaneSetting& setting) {
   out << setting.name() << '\n';
   for (const ControlDescription* control : setting.description().controls) {
-    const std::string lead = control->choice.empty() ? "" : control->choice + ": ";
-    out << "\n  " << lead << control->label << "\n  " << control->help << '\n';
+    const std::string& label = control->label;
+    out << "\n  " << (control->choice.empty() ? label : sentence("{1}: {2}", {control->choice, label}))
+        << "\n  " << control->help << '\n';
   }
   out << '\n';
   writeTable(out,
-             {{"Page", setting.description().page.title},
-              {"Value", setting.text() + " (" + state(setting, session.pane()) + ")"},
-              {"Takes", acceptedValues(setting.description())},
-              {"Editable", editable(editabilityOf(session.edited(), setting))}},
+             {{translated("Page"), translated(setting.description().page.title)},
+              {translated("Value"), sentence("{1} ({2})", {setting.text(), state(setting, session.pane())})},
+              {translated("Takes"), acceptedValues(setting.description())},
+              {translated("Editable"), editable(editabilityOf(session.edited(), setting))}},
              2);
 }
 

@@ -12,6 +12,8 @@
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/shared/interface/address_text.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
 #include "src/frontends/shared/server/client_services.h"
 #include "src/frontends/shared/server/server_order.h"
 
@@ -39,18 +41,18 @@ std::string labelOf(const InterfaceDescription& interface, std::string_view outl
   return control != nullptr ? control->label : std::string(outlet);
 }
 
-constexpr const char* kTakeUpHint = "\"norvikctl apply\" makes the server take up what is stored.";
+constexpr const char* kTakeUpHint = english("\"norvikctl apply\" makes the server take up what is stored.");
 
 // Why clients cannot connect as the pane's sentence says; empty where they can, as far as is known.
 std::string contradiction(const ServiceInForce& service) {
   if (!service.differs()) return "";
   const std::string taken = takenSentence(service);
-  return inForceSentence(service) + (taken.empty() ? "" : " ") + taken;
+  return joinedSentences(inForceSentence(service), taken);
 }
 
 std::string serviceText(NVKServerPrefs& pane, const ClientService& service, const ServiceInForce& inForce) {
   const std::string text = contradiction(inForce);
-  return text.empty() ? onOneLine((pane.*service.address).stringValue()) : text;
+  return text.empty() ? onOneLine(paneText((pane.*service.address).stringValue())) : text;
 }
 
 Json orNull(const auto& optional) {
@@ -82,7 +84,8 @@ Json inForceJson(const ServiceInForce& service) {
 
 // A program that reads metrics takes no object of JSON.
 ExitStatus refuseBothForms(const Context& context) {
-  return finish(context.output(), failure(FailureCode::usage, "--json and --prometheus exclude each other."));
+  return finish(context.output(), failure(FailureCode::usage, sentence("{1} and {2} exclude each other.",
+                                                                       {"--json", "--prometheus"})));
 }
 
 ExitStatus showMetrics(const Context& context, Session& session, const ServerInForce& inForce) {
@@ -102,15 +105,17 @@ std::vector<StatusLine> statusLines(const Context& context, NVKServerPrefs& pane
                                     const ServerInForce& inForce) {
   const InterfaceDescription& interface = context.interface;
   const bool running = pane.m_serverPid != -1;
+  const std::string state = paneText(pane.ib_admin_label_svrState.stringValue());
   std::vector<StatusLine> lines;
-  lines.push_back({"state", labelOf(interface, "ib_admin_label_svrState"),
-                   pane.ib_admin_label_svrState.stringValue() +
-                       (running ? ", process " + std::to_string(pane.m_serverPid) : "")});
+  lines.push_back(
+      {"state", labelOf(interface, "ib_admin_label_svrState"),
+       running ? sentence("{1}, process {2}", {state, std::to_string(pane.m_serverPid)}) : state});
   for (std::size_t i = 0; i < inForce.services.size(); ++i) {
     const ServiceInForce& service = inForce.services[i];
-    lines.push_back({service.key, service.title, serviceText(pane, kClientServices[i], service)});
+    lines.push_back({service.key, translated(service.title), serviceText(pane, kClientServices[i], service)});
   }
-  lines.push_back({"lock", labelOf(interface, "ib_button_Auth"), pane.authorized() ? "Open" : "Closed"});
+  lines.push_back({"lock", labelOf(interface, "ib_button_Auth"),
+                   pane.authorized() ? translated("Open") : translated("Closed")});
   return lines;
 }
 
@@ -138,7 +143,7 @@ std::vector<std::string> notInForce(const Context& context, const NVKServerPrefs
   for (const ServiceInForce& service : inForce.services) {
     if (service.differs()) sentences.push_back(contradiction(service));
   }
-  if (std::ranges::any_of(inForce.services, canBeTakenUp)) sentences.emplace_back(kTakeUpHint);
+  if (std::ranges::any_of(inForce.services, canBeTakenUp)) sentences.push_back(translated(kTakeUpHint));
   return sentences;
 }
 
@@ -163,10 +168,12 @@ ExitStatus showStatus(const Context& context, const CommandLine& line) {
   for (const StatusLine& each : statusLines(context, session.pane(), inForce)) {
     rows.push_back({each.label, each.text});
   }
-  if (pending.empty()) rows.push_back({"Pending", "Nothing"});
-  for (const std::string& name : pending) rows.push_back({&name == &pending.front() ? "Pending" : "", name});
+  if (pending.empty()) rows.push_back({translated("Pending"), translated("Nothing")});
+  for (const std::string& name : pending)
+    rows.push_back({&name == &pending.front() ? translated("Pending") : "", name});
   writeTable(context.out, rows);
-  if (std::ranges::any_of(inForce.services, canBeTakenUp)) context.out << '\n' << kTakeUpHint << '\n';
+  if (std::ranges::any_of(inForce.services, canBeTakenUp))
+    context.out << '\n' << translated(kTakeUpHint) << '\n';
   return finish(context.output(), report);
 }
 
@@ -176,7 +183,7 @@ ExitStatus isServerRunning(const Context& context, const CommandLine& /*line*/) 
   Session session(context, questions, progress, RecordingMode::looking);
   const int32_t pid = session.pane().m_serverPid;
   const bool running = pid != -1;
-  if (!context.json) context.out << (running ? "running" : "not running") << '\n';
+  if (!context.json) context.out << (running ? translated("running") : translated("not running")) << '\n';
   const ExitStatus ended = finish(context.output(), ChangeReport(),
                                   {{"running", running}, {"pid", running ? Json(pid) : Json(nullptr)}});
   return ended != kExitOk || running ? ended : kExitNotRunning;

@@ -54,7 +54,7 @@ StoredFaults storedFaults(const Context& context) {
 
 StoredFaults faultsOfFile(const Context& context, const std::string& path, TypedFile typed) {
   StoredFile file = serverFile();
-  file.label = "the file";
+  file.label = english("the file");
   if (typed.damage.empty()) typed.damage = damageOf(file, typed.bytes);
   FixedLists lists(context.computer.propertyLists, decodePropertyList(typed.bytes));
   Platform computer = platformWith(context.computer, lists);
@@ -64,7 +64,8 @@ StoredFaults faultsOfFile(const Context& context, const std::string& path, Typed
 }
 
 void writeWarnings(std::ostream& err, const StoredFaults& faults) {
-  for (const StoredFault& fault : faults) writeDiagnostic(err, "warning: " + fault.finding.sentence);
+  for (const StoredFault& fault : faults)
+    writeDiagnostic(err, sentence("warning: {1}", {fault.finding.sentence}));
 }
 
 }  // namespace norvik::command

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "src/frontends/command/display_width.h"
 #include "src/server/mac/text/trim.h"
-#include "src/server/mac/text/utf8.h"
 
 namespace norvik::command {
 
@@ -18,14 +18,13 @@ void writeTable(std::ostream& out, const std::vector<TableRow>& rows, std::size_
   for (const TableRow& row : rows) {
     if (widths.size() < row.size()) widths.resize(row.size());
     for (std::size_t i = 0; i < row.size() && row.size() > 1; ++i) {
-      widths[i] = std::max(widths[i], characterCount(row[i]));
+      widths[i] = std::max(widths[i], displayWidth(row[i]));
     }
   }
   for (const TableRow& row : rows) {
     std::string line(indent, ' ');
     for (std::size_t i = 0; i < row.size(); ++i) {
-      line +=
-          row[i] + std::string(std::max(widths[i], characterCount(row[i])) - characterCount(row[i]) + 2, ' ');
+      line += row[i] + std::string(std::max(widths[i], displayWidth(row[i])) - displayWidth(row[i]) + 2, ' ');
     }
     out << withoutTrailing(line, " ") << '\n';
   }

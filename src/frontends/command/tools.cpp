@@ -5,6 +5,7 @@
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/server/server_order.h"
 
 namespace norvik::command {
@@ -17,11 +18,12 @@ constexpr std::chrono::seconds kManagerLimit{1};
 // A tool that still runs has opened its window.
 ChangeError errorOfManager(const std::vector<CommandOutcome>& commands) {
   if (commands.empty() || commands.back().launch.refused) {
-    return failure(FailureCode::notAllowed, "the tool could not be opened.");
+    return failure(FailureCode::notAllowed, translated("the tool could not be opened."));
   }
   const CommandOutcome& manager = commands.back();
   if (!manager.outcome.ended() || manager.outcome.succeeded()) return {};
-  return failure(FailureCode::server, "the tool could not be opened: " + failureInWords(manager));
+  return failure(FailureCode::server,
+                 sentence("the tool could not be opened: {1}", {failureInWords(manager)}));
 }
 
 ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
@@ -32,8 +34,9 @@ ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   report.error = installationError(context.services.computer.files);
   if (!report.ok()) return finish(context.output(), report);
   if (!session.unlock()) {
-    return finish(context.output(), failure(FailureCode::notAllowed,
-                                            "This needs administrator rights, which were not granted."));
+    return finish(context.output(),
+                  failure(FailureCode::notAllowed,
+                          translated("This needs administrator rights, which were not granted.")));
   }
   context.services.computer.tools.forget();
   session.recording().forget();
@@ -42,7 +45,7 @@ ExitStatus openTool(const Context& context, Control NVKServerPrefs::*button) {
   report.commands = outcomesOf(session.effects(), context.services.computer.tools.outcomes());
   report.error = errorOfManager(report.commands);
   if (report.ok() && !context.json) {
-    context.out << "Opened with " << norvik::commandLine(report.commands.back().launch) << '\n';
+    context.out << sentence("Opened with {1}", {norvik::commandLine(report.commands.back().launch)}) << '\n';
   }
   for (const std::string& line : session.effects().logged) context.complain(line);
   return finish(context.output(), report);

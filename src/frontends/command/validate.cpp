@@ -7,6 +7,7 @@
 #include "src/frontends/command/diagnostic.h"
 #include "src/frontends/command/profile_file.h"
 #include "src/frontends/command/stored_faults.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::command {
 
@@ -14,20 +15,17 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-std::string counted(std::ptrdiff_t count, const std::string& one, const std::string& many) {
-  return count == 1 ? "One " + one : std::to_string(count) + " " + many;
-}
-
 // A damaged file counts for more than a value that cannot be.
 ChangeError errorOf(const StoredFaults& faults) {
   if (faults.empty()) return {};
   const auto damaged =
       std::ranges::count_if(faults, [](const StoredFault& each) { return each.finding.damaged; });
   if (damaged > 0) {
-    return failure(FailureCode::damaged, counted(damaged, "file is", "files are") + " damaged.");
+    return failure(FailureCode::damaged, counted("One file is damaged.", "{1} files are damaged.",
+                                                 static_cast<std::size_t>(damaged)));
   }
-  const auto count = static_cast<std::ptrdiff_t>(faults.size());
-  return failure(FailureCode::wrongValue, counted(count, "stored value", "stored values") + " cannot be.",
+  return failure(FailureCode::wrongValue,
+                 counted("One stored value cannot be.", "{1} stored values cannot be.", faults.size()),
                  faults.front().finding.setting);
 }
 
@@ -64,8 +62,8 @@ StoredFaults faultsOfProfile(const Context& context, const ProfileFile& profile)
 // A profile may have keys that are unknown or given twice, which are no stored values.
 ChangeError errorOfProfile(const StoredFaults& faults) {
   if (faults.empty() || faults.front().finding.damaged) return errorOf(faults);
-  const auto count = static_cast<std::ptrdiff_t>(faults.size());
-  return failure(FailureCode::wrongValue, counted(count, "mistake is", "mistakes are") + " in the profile.",
+  return failure(FailureCode::wrongValue,
+                 counted("One mistake is in the profile.", "{1} mistakes are in the profile.", faults.size()),
                  faults.front().finding.setting);
 }
 
@@ -100,7 +98,7 @@ ExitStatus validate(const Context& context, const CommandLine& line) {
       line.arguments.empty() ? verdictOnStored(context) : verdictOn(context, line.arguments.front());
   if (!context.json) {
     for (const StoredFault& fault : faults) context.out << printable(fault.finding.sentence) << '\n';
-    if (faults.empty()) context.out << "Nothing is wrong with it.\n";
+    if (faults.empty()) context.out << translated("Nothing is wrong with it.") << '\n';
   }
   ChangeReport report;
   report.error = error;

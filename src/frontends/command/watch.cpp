@@ -7,6 +7,7 @@
 
 #include "src/adapters/services/kept_copies.h"
 #include "src/frontends/command/command_line.h"
+#include "src/frontends/command/display_width.h"
 #include "src/frontends/command/progress.h"
 #include "src/frontends/command/session.h"
 #include "src/frontends/command/status.h"
@@ -91,7 +92,7 @@ class Watch {
     char clock[16];
     const std::size_t length = std::strftime(clock, sizeof clock, "%T", &parts);
     std::string label = line.label;
-    label.resize(std::max(label.size(), kLabelWidth), ' ');
+    label.append(kLabelWidth - std::min(displayWidth(label), kLabelWidth), ' ');
     context_.out << std::string_view(clock, length) << "  " << label << line.text << std::endl;
   }
 

@@ -3,10 +3,16 @@
 
 #include <utility>
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik::desktop {
 
 QString text(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size()));
+}
+
+QString translatedText(std::string_view english) {
+  return text(translated(english));
 }
 
 Binding::Binding(NVKServerPrefs& pane, Control& control, const ControlDescription& description)

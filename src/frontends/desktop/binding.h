@@ -74,5 +74,7 @@ std::unique_ptr<Binding> makeBinding(NVKServerPrefs& pane, Control& control,
 
 // A UTF-8 text of the model or of the description.
 QString text(std::string_view utf8);
+// A constant in the language of the person.
+QString translatedText(std::string_view english);
 
 }  // namespace norvik::desktop

@@ -30,8 +30,8 @@ constexpr int kLinesHigh = 17;       // of the effects
 // Rich text takes margins in pixels alone.
 QString headed(std::string_view heading, const QStringList& lines) {
   if (lines.isEmpty()) return {};
-  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") + text(heading).toHtmlEscaped() +
-                  QStringLiteral("</b></p>");
+  QString block = QStringLiteral("<p style=\"margin:0 0 2px 0\"><b>") +
+                  translatedText(heading).toHtmlEscaped() + QStringLiteral("</b></p>");
   for (const QString& line : lines)
     block +=
         QStringLiteral("<p style=\"margin:0 0 0 12px\">") + line.toHtmlEscaped() + QStringLiteral("</p>");
@@ -50,8 +50,8 @@ QStringList linesOf(const Values& values, Words words) {
 QString effectsOf(const Preview& preview) {
   const auto itself = [](const std::string& words) { return words; };
   QStringList consequences;
-  if (preview.endsConnections) consequences += text(texts::kEndsConnections);
-  if (preview.needsRestart) consequences += text(texts::kNeedsRestart);
+  if (preview.endsConnections) consequences += translatedText(texts::kEndsConnections);
+  if (preview.needsRestart) consequences += translatedText(texts::kNeedsRestart);
   QStringList blocks{headed(texts::kConsequencesHeading, consequences),
                      headed(texts::kFilesHeading, linesOf(preview.files, itself)),
                      headed(texts::kCommandsHeading, linesOf(preview.commands, commandLine)),
@@ -67,7 +67,7 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
       effects_(new QLabel),
       copied_(new NoteLabel(this)) {
   setObjectName(QStringLiteral("changesDialog"));
-  setWindowTitle(text(texts::kChangesTitle));
+  setWindowTitle(translatedText(texts::kChangesTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
   column->addWidget(list_, 1);
@@ -84,7 +84,7 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
   area->setWidget(effects_);
   area->setWidgetResizable(true);
   area->setMinimumHeight(kLinesHigh * fontMetrics().height());
-  area->setAccessibleName(text(texts::kChangesHelp));
+  area->setAccessibleName(translatedText(texts::kChangesHelp));
   column->addWidget(area, 1);
   addButtons(*column);
   connect(list_, &QTreeWidget::itemDoubleClicked, this, [this] { done(kGoToSetting); });
@@ -97,9 +97,9 @@ ChangesDialog::ChangesDialog(QWidget* window, Source source)
 }
 
 QPushButton* ChangesDialog::addButton(std::string_view words, const char* name) {
-  auto* button = new QPushButton(withoutMnemonic(text(words)), this);
+  auto* button = new QPushButton(withoutMnemonic(translatedText(words)), this);
   button->setObjectName(QString::fromLatin1(name));
-  button->setAccessibleName(text(words));
+  button->setAccessibleName(translatedText(words));
   button->setAutoDefault(false);
   clickAtMnemonic(button);
   return button;
@@ -154,7 +154,7 @@ void ChangesDialog::showPreview() {
   preview_ = source_.preview();
   showChanges();
   const bool any = !preview_.changes.empty();
-  effects_->setText(any ? effectsOf(preview_) : text(texts::kNoChanges).toHtmlEscaped());
+  effects_->setText(any ? effectsOf(preview_) : translatedText(texts::kNoChanges).toHtmlEscaped());
   takeBackAll_->setEnabled(any);
   apply_->setEnabled(any);
   copy_->setEnabled(any);

@@ -18,14 +18,14 @@ constexpr int kRowsHigh = 8;
 
 ChangesTable::ChangesTable(const QString& name, QWidget* parent) : QTreeWidget(parent) {
   setObjectName(name);
-  setAccessibleName(text(window_texts::kChangesTitle));
-  setAccessibleDescription(text(window_texts::kChangesHelp));
+  setAccessibleName(translatedText(window_texts::kChangesTitle));
+  setAccessibleDescription(translatedText(window_texts::kChangesHelp));
   setRootIsDecorated(false);
   setUniformRowHeights(true);
   setAllColumnsShowFocus(true);
-  setHeaderLabels({text(window_texts::kSettingColumn), text(window_texts::kPageColumn),
-                   text(window_texts::kOldColumn), text(window_texts::kNewColumn),
-                   text(window_texts::kReasonColumn)});
+  setHeaderLabels({translatedText(window_texts::kSettingColumn), translatedText(window_texts::kPageColumn),
+                   translatedText(window_texts::kOldColumn), translatedText(window_texts::kNewColumn),
+                   translatedText(window_texts::kReasonColumn)});
   setMinimumHeight(kRowsHigh * fontMetrics().height());
 }
 
@@ -33,8 +33,8 @@ void ChangesTable::showChanges(const std::vector<SettingChange>& changes) {
   const int before = std::max(0, chosen());
   clear();
   for (const SettingChange& change : changes) {
-    const QStringList words{text(change.label), text(change.page), text(change.from), text(change.to),
-                            text(change.because)};
+    const QStringList words{text(change.label), translatedText(change.page), translatedText(change.from),
+                            translatedText(change.to), text(change.because)};
     auto* item = new QTreeWidgetItem(this, words);
     for (int i = 0; i < kListColumns; ++i) item->setToolTip(i, words[i]);
   }

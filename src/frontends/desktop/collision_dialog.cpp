@@ -13,6 +13,7 @@
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/shared/interface/window_texts.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::desktop {
 
@@ -32,7 +33,7 @@ QLabel* plainLabel(const std::string& words, QWidget* parent) {
 }
 
 QLabel* heading(std::string_view words, QWidget* parent) {
-  auto* label = new QLabel(text(words), parent);
+  auto* label = new QLabel(translatedText(words), parent);
   QFont bold;
   bold.setBold(true);
   label->setFont(bold);
@@ -42,10 +43,10 @@ QLabel* heading(std::string_view words, QWidget* parent) {
 // The whole choice is read with it, as the row and the column are only seen.
 QRadioButton* choice(const Collision& collision, std::string_view side, const std::string& value,
                      QWidget* parent) {
-  auto* button = new QRadioButton(withoutMnemonic(text(value)), parent);
-  button->setAccessibleName(text(collision.label) + QStringLiteral(": ") + text(side) + QStringLiteral(", ") +
-                            text(value));
-  button->setToolTip(text(side));
+  const std::string shown = translated(value);
+  auto* button = new QRadioButton(withoutMnemonic(text(shown)), parent);
+  button->setAccessibleName(text(sentence("{1}: {2}, {3}", {collision.label, translated(side), shown})));
+  button->setToolTip(translatedText(side));
   return button;
 }
 
@@ -54,23 +55,23 @@ QRadioButton* choice(const Collision& collision, std::string_view side, const st
 CollisionDialog::CollisionDialog(QWidget* window, const std::vector<Collision>& collisions)
     : QDialog(window, Qt::Sheet) {
   setObjectName(QStringLiteral("collisionDialog"));
-  setWindowTitle(text(texts::kCollisionTitle));
+  setWindowTitle(translatedText(texts::kCollisionTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
-  auto* words = new QLabel(text(texts::kCollisionText), this);
+  auto* words = new QLabel(translatedText(texts::kCollisionText), this);
   words->setWordWrap(true);
   column->addWidget(words);
   auto* area = new QScrollArea(this);
   area->setWidgetResizable(true);
   area->setFrameShape(QFrame::NoFrame);
-  area->setAccessibleName(text(texts::kCollisionTitle));
+  area->setAccessibleName(translatedText(texts::kCollisionTitle));
   area->setFocusPolicy(Qt::NoFocus);
   area->setSizeAdjustPolicy(QAbstractScrollArea::AdjustToContents);
   area->setWidget(makeTable(collisions));
   column->addWidget(area, 1);
   auto* box = new QDialogButtonBox(this);
-  QPushButton* go = box->addButton(text(texts::kContinue), QDialogButtonBox::AcceptRole);
-  QPushButton* cancel = box->addButton(text(texts::kCancel), QDialogButtonBox::RejectRole);
+  QPushButton* go = box->addButton(translatedText(texts::kContinue), QDialogButtonBox::AcceptRole);
+  QPushButton* cancel = box->addButton(translatedText(texts::kCancel), QDialogButtonBox::RejectRole);
   go->setObjectName(QStringLiteral("collisionContinue"));
   cancel->setObjectName(QStringLiteral("collisionCancel"));
   go->setDefault(true);
@@ -99,8 +100,9 @@ QWidget* CollisionDialog::makeTable(const std::vector<Collision>& collisions) {
 void CollisionDialog::addRow(QGridLayout& grid, const Collision& collision) {
   QWidget* table = grid.parentWidget();
   const int row = grid.rowCount();
-  const std::string place =
-      collision.page.empty() ? collision.label : collision.page + ", " + collision.label;
+  const std::string place = collision.page.empty()
+                                ? collision.label
+                                : sentence("{1}, {2}", {translated(collision.page), collision.label});
   QLabel* setting = plainLabel(place, table);
   setting->setWordWrap(true);
   QRadioButton* theirs = choice(collision, texts::kTakeTheirs, collision.theirs, table);
@@ -111,7 +113,7 @@ void CollisionDialog::addRow(QGridLayout& grid, const Collision& collision) {
   pair->addButton(mine);
   theirs_.push_back(theirs);
   grid.addWidget(setting, row, kSettingAt);
-  grid.addWidget(plainLabel(collision.loaded, table), row, kLoadedAt);
+  grid.addWidget(plainLabel(translated(collision.loaded), table), row, kLoadedAt);
   grid.addWidget(theirs, row, kTheirsAt);
   grid.addWidget(mine, row, kMineAt);
 }

@@ -9,6 +9,8 @@
 #include "src/frontends/desktop/lock_button.h"
 #include "src/frontends/desktop/mnemonic_click.h"
 #include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
 
 namespace norvik::desktop {
 
@@ -27,11 +29,12 @@ class LabelBinding : public Binding {
 
  private:
   void showValue() override {
-    const QString value = text(control().stringValue());
+    const std::string words = paneText(control().stringValue());
+    const QString value = text(words);
     if (value == value_) return;
     value_ = value;
     label_->setText(value);
-    label_->setAccessibleName(text(description().label) + QStringLiteral(": ") + value);
+    label_->setAccessibleName(text(sentence("{1}: {2}", {description().label, words})));
   }
   QLabel* label_;
   QString value_;  // the label's own text may have a mnemonic in it
@@ -46,7 +49,7 @@ class AddressBinding : public Binding {
   }
 
  private:
-  void showValue() override { label_->setText(text(control().stringValue())); }
+  void showValue() override { label_->setText(text(paneText(control().stringValue()))); }
   AddressLabel* label_;
 };
 
@@ -68,7 +71,7 @@ class PushButtonBinding : public Binding {
  private:
   bool isDrawn() const override { return isVisible() && !control().isTransparent(); }
   void showValue() override {
-    const QString title = text(control().title());
+    const QString title = text(paneText(control().title()));
     if (title == title_) return;
     title_ = title;
     button_->setText(withoutMnemonic(title));

@@ -35,7 +35,7 @@ void showDetails(QWidget* window, const WindowMessage& message) {
   lines->setAccessibleName(text(titleOf(MessageAction::showDetails)));
   column->addWidget(lines, 1);
   auto* box = new QDialogButtonBox(&dialog);
-  box->addButton(text(window_texts::kClose), QDialogButtonBox::RejectRole)->setDefault(true);
+  box->addButton(translatedText(window_texts::kClose), QDialogButtonBox::RejectRole)->setDefault(true);
   column->addWidget(box);
   QObject::connect(box, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
   dialog.resize(kDetailLetters * dialog.fontMetrics().averageCharWidth(),

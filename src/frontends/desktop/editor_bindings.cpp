@@ -111,7 +111,7 @@ class PopUpBinding : public Binding {
  public:
   PopUpBinding(NVKServerPrefs& pane, Control& model, const ControlDescription& description, QWidget* parent)
       : Binding(pane, model, description), popUp_(new QComboBox(parent)) {
-    for (const std::string& item : description.items) popUp_->addItem(text(item));
+    for (const std::string& item : description.items) popUp_->addItem(translatedText(item));
     popUp_->setFocusPolicy(Qt::StrongFocus);
     WheelFilter::install(popUp_, WheelFilter::kAlways);
     attach(popUp_);

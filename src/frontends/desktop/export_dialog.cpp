@@ -46,7 +46,7 @@ ExportDialog::ExportDialog(QWidget* window, const std::string& page, std::size_t
   auto* go = box->addButton(text(translated(profile_texts::kExport)), QDialogButtonBox::AcceptRole);
   go->setObjectName(QStringLiteral("exportGo"));
   go->setDefault(true);
-  box->addButton(text(window_texts::kCancel), QDialogButtonBox::RejectRole);
+  box->addButton(translatedText(window_texts::kCancel), QDialogButtonBox::RejectRole);
   column->addWidget(box);
   QSet<QChar> taken;
   addMnemonics(*this, taken);

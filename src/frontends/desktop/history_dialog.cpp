@@ -90,7 +90,7 @@ HistoryDialog::HistoryDialog(QWidget* window, const InterfaceDescription& interf
   undo_->setToolTip(text(translated(history_texts::kUndoHelp)));
   undo_->setAccessibleDescription(undo_->toolTip());
   undo_->setAutoDefault(false);
-  box->addButton(text(window_texts::kClose), QDialogButtonBox::RejectRole)->setDefault(true);
+  box->addButton(translatedText(window_texts::kClose), QDialogButtonBox::RejectRole)->setDefault(true);
   column->addWidget(box);
   QSet<QChar> taken;
   addMnemonics(*this, taken);
@@ -124,7 +124,9 @@ void HistoryDialog::showChosen() {
   const Chosen now = entry != nullptr ? source_.look(*entry) : Chosen();
   settings_->clear();
   for (const HistoryRow& row : now.rows) {
-    addRow(*settings_, {text(row.label), text(row.page), text(row.then), text(row.now), text(row.since)},
+    addRow(*settings_,
+           {text(row.label), translatedText(row.page), translatedText(row.then), translatedText(row.now),
+            translatedText(row.since)},
            row.differs);
   }
   fitColumns(*settings_);

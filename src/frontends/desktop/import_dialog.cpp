@@ -57,7 +57,7 @@ ImportDialog::ImportDialog(QWidget* window, const std::string& file, Source sour
   takeOver_ = box->addButton(text(translated(profile_texts::kTakeOver)), QDialogButtonBox::AcceptRole);
   takeOver_->setObjectName(QStringLiteral("importTakeOver"));
   takeOver_->setDefault(true);
-  box->addButton(text(window_texts::kCancel), QDialogButtonBox::RejectRole);
+  box->addButton(translatedText(window_texts::kCancel), QDialogButtonBox::RejectRole);
   column->addWidget(box);
   QSet<QChar> taken;
   addMnemonics(*group, taken);

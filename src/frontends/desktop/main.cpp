@@ -9,12 +9,17 @@
 
 #include <cstdio>
 
+#include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/bus_activation.h"
 #include "src/frontends/desktop/display.h"
 #include "src/frontends/desktop/session.h"
 #include "src/frontends/desktop/single_instance.h"
 #include "src/frontends/desktop/theme.h"
+#include "src/frontends/desktop/toolkit_language.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
+#include "src/frontends/shared/language/choice.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/translated_interface.h"
 
 namespace norvik::desktop {
 namespace {
@@ -33,27 +38,28 @@ QString onePath(const QString& folder) {
 }
 
 // Prints why there will be no window. Returns the given status, to exit with.
-int refuse(int status, const QString& why) {
-  std::fprintf(stderr, "norvik-settings: %s\n", qPrintable(why));
+int refuse(int status, const std::string& why) {
+  std::fprintf(stderr, "norvik-settings: %s\n", why.c_str());
   return status;
 }
 
 Options parsed(const QApplication& application) {
   QCommandLineParser parser;
-  parser.setApplicationDescription(QStringLiteral("The settings of the Norvik remote access server."));
+  parser.setApplicationDescription(
+      translatedText(english("The settings of the Norvik remote access server.")));
   parser.addHelpOption();
   parser.addVersionOption();
-  const QCommandLineOption root(QStringLiteral("root"), QStringLiteral("Work on the sandbox in DIR."),
-                                QStringLiteral("DIR"));
+  const QCommandLineOption root(
+      QStringLiteral("root"), translatedText(english("Work on the sandbox in DIR.")), QStringLiteral("DIR"));
   const QCommandLineOption picture(QStringLiteral("picture"),
-                                   QStringLiteral("Write a picture of every page to DIR and exit."),
+                                   translatedText(english("Write a picture of every page to DIR and exit.")),
                                    QStringLiteral("DIR"));
   const QCommandLineOption dark(QStringLiteral("dark"),
-                                QStringLiteral("Use dark colours, whatever the desktop uses."));
+                                translatedText(english("Use dark colours, whatever the desktop uses.")));
   parser.addOptions({root, picture, dark});
   parser.process(application);
   if (parser.isSet(root) && parser.value(root).isEmpty())
-    std::exit(refuse(EX_USAGE, QStringLiteral("--root needs a value")));
+    std::exit(refuse(EX_USAGE, sentence("{1} needs a value", {"--root"})));
   return {onePath(parser.value(root)), parser.value(picture), parser.isSet(dark)};
 }
 
@@ -73,22 +79,22 @@ std::unique_ptr<QSettings> storedState(const Options& options) {
 
 InterfaceDescription interfaceOrExit() {
   std::string error;
-  if (auto interface = shippedInterface(error)) return *interface;
-  std::exit(refuse(EX_SOFTWARE, QStringLiteral("the interface description is damaged: %1").arg(text(error))));
+  if (auto interface = shippedInterface(error)) return translatedInterface(std::move(*interface));
+  std::exit(refuse(EX_SOFTWARE, sentence("the interface description is damaged: {1}", {error})));
 }
 
 int writePictures(Session& session, const QString& folder) {
   QString failed;
   if (session.writePictures(folder, failed)) return EX_OK;
-  return refuse(EX_CANTCREAT, QStringLiteral("could not write %1").arg(failed));
+  return refuse(EX_CANTCREAT, sentence("could not write {1}", {failed.toStdString()}));
 }
 
 int run(QApplication& application) {
   const Options options = parsed(application);
   if (!options.root.isEmpty() && !QFileInfo(options.root).isDir())
-    return refuse(EX_USAGE, QStringLiteral("no such directory: \"%1\"").arg(options.root));
+    return refuse(EX_USAGE, sentence("no such directory: \"{1}\"", {options.root.toStdString()}));
   if (!options.root.isEmpty() && !isSandbox(options.root.toStdString()))
-    return refuse(EX_USAGE, QStringLiteral("\"%1\" is not a sandbox").arg(options.root));
+    return refuse(EX_USAGE, sentence("\"{1}\" is not a sandbox", {options.root.toStdString()}));
   options.dark ? useDarkTheme(application) : useDesktopTheme(application);
   const auto computer = options.root.isEmpty() ? systemOptions() : sandboxOptions(options.root.toStdString());
   if (!options.pictures.isEmpty()) {
@@ -108,18 +114,20 @@ int run(QApplication& application) {
     if (options.root.isEmpty()) activation.take(QDBusConnection::sessionBus());
     return Session(computer, interfaceOrExit(), storedState(options)).run(instance);
   }
-  return refuse(EX_TEMPFAIL, QStringLiteral("another instance is open and does not respond"));
+  return refuse(EX_TEMPFAIL, translated("another instance is open and does not respond"));
 }
 
 }  // namespace
 }  // namespace norvik::desktop
 
 int main(int argc, char** argv) {
+  norvik::chooseLanguage(norvik::wantedLanguages());
   if (!norvik::desktop::prepareDisplay(argc, argv)) {
     return norvik::desktop::refuse(EX_UNAVAILABLE,
-                                   QStringLiteral("no screen to show a window on; norvikctl needs none"));
+                                   norvik::translated("no screen to show a window on; norvikctl needs none"));
   }
   QApplication application(argc, argv);
+  norvik::desktop::useChosenLanguage();
   QApplication::setOrganizationName(QStringLiteral("Norvik"));
   QApplication::setApplicationName(QStringLiteral("norvik-settings"));
   QApplication::setDesktopFileName(QLatin1String(norvik::desktop::kBusName));

@@ -16,6 +16,7 @@
 #include "src/frontends/desktop/mnemonics.h"
 #include "src/frontends/desktop/note_label.h"
 #include "src/frontends/desktop/status_icon.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::desktop {
 
@@ -98,8 +99,8 @@ MessageLine::MessageLine(const QString& name, QWidget* parent)
   close_->setText(QStringLiteral("×"));
   close_->setAutoRaise(true);
   close_->setFocusPolicy(Qt::StrongFocus);
-  close_->setAccessibleName(text(window_texts::kCloseMessage));
-  close_->setToolTip(text(window_texts::kCloseMessage));
+  close_->setAccessibleName(translatedText(window_texts::kCloseMessage));
+  close_->setToolTip(translatedText(window_texts::kCloseMessage));
   // The first line is in the middle of the close button's height, and so is the icon.
   const int above = std::max(0, (close_->sizeHint().height() - fontMetrics().height()) / 2);
   beside->setContentsMargins(0, above, 0, 0);
@@ -178,7 +179,7 @@ void MessageLine::clearPassing() {
 
 // The name says it all, as a screen reader may read nothing else.
 void MessageLine::announce() {
-  const QString name = text(wordOf(message_.kind)) + QStringLiteral(": ") + text(message_.sentence);
+  const QString name = text(norvik::sentence("{1}: {2}", {wordOf(message_.kind), message_.sentence}));
   if (name == accessibleName()) return;
   setAccessibleName(name);
   QAccessibleEvent event(this, QAccessible::Alert);

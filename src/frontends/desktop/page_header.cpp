@@ -55,7 +55,7 @@ Heading::Heading(const QString& words, QWidget* parent) : QLabel(parent) {
 }
 
 PageHeader::PageHeader(const TabDescription& tab, QWidget* parent)
-    : QWidget(parent), title_(new Heading(text(translated(pageName(tab).title)), this)) {
+    : QWidget(parent), title_(new Heading(translatedText(pageName(tab).title), this)) {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(0, 0, 0, 0);
   grid->setVerticalSpacing(0);

@@ -21,6 +21,7 @@
 
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/mnemonics.h"
+#include "src/frontends/shared/language/pane_texts.h"
 
 namespace norvik::desktop {
 
@@ -167,18 +168,18 @@ int QtAlertPanels::NSRunAlertPanel(const char* title, const char* message, const
                                   {alternateButton, NSAlertAlternateReturn},
                                   {otherButton, NSAlertOtherReturn}};
   if (const auto answer = answered ? answered() : std::nullopt) return *answer;
-  PanelBox panel(text(title), window_);
+  PanelBox panel(text(paneText(title)), window_);
   panel.setObjectName(QStringLiteral("alertPanel"));
   panel.setWindowModality(Qt::WindowModal);
   panel.setTextFormat(Qt::PlainText);
-  panel.setInformativeText(text(message));
+  panel.setInformativeText(text(paneText(message)));
   std::map<QAbstractButton*, int> answers;
   for (const PanelButton& button : buttons) {
     if (button.words == nullptr) continue;
     const auto role = &button == &buttons[0]                                  ? QMessageBox::AcceptRole
                       : &button == &buttons[1] && buttons[2].words != nullptr ? QMessageBox::DestructiveRole
                                                                               : QMessageBox::RejectRole;
-    QPushButton* made = panel.addButton(withoutMnemonic(text(button.words)), role);
+    QPushButton* made = panel.addButton(withoutMnemonic(text(paneText(button.words))), role);
     answers[made] = button.answer;
     if (&button == &buttons[0]) panel.setDefaultButton(made);
   }

@@ -48,8 +48,8 @@ ReachCard::ReachCard(QWidget* parent)
   column->addWidget(button_, 0, Qt::AlignLeft);
   button_->setObjectName(QStringLiteral("reachSteps"));
   button_->setAutoDefault(false);
-  button_->setToolTip(text(translated(reach_texts::kHelp)));
-  button_->setAccessibleDescription(text(translated(reach_texts::kHelp)));
+  button_->setToolTip(translatedText(reach_texts::kHelp));
+  button_->setAccessibleDescription(translatedText(reach_texts::kHelp));
   clickAtMnemonic(button_);
 }
 

@@ -16,6 +16,7 @@
 #include "src/frontends/desktop/qr_view.h"
 #include "src/frontends/desktop/secondary_label.h"
 #include "src/frontends/desktop/status_icon.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/reach/reach_texts.h"
 
 namespace norvik::desktop {
@@ -43,7 +44,7 @@ void addAnswer(QGridLayout& grid, const RungResult& rung, QWidget* parent) {
   }
   QLabel* answer = wrapped(text(answerOf(rung)), parent);
   answer->setObjectName(QStringLiteral("reachAnswer"));
-  answer->setAccessibleName(text(wordOf(rung.verdict)) + QStringLiteral(": ") + answer->text());
+  answer->setAccessibleName(text(sentence("{1}: {2}", {wordOf(rung.verdict), answerOf(rung)})));
   answer->setEnabled(isLookedAt);
   grid.addWidget(answer, row, 1);
   if (rung.advice.empty()) return;
@@ -57,10 +58,11 @@ void addAddress(QGridLayout& grid, const OfferedAddress& offered, QWidget* paren
   QLabel* address = wrapped(text(offered.text), parent);
   address->setWordWrap(false);
   grid.addWidget(address, row, 0);
-  grid.addWidget(wrapped(text(offered.address.network + ", " + offered.address.device), parent), row, 1);
-  auto* copy = new QPushButton(text(reach_texts::kCopy), parent);
+  grid.addWidget(
+      wrapped(text(sentence("{1}, {2}", {offered.address.network, offered.address.device})), parent), row, 1);
+  auto* copy = new QPushButton(translatedText(reach_texts::kCopy), parent);
   copy->setAutoDefault(false);
-  copy->setAccessibleName(text(reach_texts::kCopy) + QStringLiteral(" ") + address->text());
+  copy->setAccessibleName(text(sentence("{1} {2}", {translated(reach_texts::kCopy), offered.text})));
   QObject::connect(copy, &QPushButton::clicked, copy,
                    [words = address->text()] { QApplication::clipboard()->setText(words); });
   grid.addWidget(copy, row, 2);
@@ -73,7 +75,7 @@ void addAddresses(QVBoxLayout& column, const ServiceReach& service, QWidget* par
   column.addSpacing(parent->fontMetrics().height() / 2);
   auto* row = new QHBoxLayout;
   auto* list = new QVBoxLayout;
-  QLabel* heading = wrapped(text(reach_texts::kAddresses), parent);
+  QLabel* heading = wrapped(translatedText(reach_texts::kAddresses), parent);
   QFont bold = heading->font();
   bold.setBold(true);
   heading->setFont(bold);
@@ -89,7 +91,7 @@ void addAddresses(QVBoxLayout& column, const ServiceReach& service, QWidget* par
   if (service.reach == Reach::reachable) {
     auto* code = new QrView(parent);
     code->showCode(service.address);
-    code->setToolTip(text(reach_texts::kScan));
+    code->setToolTip(translatedText(reach_texts::kScan));
     row->addWidget(code, 0, Qt::AlignTop);
   }
   column.addLayout(row);
@@ -100,7 +102,7 @@ void addAddresses(QVBoxLayout& column, const ServiceReach& service, QWidget* par
 ReachDialog::ReachDialog(QWidget* window)
     : QDialog(window, Qt::Sheet), tabs_(new QTabWidget(this)), again_(new QPushButton(this)) {
   setObjectName(QStringLiteral("reachDialog"));
-  setWindowTitle(text(reach_texts::kTitle));
+  setWindowTitle(translatedText(reach_texts::kTitle));
   setWindowModality(Qt::WindowModal);
   auto* column = new QVBoxLayout(this);
   tabs_->setObjectName(QStringLiteral("reachTabs"));
@@ -109,7 +111,7 @@ ReachDialog::ReachDialog(QWidget* window)
   again_->setObjectName(QStringLiteral("reachAgain"));
   again_->setAutoDefault(false);
   box->addButton(again_, QDialogButtonBox::ActionRole);
-  box->addButton(text(window_texts::kClose), QDialogButtonBox::RejectRole)->setDefault(true);
+  box->addButton(translatedText(window_texts::kClose), QDialogButtonBox::RejectRole)->setDefault(true);
   column->addWidget(box);
   connect(box, &QDialogButtonBox::rejected, this, &QDialog::reject);
   connect(again_, &QPushButton::clicked, this, [this] {
@@ -120,7 +122,7 @@ ReachDialog::ReachDialog(QWidget* window)
 }
 
 void ReachDialog::setLooking(bool looking) {
-  again_->setText(text(looking ? reach_texts::kLooking : reach_texts::kLookAgain));
+  again_->setText(translatedText(looking ? reach_texts::kLooking : reach_texts::kLookAgain));
   again_->setEnabled(!looking);
 }
 
@@ -128,12 +130,12 @@ QWidget* ReachDialog::makeTab(const ServiceReach& service) {
   auto* area = new QScrollArea(tabs_);
   auto* content = new QWidget;
   auto* column = new QVBoxLayout(content);
-  QLabel* sentence = wrapped(text(reachSentence(service)), content);
-  sentence->setObjectName(QStringLiteral("reachSentence"));
-  QFont bold = sentence->font();
+  QLabel* outcome = wrapped(text(reachSentence(service)), content);
+  outcome->setObjectName(QStringLiteral("reachSentence"));
+  QFont bold = outcome->font();
   bold.setBold(true);
-  sentence->setFont(bold);
-  column->addWidget(sentence);
+  outcome->setFont(bold);
+  column->addWidget(outcome);
   auto* answers = new QGridLayout;
   answers->setColumnStretch(1, 1);
   for (const RungResult& rung : service.rungs) addAnswer(*answers, rung, content);
@@ -151,7 +153,7 @@ void ReachDialog::showServices(const std::vector<ServiceReach>& services) {
   const auto failed = std::ranges::find(services, Reach::notReachable, &ServiceReach::reach);
   if (chosen == -1) chosen = failed != services.end() ? static_cast<int>(failed - services.begin()) : 0;
   while (tabs_->count() > 0) delete tabs_->widget(0);
-  for (const ServiceReach& service : services) tabs_->addTab(makeTab(service), text(service.title));
+  for (const ServiceReach& service : services) tabs_->addTab(makeTab(service), translatedText(service.title));
   tabs_->setCurrentIndex(chosen);
 }
 

@@ -5,6 +5,8 @@
 
 #include "src/frontends/desktop/binding.h"
 #include "src/frontends/desktop/mnemonic_click.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
 #include "src/frontends/shared/reach/reach_texts.h"
 
 namespace norvik::desktop {
@@ -13,7 +15,7 @@ ReachLine::ReachLine(const NVKServerPrefs& pane, QWidget* parent)
     : QWidget(parent),
       dot_(new StateDot(pane, this)),
       label_(new QLabel(this)),
-      button_(new QPushButton(text(reach_texts::kTitle), this)) {
+      button_(new QPushButton(translatedText(reach_texts::kTitle), this)) {
   setObjectName(QStringLiteral("reachLine"));
   auto* row = new QHBoxLayout(this);
   row->setContentsMargins(0, 0, 0, 0);
@@ -23,11 +25,11 @@ ReachLine::ReachLine(const NVKServerPrefs& pane, QWidget* parent)
   label_->setMinimumWidth(1);
   button_->setObjectName(QStringLiteral("reachButton"));
   button_->setAutoDefault(false);
-  button_->setToolTip(text(reach_texts::kHelp));
+  button_->setToolTip(translatedText(reach_texts::kHelp));
   clickAtMnemonic(button_);
   row->addWidget(dot_);
   row->addWidget(label_, 1);
-  showLine(text(pane.ib_admin_label_svrState.stringValue()));  // until somebody has looked
+  showLine(text(paneText(pane.ib_admin_label_svrState.stringValue())));  // until somebody has looked
 }
 
 void ReachLine::showLine(const QString& line) {
@@ -35,7 +37,8 @@ void ReachLine::showLine(const QString& line) {
   if (line == line_) return;
   line_ = line;
   label_->setToolTip(line);
-  button_->setAccessibleDescription(line + QStringLiteral(". ") + text(reach_texts::kHelp));
+  button_->setAccessibleDescription(
+      text(sentence("{1}. {2}", {line.toStdString(), translated(reach_texts::kHelp)})));
   fit();
 }
 

@@ -22,14 +22,14 @@ SearchPanel::SearchPanel(NVKServerPrefs& pane, const InterfaceDescription& inter
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
   field_->setObjectName(QStringLiteral("searchField"));
-  field_->setPlaceholderText(text(search_texts::kSearch));
-  field_->setAccessibleName(text(search_texts::kSearch));
-  field_->setAccessibleDescription(text(search_texts::kHelp));
-  field_->setToolTip(text(search_texts::kHelp));
+  field_->setPlaceholderText(translatedText(search_texts::kSearch));
+  field_->setAccessibleName(translatedText(search_texts::kSearch));
+  field_->setAccessibleDescription(translatedText(search_texts::kHelp));
+  field_->setToolTip(translatedText(search_texts::kHelp));
   field_->setClearButtonEnabled(true);
   field_->installEventFilter(this);
   results_->setObjectName(QStringLiteral("searchResults"));
-  results_->setAccessibleName(text(search_texts::kResults));
+  results_->setAccessibleName(translatedText(search_texts::kResults));
   results_->setItemDelegate(new SearchResult(results_));
   results_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   results_->installEventFilter(this);
@@ -66,7 +66,7 @@ void SearchPanel::search() {
     item->setData(Qt::AccessibleTextRole, QString(label + QStringLiteral(", ") + place));
   }
   if (hits_.empty()) {
-    auto* item = new QListWidgetItem(text(search_texts::kNothing), results_);
+    auto* item = new QListWidgetItem(translatedText(search_texts::kNothing), results_);
     item->setFlags(Qt::NoItemFlags);
   } else {
     results_->setCurrentRow(0);

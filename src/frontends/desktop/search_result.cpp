@@ -49,13 +49,15 @@ void SearchResult::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->save();
   painter->setPen(own.palette.color(role));
   painter->setFont(own.font);
-  painter->drawText(line, Qt::AlignTop | Qt::AlignLeading,
+  const auto side =
+      QStyle::visualAlignment(own.direction, Qt::AlignTop | Qt::AlignLeading) | Qt::AlignAbsolute;
+  painter->drawText(line, static_cast<int>(side),
                     own.fontMetrics.elidedText(label, Qt::ElideRight, line.width()));
   line.setTop(line.top() + own.fontMetrics.height());
   const QFont smaller = placeFont(own.font);
   painter->setFont(smaller);
   painter->drawText(
-      line, Qt::AlignTop | Qt::AlignLeading,
+      line, static_cast<int>(side),
       QFontMetrics(smaller).elidedText(index.data(kPlaceRole).toString(), Qt::ElideRight, line.width()));
   painter->restore();
 }

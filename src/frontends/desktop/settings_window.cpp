@@ -105,13 +105,13 @@ SettingsWindow::~SettingsWindow() {
 void SettingsWindow::addPages() {
   for (const TabDescription& tab : interface_.tabs) {
     Page* page = pages_.emplace_back(new Page(pane_, interface_, tab, problem_));
-    stack_->addWidget(new PageArea(page, text(pageName(tab).title)));
+    stack_->addWidget(new PageArea(page, translatedText(pageName(tab).title)));
     page->changed = [this](const Binding& binding) { followTexts(binding); };
     for (const auto& b : page->bindings()) b->edited = [this, &binding = *b] { edited(binding); };
   }
   reachCard_ = new ReachCard(this);
   pages_[*pageOf(std::string(pane_.ib_admin_label_svrState.name()))]->addGroup(
-      text(translated(reach_texts::kTitle)), {}, reachCard_);
+      translatedText(reach_texts::kTitle), {}, reachCard_);
 }
 
 Binding& SettingsWindow::bind(const ControlDescription& description, QWidget* parent) {
@@ -163,8 +163,8 @@ QPushButton* SettingsWindow::makeChangesButton(QWidget* frame) {
   changes_ = new QPushButton(frame);
   changes_->setObjectName(QStringLiteral("pendingChanges"));
   changes_->setAutoDefault(false);
-  changes_->setToolTip(text(window_texts::kChangesHelp));
-  changes_->setAccessibleDescription(text(window_texts::kChangesHelp));
+  changes_->setToolTip(translatedText(window_texts::kChangesHelp));
+  changes_->setAccessibleDescription(translatedText(window_texts::kChangesHelp));
   clickAtMnemonic(changes_);
   changes_->hide();
   return changes_;

@@ -46,7 +46,7 @@ void showRow(QListWidgetItem& item, const CellView& view) {
     if (kind.identifier != view.identifier) continue;
     if (item.flags() != kind.flags) item.setFlags(kind.flags);
     item.setData(kHeadingRole, kind.heading);
-    item.setText(text(view.text));
+    item.setText(translatedText(view.text));
   }
 }
 
@@ -79,7 +79,8 @@ class RowDelegate : public QStyledItemDelegate {
     const QRect words = QStyle::visualRect(row.direction, row.rect, row.rect.adjusted(in, 0, -before / 2, 0));
     style.drawItemText(
         painter, words,
-        static_cast<int>(QStyle::visualAlignment(row.direction, Qt::AlignVCenter | Qt::AlignLeading)),
+        static_cast<int>(QStyle::visualAlignment(row.direction, Qt::AlignVCenter | Qt::AlignLeading) |
+                         Qt::AlignAbsolute),
         row.palette, true, row.fontMetrics.elidedText(row.text, Qt::ElideRight, words.width()),
         selected ? QPalette::HighlightedText : QPalette::Text);
     drawIcon(painter, row, index, selected);
@@ -144,7 +145,8 @@ class RowDelegate : public QStyledItemDelegate {
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(Qt::NoPen);
     painter->setBrush(selected ? row.palette.highlightedText() : row.palette.highlight());
-    painter->drawEllipse(QRect(right - side, row.rect.center().y() - side / 2, side, side));
+    const QRect dot(right - side, row.rect.center().y() - side / 2, side, side);
+    painter->drawEllipse(QStyle::visualRect(row.direction, row.rect, dot));
   }
 
   // A frame in the colour of the chosen row's words; those of the styles are hardly visible on that row.
@@ -246,12 +248,12 @@ QString Sidebar::iconOf(int row) const {
 void Sidebar::showMarks() {
   for (int row = 0; row < count(); ++row) {
     const std::size_t changes = changesOf(row);
-    const QString counted = text(countedChanges(changes));
+    const QString words = text(countedChanges(changes));
     QListWidgetItem& shown = *item(row);
     shown.setData(kChangesRole, static_cast<int>(changes));
     shown.setData(Qt::AccessibleTextRole,
-                  changes > 0 ? shown.text() + QStringLiteral(", ") + counted : QVariant());
-    shown.setToolTip(changes > 0 ? counted : QString());
+                  changes > 0 ? shown.text() + QStringLiteral(", ") + words : QVariant());
+    shown.setToolTip(changes > 0 ? words : QString());
   }
   viewport()->update();
 }

@@ -58,7 +58,8 @@ WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, Setti
   connect(&settled_, &QTimer::timeout, this, [this] { lookAtFiles(); });
   slow_.setSingleShot(true);
   connect(&slow_, &QTimer::timeout, this, [this] {
-    if (busy_.isBusy()) line(MessageSubject::outcome).showProgress(text(window_texts::kSaving), 0, 0);
+    if (busy_.isBusy())
+      line(MessageSubject::outcome).showProgress(translatedText(window_texts::kSaving), 0, 0);
   });
   connectMessages();
   showFindings();

@@ -40,6 +40,15 @@ inline NSColor* greyFace() {
 #endif
 }
 
+// Where a person's languages are stored for all programs.
+inline NSString* languageListKey() {
+#ifdef GNUSTEP
+  return @"NSLanguages";
+#else
+  return @"AppleLanguages";
+#endif
+}
+
 // The colour of the words in a row of a table.
 inline NSColor* textColorOfRow(bool isSelected) {
 #ifdef GNUSTEP

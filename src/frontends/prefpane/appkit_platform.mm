@@ -7,6 +7,8 @@
 #include "src/frontends/prefpane/input.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/window_texts.h"
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
 
 namespace norvik::prefpane {
 
@@ -51,15 +53,16 @@ void AppKitApplication::observeDidBecomeActive(std::weak_ptr<ActivationObserver>
 
 int AppKitAlertPanels::NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                                        const char* alternateButton, const char* otherButton) {
-  const auto button = [](const char* words) { return words != nullptr ? text(words) : nil; };
-  return static_cast<int>(::NSRunAlertPanel(text(title), @"%@", button(defaultButton),
-                                            button(alternateButton), button(otherButton), text(message)));
+  const auto button = [](const char* words) { return words != nullptr ? text(paneText(words)) : nil; };
+  return static_cast<int>(::NSRunAlertPanel(text(paneText(title)), @"%@", button(defaultButton),
+                                            button(alternateButton), button(otherButton),
+                                            text(paneText(message))));
 }
 
 void AppKitWorkspace::openURL(std::string_view url) {
   NSURL* address = [NSURL URLWithString:text(url)];
   if (address != nil && [[NSWorkspace sharedWorkspace] openURL:address]) return;
-  const std::string words = std::string(window_texts::kNoBrowserText) + "\n" + std::string(url);
+  const std::string words = translated(window_texts::kNoBrowserText) + "\n" + std::string(url);
   AppKitAlertPanels().NSRunAlertPanel(window_texts::kNoBrowserTitle.data(), words.c_str(),
                                       window_texts::kClose.data(), nullptr, nullptr);
 }

@@ -11,6 +11,7 @@
 #import "src/frontends/prefpane/plain_views.h"
 #import "src/frontends/prefpane/slider.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/language/pane_texts.h"
 
 using norvik::prefpane::Binding;
 
@@ -112,7 +113,7 @@ void takeValue(NSView* view, Control& control) {
 
 NSView* makePopUp(const ControlDescription& description) {
   NSPopUpButton* popUp = [[[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO] autorelease];
-  for (const std::string& item : description.items) [popUp addItemWithTitle:text(item)];
+  for (const std::string& item : description.items) [popUp addItemWithTitle:translatedText(item)];
   [popUp sizeToFit];
   return popUp;
 }
@@ -156,7 +157,7 @@ NSView* makeLabel(const ControlDescription& description) {
 
 void showText(NSView* view, const Control& control) {
   NSTextField* shown = (NSTextField*)view;
-  NSString* words = text(control.stringValue());
+  NSString* words = [shown isEditable] ? text(control.stringValue()) : text(paneText(control.stringValue()));
   if (![shownText(shown) isEqualToString:words]) [shown setStringValue:words];
 }
 
@@ -167,13 +168,21 @@ void takeText(NSView* view, Control& control) {
 NSView* makePushButton(const ControlDescription& description) {
   NSButton* made = button(NSMomentaryPushInButton, text(description.title));
   [made setBezelStyle:NSRoundedBezelStyle];
-  [made sizeToFit];
+  // As wide as the widest title that the pane gives it.
+  CGFloat widest = 0;
+  for (const std::string& title : paneTitles(description.title)) {
+    [made setTitle:text(title)];
+    [made sizeToFit];
+    widest = std::max(widest, NSWidth([made frame]));
+  }
+  [made setTitle:text(description.title)];
+  [made setFrameSize:NSMakeSize(widest, NSHeight([made frame]))];
   return made;
 }
 
 void showTitle(NSView* view, const Control& control) {
   NSButton* shown = (NSButton*)view;
-  NSString* title = text(control.title());
+  NSString* title = text(paneText(control.title()));
   if (![[shown title] isEqualToString:title]) [shown setTitle:title];
 }
 

@@ -8,6 +8,7 @@
 #import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::prefpane {
 
@@ -24,18 +25,18 @@ enum Answer { kClosed = ModalPanel::kEscaped, kApplied, kLed };
 
 void addBlock(std::string& text, std::string_view heading, const std::vector<std::string>& lines) {
   if (lines.empty()) return;
-  text += std::string(heading) + "\n";
+  text += translated(heading) + "\n";
   for (const std::string& line : lines) text += "    " + line + "\n";
 }
 
 std::string effectsOf(const Preview& preview) {
-  if (preview.changes.empty()) return std::string(texts::kNoChanges);
+  if (preview.changes.empty()) return translated(texts::kNoChanges);
   std::string words;
-  if (preview.endsConnections) words += std::string(texts::kEndsConnections) + "\n";
-  if (preview.needsRestart) words += std::string(texts::kNeedsRestart) + "\n";
+  if (preview.endsConnections) words += translated(texts::kEndsConnections) + "\n";
+  if (preview.needsRestart) words += translated(texts::kNeedsRestart) + "\n";
   std::vector<std::string> reasons;  // there is no room for them in the table
   for (const SettingChange& change : preview.changes) {
-    if (!change.because.empty()) reasons.push_back(change.label + ": " + change.because);
+    if (!change.because.empty()) reasons.push_back(sentence("{1}: {2}", {change.label, change.because}));
   }
   addBlock(words, texts::kReasonColumn, reasons);
   addBlock(words, texts::kFilesHeading, preview.files);

@@ -79,7 +79,7 @@ NSTableView* asTable(const Handle& handle) {
 void addColumn(NSTableView* table, NSInteger index, CGFloat width) {
   NSString* name = [NSString stringWithFormat:@"%ld", static_cast<long>(index)];
   NSTableColumn* column = [[[NSTableColumn alloc] initWithIdentifier:name] autorelease];
-  [[column headerCell] setStringValue:text(kColumns[index].title)];
+  [[column headerCell] setStringValue:translatedText(kColumns[index].title)];
   [column setWidth:width];
   [column setEditable:NO];
   [table addTableColumn:column];
@@ -122,7 +122,7 @@ void ChangesTable::show(const std::vector<SettingChange>& changes) {
   NSMutableArray* rows = [NSMutableArray array];
   for (const SettingChange& change : changes) {
     NSMutableArray* row = [NSMutableArray array];
-    for (const ChangesColumn& column : kColumns) [row addObject:text(change.*column.words)];
+    for (const ChangesColumn& column : kColumns) [row addObject:translatedText(change.*column.words)];
     [rows addObject:row];
   }
   const NSInteger before = std::max<NSInteger>(0, [asTable(table_) selectedRow]);

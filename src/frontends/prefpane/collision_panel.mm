@@ -5,6 +5,7 @@
 #import "src/frontends/prefpane/modal_panel.h"
 #import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::prefpane {
 
@@ -28,8 +29,8 @@ NSTextField* placed(NSTextField* words, CGFloat x, CGFloat y, CGFloat width) {
 NSButton* choice(const std::string& value, std::string_view side, CGFloat x, CGFloat y) {
   NSButton* button = [[[NSButton alloc] initWithFrame:NSMakeRect(x, y, kValueWidth, 18)] autorelease];
   [button setButtonType:NSRadioButton];
-  [button setTitle:text(value)];
-  [button setToolTip:text(std::string(side) + ": " + value)];
+  [button setTitle:translatedText(value)];
+  [button setToolTip:text(sentence("{1}: {2}", {translated(side), translated(value)}))];
   return button;
 }
 
@@ -55,12 +56,13 @@ Handle switches(NSButton* pressed, NSButton* other) {
 SideRow addRow(NSView* table, const Collision& collision, CGFloat y) {
   NVKFlippedView* row =
       [[[NVKFlippedView alloc] initWithFrame:NSMakeRect(0, y, kCollisionWidth, kCollisionRow)] autorelease];
-  const std::string place =
-      collision.page.empty() ? collision.label : collision.page + ", " + collision.label;
+  const std::string place = collision.page.empty()
+                                ? collision.label
+                                : sentence("{1}, {2}", {translated(collision.page), collision.label});
   NSTextField* setting = placed(makeCaption(text(place)), 0, 3, kSettingWidth);
   [setting setToolTip:text(place)];
   [row addSubview:setting];
-  [row addSubview:placed(makeCaption(text(collision.loaded)), kSettingWidth, 3, kValueWidth)];
+  [row addSubview:placed(makeCaption(translatedText(collision.loaded)), kSettingWidth, 3, kValueWidth)];
   SideRow made{choice(collision.theirs, texts::kTakeTheirs, kSettingWidth + kValueWidth, 3),
                choice(collision.yours, texts::kKeepMine, kSettingWidth + 2 * kValueWidth, 3),
                {}};
@@ -74,7 +76,7 @@ SideRow addRow(NSView* table, const Collision& collision, CGFloat y) {
 }
 
 NSTextField* boldCaption(std::string_view words) {
-  NSTextField* made = makeCaption(text(words));
+  NSTextField* made = makeCaption(translatedText(words));
   [made setFont:[NSFont boldSystemFontOfSize:0]];
   return made;
 }
@@ -115,16 +117,16 @@ std::optional<std::vector<Side>> chooseSides(const std::vector<Collision>& colli
   std::vector<SideRow> rows;
   NSView* table = makeRows(collisions, rows);
   const CGFloat width = NSWidth([table frame]);
-  NSTextField* sentence = makeCaption(@"");
-  NSArray* lines = linesOf(text(texts::kCollisionText), [sentence font], width);
-  const CGFloat line = NSHeight([sentence frame]);
+  NSTextField* explanation = makeCaption(@"");
+  NSArray* lines = linesOf(translatedText(texts::kCollisionText), [explanation font], width);
+  const CGFloat line = NSHeight([explanation frame]);
   const CGFloat words = line * static_cast<CGFloat>([lines count]);
   const CGFloat head = words + 10 + line + 6;
   NVKFlippedView* contents = [[[NVKFlippedView alloc]
       initWithFrame:NSMakeRect(0, 0, width, head + NSHeight([table frame]))] autorelease];
-  [sentence setStringValue:[lines componentsJoinedByString:@"\n"]];
-  [sentence setFrame:NSMakeRect(0, 0, width, words)];
-  [contents addSubview:sentence];
+  [explanation setStringValue:[lines componentsJoinedByString:@"\n"]];
+  [explanation setFrame:NSMakeRect(0, 0, width, words)];
+  [contents addSubview:explanation];
   addHeadings(contents, words + 10);
   [table setFrameOrigin:NSMakePoint(0, head)];
   [contents addSubview:table];

@@ -221,7 +221,7 @@ void MainView::makeChangesButton() {
   NVKCall* target = [[[NVKCall alloc] initWithCopyOf:&press] autorelease];
   NSButton* button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
   [button setBezelStyle:NSRoundedBezelStyle];
-  [button setToolTip:text(window_texts::kChangesHelp)];
+  [button setToolTip:translatedText(window_texts::kChangesHelp)];
   [button setTarget:target];
   [button setAction:@selector(call:)];
   [button setHidden:YES];

@@ -7,6 +7,7 @@
 #import "src/frontends/prefpane/plain_views.h"
 #import "src/frontends/prefpane/status_icon.h"
 #include "src/frontends/prefpane/text.h"
+#include "src/frontends/shared/language/language.h"
 
 // A tinted field with a bar of the kind's colour at its beginning.
 @interface NVKMessageView : NVKFlippedView {
@@ -117,17 +118,17 @@ void MessageLine::addButton(const std::string& title, const std::string& help,
 // Returns where the first column begins.
 double MessageLine::addButtons(const WindowMessage& message, std::size_t waiting) {
   removeButtons();
-  addButton("\u00d7", std::string(window_texts::kCloseMessage), [this] {
+  addButton("\u00d7", translated(window_texts::kCloseMessage), [this] {
     if (closed) closed();
   });
   if (waiting > 1) {
-    addButton("1/" + std::to_string(waiting), "Show the next message", [this] {
+    addButton("1/" + std::to_string(waiting), translated("Show the next message"), [this] {
       if (next) next();
     });
   }
   const std::size_t first = buttons_.size();
   for (const MessageAction action : message.actions) {
-    addButton(std::string(titleOf(action)), "", [=, this] {
+    addButton(titleOf(action), "", [=, this] {
       if (acted) acted(action);
     });
   }
@@ -152,13 +153,13 @@ bool MessageLine::fits(const std::string& sentence, double width) {
 }
 
 void MessageLine::present(MessageKind kind, const std::string& sentence, double width) {
-  const std::string words = std::string(wordOf(kind)) + ": " + sentence;
+  const std::string words = norvik::sentence("{1}: {2}", {wordOf(kind), sentence});
   NSTextField* shown = asField(sentence_);
   [shown setFrame:NSMakeRect(kSentenceLeft, kInset, width, kLines * lineHeight())];
   [shown setStringValue:fitted(text(sentence), [shown font], width, kLines)];
   [shown setToolTip:text(words)];
   [static_cast<NVKStatusIcon*>(icon_.get()) setKind:kind];
-  [asView(icon_) setToolTip:text(std::string(wordOf(kind)))];
+  [asView(icon_) setToolTip:text(wordOf(kind))];
   [asMessage(view_) setKind:kind];
   [asView(view_) setHidden:NO];
 }

@@ -64,7 +64,7 @@ ModalPanel::ModalPanel(std::string_view title, NSView* contents)
   const Function escape = [this] { close(kEscaped); };
   [panel setEscaped:[[[NVKCall alloc] initWithCopyOf:&escape] autorelease]];
   [panel setReleasedWhenClosed:NO];
-  [panel setTitle:text(title)];
+  [panel setTitle:translatedText(title)];
   [contents setFrameOrigin:NSMakePoint(kMargin, 2 * kMargin + kButtonHeight)];
   [[panel contentView] addSubview:contents];
   window_ = Handle(panel);
@@ -80,7 +80,7 @@ NSButton* ModalPanel::add(std::string_view title, const std::function<void()>& p
   NVKCall* target = [[[NVKCall alloc] initWithCopyOf:&press] autorelease];
   targets_.emplace_back(target);
   NSButton* button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
-  [button setTitle:text(title)];
+  [button setTitle:translatedText(title)];
   [button setBezelStyle:NSRoundedBezelStyle];
   [button sizeToFit];
   [button setFrameSize:NSMakeSize(NSWidth([button frame]) + kGap, kButtonHeight)];

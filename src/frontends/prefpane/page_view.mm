@@ -63,6 +63,18 @@ CGFloat sliderWidth(const ControlDescription& slider) {
   return std::max(kUsual, ends + kGap);
 }
 
+// How wide a control is that leads a row, as far as its words decide it; 0 for one that may be as narrow as
+// it needs to be.
+CGFloat leadingWidth(const ControlDescription& control) {
+  if (control.kind == ControlKind::slider) return sliderWidth(control) + kGap + valueWidth();
+  if (control.kind == ControlKind::textField) return 2 * valueWidth();
+  if (control.kind != ControlKind::popUp) return 0;
+  CGFloat widest = 0;
+  for (const std::string& item : control.items)
+    widest = std::max(widest, NSWidth([makeCaption(translatedText(item)) frame]));
+  return widest + 2 * lineHeight();  // with its arrow and its edge
+}
+
 // A title that is too wide, on several lines.
 void breakTitle(NSButton* box, CGFloat width) {
   if (NSWidth([box frame]) <= width) return;
@@ -162,8 +174,8 @@ void PageView::addRow(const RowDescription& row) {
     x += captionWidth_ + kGap;
   }
   const ControlDescription& leading = row.controls.front();
-  if (leading.kind == ControlKind::slider && x + sliderWidth(leading) + kGap + valueWidth() > width_) {
-    [caption setFrameOrigin:NSMakePoint(kMarkWidth, y_)];  // above the slider, as there is no room beside it
+  if (caption != nil && x + leadingWidth(leading) > width_) {
+    [caption setFrameOrigin:NSMakePoint(kMarkWidth, y_)];  // above the control, as there is no room beside it
     finishLine();
     x = kMarkWidth + kIndent;
   }

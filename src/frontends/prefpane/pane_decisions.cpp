@@ -2,6 +2,7 @@
 #include "src/frontends/prefpane/pane_decisions.h"
 
 #include "src/frontends/prefpane/panels.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik::prefpane {
 
@@ -14,7 +15,7 @@ std::optional<std::vector<Side>> PanelDecisions::resolve(const std::vector<Colli
 // Writing over a damaged file is never the default.
 DamagedAnswer PanelDecisions::decideDamaged(const FileFinding& file) {
   const bool hasCopy = !file.copyTime.empty();
-  const std::string words = asSentence(file.sentence) + "\n\n" + std::string(texts::kReplaceText);
+  const std::string words = asSentence(file.sentence) + "\n\n" + translated(texts::kReplaceText);
   const int answer =
       panels_.NSRunAlertPanel(texts::kDamagedTitle.data(), words.c_str(),
                               hasCopy ? texts::kRestoreCopy.data() : texts::kCancel.data(),

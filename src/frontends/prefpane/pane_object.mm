@@ -7,9 +7,11 @@
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/border.h"
 #include "src/frontends/prefpane/pane_computer.h"
+#include "src/frontends/prefpane/pane_language.h"
 #include "src/frontends/prefpane/pane_session.h"
 #include "src/frontends/shared/interface/shipped_interface.h"
 #include "src/frontends/shared/interface/unread_settings.h"
+#include "src/frontends/shared/language/translated_interface.h"
 
 #ifdef __APPLE__
 __attribute__((visibility("default")))  // all else is hidden there
@@ -36,7 +38,8 @@ const InterfaceDescription& interface() {
     std::string error;
     const auto read = shippedInterface(error);
     if (!read) [NSException raise:NSGenericException format:@"Interface.plist: %s", error.c_str()];
-    return withUnreadSaid(*read, computer().forSession().services.unreadFiles);
+    choosePaneLanguage();
+    return withUnreadSaid(translatedInterface(*read), computer().forSession().services.unreadFiles);
   }();
   return shipped;
 }

@@ -32,8 +32,8 @@ ReachLine::ReachLine(double width)
   const Function place = [this] { this->place(); };
   target_ = Handle([[[NVKCall alloc] initWithCopyOf:&press] autorelease]);
   resized_ = Handle([[[NVKCall alloc] initWithCopyOf:&place] autorelease]);
-  NSButton* button = makeSmallButton(text(reach_texts::kTitle), static_cast<id>(target_.get()));
-  [button setToolTip:text(reach_texts::kHelp)];
+  NSButton* button = makeSmallButton(translatedText(reach_texts::kTitle), static_cast<id>(target_.get()));
+  [button setToolTip:translatedText(reach_texts::kHelp)];
   setAccessibility(button, std::string(reach_texts::kTitle), std::string(reach_texts::kHelp),
                    NSAccessibilityButtonRole);
   button_ = Handle(button);

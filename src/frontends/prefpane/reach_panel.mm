@@ -110,7 +110,7 @@ CGFloat LadderPage::addAddress(const OfferedAddress& offered, CGFloat y, CGFloat
   const Function copy = [=] { copyToPasteboard(text(copied)); };
   NVKCall* target = [[[NVKCall alloc] initWithCopyOf:&copy] autorelease];
   targets_.emplace_back(target);
-  NSButton* button = makeSmallButton(text(reach_texts::kCopy), target);
+  NSButton* button = makeSmallButton(translatedText(reach_texts::kCopy), target);
   const std::string help = std::string(reach_texts::kCopy) + " " + offered.text;
   [button setToolTip:text(help)];
   setAccessibility(button, help, "", NSAccessibilityButtonRole);
@@ -140,7 +140,7 @@ void LadderPage::addAddresses(const ServiceReach& service) {
   NSView* code = service.reach == Reach::reachable ? makeQrView(service.address) : nil;
   CGFloat room = width_ - 2 * kLadderInset;
   if (code != nil) {
-    [code setToolTip:text(reach_texts::kScan)];
+    [code setToolTip:translatedText(reach_texts::kScan)];
     [code setFrameOrigin:NSMakePoint(width_ - kLadderInset - NSWidth([code frame]), y_)];
     [view() addSubview:code];
     room -= NSWidth([code frame]) + kCodeGap;
@@ -196,7 +196,7 @@ LadderPanel::~LadderPanel() {
 
 void LadderPanel::follow() {
   const bool looking = watch_.isLooking();
-  [again_ setTitle:text(looking ? reach_texts::kLooking : reach_texts::kLookAgain)];
+  [again_ setTitle:translatedText(looking ? reach_texts::kLooking : reach_texts::kLookAgain)];
   [again_ setEnabled:!looking];
   if (!looking) showServices();
 }

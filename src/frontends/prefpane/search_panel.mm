@@ -155,8 +155,8 @@ NSTextField* madeField(CGFloat width) {
   [field sizeToFit];
   [field setStringValue:@""];
   [field setFrameSize:NSMakeSize(width, std::max(NSHeight([field frame]), lineHeight() + kResultInset))];
-  [(NSTextFieldCell*)[field cell] setPlaceholderString:text(search_texts::kSearch)];
-  [field setToolTip:text(search_texts::kHelp)];
+  [(NSTextFieldCell*)[field cell] setPlaceholderString:translatedText(search_texts::kSearch)];
+  [field setToolTip:translatedText(search_texts::kHelp)];
   setAccessibility(field, std::string(search_texts::kSearch), std::string(search_texts::kHelp),
                    NSAccessibilityTextFieldRole);
   return field;

@@ -67,7 +67,7 @@ CGFloat widthOfRows(NVKServerPrefs& pane) {
   constexpr CGFloat kAround = 14;
   CGFloat widest = kWidth;
   for (const auto& row : pane.ib_oview_confBar.rows()) {
-    NSString* words = text(row.view.text);
+    NSString* words = translatedText(row.view.text);
     const bool heading = row.view.identifier == "RootItem";
     NSFont* font = heading ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0];
     if (!heading) words = [words stringByAppendingString:@"  \u2022"];

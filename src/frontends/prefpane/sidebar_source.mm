@@ -9,7 +9,7 @@
 using norvik::ConfBarNode;
 using norvik::prefpane::atBorder;
 using norvik::prefpane::Sidebar;
-using norvik::prefpane::text;
+using norvik::prefpane::translatedText;
 
 namespace {
 
@@ -105,7 +105,7 @@ norvik::NVKServerPrefs& paneOf(void* pane) {
   auto* sidebar = static_cast<Sidebar*>(sidebar_);
   return atBorder<NSString*>("objectValueForTableColumn:byItem:", @"", [&] {
     const ConfBarNode& node = *nodeOf(item);
-    NSString* title = text(pane.viewForTableColumn(pane.ib_oview_confBar, node).text);
+    NSString* title = translatedText(pane.viewForTableColumn(pane.ib_oview_confBar, node).text);
     return sidebar->changesOf(node) > 0 ? [title stringByAppendingString:@"  \u2022"] : title;
   });
 }

@@ -11,6 +11,8 @@ namespace norvik::prefpane {
 // Bytes that are not UTF-8, such as those of a sentence that was cut within a character, are taken as
 // Latin-1, so that they show at all.
 NSString* text(std::string_view utf8);
+// A constant in the language of the person.
+NSString* translatedText(std::string_view english);
 std::string utf8(NSString* text);
 
 }  // namespace norvik::prefpane

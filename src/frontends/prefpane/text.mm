@@ -1,6 +1,8 @@
 // UTF-8 both ways.
 #include "src/frontends/prefpane/text.h"
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik::prefpane {
 
 NSString* text(std::string_view utf8) {
@@ -10,6 +12,10 @@ NSString* text(std::string_view utf8) {
     if (made != nil) return made;
   }
   return @"";
+}
+
+NSString* translatedText(std::string_view english) {
+  return text(translated(english));
 }
 
 std::string utf8(NSString* text) {

@@ -206,6 +206,9 @@ TEST_F(JsonTest, TooLittleMemory) {
   for (int limit = 8'000; !statuses.contains(0) && limit < 200'000; limit += 500) {
     words[3] = std::to_string(limit);
     const ProgramResult result = norvik::runProgram(words, {.environment = {{"HOME", box.beside("")}}});
+    // A little above what it takes to be loaded, the run time has no memory for an exception either.
+    const bool isBarelyLoaded = result.status == kSignal && !statuses.contains(kExitSoftware);
+    if (isBarelyLoaded && result.errors == "terminate called without an active exception\n") continue;
     statuses.insert(result.status);
     if (result.status != kExitSoftware) continue;
     EXPECT_EQ(result.errors, "norvikctl: there is too little memory.\n");

@@ -28,7 +28,9 @@ Result runProgram(const std::string& name, const Words& words, const fs::path& h
 }
 
 ProgramOptions SandboxRun::inHome() const {
-  return {.environment = {{"HOME", beside("")}}};
+  ProgramOptions options{.environment = environment};
+  options.environment["HOME"] = beside("");
+  return options;
 }
 
 Words SandboxRun::commandLine(const Words& words) const {

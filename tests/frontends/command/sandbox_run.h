@@ -45,6 +45,9 @@ class SandboxRun {
   // Runs norvikctl with --json and parses its output; a discarded value where it is not JSON.
   nlohmann::json json(Words words) const;
 
+  // For the programs that are run, beside the home folder: {"LANGUAGE", "de"}.
+  std::map<std::string, std::string> environment;
+
   // The sandbox's operations, as in Sandbox.
   std::filesystem::path folder() const { return box_.root(); }
   std::filesystem::path beside(const std::string& name) const { return box_.beside(name); }

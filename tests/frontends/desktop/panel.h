@@ -21,6 +21,7 @@
 #include "src/frontends/shared/change/recording_platform.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/history/history.h"
+#include "src/frontends/shared/language/translated_interface.h"
 #include "src/server/mac/pane/pane.h"
 #include "tests/support/shipped_interface.h"
 
@@ -46,7 +47,7 @@ class Panel {
   Panel(const Panel&) = delete;
   Panel& operator=(const Panel&) = delete;
 
-  InterfaceDescription interface = shippedInterface();
+  InterfaceDescription interface = translatedInterface(shippedInterface());
   History records;
   RecordingPlatform recording;
   NVKServerPrefs pane{interface};

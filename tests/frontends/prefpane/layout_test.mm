@@ -1,6 +1,7 @@
 // The layout of the pages: nothing is cut with larger letters, the contents follow the width of the host,
 // what is disabled looks so, and there is no gap where no address is.
 #include <algorithm>
+#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <numeric>
@@ -90,12 +91,27 @@ TEST_F(Letters, OfAnySizeAreNotCut) {
   for (const auto& row : pane().ib_oview_confBar.rows()) {
     NSFont* font =
         row.view.identifier == "RootItem" ? [NSFont boldSystemFontOfSize:0] : [NSFont systemFontOfSize:0];
-    const NSSize size = [text(row.view.text)
+    const NSSize size = [translatedText(row.view.text)
         sizeWithAttributes:[NSDictionary dictionaryWithObject:font forKey:NSFontAttributeName]];
     NSView* sidebar = static_cast<NSView*>(session->mainView()->initialKeyView());
     EXPECT_LE(size.width, NSWidth([sidebar frame])) << row.view.text;
   }
   picture("letters-" + std::to_string(points()));
+}
+
+// With a catalogue that puts each text in brackets.
+TEST_F(Letters, EveryTextIsFromTheCatalogue) {
+  openEverything();
+  int looked = 0;
+  for (NSControl* control : controls()) {
+    const std::string name = nameOf(control);
+    const bool hasWords =
+        std::ranges::any_of(name, [](unsigned char letter) { return std::isalpha(letter) != 0; });
+    if (!hasWords) continue;
+    ++looked;
+    EXPECT_EQ(name.starts_with('['), std::getenv("NORVIK_CATALOGUE") != nullptr) << name;
+  }
+  EXPECT_GT(looked, 30);
 }
 
 TEST_F(Letters, OfAnySizeDoNotOverlap) {

@@ -1,10 +1,13 @@
 // Runs the tests of the pane's objects inside an application, which most of the toolkit needs; with the
-// variable NORVIK_LETTERS, with letters of that many points.
+// variable NORVIK_LETTERS, with letters of that many points; with NORVIK_CATALOGUE, in the language of that
+// file.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 
 #import "src/frontends/prefpane/appkit.h"
+#include "src/frontends/shared/language/language.h"
+#include "tests/support/files.h"
 
 // What the toolkit and the libraries under it keep until the program ends. The address sanitizer asks for it.
 extern "C" const char* __lsan_default_suppressions();
@@ -24,6 +27,9 @@ int main(int argc, char** argv) {
                                                                            @"NSBoldFontSize", nil]
                         forName:NSArgumentDomain];
   }
+  const char* file = std::getenv("NORVIK_CATALOGUE");
+  const std::string catalogue = file != nullptr ? norvik::contentOf(file) : "";
+  if (file != nullptr) norvik::speak(norvik::Catalogue::read(catalogue));
   [NSApplication sharedApplication];
   const int result = RUN_ALL_TESTS();
   [pool release];

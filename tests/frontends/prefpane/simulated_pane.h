@@ -10,6 +10,7 @@
 
 #include "src/adapters/simulated/simulated_computer.h"
 #include "src/frontends/prefpane/pane_session.h"
+#include "src/frontends/shared/language/translated_interface.h"
 #include "tests/support/shipped_interface.h"
 
 #import "src/frontends/prefpane/appkit.h"
@@ -74,7 +75,7 @@ class SimulatedPane : public testing::Test {
   void picture(const std::string& name);
 
   SimulatedComputer computer;
-  InterfaceDescription interface = shippedInterface();
+  InterfaceDescription interface = translatedInterface(shippedInterface());
   std::vector<std::string> launches;
   std::function<bool(int64_t)> portInUse = [](int64_t port) { return port == 4321; };
   // Works at once, on this thread.

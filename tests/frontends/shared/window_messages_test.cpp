@@ -19,7 +19,7 @@ constexpr MessageAction kEveryAction[] = {MessageAction::retry,        MessageAc
                                           MessageAction::chooseValues, MessageAction::showSetting};
 
 TEST(WindowTexts, EveryKindAndActionHasWordsOfItsOwn) {
-  std::set<std::string_view> words;
+  std::set<std::string> words;
   for (const MessageKind kind : kEveryKind) words.insert(wordOf(kind));
   for (const MessageAction action : kEveryAction) words.insert(titleOf(action));
   words.erase("");

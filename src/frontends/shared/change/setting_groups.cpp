@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik {
 
 namespace {
@@ -16,10 +18,11 @@ SettingsTable noSettings() {
 const std::vector<SettingGroup>& settingGroups() {
   using P = NVKServerPrefs;
   static const std::vector<SettingGroup> groups = {
-      {Group::user, "user settings", userSettings, &P::userConfigChanged},
-      {Group::server, "server settings", serverSettings, &P::adminConfigChanged},
+      {Group::user, english("user settings"), userSettings, &P::userConfigChanged},
+      {Group::server, english("server settings"), serverSettings, &P::adminConfigChanged},
       {Group::limit, kOpenFilesLimitName, noSettings, &P::maxFilesChanged},
-      {Group::notifications, "notification settings", notificationSettings, &P::notificationSettingsChanged},
+      {Group::notifications, english("notification settings"), notificationSettings,
+       &P::notificationSettingsChanged},
   };
   return groups;
 }

@@ -16,14 +16,14 @@ enum class Group { user, server, limit, notifications };
 
 struct SettingGroup {
   Group group;
-  const char* name;                         // for a person: "server settings"
+  const char* name;                         // for a person, in English: "server settings"
   SettingsTable (*settings)();              // empty for the limit, which is no row of a table
   bool (NVKServerPrefs::*changed)() const;  // the pane's own test
 };
 
 // The name of the open files limit, which is no setting of the description: in reports, and for
 // SettingsChange::takeOver and takeBack.
-inline constexpr const char* kOpenFilesLimitName = "open files limit";
+inline constexpr const char* kOpenFilesLimitName = english("open files limit");
 inline constexpr std::string_view kOpenFilesLimitLabel = english("Open files limit");
 
 // In the order in which reports name them.

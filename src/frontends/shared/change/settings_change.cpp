@@ -6,6 +6,7 @@
 
 #include "src/frontends/shared/change/settings_change_state.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/stores/line_file.h"
 #include "src/server/mac/text/utf8.h"
@@ -14,7 +15,7 @@ namespace norvik {
 
 namespace {
 
-constexpr const char* kCannotBeShown = "the file holds a value that the control cannot show";
+constexpr const char* kCannotBeShown = english("the file holds a value that the control cannot show");
 
 // A front end may leave these out.
 ChangeOptions complete(ChangeOptions options, LaunchedTools& tools) {
@@ -47,10 +48,13 @@ void addLimitFindings(NVKServerPrefs& pane, std::vector<ValueFinding>& findings)
     findings.push_back(
         {.setting = kOpenFilesLimitName,
          .outlet = std::string(pane.ib_admin_button_maxFAdjust.name()),
-         .sentence =
-             "Saving the open files limit cuts line " + std::to_string(i + 1) + " of " + kLaunchdConfigFile +
-             " short, as it is not plain ASCII" +
-             (blocks ? "; the file could not be read any more. Write that line in plain ASCII first." : "."),
+         .sentence = sentence(
+             blocks ? english("Saving the open files limit cuts line {1} of {2} short, as it is not plain "
+                              "ASCII; the file could not be read any more. Write that line in plain "
+                              "ASCII first.")
+                    : english("Saving the open files limit cuts line {1} of {2} short, as it is not plain "
+                              "ASCII."),
+             {std::to_string(i + 1), kLaunchdConfigFile}),
          .blocks = blocks,
          .code = FailureCode::notSettable});
   }
@@ -140,7 +144,7 @@ std::vector<SettingChange> SettingsChange::pending() {
     SettingChange change = state.changeOf(setting);
     const bool isLast = settingOfRow(state.settings, state.pane, *row) == &setting;
     if (change.from == change.to && !(isLast && !shown.contains(row))) continue;
-    if (!state.isEdited(*row)) change.because = kCannotBeShown;
+    if (!state.isEdited(*row)) change.because = translated(kCannotBeShown);
     shown.insert(row);
     changes.push_back(std::move(change));
   }

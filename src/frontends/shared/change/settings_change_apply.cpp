@@ -4,14 +4,14 @@
 #include "src/frontends/shared/change/settings_change_applying.h"
 #include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 
 namespace norvik {
 
 namespace {
 
-constexpr const char* kTryAgain = "Try again in a moment.";
-constexpr const char* kNothingChanged = "Nothing was changed.";
+constexpr const char* kTryAgain = english("Try again in a moment.");
 // How often a person is asked anew because files change all the time.
 constexpr int kMostRounds = 10;
 
@@ -20,21 +20,26 @@ bool isApply(const Launch& launch) {
          launch.arguments == std::vector<std::string>{kApplyConfig.arguments[0]};
 }
 
-ChangeError tryAgain(const std::string& why) {
-  return {FailureCode::tryAgain, why + " " + kNothingChanged, "", "", kTryAgain};
+ChangeError tryAgain(const char* why) {
+  return {FailureCode::tryAgain, joinedSentences(translated(why), translated(kNothingChanged)), "", "",
+          translated(kTryAgain)};
+}
+
+std::string agentInWords(int32_t pid) {
+  return sentence("the agent, process {1}", {std::to_string(pid)});
 }
 
 }  // namespace
 
 void addTold(const Effects& effects, bool applySucceeded, bool posted, ChangeReport& report) {
   const bool applies = std::ranges::any_of(effects.launches, isApply);
-  if (applies) (applySucceeded ? report.told : report.notTold).emplace_back("the server");
-  for (const int32_t pid : effects.signalled)
-    report.told.push_back("the agent, process " + std::to_string(pid));
+  if (applies) (applySucceeded ? report.told : report.notTold).emplace_back(translated("the server"));
+  for (const int32_t pid : effects.signalled) report.told.push_back(agentInWords(pid));
   for (const int32_t pid : effects.notSignalled) {
-    report.notTold.push_back("the agent, process " + std::to_string(pid));
+    report.notTold.push_back(agentInWords(pid));
   }
-  if (!effects.posted.empty()) (posted ? report.told : report.notTold).emplace_back("the menu agent");
+  if (!effects.posted.empty())
+    (posted ? report.told : report.notTold).emplace_back(translated("the menu agent"));
 }
 
 std::vector<std::string> changedGroups(const NVKServerPrefs& pane) {
@@ -62,9 +67,9 @@ bool SettingsChange::Applying::checked() {
 
 bool SettingsChange::Applying::locked() {
   if (!state_.options.waitForTools(state_.options.toolLimit))
-    return fail(tryAgain("A command of an earlier change has not ended yet."));
+    return fail(tryAgain(english("A command of an earlier change has not ended yet.")));
   removeTemporary();
-  return state_.takeLock() || fail(tryAgain("Another program is changing the settings."));
+  return state_.takeLock() || fail(tryAgain(english("Another program is changing the settings.")));
 }
 
 bool SettingsChange::Applying::agreed(ChangeDecisions& person) {
@@ -72,12 +77,12 @@ bool SettingsChange::Applying::agreed(ChangeDecisions& person) {
     if (!agreedWithOthers(person) || !damagedDecided(person)) return false;
     if (holdSame(inspectFiles(state_.computer, state_.services.files), state_.files)) return true;
   }
-  return fail(tryAgain("The settings files are changed all the time by somebody else."));
+  return fail(tryAgain(english("The settings files are changed all the time by somebody else.")));
 }
 
 bool SettingsChange::Applying::agreedWithOthers(ChangeDecisions& person) {
   const auto takenOver = change_.agree(person);
-  if (!takenOver) return fail({FailureCode::cancelled, kNothingChanged, "", "", ""});
+  if (!takenOver) return fail({FailureCode::cancelled, translated(kNothingChanged), "", "", ""});
   report_.takenOver = *takenOver;
   return checked();
 }
@@ -127,15 +132,20 @@ void SettingsChange::Applying::record() {
 // The first file that could not be written, by its name and not only by that of a temporary one.
 ChangeError SettingsChange::Applying::unwritten() const {
   const UnwrittenFile& failed = report_.effects.unwritten.front();
-  std::string name = "The file " + failed.path;
+  std::string name = sentence("The file {1}", {failed.path});
   for (const FileState& file : state_.files) {
     if (writtenPath(state_.pane, file.file, file.path) != failed.path) continue;
-    name = capitalised(file.file.label) + ", " + file.path + ",";
-    if (file.file.temporaryName != nullptr) name += " by way of " + failed.path;
+    const std::string label = capitalised(translated(file.file.label));
+    name = file.file.temporaryName != nullptr
+               ? sentence("{1}, {2}, by way of {3}", {label, file.path, failed.path})
+               : sentence("{1}, {2},", {label, file.path});
   }
-  return {FailureCode::notWritten,
-          name + " could not be written" + (failed.reason.empty() ? "" : ": " + failed.reason) + ".", "", "",
-          "Make sure that there is room on the disk and that you may write there, then apply again."};
+  return {
+      FailureCode::notWritten,
+      failed.reason.empty() ? sentence("{1} could not be written.", {name})
+                            : sentence("{1} could not be written: {2}.", {name, failed.reason}),
+      "", "",
+      translated("Make sure that there is room on the disk and that you may write there, then apply again.")};
 }
 
 void SettingsChange::Applying::waitForTools() {
@@ -186,8 +196,8 @@ void SettingsChange::Applying::readBack() {
   }
   state_.reload(before_, {}, before);
   if (report_.error) return;
-  report_.error = {FailureCode::notWritten, "Not saved: " + listInWords(report_.notSaved, "and") + ".", "",
-                   "", "Apply again."};
+  report_.error = {FailureCode::notWritten, sentence("Not saved: {1}.", {allOf(report_.notSaved)}), "", "",
+                   translated("Apply again.")};
 }
 
 // A failed write in place may have left less than there was. The pane still has it.

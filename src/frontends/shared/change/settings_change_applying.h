@@ -11,13 +11,15 @@
 
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/change/settings_change_state.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
 // Whom a save told about itself, as far as it is known.
 void addTold(const Effects& effects, bool applySucceeded, bool posted, ChangeReport& report);
 // What a person can do about a damaged file.
-inline constexpr const char* kMend = "Repair the file, restore its copy, or replace it.";
+inline constexpr const char* kNothingChanged = english("Nothing was changed.");
+inline constexpr const char* kMend = english("Repair the file, restore its copy, or replace it.");
 // The names of the groups that Apply would save.
 std::vector<std::string> changedGroups(const NVKServerPrefs& pane);
 

@@ -6,6 +6,7 @@
 
 #include "src/frontends/shared/change/settings_change_applying.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -15,7 +16,7 @@ std::string namesOf(const std::vector<Collision>& collisions) {
   std::vector<std::string> names;
   names.reserve(collisions.size());
   for (const Collision& collision : collisions) names.push_back(collision.name);
-  return listInWords(names, "and");
+  return allOf(names);
 }
 
 // A save of the server's settings or of the limit writes the server's file.
@@ -58,8 +59,9 @@ void SettingsChange::Applying::keepOthers() {
   if (!foreign.any()) return;
   for (const SettingChange& change : foreign.takenOver) report_.takenOver.push_back(change.name);
   if (!foreign.collisions.empty()) {
-    report_.warnings.push_back("Somebody else had changed " + namesOf(foreign.collisions) +
-                               " meanwhile; what you set takes the place of it.");
+    report_.warnings.push_back(
+        sentence("Somebody else had changed {1} meanwhile; what you set takes the place of it.",
+                 {namesOf(foreign.collisions)}));
   }
   change_.takeOver();
 }
@@ -80,7 +82,9 @@ ChangeError SettingsChange::Applying::whyHeld(Rows& rows, bool& limit) {
   }
   for (const FileState& file : state_.files) {
     if (file.damage.empty() || !wouldSave(state_.pane, file.file)) continue;
-    if (!why) why = {FailureCode::damaged, sentenceOf(file) + " It was not written over.", "", "", kMend};
+    if (!why)
+      why = {FailureCode::damaged, joinedSentences(sentenceOf(file), translated("It was not written over.")),
+             "", "", translated(kMend)};
     std::ranges::copy_if(storedRows(), std::inserter(rows, rows.end()),
                          [&](const Setting* row) { return isSavedWith(file.file, *row); });
     limit =

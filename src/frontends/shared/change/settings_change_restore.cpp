@@ -4,6 +4,7 @@
 
 #include "src/adapters/property_lists/codec.h"
 #include "src/frontends/shared/change/settings_change_applying.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/platform/open_file.h"
 
@@ -11,9 +12,11 @@ namespace norvik {
 
 namespace {
 
+constexpr const char* kRepair = english("Repair the file, or replace it.");
+
 ChangeError needsRights() {
-  return {FailureCode::notAllowed, "This needs administrator rights, which were not granted.", "", "",
-          "Click the lock, then try again."};
+  return {FailureCode::notAllowed, translated("This needs administrator rights, which were not granted."), "",
+          "", translated("Click the lock, then try again.")};
 }
 
 }  // namespace
@@ -27,7 +30,8 @@ const FileFinding* SettingsChange::Applying::findingOf(const FileState& file) co
 
 std::string SettingsChange::Applying::sentenceOf(const FileState& file) const {
   const FileFinding* finding = findingOf(file);
-  return finding != nullptr ? finding->sentence : capitalised(file.file.label) + " is damaged.";
+  return finding != nullptr ? finding->sentence
+                            : sentence("{1} is damaged.", {capitalised(translated(file.file.label))});
 }
 
 // All are asked about before anything is done, so that nothing is done where one answer is to cancel.
@@ -49,7 +53,8 @@ bool SettingsChange::Applying::damagedDecided(ChangeDecisions& person) {
 
 bool SettingsChange::Applying::mayMend(const FileState& file, DamagedAnswer answer) {
   if (answer == DamagedAnswer::cancel) {
-    return fail({FailureCode::damaged, sentenceOf(file) + " Nothing was changed.", "", "", kMend});
+    return fail({FailureCode::damaged, joinedSentences(sentenceOf(file), translated(kNothingChanged)), "", "",
+                 translated(kMend)});
   }
   if (!mayBeWrittenOver(file)) return false;
   return answer == DamagedAnswer::replace || goodCopy(file);
@@ -59,25 +64,28 @@ bool SettingsChange::Applying::mayMend(const FileState& file, DamagedAnswer answ
 bool SettingsChange::Applying::mayBeWrittenOver(const FileState& file) {
   if (file.content.kind == FileKind::regular || file.content.kind == FileKind::unreadable) return true;
   return fail({FailureCode::damaged,
-               sentenceOf(file) + " What it holds could not be kept, so nothing was changed.", "", "",
+               joinedSentences(sentenceOf(file),
+                               translated("What it holds could not be kept, so nothing was changed.")),
+               "", "",
                file.content.kind == FileKind::notAllowed
-                   ? "Make the file readable, or move it away, then try again."
-                   : "Move it away, then try again."});
+                   ? translated("Make the file readable, or move it away, then try again.")
+                   : translated("Move it away, then try again.")});
 }
 
 std::optional<KeptCopy> SettingsChange::Applying::goodCopy(const FileState& file) {
   auto copy = state_.services.files.copyOf(file.path);
   if (!copy) {
-    fail({FailureCode::damaged, "There is no copy of " + file.path + ". Nothing was changed.", "", "",
-          "Repair the file, or replace it."});
+    fail({FailureCode::damaged, sentence("There is no copy of {1}. Nothing was changed.", {file.path}), "",
+          "", translated(kRepair)});
     return std::nullopt;
   }
-  const std::string damage = copy->bytes.empty() ? "it is empty" : damageOf(file.file, copy->bytes);
+  const std::string damage =
+      copy->bytes.empty() ? translated("it is empty") : damageOf(file.file, copy->bytes);
   if (damage.empty()) return copy;
   fail({FailureCode::damaged,
-        "The copy of " + file.path + ", " + copy->place + ", is damaged too: " + damage +
-            ". Nothing was changed.",
-        "", "", "Repair the file, or replace it."});
+        sentence("The copy of {1}, {2}, is damaged too: {3}. Nothing was changed.",
+                 {file.path, copy->place, damage}),
+        "", "", translated(kRepair)});
   return std::nullopt;
 }
 
@@ -97,16 +105,17 @@ bool SettingsChange::Applying::mend(const FileState& file, DamagedAnswer answer)
 
 bool SettingsChange::Applying::setAside(const FileState& file) {
   if (file.content.kind != FileKind::regular) {
-    report_.warnings.push_back("What " + file.path + " held could not be kept, as it cannot be read.");
+    report_.warnings.push_back(
+        sentence("What {1} held could not be kept, as it cannot be read.", {file.path}));
     return true;
   }
   const auto place = state_.services.files.setAside(file.path, file.content.bytes);
   if (!place) {
     return fail({FailureCode::notWritten,
-                 "The damaged bytes of " + file.path + " could not be kept, so nothing was changed.", "", "",
-                 "Make room on the disk, then try again."});
+                 sentence("The damaged bytes of {1} could not be kept, so nothing was changed.", {file.path}),
+                 "", "", translated("Make room on the disk, then try again.")});
   }
-  report_.warnings.push_back("What " + file.path + " held is kept in " + *place + ".");
+  report_.warnings.push_back(sentence("What {1} held is kept in {2}.", {file.path, *place}));
   return true;
 }
 
@@ -134,10 +143,10 @@ bool SettingsChange::Applying::install(const FileState& file, const KeptCopy& co
   if (!report_.effects.unwritten.empty() && isOther) state_.torn[file.path] = now;
   if (report_.error) return false;
   if (now.kind != FileKind::regular || now.bytes.empty() || !damageOf(file.file, now.bytes).empty()) {
-    return fail({FailureCode::notWritten, "The copy of " + file.path + " could not be put back.", "", "",
-                 "Try again."});
+    return fail({FailureCode::notWritten, sentence("The copy of {1} could not be put back.", {file.path}), "",
+                 "", translated("Try again.")});
   }
-  report_.warnings.push_back("The copy of " + copy.time + " is now " + file.path + ".");
+  report_.warnings.push_back(sentence("The copy of {1} is now {2}.", {copy.time, file.path}));
   restored_.push_back(file.file);
   return true;
 }
@@ -147,7 +156,8 @@ void SettingsChange::Applying::restore(const FileFinding& finding) {
   const FileStates now = inspectFiles(state_.computer, state_.services.files);
   const auto file = std::ranges::find(now, finding.file, &FileState::path);
   if (file == now.end() || file->damage.empty()) {
-    fail({FailureCode::notSettable, finding.file + " is not damaged. Nothing was changed.", "", "", ""});
+    fail({FailureCode::notSettable, sentence("{1} is not damaged. Nothing was changed.", {finding.file}), "",
+          "", ""});
     return;
   }
   if (file->file.temporaryName != nullptr && !state_.pane.authorized()) {

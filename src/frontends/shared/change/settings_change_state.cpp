@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/stores/settings_paths.h"
 

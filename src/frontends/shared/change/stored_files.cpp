@@ -6,6 +6,7 @@
 #include <optional>
 
 #include "src/adapters/property_lists/codec.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/stores/settings.h"
 #include "src/server/mac/stores/settings_paths.h"
@@ -17,26 +18,26 @@ namespace {
 
 // clang-format off
 constexpr std::array<StoredFile, kStoredFileCount> kFiles = {{
-    {kAgentFile,         "your settings file",                Group::user,          false, false, nullptr},
-    {kServerConfigFile,  "the server's settings file",        Group::server,        false, false, kServerConfigTempName},
-    {kScreenSaverFile,   "the screen saver's settings file",  Group::server,        false, true,  nullptr, &NVKServerPrefs::ib_admin_chkbox_scrSaver},
-    {kWindowServerFile,  "the window server's settings file", Group::server,        false, true,  nullptr, &NVKServerPrefs::ib_admin_chkbox_noQuartz},
-    {kLaunchdConfigFile, "the launch daemon's settings file", Group::limit,         true,  false, kLaunchdConfigTempName},
-    {kMenuAgentFile,     "your notification settings file",   Group::notifications, false, false, nullptr},
+    {kAgentFile,         english("your settings file"),                Group::user,          false, false, nullptr},
+    {kServerConfigFile,  english("the server's settings file"),        Group::server,        false, false, kServerConfigTempName},
+    {kScreenSaverFile,   english("the screen saver's settings file"),  Group::server,        false, true,  nullptr, &NVKServerPrefs::ib_admin_chkbox_scrSaver},
+    {kWindowServerFile,  english("the window server's settings file"), Group::server,        false, true,  nullptr, &NVKServerPrefs::ib_admin_chkbox_noQuartz},
+    {kLaunchdConfigFile, english("the launch daemon's settings file"), Group::limit,         true,  false, kLaunchdConfigTempName},
+    {kMenuAgentFile,     english("your notification settings file"),   Group::notifications, false, false, nullptr},
 }};
 // clang-format on
 
-constexpr const char* kNoDictionary = "it is no property list with a dictionary at its root";
+constexpr const char* kNoDictionary = english("it is no property list with a dictionary at its root");
 
 struct KindWords {
   FileKind kind;
   const char* words;
 };
 constexpr KindWords kKindWords[] = {
-    {FileKind::directory, "it is no regular file"},
-    {FileKind::notAllowed, "it may not be read"},
-    {FileKind::unreadable, "it cannot be read"},
-    {FileKind::tooLarge, "it is too large"},
+    {FileKind::directory, english("it is no regular file")},
+    {FileKind::notAllowed, english("it may not be read")},
+    {FileKind::unreadable, english("it cannot be read")},
+    {FileKind::tooLarge, english("it is too large")},
 };
 
 // Why a file that is there cannot be read as what it should be; empty where it can.
@@ -44,25 +45,26 @@ std::string damageIn(const StoredFile& file, const std::string& path, const File
                      Platform& computer) {
   for (const KindWords& known : kKindWords) {
     if (known.kind != content.kind) continue;
-    return known.words + (content.reason.empty() ? "" : " (" + content.reason + ")");
+    return content.reason.empty() ? translated(known.words)
+                                  : sentence("{1} ({2})", {translated(known.words), content.reason});
   }
   if (content.kind == FileKind::missing || content.bytes.empty()) return "";
   if (!file.isLines && computer.propertyLists.dictionaryWithContentsOfFile(path)) return "";
   const std::string damage = damageOf(file, content.bytes);
-  return damage.empty() && !file.isLines ? kNoDictionary : damage;
+  return damage.empty() && !file.isLines ? translated(kNoDictionary) : damage;
 }
 
 FileFinding damagedFile(const FileState& state, SettingsFiles& files) {
   const auto copy = files.copyOf(state.path);
-  return {
-      .file = state.path,
-      .label = state.file.label,
-      .damaged = true,
-      .sentence = capitalised(state.file.label) + ", " + state.path + ", is damaged: " + state.damage + ".",
-      .key = "",
-      .setting = "",
-      .copyTime = copy ? copy->time : "",
-      .group = state.file.group};
+  return {.file = state.path,
+          .label = translated(state.file.label),
+          .damaged = true,
+          .sentence = sentence("{1}, {2}, is damaged: {3}.",
+                               {capitalised(translated(state.file.label)), state.path, state.damage}),
+          .key = "",
+          .setting = "",
+          .copyTime = copy ? copy->time : "",
+          .group = state.file.group};
 }
 
 // The smallest and the largest number that a setting's key may hold; both ends count.
@@ -101,10 +103,10 @@ ShownValue shownValue(const PropertyList& value) {
     const bool isNumber = std::to_string(number) == *text;
     return {"\"" + *text + "\"", isNumber ? std::optional(number) : std::nullopt};
   }
-  if (value.as<uint64_t>() != nullptr) return {"larger than any number that fits", std::nullopt};
+  if (value.as<uint64_t>() != nullptr) return {translated("larger than any number that fits"), std::nullopt};
   const bool isNumber =
       value.as<int64_t>() != nullptr || value.as<double>() != nullptr || value.as<bool>() != nullptr;
-  if (!isNumber) return {"no number", std::nullopt};
+  if (!isNumber) return {translated("no number"), std::nullopt};
   const int64_t number = integerValue(&value);
   return {std::to_string(number), number};
 }
@@ -122,16 +124,17 @@ std::optional<FileFinding> findingIn(const PropertyList& dictionary, const FileS
   const ShownValue shown = shownValue(*value);
   const bool fits = shown.number && *shown.number >= range.least && *shown.number <= range.most;
   if (fits || (shown.number == 0 && row.standard != 0)) return std::nullopt;
-  return FileFinding{.file = state.path,
-                     .label = state.file.label,
-                     .damaged = false,
-                     .sentence = "\"" + keyPath(row) + "\" in " + state.path + " is " + shown.text +
-                                 "; it should be a whole number from " + std::to_string(range.least) +
-                                 " to " + std::to_string(range.most) + ".",
-                     .key = keyPath(row),
-                     .setting = "",
-                     .copyTime = "",
-                     .group = state.file.group};
+  return FileFinding{
+      .file = state.path,
+      .label = translated(state.file.label),
+      .damaged = false,
+      .sentence = sentence(
+          "\"{1}\" in {2} is {3}; it should be a whole number from {4} to {5}.",
+          {keyPath(row), state.path, shown.text, std::to_string(range.least), std::to_string(range.most)}),
+      .key = keyPath(row),
+      .setting = "",
+      .copyTime = "",
+      .group = state.file.group};
 }
 
 void addValueFindings(const FileState& state, SettingsTable table, Platform& computer,
@@ -191,11 +194,11 @@ bool holdSame(const FileStates& one, const FileStates& other) {
 
 std::string damageOf(const StoredFile& file, std::string_view bytes) {
   if (bytes.empty()) return "";
-  if (file.isLines) return isUtf8(bytes) ? "" : "it holds bytes that are no UTF-8 text";
+  if (file.isLines) return isUtf8(bytes) ? "" : translated("it holds bytes that are no UTF-8 text");
   PropertyListDamage damage;
   const auto list = decodePropertyList(bytes, damage);
   if (!list) return damage.sentence();
-  return list->as<PropertyList::Dictionary>() != nullptr ? "" : kNoDictionary;
+  return list->as<PropertyList::Dictionary>() != nullptr ? "" : translated(kNoDictionary);
 }
 
 bool FileState::holdsSameAs(const FileState& other) const {

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <string_view>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 
 namespace norvik {
@@ -20,15 +21,15 @@ struct ToolKind {
 };
 // clang-format off
 constexpr ToolKind kToolKinds[] = {
-    {PROC_NVKSVC,   FailureCode::server,     "The server did not take up the settings",  "Check that the server is installed and runs, then try again."},
-    {PROC_SYSMV,    FailureCode::notWritten, "The file could not be put in its place",   "Check the disk and the folder, then apply again."},
-    {PROC_CHMOD,    FailureCode::notWritten, "The file's permissions could not be set",  "Set them by hand, or change a setting and apply again."},
-    {PROC_CHOWN,    FailureCode::notWritten, "The file's owner could not be set",        "Set it by hand, or change a setting and apply again."},
-    {PROC_DEFAULTS, FailureCode::notWritten, "A setting of the system was not changed",  "Apply again."},
-    {kRebootTool,   FailureCode::server,     "The computer was not restarted",           "Restart it yourself."},
+    {PROC_NVKSVC,   FailureCode::server,     english("The server did not take up the settings"),  english("Check that the server is installed and runs, then try again.")},
+    {PROC_SYSMV,    FailureCode::notWritten, english("The file could not be put in its place"),   english("Check the disk and the folder, then apply again.")},
+    {PROC_CHMOD,    FailureCode::notWritten, english("The file's permissions could not be set"),  english("Set them by hand, or change a setting and apply again.")},
+    {PROC_CHOWN,    FailureCode::notWritten, english("The file's owner could not be set"),        english("Set it by hand, or change a setting and apply again.")},
+    {PROC_DEFAULTS, FailureCode::notWritten, english("A setting of the system was not changed"),  english("Apply again.")},
+    {kRebootTool,   FailureCode::server,     english("The computer was not restarted"),           english("Restart it yourself.")},
 };
 // clang-format on
-constexpr ToolKind kOtherTool{"", FailureCode::server, "A command failed", "Try again."};
+constexpr ToolKind kOtherTool{"", FailureCode::server, english("A command failed"), english("Try again.")};
 
 const ToolKind& kindOf(std::string_view tool) {
   const auto* found =
@@ -36,17 +37,19 @@ const ToolKind& kindOf(std::string_view tool) {
   return found != std::end(kToolKinds) ? *found : kOtherTool;
 }
 
-std::string howItEnded(const ToolOutcome& outcome) {
+std::string howItEnded(const std::string& command, const ToolOutcome& outcome) {
   if (outcome.end == ToolOutcome::End::killed) {
     const char* name = strsignal(outcome.status);
-    return " was ended by a signal (" + std::string(name != nullptr ? name : "unknown") + ")";
+    return sentence("{1} was ended by a signal ({2})",
+                    {command, name != nullptr ? name : translated("unknown")});
   }
-  return " failed with exit status " + std::to_string(outcome.status);
+  return sentence("{1} failed with exit status {2}", {command, std::to_string(outcome.status)});
 }
 
 ChangeError failed(const CommandOutcome& command) {
   const ToolKind& kind = kindOf(command.launch.tool);
-  return {kind.code, std::string(kind.what) + ": " + failureInWords(command), "", "", kind.advice};
+  return {kind.code, sentence("{1}: {2}", {translated(kind.what), failureInWords(command)}), "", "",
+          translated(kind.advice)};
 }
 
 }  // namespace
@@ -62,9 +65,9 @@ std::string commandLine(const Launch& launch) {
 
 std::string failureInWords(const CommandOutcome& command) {
   const std::string& words = command.outcome.words;
-  std::string sentence = commandLine(command.launch) + howItEnded(command.outcome);
-  if (!words.empty()) sentence += ": " + words;
-  return sentence.back() == '.' ? sentence : sentence + ".";
+  std::string said = howItEnded(commandLine(command.launch), command.outcome);
+  if (!words.empty()) said = sentence("{1}: {2}", {said, words});
+  return said.back() == '.' ? said : sentence("{1}.", {said});
 }
 
 std::vector<CommandOutcome> outcomesOf(const Effects& effects, const std::vector<ToolOutcome>& tools) {
@@ -94,14 +97,14 @@ ChangeError errorOf(const std::vector<CommandOutcome>& commands) {
   if (const auto* slow =
           first([](const CommandOutcome& c) { return !c.launch.refused && !c.outcome.ended(); })) {
     return {FailureCode::tryAgain,
-            "The command " + commandLine(slow->launch) +
-                " has not ended in time; what comes after it waits for it.",
-            "", "", "Look again in a moment whether the change was made."};
+            sentence("The command {1} has not ended in time; what comes after it waits for it.",
+                     {commandLine(slow->launch)}),
+            "", "", translated("Look again in a moment whether the change was made.")};
   }
   if (const auto* refused = first([](const CommandOutcome& c) { return c.launch.refused; })) {
     return {FailureCode::notAllowed,
-            "The system refused to run the command " + commandLine(refused->launch) + ".", "", "",
-            "Close and open the lock, then try again."};
+            sentence("The system refused to run the command {1}.", {commandLine(refused->launch)}), "", "",
+            translated("Close and open the lock, then try again.")};
   }
   if (const auto* bad = first([](const CommandOutcome& c) { return !c.outcome.succeeded(); }))
     return failed(*bad);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/text/edit_distance.h"
 
 namespace norvik {
@@ -22,7 +23,7 @@ std::string nearestWord(std::string_view typed, const std::vector<std::string>& 
 
 std::string suggestion(std::string_view typed, const std::vector<std::string>& known) {
   const std::string nearest = nearestWord(typed, known);
-  return nearest.empty() ? "" : " Did you mean \"" + nearest + "\"?";
+  return nearest.empty() ? "" : " " + sentence("Did you mean \"{1}\"?", {nearest});
 }
 
 }  // namespace norvik

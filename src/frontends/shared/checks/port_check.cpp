@@ -2,6 +2,7 @@
 #include "src/frontends/shared/checks/port_check.h"
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/server/client_services.h"
 
 namespace norvik {
@@ -24,22 +25,23 @@ std::optional<PortFinding> checkService(const P& pane, const InterfaceDescriptio
   const Control& field = pane.*service.field;
   const auto setting = portSettingOf(interface, pane, service);
   if (setting && (pane.*service.custom).isOn() && !checkedValue(*setting, field.stringValue())) {
-    return PortFinding{"A port is " + rangeInWords(setting->first()) + ", not \"" + field.stringValue() +
-                       "\"."};
+    return PortFinding{
+        sentence("A port is {1}, not \"{2}\".", {rangeInWords(setting->first()), field.stringValue()})};
   }
   const int64_t port = (pane.*service.pendingPort)();
   for (const ClientService& other : kClientServices) {
     if (&other == &service || (pane.*other.pendingPort)() != port) continue;
     const auto others = portSettingOf(interface, pane, other);
-    return PortFinding{"Port " + std::to_string(port) + " is already the port for " +
-                       (others ? others->page.title : "the other clients") +
-                       "; each service needs its own port."};
+    return PortFinding{sentence(
+        "Port {1} is already the port for {2}; each service needs its own port.",
+        {std::to_string(port), translated(others ? others->page.title : english("the other clients"))})};
   }
   if (heldByServer(pane, port) || !inUse(port)) return std::nullopt;
-  return PortFinding{"Port " + std::to_string(port) +
-                         " is in use by another program; clients cannot connect to it until that program "
-                         "releases it.",
-                     false};
+  return PortFinding{
+      sentence("Port {1} is in use by another program; clients cannot connect to it until that program "
+               "releases it.",
+               {std::to_string(port)}),
+      false};
 }
 
 }  // namespace

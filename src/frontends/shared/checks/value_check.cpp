@@ -6,6 +6,7 @@
 #include <charconv>
 #include <limits>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/text/trim.h"
 
 namespace norvik {
@@ -96,30 +97,27 @@ std::optional<int64_t> checkedValue(const SettingDescription& setting, std::stri
 std::string acceptedValues(const SettingDescription& setting) {
   switch (setting.first().kind) {
     case ControlKind::checkBox:
-      return "on or off";
+      return oneOf({"on", "off"});
     case ControlKind::radioButton:
-      return listInWords(choices(setting), "or");
+      return oneOf(choices(setting));
     case ControlKind::popUp:
-      return listInWords(setting.first().items, "or");
+      return oneOf(setting.first().items);
     default:
       return rangeInWords(setting.first());
   }
 }
 
 std::string rangeInWords(const ControlDescription& control) {
-  std::string words = "a whole number";
-  if (control.minimum) words += " from " + numberText(*control.minimum);
-  if (control.maximum) words += " to " + numberText(*control.maximum);
-  return words;
+  if (control.minimum && control.maximum)
+    return sentence("a whole number from {1} to {2}",
+                    {numberText(*control.minimum), numberText(*control.maximum)});
+  if (control.minimum) return sentence("a whole number from {1}", {numberText(*control.minimum)});
+  if (control.maximum) return sentence("a whole number to {1}", {numberText(*control.maximum)});
+  return translated("a whole number");
 }
 
 std::string listInWords(const std::vector<std::string>& words, std::string_view conjunction) {
-  std::string list;
-  for (std::size_t i = 0; i < words.size(); ++i) {
-    if (i > 0) list += i + 1 < words.size() ? ", " : " " + std::string(conjunction) + " ";
-    list += words[i];
-  }
-  return list;
+  return conjunction == "or" ? oneOf(words) : allOf(words);
 }
 
 }  // namespace norvik

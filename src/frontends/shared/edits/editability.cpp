@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -61,17 +62,18 @@ std::optional<std::vector<NeededSwitch>> search(EditedPane& edited, const Contro
 // The editability of the control at `index` among the setting's.
 Editability editabilityAt(EditedPane& edited, PaneSetting& setting, std::size_t index) {
   if (setting.description().isAdministrators() && !edited.pane().authorized())
-    return {Obstacle::locked, "locked"};
+    return {Obstacle::locked, translated("locked")};
   const Control& control = *setting.controls()[index];
   auto switches = switchesToEnable(edited, control);
-  if (!switches) return {Obstacle::notAvailable, "not available"};
+  if (!switches) return {Obstacle::notAvailable, translated("not available")};
   const PaneSetting* required = edited.settingOf(setting.description().controls[index]->requiresOutlet);
   const auto isRequired = [&](const NeededSwitch& needed) {
     return required != nullptr && needed.on && needed.name == required->name();
   };
   const bool turnsOn = std::erase_if(*switches, isRequired) > 0;
-  if (!switches->empty()) return {Obstacle::needsSwitches, "needs " + switchesInWords(*switches)};
-  return {Obstacle::none, turnsOn ? "turns on " + required->name() : ""};
+  if (!switches->empty())
+    return {Obstacle::needsSwitches, sentence("needs {1}", {switchesInWords(*switches)})};
+  return {Obstacle::none, turnsOn ? sentence("turns on {1}", {required->name()}) : ""};
 }
 
 }  // namespace
@@ -106,7 +108,7 @@ std::string switchesInWords(const std::vector<NeededSwitch>& switches) {
   std::vector<std::string> words;
   words.reserve(switches.size());
   for (const NeededSwitch& needed : switches) words.push_back(needed.name + (needed.on ? "=on" : "=off"));
-  return listInWords(words, "and");
+  return allOf(words);
 }
 
 Editability editabilityOf(EditedPane& edited, PaneSetting& setting) {
@@ -121,8 +123,8 @@ Editability editabilityOf(EditedPane& edited, PaneSetting& setting) {
   }
   const Editability& first = *std::ranges::find_if(each, &Editability::editable);
   if (choices.size() == each.size()) return first;
-  const std::string only = "only " + listInWords(choices, "or");
-  return {Obstacle::none, first.remark.empty() ? only : only + ", " + first.remark};
+  const std::string only = sentence("only {1}", {oneOf(choices)});
+  return {Obstacle::none, first.remark.empty() ? only : sentence("{1}, {2}", {only, first.remark})};
 }
 
 Editability editabilityOf(EditedPane& edited, PaneSetting& setting, int64_t value) {

@@ -9,6 +9,7 @@
 #include "src/frontends/shared/edits/defaults.h"
 #include "src/frontends/shared/edits/editability.h"
 #include "src/frontends/shared/edits/edited_shadow.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -41,18 +42,20 @@ ChangeError parseAssignment(EditedPane& edited, const Defaults& defaults, const 
   const PaneSetting* setting = edited.find(name);
   if (setting == nullptr) {
     return failure(FailureCode::usage,
-                   "unknown setting \"" + name + "\"." + suggestion(name, edited.settingNames()), name);
+                   sentence("unknown setting \"{1}\".", {name}) + suggestion(name, edited.settingNames()),
+                   name);
   }
   if (equals == std::string::npos) {
-    return failure(FailureCode::usage, name + " has no value; write " + name + "=VALUE.", name);
+    return failure(FailureCode::usage, sentence("{1} has no value; write {1}=VALUE.", {name}), name);
   }
-  if (find(edits, name) != nullptr) return failure(FailureCode::usage, name + " is given twice.", name);
+  if (find(edits, name) != nullptr)
+    return failure(FailureCode::usage, sentence("{1} is given twice.", {name}), name);
   const std::string text = word.substr(equals + 1);
   const auto value = valueOf(setting->description(), text, defaults);
   if (!value) {
-    return failure(FailureCode::wrongValue,
-                   name + " takes " + acceptedValues(setting->description()) + ", not \"" + text + "\".",
-                   name);
+    return failure(
+        FailureCode::wrongValue,
+        sentence("{1} takes {2}, not \"{3}\".", {name, acceptedValues(setting->description()), text}), name);
   }
   edits.push_back({name, *value, ""});
   return {};
@@ -90,11 +93,13 @@ ChangeError addRequired(EditedPane& edited, const Defaults& defaults, std::vecto
     const int64_t state = requirement.on ? kOnState : kOffState;
     const Edit* given = find(edits, box);
     if (given == nullptr) {
-      edits.push_back(
-          {box, state, requirement.mayBeOtherwise ? name + " is the default" : "needed by " + name});
+      edits.push_back({box, state,
+                       requirement.mayBeOtherwise ? sentence("{1} is the default", {name})
+                                                  : sentence("needed by {1}", {name})});
     } else if (given->value != state && !requirement.mayBeOtherwise) {
       const std::string value = edits[i].value == kNoChoice ? "=" + std::string(kNoneWord) : "";
-      return failure(FailureCode::usage, name + value + " needs " + box + (requirement.on ? "=on." : "=off."),
+      return failure(FailureCode::usage,
+                     sentence("{1} needs {2}.", {name + value, box + (requirement.on ? "=on" : "=off")}),
                      name);
     }
   }
@@ -126,7 +131,7 @@ void addDefaults(EditedPane& edited, const Defaults& defaults, std::vector<Edit>
       const bool isBox = setting.description().first().kind == ControlKind::checkBox;
       const auto standard = defaults.find(setting.name());
       if (isBox != boxes || standard == defaults.end() || find(edits, setting.name()) != nullptr) continue;
-      const Edit edit{setting.name(), standard->second, "not in the profile"};
+      const Edit edit{setting.name(), standard->second, translated("not in the profile")};
       if (contradicts(edited, defaults, edit, edits) || followsThen(edited, setting, edits)) continue;
       edits.push_back(edit);
     }
@@ -175,15 +180,18 @@ const Edit* nextOf(EditedPane& edited, const std::vector<const Edit*>& open) {
 
 ChangeError notSettable(EditedPane& edited, const Edit& edit) {
   PaneSetting& setting = *edited.find(edit.name);
-  const std::string beginning = edit.name + " cannot be set to " + setting.textOf(edit.value) + " now: it ";
-  const std::string ending = ". Nothing was changed.";
+  const std::string value = setting.textOf(edit.value);
   if (edit.value == kNoChoice) {
-    return failure(FailureCode::notSettable, beginning + "has a value" + ending, edit.name);
+    return failure(
+        FailureCode::notSettable,
+        sentence("{1} cannot be set to {2} now: it has a value. Nothing was changed.", {edit.name, value}),
+        edit.name);
   }
   const Editability why = editabilityOf(edited, setting, edit.value);
-  const bool isState = why.obstacle != Obstacle::needsSwitches;
-  return failure(FailureCode::notSettable, beginning + (isState ? "is " : "") + why.remark + ending,
-                 edit.name);
+  const char* pattern = why.obstacle == Obstacle::needsSwitches
+                            ? english("{1} cannot be set to {2} now: it {3}. Nothing was changed.")
+                            : english("{1} cannot be set to {2} now: it is {3}. Nothing was changed.");
+  return failure(FailureCode::notSettable, sentence(pattern, {edit.name, value, why.remark}), edit.name);
 }
 
 void make(EditedPane& edited, const Edit& edit) {
@@ -226,9 +234,10 @@ Wish wishOf(Platform& computer, const InterfaceDescription& interface, const Pro
   Wish wish;
   for (const ProfileSetting& setting : profile) {
     if (edited.find(setting.name) == nullptr) {
-      wish.errors.push_back(failure(FailureCode::notSettable,
-                                    setting.name + " is not available on this computer. Nothing was changed.",
-                                    setting.name));
+      wish.errors.push_back(
+          failure(FailureCode::notSettable,
+                  sentence("{1} is not available on this computer. Nothing was changed.", {setting.name}),
+                  setting.name));
     } else {
       wish.edits.push_back({setting.name, setting.value, ""});
     }
@@ -271,7 +280,7 @@ ChangeError applyEdits(EditedPane& edited, const std::vector<Edit>& edits, Behin
     make(edited, *next);
     if (holds(edited, *next)) continue;
     declined.push_back(next);
-    notes.push_back(next->name + " stays " + edited.find(next->name)->text() + ".");
+    notes.push_back(sentence("{1} stays {2}.", {next->name, edited.find(next->name)->text()}));
   }
   return {};
 }

@@ -3,13 +3,14 @@
 
 #include "resources/resources.h"
 #include "src/adapters/property_lists/codec.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
 std::optional<InterfaceDescription> shippedInterface(std::string& error) {
   const auto list = decodePropertyList(interfacePropertyList());
   if (list) return readInterfaceDescription(*list, error);
-  error = "it is no property list";
+  error = translated("it is no property list");
   return std::nullopt;
 }
 

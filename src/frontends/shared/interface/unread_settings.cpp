@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 #include "src/server/mac/stores/settings_paths.h"
 
@@ -22,13 +23,12 @@ constexpr FileControl kFileControls[] = {{kScreenSaverFile, "ib_admin_chkbox_scr
                                          {kLaunchdConfigFile, "ib_admin_edbox_maxFHard"},
                                          {kLaunchdConfigFile, "ib_admin_button_maxFAdjust"}};
 
-void add(std::string& words, std::string_view sentence) {
-  if (!words.empty()) words += ' ';
-  words += sentence;
+void add(std::string& words, std::string_view more) {
+  words = joinedSentences(words, more);
 }
 
 std::string sentenceAbout(const ControlDescription& control) {
-  return "\"" + control.label + "\": " + std::string(kUnreadSentence);
+  return sentence("\"{1}\": {2}", {control.label, translated(kUnreadSentence)});
 }
 
 void sayIn(SectionDescription& section, const std::vector<std::string>& unreadFiles) {
@@ -40,11 +40,11 @@ void sayIn(SectionDescription& section, const std::vector<std::string>& unreadFi
         isWhole = false;
         continue;
       }
-      add(control.help, kUnreadSentence);
+      add(control.help, translated(kUnreadSentence));
       unread.push_back(&control);
     }
   }
-  if (isWhole && !unread.empty()) return add(section.note, kUnreadSentence);
+  if (isWhole && !unread.empty()) return add(section.note, translated(kUnreadSentence));
   for (const ControlDescription* control : unread) add(section.note, sentenceAbout(*control));
 }
 

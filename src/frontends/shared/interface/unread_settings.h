@@ -6,12 +6,13 @@
 #include <string_view>
 #include <vector>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/ui/interface_description.h"
 
 namespace norvik {
 
 inline constexpr std::string_view kUnreadSentence =
-    "Nothing on this computer reads this setting, so it has no effect here.";
+    english("Nothing on this computer reads this setting, so it has no effect here.");
 
 // Whether the control of that outlet belongs to such a setting. The files are those of ComputerServices.
 bool isUnread(std::string_view outlet, const std::vector<std::string>& unreadFiles);

@@ -6,6 +6,7 @@
 
 #include "src/frontends/shared/change/tool_results.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -13,10 +14,8 @@ namespace {
 
 constexpr std::size_t kMostLines = 12;
 
-void addSentence(std::string& text, std::string_view sentence) {
-  if (sentence.empty()) return;
-  if (!text.empty()) text += ' ';
-  text += sentence;
+void addSentence(std::string& text, std::string_view more) {
+  text = joinedSentences(text, more);
 }
 
 void addLine(std::string& lines, const std::string& line) {
@@ -26,7 +25,7 @@ void addLine(std::string& lines, const std::string& line) {
 
 // Several pages have a port, or a colour depth.
 std::string labelWithPage(const std::string& label, const std::string& page) {
-  return page.empty() ? label : label + " (" + page + ")";
+  return page.empty() ? label : sentence("{1} ({2})", {label, translated(page)});
 }
 
 // Of changes or collisions.
@@ -35,7 +34,7 @@ std::string labelsOf(const std::vector<Named>& settings) {
   std::vector<std::string> labels;
   labels.reserve(settings.size());
   for (const Named& setting : settings) labels.push_back(labelWithPage(setting.label, setting.page));
-  return listInWords(labels, "and");
+  return allOf(labels);
 }
 
 // Whether a letter would make a name before or behind it another name.
@@ -70,7 +69,10 @@ std::string timeInWords(const std::string& time) {
 
 // "Saved the server settings."; empty where nothing was.
 std::string savedSentence(const ChangeReport& report) {
-  return report.saved.empty() ? "" : "Saved the " + listInWords(report.saved, "and") + ".";
+  std::vector<std::string> groups;
+  groups.reserve(report.saved.size());
+  for (const std::string& group : report.saved) groups.push_back(translated(group));
+  return groups.empty() ? "" : sentence("Saved the {1}.", {allOf(groups)});
 }
 
 // Codes after which the same may work at another time, or after something was mended.
@@ -95,54 +97,57 @@ WindowMessage failed(const ChangeReport& report) {
 }
 
 // A success with what has to be known beside it.
-WindowMessage succeeded(const ChangeReport& report, std::string sentence) {
-  WindowMessage message{MessageKind::done, std::move(sentence), {}, detailsOf(report)};
-  if (!report.told.empty()) addSentence(message.sentence, "Told " + listInWords(report.told, "and") + ".");
+WindowMessage succeeded(const ChangeReport& report, std::string words) {
+  WindowMessage message{MessageKind::done, std::move(words), {}, detailsOf(report)};
+  if (!report.told.empty()) addSentence(message.sentence, sentence("Told {1}.", {allOf(report.told)}));
   if (!report.notTold.empty() || !report.warnings.empty()) {
     message.kind = MessageKind::warning;
     if (!report.notTold.empty())
-      addSentence(message.sentence, "Could not tell " + listInWords(report.notTold, "and") + ".");
+      addSentence(message.sentence, sentence("Could not tell {1}.", {allOf(report.notTold)}));
     for (const std::string& warning : report.warnings) addSentence(message.sentence, asSentence(warning));
     if (!message.details.empty()) message.actions.push_back(MessageAction::showDetails);
   }
   return message;
 }
 
-std::string_view doneSentence(ServerOrder order) {
+std::string doneSentence(ServerOrder order) {
   switch (order) {
     case ServerOrder::start:
-      return "The server is started.";
+      return translated("The server is started.");
     case ServerOrder::stop:
-      return "The server is stopped.";
+      return translated("The server is stopped.");
     case ServerOrder::restart:
-      return "The server is restarted.";
+      return translated("The server is restarted.");
   }
   return {};
 }
 
-std::string outcomeOf(const ToolOutcome& outcome) {
+std::string outcomeOf(const Launch& launch, const ToolOutcome& outcome) {
   using End = ToolOutcome::End;
+  const std::string command = commandLine(launch);
+  const std::string status = std::to_string(outcome.status);
   std::string said;
-  if (outcome.end == End::waiting) said = "has not begun";
-  if (outcome.end == End::running) said = "has not ended";
-  if (outcome.end == End::exited) said = "ended with status " + std::to_string(outcome.status);
-  if (outcome.end == End::killed) said = "was ended by signal " + std::to_string(outcome.status);
-  return outcome.words.empty() ? said : said + ": " + outcome.words;
+  if (outcome.end == End::waiting) said = sentence("{1} has not begun", {command});
+  if (outcome.end == End::running) said = sentence("{1} has not ended", {command});
+  if (outcome.end == End::exited) said = sentence("{1} ended with status {2}", {command, status});
+  if (outcome.end == End::killed) said = sentence("{1} was ended by signal {2}", {command, status});
+  return outcome.words.empty() ? said : sentence("{1}: {2}", {said, outcome.words});
 }
 
 }  // namespace
 
 std::string countedChanges(std::size_t count) {
-  return std::to_string(count) + (count == 1 ? " change" : " changes");
+  return counted("{1} change", "{1} changes", count);
 }
 
 std::string changeLines(const std::vector<SettingChange>& changes, std::size_t most) {
   std::string lines;
   for (std::size_t i = 0; i < changes.size() && i < most; ++i) {
     const SettingChange& change = changes[i];
-    addLine(lines, "• " + change.page + ", " + change.label + ": " + change.from + " → " + change.to);
+    addLine(lines, sentence("• {1}, {2}: {3} → {4}", {translated(change.page), change.label,
+                                                      translated(change.from), translated(change.to)}));
   }
-  if (changes.size() > most) addLine(lines, "and " + std::to_string(changes.size() - most) + " more");
+  if (changes.size() > most) addLine(lines, counted("and {1} more", "and {1} more", changes.size() - most));
   return lines;
 }
 
@@ -162,18 +167,18 @@ WindowMessage withLabels(WindowMessage message, const InterfaceDescription& inte
 
 WindowMessage appliedMessage(const ChangeReport& report) {
   if (report.error) return failed(report);
-  std::string sentence;
+  std::string said;
   if (!report.takenOver.empty()) {
-    sentence = "Somebody else had changed " + listInWords(report.takenOver, "and") + "; that was taken over.";
+    said = sentence("Somebody else had changed {1}; that was taken over.", {allOf(report.takenOver)});
   }
-  if (report.saved.empty() && sentence.empty() && report.warnings.empty()) return {};
-  addSentence(sentence, savedSentence(report));
-  return succeeded(report, std::move(sentence));
+  if (report.saved.empty() && said.empty() && report.warnings.empty()) return {};
+  addSentence(said, savedSentence(report));
+  return succeeded(report, std::move(said));
 }
 
 WindowMessage restoredMessage(const ChangeReport& report, const FileFinding& file) {
   if (report.error) return failed(report);
-  WindowMessage message = succeeded(report, "The copy of " + file.label + " was put back.");
+  WindowMessage message = succeeded(report, sentence("The copy of {1} was put back.", {file.label}));
   // What was asked for has happened; the warnings only say where the damaged bytes are.
   if (report.notTold.empty()) message.kind = MessageKind::done;
   return message;
@@ -183,12 +188,14 @@ WindowMessage refusedMessage(const std::vector<ValueFinding>& findings) {
   const auto blocks = std::ranges::count_if(findings, &ValueFinding::blocks);
   const auto first = std::ranges::find_if(findings, &ValueFinding::blocks);
   if (first == findings.end()) return {};
-  WindowMessage message{
-      MessageKind::failure, "Nothing was applied. " + first->sentence, {MessageAction::showSetting}, {}};
+  WindowMessage message{MessageKind::failure,
+                        joinedSentences(translated("Nothing was applied."), first->sentence),
+                        {MessageAction::showSetting},
+                        {}};
   if (blocks > 1) {
     const auto others = static_cast<std::size_t>(blocks - 1);
-    message.sentence += others == 1 ? " One more value cannot be applied."
-                                    : " " + std::to_string(others) + " more values cannot be applied.";
+    addSentence(message.sentence,
+                counted("One more value cannot be applied.", "{1} more values cannot be applied.", others));
   }
   return message;
 }
@@ -201,42 +208,44 @@ WindowMessage damagedMessage(const std::vector<FileFinding>& findings, std::stri
     if (finding.damaged && !finding.copyTime.empty() && message.actions.empty())
       message.actions.push_back(MessageAction::restoreCopy);
   }
-  if (findings.front().damaged) addSentence(message.sentence, shown);
+  if (findings.front().damaged) addSentence(message.sentence, translated(shown));
   return message;
 }
 
 std::string damagedQuestion(const FileFinding& file) {
   std::string question = asSentence(file.sentence) + "\n\n";
-  if (!file.copyTime.empty())
-    question += std::string(window_texts::kRestoreText) + " " + timeInWords(file.copyTime) + ". ";
-  return question += window_texts::kReplaceText;
+  std::string answers;
+  if (!file.copyTime.empty()) answers = sentence(window_texts::kRestoreText, {timeInWords(file.copyTime)});
+  addSentence(answers, translated(window_texts::kReplaceText));
+  return question + answers;
 }
 
 WindowMessage foreignMessage(const ForeignChanges& changes) {
   if (!changes.collisions.empty()) {
     return {MessageKind::warning,
-            "Somebody else has changed " + labelsOf(changes.collisions) + ", which you are changing too.",
+            sentence("Somebody else has changed {1}, which you are changing too.",
+                     {labelsOf(changes.collisions)}),
             {MessageAction::chooseValues},
             {}};
   }
   if (changes.takenOver.empty()) return {};
   return {MessageKind::note,
-          "Somebody else has changed " + labelsOf(changes.takenOver) + ". The new values are shown.",
+          sentence("Somebody else has changed {1}. The new values are shown.", {labelsOf(changes.takenOver)}),
           {},
           changeLines(changes.takenOver, kMostLines)};
 }
 
 WindowMessage orderMessage(ServerOrder order, const OrderReport& report) {
   if (!report.ok()) return failed(report.change);
-  std::string sentence = report.note;
-  addSentence(sentence, doneSentence(order));
-  return succeeded(report.change, std::move(sentence));
+  std::string said = report.note;
+  addSentence(said, doneSentence(order));
+  return succeeded(report.change, std::move(said));
 }
 
 WindowMessage takenUpMessage(const OrderReport& report) {
   if (!report.ok()) return failed(report.change);
   if (!report.note.empty()) return {MessageKind::note, report.note, {}, {}};
-  return succeeded(report.change, "The server uses what is stored.");
+  return succeeded(report.change, translated("The server uses what is stored."));
 }
 
 WindowMessage inForceMessage(const ServerInForce& server, SettingsFiles& files) {
@@ -257,23 +266,24 @@ WindowMessage inForceMessage(const ServerInForce& server, SettingsFiles& files) 
 WindowMessage unlockDeniedMessage(AuthorizationRefusal why) {
   const bool isCancelled = why == AuthorizationRefusal::dismissed;
   WindowMessage message{isCancelled ? MessageKind::note : MessageKind::failure,
-                        std::string(window_texts::kUnlockDenied),
+                        translated(window_texts::kUnlockDenied),
                         {MessageAction::retry},
                         {}};
-  addSentence(message.sentence, sentenceOf(why));
-  addSentence(message.sentence, window_texts::kNothingChanged);
+  addSentence(message.sentence, translated(sentenceOf(why)));
+  addSentence(message.sentence, translated(window_texts::kNothingChanged));
   return message;
 }
 
 std::string detailsOf(const ChangeReport& report) {
   std::string lines;
-  for (const std::string& name : report.notSaved) addLine(lines, "Not saved: " + name);
+  for (const std::string& name : report.notSaved) addLine(lines, sentence("Not saved: {1}", {name}));
   for (const CommandOutcome& command : report.commands)
-    addLine(lines, commandLine(command.launch) + " " + outcomeOf(command.outcome));
+    addLine(lines, outcomeOf(command.launch, command.outcome));
   for (const UnwrittenFile& file : report.effects.unwritten)
-    addLine(lines, "Not written: " + file.path + (file.reason.empty() ? "" : ": " + file.reason));
-  for (const std::string& who : report.told) addLine(lines, "Told: " + who);
-  for (const std::string& who : report.notTold) addLine(lines, "Not told: " + who);
+    addLine(lines, file.reason.empty() ? sentence("Not written: {1}", {file.path})
+                                       : sentence("Not written: {1}: {2}", {file.path, file.reason}));
+  for (const std::string& who : report.told) addLine(lines, sentence("Told: {1}", {who}));
+  for (const std::string& who : report.notTold) addLine(lines, sentence("Not told: {1}", {who}));
   for (const std::string& warning : report.warnings) addLine(lines, warning);
   for (const std::string& line : report.effects.logged) addLine(lines, line);
   return lines;
@@ -286,8 +296,7 @@ std::string asSentence(std::string words) {
 }
 
 std::string leaveQuestion(const std::vector<SettingChange>& changes) {
-  const bool one = changes.size() == 1;
-  return countedChanges(changes.size()) + (one ? " is not applied." : " are not applied.");
+  return counted("{1} change is not applied.", "{1} changes are not applied.", changes.size());
 }
 
 }  // namespace norvik

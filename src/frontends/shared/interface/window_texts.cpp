@@ -10,8 +10,9 @@ struct KindRow {
   std::string_view word;
 };
 constexpr KindRow kKinds[] = {
-    {MessageKind::done, "Done"},      {MessageKind::note, "Note"},          {MessageKind::warning, "Warning"},
-    {MessageKind::failure, "Failed"}, {MessageKind::progress, "Under way"},
+    {MessageKind::done, english("Done")},          {MessageKind::note, english("Note")},
+    {MessageKind::warning, english("Warning")},    {MessageKind::failure, english("Failed")},
+    {MessageKind::progress, english("Under way")},
 };
 
 struct ActionRow {
@@ -19,28 +20,28 @@ struct ActionRow {
   std::string_view title;
 };
 constexpr ActionRow kActions[] = {
-    {MessageAction::retry, "Retry"},
-    {MessageAction::keep, "Keep"},
-    {MessageAction::revert, "Revert"},
-    {MessageAction::showDetails, "Show Details…"},
+    {MessageAction::retry, english("Retry")},
+    {MessageAction::keep, english("Keep")},
+    {MessageAction::revert, english("Revert")},
+    {MessageAction::showDetails, english("Show Details…")},
     {MessageAction::restoreCopy, window_texts::kRestoreCopy},
-    {MessageAction::takeUp, "Apply Stored Settings"},
-    {MessageAction::chooseValues, "Choose Values…"},
-    {MessageAction::showSetting, "Show Setting"},
+    {MessageAction::takeUp, english("Apply Stored Settings")},
+    {MessageAction::chooseValues, english("Choose Values…")},
+    {MessageAction::showSetting, english("Show Setting")},
 };
 
 }  // namespace
 
-std::string_view wordOf(MessageKind kind) {
+std::string wordOf(MessageKind kind) {
   for (const KindRow& row : kKinds) {
-    if (row.kind == kind) return row.word;
+    if (row.kind == kind) return translated(row.word);
   }
   return {};
 }
 
-std::string_view titleOf(MessageAction action) {
+std::string titleOf(MessageAction action) {
   for (const ActionRow& row : kActions) {
-    if (row.action == action) return row.title;
+    if (row.action == action) return translated(row.title);
   }
   return {};
 }

@@ -1,8 +1,12 @@
 // The words that every window shows around its pages: buttons, headings and fixed sentences, in one table, so
-// that two windows say the same. Sentences made from values are in window_messages.h. Knows no toolkit.
+// that two windows say the same. In English; shown with `translated`. Sentences made from values are in
+// window_messages.h. Knows no toolkit.
 #pragma once
 
+#include <string>
 #include <string_view>
+
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -29,83 +33,85 @@ enum class MessageAction {
 };
 
 // "Done", "Failed": for screen readers, before the sentence.
-std::string_view wordOf(MessageKind kind);
+std::string wordOf(MessageKind kind);
 // "Retry", "Show Details…".
-std::string_view titleOf(MessageAction action);
+std::string titleOf(MessageAction action);
 
 namespace window_texts {
 
 // ---- Buttons
 
-inline constexpr std::string_view kApply = "Apply";
-inline constexpr std::string_view kDiscard = "Discard";
-inline constexpr std::string_view kCancel = "Cancel";
-inline constexpr std::string_view kClose = "Close";
-inline constexpr std::string_view kCloseMessage = "Close message";
-inline constexpr std::string_view kContinue = "Continue";
-inline constexpr std::string_view kGoToSetting = "Go to Setting";
-inline constexpr std::string_view kTakeBack = "Take Back";
-inline constexpr std::string_view kTakeBackAll = "Take Back All";
-inline constexpr std::string_view kRestoreCopy = "Restore Copy";
-inline constexpr std::string_view kReplaceFile = "Replace File";
+inline constexpr std::string_view kApply = english("Apply");
+inline constexpr std::string_view kDiscard = english("Discard");
+inline constexpr std::string_view kCancel = english("Cancel");
+inline constexpr std::string_view kClose = english("Close");
+inline constexpr std::string_view kCloseMessage = english("Close message");
+inline constexpr std::string_view kContinue = english("Continue");
+inline constexpr std::string_view kGoToSetting = english("Go to Setting");
+inline constexpr std::string_view kTakeBack = english("Take Back");
+inline constexpr std::string_view kTakeBackAll = english("Take Back All");
+inline constexpr std::string_view kRestoreCopy = english("Restore Copy");
+inline constexpr std::string_view kReplaceFile = english("Replace File");
 
 // ---- The list of pending changes
 
-inline constexpr std::string_view kChangesTitle = "Changes";
-inline constexpr std::string_view kChangesHelp = "Shows what Apply would change, run and tell.";
-inline constexpr std::string_view kNoChanges = "Nothing is changed.";
-inline constexpr std::string_view kSettingColumn = "Setting";
-inline constexpr std::string_view kPageColumn = "Page";
-inline constexpr std::string_view kOldColumn = "Now";
-inline constexpr std::string_view kNewColumn = "After Apply";
-inline constexpr std::string_view kReasonColumn = "Why";
-inline constexpr std::string_view kConsequencesHeading = "What follows";
-inline constexpr std::string_view kFilesHeading = "Files that are written";
-inline constexpr std::string_view kCommandsHeading = "Commands that run as the super-user";
-inline constexpr std::string_view kToldHeading = "Who is told";
-inline constexpr std::string_view kEndsConnections = "Connections to this computer end.";
-inline constexpr std::string_view kNeedsRestart = "The computer has to be restarted.";
+inline constexpr std::string_view kChangesTitle = english("Changes");
+inline constexpr std::string_view kChangesHelp = english("Shows what Apply would change, run and tell.");
+inline constexpr std::string_view kNoChanges = english("Nothing is changed.");
+inline constexpr std::string_view kSettingColumn = english("Setting");
+inline constexpr std::string_view kPageColumn = english("Page");
+inline constexpr std::string_view kOldColumn = english("Now");
+inline constexpr std::string_view kNewColumn = english("After Apply");
+inline constexpr std::string_view kReasonColumn = english("Why");
+inline constexpr std::string_view kConsequencesHeading = english("What follows");
+inline constexpr std::string_view kFilesHeading = english("Files that are written");
+inline constexpr std::string_view kCommandsHeading = english("Commands that run as the super-user");
+inline constexpr std::string_view kToldHeading = english("Who is told");
+inline constexpr std::string_view kEndsConnections = english("Connections to this computer end.");
+inline constexpr std::string_view kNeedsRestart = english("The computer has to be restarted.");
 
-inline constexpr std::string_view kSaving = "Saving the settings.";
+inline constexpr std::string_view kSaving = english("Saving the settings.");
 
 // ---- Settings that somebody else has changed too
 
-inline constexpr std::string_view kCollisionTitle = "Changed by Somebody Else Too";
-inline constexpr std::string_view kCollisionText =
-    "Somebody else has saved other values for these settings while you were changing them. Choose a value for each.";
-inline constexpr std::string_view kLoadedColumn = "Before";
-inline constexpr std::string_view kTheirsColumn = "Theirs";
-inline constexpr std::string_view kMineColumn = "Yours";
-inline constexpr std::string_view kKeepMine = "Keep Mine";
-inline constexpr std::string_view kTakeTheirs = "Take Theirs";
+inline constexpr std::string_view kCollisionTitle = english("Changed by Somebody Else Too");
+inline constexpr std::string_view kCollisionText = english(
+    "Somebody else has saved other values for these settings while you were changing them. Choose a value for each.");
+inline constexpr std::string_view kLoadedColumn = english("Before");
+inline constexpr std::string_view kTheirsColumn = english("Theirs");
+inline constexpr std::string_view kMineColumn = english("Yours");
+inline constexpr std::string_view kKeepMine = english("Keep Mine");
+inline constexpr std::string_view kTakeTheirs = english("Take Theirs");
 
 // ---- Damaged files
 
-inline constexpr std::string_view kDamagedTitle = "Damaged Settings File";
-inline constexpr std::string_view kDefaultsShown = "The values shown are the defaults.";
-inline constexpr std::string_view kLastReadShown = "The values shown are those that could be read last.";
+inline constexpr std::string_view kDamagedTitle = english("Damaged Settings File");
+inline constexpr std::string_view kDefaultsShown = english("The values shown are the defaults.");
+inline constexpr std::string_view kLastReadShown =
+    english("The values shown are those that could be read last.");
 inline constexpr std::string_view kSomeDefaultsShown =
-    "The values shown are those that could be read last, or the defaults.";
+    english("The values shown are those that could be read last, or the defaults.");
 inline constexpr std::string_view kReplaceText =
-    "Replace File writes the values that this window shows. The damaged file is kept beside it.";
-inline constexpr std::string_view kRestoreText = "Restore Copy begins with the copy of";  // a time follows
-inline constexpr std::string_view kNothingSaved = "Nothing was saved.";
+    english("Replace File writes the values that this window shows. The damaged file is kept beside it.");
+inline constexpr std::string_view kRestoreText =
+    english("Restore Copy begins with the copy of {1}.");  // a time
+inline constexpr std::string_view kNothingSaved = english("Nothing was saved.");
 
 // ---- Leaving
 
-inline constexpr std::string_view kLeaveTitle = "Apply Changes?";
+inline constexpr std::string_view kLeaveTitle = english("Apply Changes?");
 
 // ---- Help
 
-inline constexpr std::string_view kNoBrowserTitle = "No Web Browser";
+inline constexpr std::string_view kNoBrowserTitle = english("No Web Browser");
 inline constexpr std::string_view kNoBrowserText =
-    "This computer has no program that opens the page. Its address is:";
+    english("This computer has no program that opens the page. Its address is:");
 
 // ---- The lock
 
 inline constexpr std::string_view kUnlockDenied =
-    "The lock was not opened: administrator rights were not granted.";
-inline constexpr std::string_view kNothingChanged = "Nothing was changed.";
+    english("The lock was not opened: administrator rights were not granted.");
+inline constexpr std::string_view kNothingChanged = english("Nothing was changed.");
 
 }  // namespace window_texts
 }  // namespace norvik

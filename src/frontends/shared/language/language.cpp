@@ -2,7 +2,6 @@
 #include "src/frontends/shared/language/language.h"
 
 #include <charconv>
-#include <vector>
 
 namespace norvik {
 
@@ -34,14 +33,40 @@ std::string withValues(std::string_view text, const std::vector<std::string_view
   return result;
 }
 
+// What is spoken; nothing for English.
+std::optional<Catalogue>& current() {
+  static std::optional<Catalogue> catalogue;
+  return catalogue;
+}
+
+std::string_view lookedUp(std::string_view text) {
+  // The empty text is the key of the catalogue's header.
+  return current() && !text.empty() ? current()->find(text).value_or(text) : text;
+}
+
+// "a, b and c": the last two by their pattern, those before by the comma's.
+std::string listed(const std::vector<std::string>& things, std::string_view lastTwo) {
+  if (things.empty()) return "";
+  std::string list = things.front();
+  for (std::size_t i = 1; i < things.size(); ++i) {
+    list =
+        sentence(i + 1 < things.size() ? std::string_view(english("{1}, {2}")) : lastTwo, {list, things[i]});
+  }
+  return list;
+}
+
 }  // namespace
 
+void speak(const std::optional<Catalogue>& catalogue) {
+  current() = catalogue;
+}
+
 std::string translated(std::string_view text) {
-  return std::string(text);
+  return std::string(lookedUp(text));
 }
 
 std::string sentence(std::string_view text, std::initializer_list<std::string_view> values) {
-  return withValues(translated(text), values);
+  return withValues(lookedUp(text), values);
 }
 
 std::string counted(std::string_view one, std::string_view many, std::size_t number,
@@ -49,7 +74,21 @@ std::string counted(std::string_view one, std::string_view many, std::size_t num
   const std::string digits = std::to_string(number);
   std::vector<std::string_view> all{digits};
   all.insert(all.end(), values);
-  return withValues(translated(number == 1 ? one : many), all);
+  const auto found = current() ? current()->find(one, number) : std::nullopt;
+  return withValues(found.value_or(number == 1 ? one : many), all);
+}
+
+std::string allOf(const std::vector<std::string>& things) {
+  return listed(things, english("{1} and {2}"));
+}
+
+std::string oneOf(const std::vector<std::string>& things) {
+  return listed(things, english("{1} or {2}"));
+}
+
+std::string joinedSentences(std::string_view first, std::string_view second) {
+  if (first.empty() || second.empty()) return std::string(first.empty() ? second : first);
+  return sentence(english("{1} {2}"), {first, second});
 }
 
 }  // namespace norvik

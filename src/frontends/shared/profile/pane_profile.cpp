@@ -3,6 +3,7 @@
 
 #include "src/frontends/shared/change/setting_rows.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -11,11 +12,11 @@ namespace {
 // Empty for a setting whose value can be taken up elsewhere.
 std::string whyLeftOut(const NVKServerPrefs& pane, const PaneSetting& setting) {
   const Setting* row = rowOfSetting(pane, setting);
-  if (row != nullptr && isFollowing(pane, *row)) return "it follows the server's settings";
+  if (row != nullptr && isFollowing(pane, *row)) return translated("it follows the server's settings");
   // A choice without a value is "none", which a profile can say.
   const bool isNone = setting.description().isChoice() && !setting.value();
   if (isNone || checkedValue(setting.description(), setting.text())) return "";
-  return "its value, \"" + setting.text() + "\", cannot be";
+  return sentence("its value, \"{1}\", cannot be", {setting.text()});
 }
 
 }  // namespace

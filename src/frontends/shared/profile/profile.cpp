@@ -9,6 +9,7 @@
 
 #include "src/frontends/shared/checks/nearest.h"
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/text/utf8.h"
 
 namespace norvik {
@@ -58,8 +59,8 @@ std::size_t lineAt(std::string_view text, std::size_t at) {
 // A value as it is shown in a message. Texts may be as long as the file.
 std::string shown(const Json& value) {
   constexpr std::size_t kMost = 60;
-  if (value.is_array()) return "a list";
-  if (value.is_object()) return "an object";
+  if (value.is_array()) return translated("a list");
+  if (value.is_object()) return translated("an object");
   std::string text = value.dump(-1, ' ', false, Json::error_handler_t::replace);
   if (text.size() <= kMost) return text;
   text.resize(kMost);
@@ -77,7 +78,7 @@ bool isNumber(const SettingDescription& setting) {
 
 // What the setting takes in a profile, in words.
 std::string takenValues(const SettingDescription& setting) {
-  return isBox(setting) ? "true or false" : acceptedValues(setting);
+  return isBox(setting) ? oneOf({"true", "false"}) : acceptedValues(setting);
 }
 
 std::optional<int64_t> valueIn(const SettingDescription& setting, const Json& value) {
@@ -126,8 +127,8 @@ class ProfileReader : public nlohmann::json_sax<Json> {
   bool take(const Json& value);
   void takeTop(const Json& value);
   void takeSetting(const Json& value);
-  bool addFault(std::string key, std::string sentence);
-  bool endUnreadable(std::size_t line, std::string sentence);
+  bool addFault(std::string key, std::string words);
+  bool endUnreadable(std::size_t line, std::string words);
 
   const std::string_view text_;
   const std::vector<SettingDescription>& known_;
@@ -146,15 +147,15 @@ ProfileReader::Place ProfileReader::place() const {
   return path_.size() == 2 && path_[1] == kSettingsKey ? Place::settings : Place::elsewhere;
 }
 
-bool ProfileReader::addFault(std::string key, std::string sentence) {
-  reading_.faults.push_back({false, keyLine_, std::move(key), std::move(sentence)});
+bool ProfileReader::addFault(std::string key, std::string words) {
+  reading_.faults.push_back({false, keyLine_, std::move(key), std::move(words)});
   if (reading_.faults.size() < kMostFaults) return true;
-  reading_.faults.push_back({false, 0, "", "there may be more; no more were looked for."});
+  reading_.faults.push_back({false, 0, "", translated("there may be more; no more were looked for.")});
   return false;
 }
 
-bool ProfileReader::endUnreadable(std::size_t line, std::string sentence) {
-  reading_.faults = {{true, line, "", std::move(sentence)}};
+bool ProfileReader::endUnreadable(std::size_t line, std::string words) {
+  reading_.faults = {{true, line, "", std::move(words)}};
   return false;
 }
 
@@ -179,12 +180,13 @@ bool ProfileReader::key(string_t& name) {
   keyLine_ = line_;
   std::set<std::string>& given = here == Place::top ? topKeys_ : names_;
   isSkipped_ = !given.insert(name).second;
-  return !isSkipped_ || addFault(name, "\"" + name + "\" is given twice.");
+  return !isSkipped_ || addFault(name, sentence("\"{1}\" is given twice.", {name}));
 }
 
 bool ProfileReader::take(const Json& value) {
   const Place here = place();
-  if (here == Place::root) return endUnreadable(1, "a profile is an object, not " + shown(value) + ".");
+  if (here == Place::root)
+    return endUnreadable(1, sentence("a profile is an object, not {1}.", {shown(value)}));
   if (here == Place::elsewhere || isSkipped_) return true;
   if (here == Place::top) {
     takeTop(value);
@@ -197,14 +199,15 @@ bool ProfileReader::take(const Json& value) {
 void ProfileReader::takeTop(const Json& value) {
   if (key_ == kVersionKey) {
     if (value == kProfileVersion && value.is_number_integer()) return;
-    endUnreadable(keyLine_, "\"" + key_ + "\" is the format's version, which is " + shown(value) +
-                                "; this program reads version " + std::to_string(kProfileVersion) + ".");
+    endUnreadable(keyLine_,
+                  sentence("\"{1}\" is the format's version, which is {2}; this program reads version {3}.",
+                           {key_, shown(value), std::to_string(kProfileVersion)}));
   } else if (key_ == kSettingsKey) {
-    addFault(key_, "\"" + key_ + "\" takes an object, not " + shown(value) + ".");
+    addFault(key_, sentence("\"{1}\" takes an object, not {2}.", {key_, shown(value)}));
   } else if (key_ == kDescriptionKey || key_ == kSchemaKey) {
-    if (!value.is_string()) addFault(key_, "\"" + key_ + "\" takes a text, not " + shown(value) + ".");
+    if (!value.is_string()) addFault(key_, sentence("\"{1}\" takes a text, not {2}.", {key_, shown(value)}));
   } else {
-    addFault(key_, "unknown key \"" + key_ + "\"." +
+    addFault(key_, sentence("unknown key \"{1}\".", {key_}) +
                        suggestion(key_, {kVersionKey, kDescriptionKey, kSettingsKey, kSchemaKey}));
   }
 }
@@ -214,11 +217,11 @@ void ProfileReader::takeSetting(const Json& value) {
   if (setting == known_.end()) {
     std::vector<std::string> names;
     for (const SettingDescription& each : known_) names.push_back(each.name);
-    addFault(key_, "unknown setting \"" + key_ + "\"." + suggestion(key_, names));
+    addFault(key_, sentence("unknown setting \"{1}\".", {key_}) + suggestion(key_, names));
   } else if (const auto checked = valueIn(*setting, value)) {
     reading_.settings.push_back({key_, *checked});
   } else {
-    addFault(key_, key_ + " takes " + takenValues(*setting) + ", not " + shown(value) + ".");
+    addFault(key_, sentence("{1} takes {2}, not {3}.", {key_, takenValues(*setting), shown(value)}));
   }
 }
 
@@ -227,20 +230,20 @@ bool ProfileReader::parse_error(std::size_t position, const std::string& token,
                                 const nlohmann::detail::exception& /*problem*/) {
   constexpr std::size_t kMost = 60;
   const std::size_t line = lineAt(text_, std::max(position, std::size_t{1}) - 1);
-  if (position > text_.size()) return endUnreadable(line, "it ends before the profile does.");
+  if (position > text_.size()) return endUnreadable(line, translated("it ends before the profile does."));
   const bool isLong = token.size() > kMost;
   std::string last = isLong ? token.substr(token.size() - kMost) : token;
   while (!isUtf8(last)) last.erase(0, 1);
-  return endUnreadable(line, "it is no JSON at \"" + (isLong ? "..." + last : last) + "\".");
+  return endUnreadable(line, sentence("it is no JSON at \"{1}\".", {isLong ? "..." + last : last}));
 }
 
 ProfileReading ProfileReader::result() {
   const bool isUnreadable = !reading_.faults.empty() && reading_.faults[0].unreadable;
   if (isUnreadable || reading_.faults.size() > kMostFaults) return reading_;
   if (!topKeys_.contains(kVersionKey)) {
-    endUnreadable(0, std::string("it is no profile: \"") + kVersionKey + "\" is missing.");
+    endUnreadable(0, sentence("it is no profile: \"{1}\" is missing.", {kVersionKey}));
   } else if (!topKeys_.contains(kSettingsKey)) {
-    reading_.faults.push_back({false, 0, kSettingsKey, std::string("\"") + kSettingsKey + "\" is missing."});
+    reading_.faults.push_back({false, 0, kSettingsKey, sentence("\"{1}\" is missing.", {kSettingsKey})});
   }
   return reading_;
 }
@@ -264,21 +267,22 @@ void skipBlanks(std::string_view& text) {
 }  // namespace
 
 std::string ProfileFault::withLine() const {
-  return (line > 0 ? "line " + std::to_string(line) + ": " : "") + sentence;
+  return line > 0 ? norvik::sentence("line {1}: {2}", {std::to_string(line), sentence}) : sentence;
 }
 
 ProfileReading readProfile(std::string_view text, const std::vector<SettingDescription>& known) {
   const auto unreadable = [](std::size_t line, const char* why) {
-    return ProfileReading{{}, {{true, line, "", why}}};
+    return ProfileReading{{}, {{true, line, "", translated(why)}}};
   };
-  if (text.size() > kMaxProfileBytes) return unreadable(0, "it is too large for a profile.");
+  if (text.size() > kMaxProfileBytes) return unreadable(0, english("it is too large for a profile."));
   const std::size_t end = endOfUtf8(text);
-  if (end < text.size()) return unreadable(lineAt(text, end), "it is not UTF-8.");
+  if (end < text.size()) return unreadable(lineAt(text, end), english("it is not UTF-8."));
   // To the parser a zero byte is the end, whatever follows it.
   const std::size_t zero = text.find('\0');
-  if (zero < text.size()) return unreadable(lineAt(text, zero), "it has a zero byte.");
+  if (zero < text.size()) return unreadable(lineAt(text, zero), english("it has a zero byte."));
   text = withoutMark(text);
-  if (text.find_first_not_of(kJsonBlanks) == std::string_view::npos) return unreadable(0, "it is empty.");
+  if (text.find_first_not_of(kJsonBlanks) == std::string_view::npos)
+    return unreadable(0, english("it is empty."));
   std::size_t line = 1;
   ProfileReader reader(text, known, line);
   Json::sax_parse(LineCountingIterator(text.data(), line),

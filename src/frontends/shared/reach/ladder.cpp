@@ -22,15 +22,15 @@ constexpr std::chrono::milliseconds kConnectionLimit{500};
 
 // clang-format off
 constexpr RungRow kRungs[] = {
-    {Rung::installed,  "installed",   "The server is installed",               10},
-    {Rung::running,    "running",     "The server runs",                       11},
-    {Rung::switchedOn, "switched-on", "The service is switched on",            12},
-    {Rung::inForce,    "in-force",    "What is stored is in force",            13},
-    {Rung::listening,  "listening",   "The server listens on the port",        14},
-    {Rung::address,    "address",     "This computer has an address for others", 15},
-    {Rung::hostName,   "host-name",   "Its name leads to that address",        16},
-    {Rung::connection, "connection",  "Connections are accepted",              17},
-    {Rung::firewall,   "firewall",    "The firewall lets them in",             18},
+    {Rung::installed,  "installed",   english("The server is installed"),               10},
+    {Rung::running,    "running",     english("The server runs"),                       11},
+    {Rung::switchedOn, "switched-on", english("The service is switched on"),            12},
+    {Rung::inForce,    "in-force",    english("What is stored is in force"),            13},
+    {Rung::listening,  "listening",   english("The server listens on the port"),        14},
+    {Rung::address,    "address",     english("This computer has an address for others"), 15},
+    {Rung::hostName,   "host-name",   english("Its name leads to that address"),        16},
+    {Rung::connection, "connection",  english("Connections are accepted"),              17},
+    {Rung::firewall,   "firewall",    english("The firewall lets them in"),             18},
 };
 // clang-format on
 
@@ -57,10 +57,6 @@ Answer no(std::string sentence, std::string advice) {
 }
 Answer notKnown(std::string sentence, std::string advice = "") {
   return {Verdict::notKnown, std::move(sentence), std::move(advice)};
-}
-
-std::string processInWords(int32_t pid) {
-  return "process " + std::to_string(pid);
 }
 
 class Climb {
@@ -90,55 +86,60 @@ class Climb {
  private:
   Answer installed() {
     if (question_.installation) return no(question_.installation.sentence, question_.installation.advice);
-    return yes("The server is installed.");
+    return yes(translated("The server is installed."));
   }
 
   Answer running() {
     isUnsettled_ = question_.isChanging;
-    if (isUnsettled_) return notKnown("The server is being started or stopped.", "Look again in a moment.");
-    if (question_.serverPid == -1) return no("The server does not run.", "Start the server.");
-    return yes("The server runs, " + processInWords(question_.serverPid) + ".");
+    if (isUnsettled_)
+      return notKnown(translated("The server is being started or stopped."),
+                      translated("Look again in a moment."));
+    if (question_.serverPid == -1)
+      return no(translated("The server does not run."), translated("Start the server."));
+    return yes(sentence("The server runs, process {1}.", {std::to_string(question_.serverPid)}));
   }
 
   Answer switchedOn() {
-    if (service_.stored.isOn) return yes("The service is switched on.");
-    return no("The service is switched off.", "Switch it on and apply.");
+    if (service_.stored.isOn) return yes(translated("The service is switched on."));
+    return no(translated("The service is switched off."), translated("Switch it on and apply."));
   }
 
   Answer inForce() {
     const std::string stored = std::to_string(service_.stored.port);
     if (service_.inForce == InForce::listens && !service_.differs())
-      return yes("The server uses port " + stored + ", as it is stored.");
+      return yes(sentence("The server uses port {1}, as it is stored.", {stored}));
     // Another program on the port, and a server that listens nowhere, are the next question's.
     const bool isElsewhere = service_.inForce == InForce::listens || service_.inForce == InForce::elsewhere;
     if (!isElsewhere || service_.takenBy)
-      return notKnown("Whether the server has taken up what is stored cannot be seen.");
+      return notKnown(translated("Whether the server has taken up what is stored cannot be seen."));
     std::vector<std::string> ports;
     for (const uint16_t port : service_.ports) ports.push_back(std::to_string(port));
-    return no("Port " + stored + " is stored, but the server listens on " + listInWords(ports, "and") + ".",
-              "Apply, so that the server takes up what is stored.");
+    return no(sentence("Port {1} is stored, but the server listens on {2}.", {stored, allOf(ports)}),
+              translated("Apply, so that the server takes up what is stored."));
   }
 
   Answer listening() {
     const int64_t number = service_.stored.port;
-    const std::string port = "port " + std::to_string(number);
+    const std::string port = std::to_string(number);
     if (number < 1 || number > kHighestPort)
-      return no("The number " + std::to_string(number) + " is stored, which is no port.",
-                "Choose a port from 1 to 65535 and apply.");
+      return no(sentence("The number {1} is stored, which is no port.", {port}),
+                translated("Choose a port from 1 to 65535 and apply."));
     if (service_.takenBy) {
-      return no("Port " + std::to_string(number) + " is taken by " + holderInWords(*service_.takenBy) + ".",
-                "Stop that program, or choose another port and apply.");
+      return no(sentence("Port {1} is taken by {2}.", {port, holderInWords(*service_.takenBy)}),
+                translated("Stop that program, or choose another port and apply."));
     }
     switch (service_.inForce) {
       case InForce::listens:
-        return yes("The server listens on " + port + ".");
+        return yes(sentence("The server listens on port {1}.", {port}));
       case InForce::accepts:
-        return notKnown("A program listens on " + port + "; whether it is the server cannot be seen.");
+        return notKnown(
+            sentence("A program listens on port {1}; whether it is the server cannot be seen.", {port}));
       case InForce::silent:
       case InForce::refuses:
-        return no("Nothing listens on " + port + ".", "Stop the server and start it again.");
+        return no(sentence("Nothing listens on port {1}.", {port}),
+                  translated("Stop the server and start it again."));
       default:
-        return notKnown("Whether the server listens on " + port + " cannot be seen.");
+        return notKnown(sentence("Whether the server listens on port {1} cannot be seen.", {port}));
     }
   }
 
@@ -156,34 +157,38 @@ class Climb {
     });
     const std::vector<std::string> usable = usableAddresses();
     if (usable.empty()) {
-      return no("This computer has no address that other computers can use.",
-                "Connect this computer to a network.");
+      return no(translated("This computer has no address that other computers can use."),
+                translated("Connect this computer to a network."));
     }
     const bool isForItself = useOf(question_.host) == AddressUse::thisOne;
-    return yes("Other computers can use " + listInWords(usable, "or") + ".",
-               isForItself ? "The page shows " + question_.host + ", which only this computer can use." : "");
+    return yes(sentence("Other computers can use {1}.", {oneOf(usable)}),
+               isForItself
+                   ? sentence("The page shows {1}, which only this computer can use.", {question_.host})
+                   : "");
   }
 
   Answer hostName() {
     const std::string& name = question_.host;
     if (name.empty() || useOf(name) != AddressUse::noAddress)
-      return yes("Clients are given an address and no name.");
+      return yes(translated("Clients are given an address and no name."));
     const NameLookup lookup = network_.lookUp(name, kNameLimit);
-    if (!lookup.answered) return notKnown("The name service does not answer for " + name + ".", useAddress());
-    if (lookup.addresses.empty()) return no("The name " + name + " leads nowhere.", useAddress());
+    if (!lookup.answered)
+      return notKnown(sentence("The name service does not answer for {1}.", {name}), useAddress());
+    if (lookup.addresses.empty()) return no(sentence("The name {1} leads nowhere.", {name}), useAddress());
     if (std::ranges::any_of(lookup.addresses, [this](const auto& found) { return isOwn(found); })) {
       result_.address = hostAndPort(name, service_.stored.port, asked_.standardPort);
-      return yes("The name " + name + " leads to this computer.");
+      return yes(sentence("The name {1} leads to this computer.", {name}));
     }
-    const std::string found = listInWords(lookup.addresses, "and");
+    const std::string found = allOf(lookup.addresses);
     // Many systems give a computer's own name such an address, for itself alone.
     if (std::ranges::all_of(lookup.addresses,
                             [](const auto& each) { return useOf(each) == AddressUse::thisOne; }))
       return notKnown(
-          "Here the name " + name + " leads to " + found + "; where it leads others cannot be seen.",
+          sentence("Here the name {1} leads to {2}; where it leads others cannot be seen.", {name, found}),
           useAddress());
-    return no("The name " + name + " leads to " + found + ", which is not this computer.",
-              useAddress() + " Behind a router that passes connections on, that may be right.");
+    return no(sentence("The name {1} leads to {2}, which is not this computer.", {name, found}),
+              joinedSentences(useAddress(),
+                              translated("Behind a router that passes connections on, that may be right.")));
   }
 
   Answer connection() {
@@ -196,11 +201,10 @@ class Climb {
       if (offered.accepts) accepted.push_back(offered.text);
     }
     if (!accepted.empty())
-      return yes("A connection from this computer to " + listInWords(accepted, "and") + " is accepted.");
+      return yes(sentence("A connection from this computer to {1} is accepted.", {allOf(accepted)}));
     result_.address.clear();
-    return no(
-        "A connection from this computer to " + listInWords(usableAddresses(), "or") + " is not accepted.",
-        "The server may listen for this computer alone, or a firewall is in the way.");
+    return no(sentence("A connection from this computer to {1} is not accepted.", {oneOf(usableAddresses())}),
+              translated("The server may listen for this computer alone, or a firewall is in the way."));
   }
 
   Answer firewall() {
@@ -237,7 +241,9 @@ class Climb {
     return texts;
   }
 
-  std::string useAddress() const { return "Give others the address " + usableAddresses().front() + "."; }
+  std::string useAddress() const {
+    return sentence("Give others the address {1}.", {usableAddresses().front()});
+  }
 
   bool isOwn(const std::string& address) const {
     return std::ranges::any_of(result_.addresses, [&address](const OfferedAddress& offered) {
@@ -303,13 +309,15 @@ std::vector<ServiceReach> climb(const ReachQuestion& question, Network& network)
 std::string reachSentence(const ServiceReach& service) {
   switch (service.reach) {
     case Reach::reachable:
-      return service.title + " can connect to " + service.address + ", as far as this computer can see.";
+      return sentence("{1} can connect to {2}, as far as this computer can see.",
+                      {translated(service.title), service.address});
     case Reach::notReachable:
-      return service.title + " cannot connect. " + service.failed()->sentence;
+      return joinedSentences(sentence("{1} cannot connect.", {translated(service.title)}),
+                             service.failed()->sentence);
     case Reach::notKnown:
-      return service.title + ": it is not known yet whether they can connect.";
+      return sentence("{1}: it is not known yet whether they can connect.", {translated(service.title)});
     case Reach::switchedOff:
-      return service.title + ": switched off.";
+      return sentence("{1}: switched off.", {translated(service.title)});
   }
   return "";
 }

@@ -1,6 +1,9 @@
 // One line for each answer.
 #include "src/frontends/shared/reach/reach_texts.h"
 
+#include "src/frontends/shared/language/language.h"
+#include "src/frontends/shared/language/pane_texts.h"
+
 namespace norvik {
 
 namespace {
@@ -11,10 +14,10 @@ struct VerdictRow {
 };
 
 // In the order of the verdicts.
-constexpr VerdictRow kVerdicts[] = {{"Yes", MessageKind::done},
-                                    {"No", MessageKind::failure},
-                                    {"Not known", MessageKind::note},
-                                    {"Not looked at", MessageKind::progress}};
+constexpr VerdictRow kVerdicts[] = {{english("Yes"), MessageKind::done},
+                                    {english("No"), MessageKind::failure},
+                                    {english("Not known"), MessageKind::note},
+                                    {english("Not looked at"), MessageKind::progress}};
 
 const VerdictRow& rowOf(Verdict verdict) {
   return kVerdicts[static_cast<std::size_t>(verdict)];
@@ -26,7 +29,9 @@ std::string wordsAbout(const ServiceReach& service) {
     case Reach::reachable:
       return service.title.substr(0, service.title.find(' ')) + " " + service.address;
     case Reach::notReachable:
-      return service.failed()->rung > Rung::running ? service.title + " cannot connect" : "";
+      return service.failed()->rung > Rung::running
+                 ? sentence("{1} cannot connect", {translated(service.title)})
+                 : "";
     case Reach::notKnown:
     case Reach::switchedOff:
       return "";
@@ -37,7 +42,7 @@ std::string wordsAbout(const ServiceReach& service) {
 }  // namespace
 
 std::string reachLine(const std::string& state, const std::vector<ServiceReach>& services) {
-  std::string line = state;
+  std::string line = paneText(state);
   for (const ServiceReach& service : services) {
     const std::string words = wordsAbout(service);
     if (!words.empty()) line += " · " + words;
@@ -45,8 +50,8 @@ std::string reachLine(const std::string& state, const std::vector<ServiceReach>&
   return line;
 }
 
-std::string_view wordOf(Verdict verdict) {
-  return rowOf(verdict).word;
+std::string wordOf(Verdict verdict) {
+  return translated(rowOf(verdict).word);
 }
 
 MessageKind kindOf(Verdict verdict) {
@@ -54,7 +59,8 @@ MessageKind kindOf(Verdict verdict) {
 }
 
 std::string answerOf(const RungResult& rung) {
-  return rung.sentence.empty() ? rungs()[static_cast<std::size_t>(rung.rung)].title : rung.sentence;
+  return rung.sentence.empty() ? translated(rungs()[static_cast<std::size_t>(rung.rung)].title)
+                               : rung.sentence;
 }
 
 }  // namespace norvik

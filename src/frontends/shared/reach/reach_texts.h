@@ -13,15 +13,15 @@ namespace norvik {
 
 namespace reach_texts {
 
-inline constexpr std::string_view kTitle = "Can they reach me?";
+inline constexpr std::string_view kTitle = english("Can they reach me?");
 inline constexpr std::string_view kHelp =
-    "Tells step by step whether clients can connect to this computer and, if not, why.";
+    english("Tells step by step whether clients can connect to this computer and, if not, why.");
 inline constexpr std::string_view kSteps = english("Show each step…");
-inline constexpr std::string_view kLookAgain = "Look Again";
-inline constexpr std::string_view kLooking = "Looking…";
-inline constexpr std::string_view kAddresses = "Addresses of this computer that others can use";
-inline constexpr std::string_view kCopy = "Copy";
-inline constexpr std::string_view kScan = "Scan to take the address along";
+inline constexpr std::string_view kLookAgain = english("Look Again");
+inline constexpr std::string_view kLooking = english("Looking…");
+inline constexpr std::string_view kAddresses = english("Addresses of this computer that others can use");
+inline constexpr std::string_view kCopy = english("Copy");
+inline constexpr std::string_view kScan = english("Scan to take the address along");
 
 }  // namespace reach_texts
 
@@ -30,7 +30,7 @@ inline constexpr std::string_view kScan = "Scan to take the address along";
 std::string reachLine(const std::string& state, const std::vector<ServiceReach>& services);
 
 // "Yes", "No", "Not known", "Not looked at": before each answer, for a person who does not see its icon.
-std::string_view wordOf(Verdict verdict);
+std::string wordOf(Verdict verdict);
 // The icon of an answer.
 MessageKind kindOf(Verdict verdict);
 // What was seen, or the question where nobody looked.

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "src/frontends/shared/change/pane_setting.h"
+#include "src/frontends/shared/language/language.h"
 
 namespace norvik {
 
@@ -12,12 +13,14 @@ bool isLocked(const SearchHit& hit, const NVKServerPrefs& pane) {
 }
 
 std::string placeOf(const SearchHit& hit, const NVKServerPrefs& pane) {
-  const std::string page = hit.name.empty() ? "" : ", " + hit.page.title;
-  return (isLocked(hit, pane) ? "Locked: " : "") + groupTitle(pane, hit.page.group) + page;
+  const std::string group = translated(groupTitle(pane, hit.page.group));
+  const std::string place =
+      hit.name.empty() ? group : sentence("{1}, {2}", {group, translated(hit.page.title)});
+  return isLocked(hit, pane) ? sentence("Locked: {1}", {place}) : place;
 }
 
 std::string lockedSentence(const SearchHit& hit) {
-  return "The page " + hit.page.title + " is locked. Open the lock to see it.";
+  return sentence("The page {1} is locked. Open the lock to see it.", {translated(hit.page.title)});
 }
 
 std::vector<SearchHit> findShown(NVKServerPrefs& pane, const InterfaceDescription& interface,

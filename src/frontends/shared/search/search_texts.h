@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/search/setting_search.h"
 #include "src/server/mac/pane/pane.h"
 
@@ -11,10 +12,11 @@ namespace norvik {
 
 namespace search_texts {
 
-inline constexpr std::string_view kSearch = "Search";
-inline constexpr std::string_view kHelp = "Finds pages and settings by their words, names and values.";
-inline constexpr std::string_view kResults = "Search results";
-inline constexpr std::string_view kNothing = "Nothing is found.";
+inline constexpr std::string_view kSearch = english("Search");
+inline constexpr std::string_view kHelp =
+    english("Finds pages and settings by their words, names and values.");
+inline constexpr std::string_view kResults = english("Search results");
+inline constexpr std::string_view kNothing = english("Nothing is found.");
 
 }  // namespace search_texts
 

@@ -6,6 +6,7 @@
 #include <cctype>
 #include <optional>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/text/edit_distance.h"
 
 namespace norvik {
@@ -87,12 +88,16 @@ std::optional<int> rankOf(const Words& wanted, const Entry& entry) {
 Entry entryOf(const SettingDescription& setting, const InterfaceDescription& interface,
               const std::string& value) {
   Entry entry{{setting.page, setting.name, labelOf(setting, interface), setting.first().outlet}, {}};
-  entry.texts = {
-      {kLabel, entry.hit.label}, {kName, setting.name}, {kHelp, setting.page.title}, {kValue, value}};
+  entry.texts = {{kLabel, entry.hit.label},   {kName, setting.name},
+                 {kHelp, setting.page.title}, {kValue, value},
+                 {kValue, translated(value)}, {kHelp, translated(setting.page.title)}};
   for (const ControlDescription* control : setting.controls) {
     entry.texts.push_back({kLabel, control->label});
     entry.texts.push_back({kHelp, control->help});
-    for (const std::string& item : control->items) entry.texts.push_back({kValue, item});
+    for (const std::string& item : control->items) {
+      entry.texts.push_back({kValue, item});
+      entry.texts.push_back({kValue, translated(item)});
+    }
     for (const std::string& synonym : control->synonyms) entry.texts.push_back({kSynonym, synonym});
   }
   return entry;
@@ -103,7 +108,8 @@ std::vector<Entry> entriesOf(const InterfaceDescription& interface, const ValueO
   std::vector<Entry> entries;
   for (const TabDescription& tab : interface.tabs) {
     const PageName page = pageName(tab);
-    entries.push_back({{page, "", page.title, ""}, {{kLabel, page.title}}});
+    const std::string title = translated(page.title);
+    entries.push_back({{page, "", title, ""}, {{kLabel, title}, {kLabel, page.title}}});
   }
   for (const SettingDescription& setting : settingsOf(interface)) {
     if (const auto value = valueOf(setting.name)) entries.push_back(entryOf(setting, interface, *value));

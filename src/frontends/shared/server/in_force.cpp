@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "src/frontends/shared/checks/value_check.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/frontends/shared/server/client_services.h"
 
 namespace norvik {
@@ -80,7 +81,7 @@ void findTaker(ServiceInForce& service, const std::optional<Ports>& open, Listen
 }
 
 std::string portText(const ServicePort& service) {
-  return service.isOn ? std::to_string(service.port) : "off";
+  return service.isOn ? std::to_string(service.port) : translated("off");
 }
 
 std::string inForceText(const ServiceInForce& service) {
@@ -88,13 +89,13 @@ std::string inForceText(const ServiceInForce& service) {
   for (const uint16_t port : service.ports) ports.push_back(std::to_string(port));
   switch (service.inForce) {
     case InForce::listens:
-      return ", in force " + ports.front();
+      return sentence("in force {1}", {ports.front()});
     case InForce::elsewhere:
-      return ", but the server listens on " + listInWords(ports, "and");
+      return sentence("but the server listens on {1}", {allOf(ports)});
     case InForce::silent:
-      return ", but the server does not listen there";
+      return translated("but the server does not listen there");
     case InForce::refuses:
-      return ", but connections there are not accepted";
+      return translated("but connections there are not accepted");
     default:
       return "";
   }
@@ -144,29 +145,32 @@ std::string inForceSentence(const ServiceInForce& service) {
   const bool isTyped = service.typed != service.stored;
   const bool differs = service.differs();
   if (!isTyped && !differs) return "";
-  const std::string typed = isTyped ? "typed " + portText(service.typed) + ", " : "";
+  std::string facts = sentence("stored {1}", {portText(service.stored)});
+  if (isTyped) facts = sentence("{1}, {2}", {sentence("typed {1}", {portText(service.typed)}), facts});
   const std::string inForce = differs ? inForceText(service) : "";
+  if (!inForce.empty()) facts = sentence("{1}, {2}", {facts, inForce});
   // A port that somebody else has cannot be taken up.
-  const std::string advice = differs && !service.takenBy ? "; apply to take it up." : ".";
-  return service.title + ": " + typed + "stored " + portText(service.stored) + inForce + advice;
+  const char* pattern =
+      differs && !service.takenBy ? english("{1}: {2}; apply to take it up.") : english("{1}: {2}.");
+  return sentence(pattern, {translated(service.title), facts});
 }
 
 std::string takenSentence(const ServiceInForce& service) {
   if (!service.takenBy) return "";
-  return "Port " + std::to_string(service.stored.port) + " is taken by " + holderInWords(*service.takenBy) +
-         ".";
+  return sentence("Port {1} is taken by {2}.",
+                  {std::to_string(service.stored.port), holderInWords(*service.takenBy)});
 }
 
 std::string holderInWords(const PortHolder& holder) {
-  const std::string who = holder.program.empty() ? "another program" : holder.program;
-  return who + (holder.pid ? ", process " + std::to_string(*holder.pid) : "");
+  const std::string who = holder.program.empty() ? translated("another program") : holder.program;
+  return holder.pid ? sentence("{1}, process {2}", {who, std::to_string(*holder.pid)}) : who;
 }
 
 std::vector<std::string> inForceSentences(const ServerInForce& server) {
   std::vector<std::string> sentences;
   for (const ServiceInForce& service : server.services) {
-    for (std::string& sentence : std::vector{inForceSentence(service), takenSentence(service)}) {
-      if (!sentence.empty()) sentences.push_back(std::move(sentence));
+    for (std::string& each : std::vector{inForceSentence(service), takenSentence(service)}) {
+      if (!each.empty()) sentences.push_back(std::move(each));
     }
   }
   return sentences;

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "src/frontends/shared/change/tool_results.h"
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/control/tool_commands.h"
 
 namespace norvik {
@@ -15,7 +16,7 @@ using std::chrono::milliseconds;
 constexpr milliseconds kTakeUpLimit{5'000};
 constexpr milliseconds kTakeUpPause{50};
 
-constexpr const char* kLookInLog = "Look in the system's log for what the server says.";
+constexpr const char* kLookInLog = english("Look in the system's log for what the server says.");
 
 bool runs(int32_t pid) {
   return pid != -1;
@@ -28,13 +29,13 @@ bool isStart(const Launch& launch) {
 
 // What the server did not do that was ordered; empty where it did.
 std::string notDone(ServerOrder order, const OrderReport& report) {
-  if (order == ServerOrder::stop) return runs(report.after) ? "The server did not stop." : "";
-  if (!runs(report.after)) return "The server did not start.";
+  if (order == ServerOrder::stop) return runs(report.after) ? translated("The server did not stop.") : "";
+  if (!runs(report.after)) return translated("The server did not start.");
   // The pane starts the server again only where it has stopped.
   const auto& launches = report.change.effects.launches;
   const bool wasPressed = report.change.applied && order == ServerOrder::restart;
   const bool isStillTheOld = wasPressed && std::ranges::none_of(launches, isStart);
-  return isStillTheOld ? "The server did not stop, so it was not started again." : "";
+  return isStillTheOld ? translated("The server did not stop, so it was not started again.") : "";
 }
 
 // A tool that has not ended or was refused is its own reason; one that failed is the server's.
@@ -45,13 +46,15 @@ ChangeError errorAfter(ServerOrder order, OrderReport& report) {
   const auto failed = std::ranges::find_if(
       commands, [](const CommandOutcome& command) { return !command.outcome.succeeded(); });
   const std::string reason = failed != commands.end() ? failureInWords(*failed) : "";
-  const std::string sentence = notDone(order, report);
-  if (sentence.empty()) {
+  const std::string missed = notDone(order, report);
+  if (missed.empty()) {
     if (!reason.empty()) report.change.warnings.push_back(reason);
     return order == ServerOrder::stop ? ChangeError() : connectionError(report.inForce);
   }
-  const std::string late = "It was given " + std::to_string(kWaitingDots + kSettlingDots) + " seconds.";
-  return {FailureCode::server, sentence + " " + (reason.empty() ? late : reason), "", "", kLookInLog};
+  const std::string late =
+      counted("It was given {1} second.", "It was given {1} seconds.", kWaitingDots + kSettlingDots);
+  return {FailureCode::server, joinedSentences(missed, reason.empty() ? late : reason), "", "",
+          translated(kLookInLog)};
 }
 
 // A server that nobody started just now need not have what was stored since. That a program has its port is
@@ -99,16 +102,18 @@ std::optional<OrderQuestion> questionBefore(ServerOrder order) {
       return std::nullopt;
     case ServerOrder::stop:
       return OrderQuestion{
-          "Stop the server?",
-          "Everyone who is connected to this computer is disconnected, and nobody can connect until "
-          "the server is started again.",
-          {"Stop", "Cancel"}};
+          translated("Stop the server?"),
+          translated(
+              "Everyone who is connected to this computer is disconnected, and nobody can connect until "
+              "the server is started again."),
+          {translated("Stop"), translated("Cancel")}};
     case ServerOrder::restart:
       return OrderQuestion{
-          "Restart the server?",
-          "Everyone who is connected to this computer is disconnected, and nobody can connect until "
-          "the server has come up again, which takes at least twenty seconds.",
-          {"Restart", "Cancel"}};
+          translated("Restart the server?"),
+          translated(
+              "Everyone who is connected to this computer is disconnected, and nobody can connect until "
+              "the server has come up again, which takes at least twenty seconds."),
+          {translated("Restart"), translated("Cancel")}};
   }
   return std::nullopt;
 }
@@ -125,8 +130,8 @@ bool isAgreed(ServerOrder order, AlertPanels& panels) {
 ChangeError installationError(SettingsFiles& files) {
   const FileKind kind = files.inspect(PROC_NVKSVC).kind;
   if (kind != FileKind::missing && kind != FileKind::directory) return {};
-  return {FailureCode::server, "The Norvik server is not installed on this computer.", "", "",
-          std::string("Install the server; its program ") + PROC_NVKSVC + " is missing."};
+  return {FailureCode::server, translated("The Norvik server is not installed on this computer."), "", "",
+          sentence("Install the server; its program {1} is missing.", {PROC_NVKSVC})};
 }
 
 std::array<const Control*, 5> serversOwn(const NVKServerPrefs& pane) {
@@ -136,9 +141,10 @@ std::array<const Control*, 5> serversOwn(const NVKServerPrefs& pane) {
 
 std::string noteBefore(ServerOrder order, const NVKServerPrefs& pane) {
   const bool isRunning = runs(pane.m_serverPid);
-  if (order == ServerOrder::start && isRunning) return "The server is already running.";
-  if (order == ServerOrder::stop && !isRunning) return "The server is not running.";
-  if (order == ServerOrder::restart && !isRunning) return "The server is not running, so it is only started.";
+  if (order == ServerOrder::start && isRunning) return translated("The server is already running.");
+  if (order == ServerOrder::stop && !isRunning) return translated("The server is not running.");
+  if (order == ServerOrder::restart && !isRunning)
+    return translated("The server is not running, so it is only started.");
   return "";
 }
 
@@ -157,7 +163,8 @@ OrderReport carryOut(ServerOrder order, OrderedServer& server) {
   if (!fulfilled) report.change.error = installationError(server.services.files);
   if (!fulfilled && report.ok() && !pane.authorized()) {
     report.change.error = {FailureCode::notAllowed,
-                           "This needs administrator rights, which were not granted.", "", "", ""};
+                           translated("This needs administrator rights, which were not granted."), "", "",
+                           ""};
   }
   if (!fulfilled && report.ok()) press(order, server, report);
   look(server, report);
@@ -170,7 +177,7 @@ OrderReport takeUp(SettingsChange& change, OrderedServer& server) {
   OrderReport report;
   report.before = server.pane.m_serverPid;
   if (!runs(report.before)) {
-    report.note = "The server is not running; it takes up what is stored when it starts.";
+    report.note = translated("The server is not running; it takes up what is stored when it starts.");
     look(server, report);
     return report;
   }
@@ -193,16 +200,22 @@ ChangeError connectionError(const ServerInForce& inForce) {
     return service.stored.isOn && service.differs();
   });
   if (found == inForce.services.end()) return {};
-  std::string sentence = "The server runs, but " + found->title + " cannot connect to port " +
-                         std::to_string(found->stored.port);
+  const std::string port = std::to_string(found->stored.port);
+  const std::string clients = translated(found->title);
   if (found->takenBy) {
-    return {FailureCode::server, sentence + ", which is taken by " + holderInWords(*found->takenBy) + ".",
+    return {FailureCode::server,
+            sentence("The server runs, but {1} cannot connect to port {2}, which is taken by {3}.",
+                     {clients, port, holderInWords(*found->takenBy)}),
             found->setting, found->outlet,
-            "End that program, or give " + found->title + " another port; then restart the server."};
+            sentence("End that program, or give {1} another port; then restart the server.", {clients})};
   }
-  sentence += found->inForce == InForce::refuses ? ", where connections are not accepted."
-                                                 : ", where the server does not listen.";
-  return {FailureCode::server, sentence, found->setting, found->outlet, kLookInLog};
+  const char* pattern =
+      found->inForce == InForce::refuses
+          ? english(
+                "The server runs, but {1} cannot connect to port {2}, where connections are not accepted.")
+          : english("The server runs, but {1} cannot connect to port {2}, where the server does not listen.");
+  return {FailureCode::server, sentence(pattern, {clients, port}), found->setting, found->outlet,
+          translated(kLookInLog)};
 }
 
 }  // namespace norvik

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "src/frontends/shared/language/language.h"
+
 namespace norvik {
 
 std::optional<ServerProgress> ServerProgressMeter::read(const NVKServerPrefs& pane) {
@@ -23,9 +25,10 @@ std::optional<ServerProgress> ServerProgressMeter::read(const NVKServerPrefs& pa
   constexpr int kTotal = kWaitingDots + kSettlingDots;
   if (waited_)
     return ServerProgress{std::min(kWaitingDots + dots - *waited_, kTotal), kTotal,
-                          "Waiting for the server to settle"};
-  return ServerProgress{dots, kTotal,
-                        starts_ ? "Waiting for the server to start" : "Waiting for the server to stop"};
+                          translated("Waiting for the server to settle")};
+  return ServerProgress{
+      dots, kTotal,
+      starts_ ? translated("Waiting for the server to start") : translated("Waiting for the server to stop")};
 }
 
 }  // namespace norvik
