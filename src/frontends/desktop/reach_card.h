@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <vector>
 
+#include "src/frontends/shared/interface/window_texts.h"
 #include "src/frontends/shared/reach/ladder.h"
 
 class QLabel;
