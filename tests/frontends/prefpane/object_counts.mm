@@ -1,6 +1,8 @@
 // A library that is loaded into System Preferences before all others: when the program ends, it writes how
 // many objects of each class there are to the file that the variable NORVIK_OBJECT_COUNTS names, a line for
 // each.
+#include <malloc.h>
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -28,6 +30,8 @@ __attribute__((destructor)) void writeCounts() {
   Class* const all = GSDebugAllocationClassList();
   for (Class* one = all; *one != Nil; ++one)
     std::fprintf(file, "%s %d\n", class_getName(*one), GSDebugAllocationCount(*one));
+  const struct mallinfo2 memory = mallinfo2();
+  std::fprintf(file, "malloc %zu\n", memory.uordblks + memory.hblkhd);
   std::fclose(file);
 }
 
