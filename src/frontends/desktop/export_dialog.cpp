@@ -37,8 +37,7 @@ ExportDialog::ExportDialog(QWidget* window, const std::string& page, std::size_t
   column->addWidget(changedOnly_);
   if (unapplied > 0) {
     auto* note = new NoteLabel(this);
-    note->setNote(text(counted(profile_texts::kOneUnapplied, profile_texts::kManyUnapplied, unapplied)),
-                  MessageKind::note);
+    note->setNote(text(counted(profile_texts::kUnapplied, unapplied)), MessageKind::note);
     column->addWidget(note);
   }
   column->addStretch(1);

@@ -20,7 +20,7 @@ void WindowHistory::showHistory() {
   if (!reading.unreadable.empty()) {
     note = sentence(history_texts::kUnreadable, {place, reading.unreadable});
   } else if (reading.skipped > 0) {
-    note = counted(history_texts::kOneSkipped, history_texts::kManySkipped, reading.skipped, {place});
+    note = counted(history_texts::kSkipped, reading.skipped, {place});
   } else if (reading.entries.empty()) {
     note = translated(history_texts::kEmpty);
   }

@@ -100,9 +100,7 @@ void WindowProfile::write(const QString& path, bool isPageOnly, bool isChangedOn
     return say(MessageKind::failure, sentence(profile_texts::kNotWritten, {file, error.toStdString()}));
   std::string details;
   for (const auto& [name, why] : profile.leftOut) details += name + ": " + why + "\n";
-  say(MessageKind::done,
-      counted(profile_texts::kOneExported, profile_texts::kManyExported, profile.values.size(), {file}),
-      details);
+  say(MessageKind::done, counted(profile_texts::kExported, profile.values.size(), {file}), details);
 }
 
 // ---- Import
@@ -126,8 +124,7 @@ void WindowProfile::sayFaults(const QString& path, const std::vector<ProfileFaul
     return say(MessageKind::failure, sentence(profile_texts::kFault, {file, faults.front().withLine()}));
   std::string lines;
   for (const ProfileFault& fault : faults) lines += fault.withLine() + "\n";
-  say(MessageKind::failure,
-      counted(profile_texts::kOneFault, profile_texts::kManyFaults, faults.size(), {file}), lines);
+  say(MessageKind::failure, counted(profile_texts::kFaults, faults.size(), {file}), lines);
 }
 
 void WindowProfile::takeOver(const QString& path, const ProfileSettings& profile) {

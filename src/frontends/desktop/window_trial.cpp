@@ -92,7 +92,7 @@ void WindowTrial::begin() {
   countdown_.emplace(clock_, kUsualTrial);
   const auto seconds = static_cast<std::size_t>(kUsualTrial.count());
   line().showLasting({MessageKind::warning,
-                      counted(trial_texts::kOneBegun, trial_texts::kManyBegun, seconds),
+                      counted(trial_texts::kBegun, seconds),
                       {MessageAction::keep, MessageAction::revert},
                       {}});
   setLockOffered(false);

@@ -89,8 +89,8 @@ std::string whatWords(const HistoryEntry& entry, const InterfaceDescription& int
   const auto& settings = entry.change.settings;
   if (settings.size() != 1) {
     return settings.empty() && !entry.change.saved.empty()
-               ? entry.change.saved.front()
-               : counted(english("{1} setting"), english("{1} settings"), settings.size());
+               ? translated(entry.change.saved.front())
+               : counted("{1} setting", "{1} settings", settings.size());
   }
   for (const SettingDescription& known : settingsOf(interface)) {
     if (known.name == settings.front().name)

@@ -35,10 +35,9 @@ inline constexpr std::string_view kUndone =
 // {1} is the file, {2} the reason.
 inline constexpr std::string_view kUnreadable = english("The history, {1}, cannot be read: {2}.");
 // {2} is the file.
-inline constexpr std::string_view kOneSkipped =
-    english("{1} line of {2} is no entry; it is left where it is.");
-inline constexpr std::string_view kManySkipped =
-    english("{1} lines of {2} are no entries; they are left where they are.");
+inline constexpr CountedText kSkipped =
+    englishCounted("{1} line of {2} is no entry; it is left where it is.",
+                   "{1} lines of {2} are no entries; they are left where they are.");
 
 }  // namespace history_texts
 

@@ -78,6 +78,11 @@ std::string counted(std::string_view one, std::string_view many, std::size_t num
   return withValues(found.value_or(number == 1 ? one : many), all);
 }
 
+std::string counted(const CountedText& text, std::size_t number,
+                    std::initializer_list<std::string_view> values) {
+  return counted(text.one, text.many, number, values);
+}
+
 std::string allOf(const std::vector<std::string>& things) {
   return listed(things, english("{1} and {2}"));
 }

@@ -44,8 +44,19 @@ std::string oneOf(const std::vector<std::string>& things);
 // Two sentences, one behind the other; the other one alone where one is empty.
 std::string joinedSentences(std::string_view first, std::string_view second);
 
+// Marks a counted text that is shown later: "{1} change" and "{1} changes".
+struct CountedText {
+  const char* one;
+  const char* many;
+};
+constexpr CountedText englishCounted(const char* one, const char* many) {
+  return {one, many};
+}
+
 // The form for that number, which is also value {1}. Further values begin with {2}.
 std::string counted(std::string_view one, std::string_view many, std::size_t number,
+                    std::initializer_list<std::string_view> values = {});
+std::string counted(const CountedText& text, std::size_t number,
                     std::initializer_list<std::string_view> values = {});
 
 }  // namespace norvik

@@ -17,19 +17,17 @@ inline constexpr std::string_view kAllSettings = english("All settings");
 // {1} is the page's title.
 inline constexpr std::string_view kThisPage = english("The settings of the page {1}");
 inline constexpr std::string_view kChangedOnly = english("Only those that differ from their defaults");
-inline constexpr std::string_view kOneUnapplied =
-    english("{1} change that is not applied is exported as it is shown.");
-inline constexpr std::string_view kManyUnapplied =
-    english("{1} changes that are not applied are exported as they are shown.");
+inline constexpr CountedText kUnapplied =
+    englishCounted("{1} change that is not applied is exported as it is shown.",
+                   "{1} changes that are not applied are exported as they are shown.");
 inline constexpr std::string_view kExport = english("Export…");
 inline constexpr std::string_view kFileKind = english("Settings files (*.json)");
 // {2} is the file.
-inline constexpr std::string_view kOneExported = english("{1} setting was exported to {2}.");
-inline constexpr std::string_view kManyExported = english("{1} settings were exported to {2}.");
-inline constexpr std::string_view kOneLeftOut =
-    english("{1} setting has no value of its own and is left out.");
-inline constexpr std::string_view kManyLeftOut =
-    english("{1} settings have no value of their own and are left out.");
+inline constexpr CountedText kExported =
+    englishCounted("{1} setting was exported to {2}.", "{1} settings were exported to {2}.");
+inline constexpr CountedText kLeftOut =
+    englishCounted("{1} setting has no value of its own and is left out.",
+                   "{1} settings have no value of their own and are left out.");
 // {1} is the file, {2} the reason.
 inline constexpr std::string_view kNotWritten = english("{1} could not be written: {2}.");
 inline constexpr std::string_view kDamagedNotExported = english("{1} is damaged. Nothing was exported.");
@@ -57,9 +55,8 @@ inline constexpr std::string_view kNoFile = english("it is no file");
 // {1} is the file, {2} what is wrong, with its line.
 inline constexpr std::string_view kFault = english("{1} cannot be imported: {2} Nothing is changed.");
 // {1} is the number of faults, {2} the file.
-inline constexpr std::string_view kOneFault =
-    english("{2} cannot be imported: {1} thing in it is wrong. Nothing is changed.");
-inline constexpr std::string_view kManyFaults =
-    english("{2} cannot be imported: {1} things in it are wrong. Nothing is changed.");
+inline constexpr CountedText kFaults =
+    englishCounted("{2} cannot be imported: {1} thing in it is wrong. Nothing is changed.",
+                   "{2} cannot be imported: {1} things in it are wrong. Nothing is changed.");
 
 }  // namespace norvik::profile_texts

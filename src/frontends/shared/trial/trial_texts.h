@@ -16,10 +16,9 @@ inline constexpr std::string_view kStopEntry = english("Stop the server on trial
 // ---- While it is in force
 
 // {1} is the number of seconds.
-inline constexpr std::string_view kOneBegun =
-    english("On trial: taken back in {1} second unless you keep it.");
-inline constexpr std::string_view kManyBegun =
-    english("On trial: taken back in {1} seconds unless you keep it.");
+inline constexpr CountedText kBegun =
+    englishCounted("On trial: taken back in {1} second unless you keep it.",
+                   "On trial: taken back in {1} seconds unless you keep it.");
 inline constexpr std::string_view kCountdown = english("On trial: taken back in {1} s unless you keep it.");
 
 // ---- Its end
