@@ -102,7 +102,7 @@ void write(std::ostream& out, const Reached& services, bool withCode) {
 }
 
 // Those that count: a service that is off was switched off by choice, unless it was asked for or all are.
-Reached counted(const Reached& services, const Arguments& named) {
+Reached countedFor(const Reached& services, const Arguments& named) {
   Reached on;
   std::ranges::copy_if(services, std::back_inserter(on),
                        [](const ServiceReach& service) { return service.reach != Reach::switchedOff; });
@@ -139,7 +139,7 @@ ExitStatus checkReach(const Context& context, const CommandLine& line) {
   Reached services = look(context, session.pane(), line.arguments);
   const auto end = Clock::now() + line.waitForReach;
   const auto isDone = [&] {
-    return statusOf(counted(services, line.arguments)) == kExitOk || Clock::now() >= end;
+    return statusOf(countedFor(services, line.arguments)) == kExitOk || Clock::now() >= end;
   };
   if (!isDone()) {
     context.services.repeat(kBetweenLooks, [&] {
@@ -153,7 +153,7 @@ ExitStatus checkReach(const Context& context, const CommandLine& line) {
   Json reach;
   for (const ServiceReach& service : services) reach[service.key] = reachJson(service);
   const ExitStatus ended = finish(context.output(), ChangeReport(), {{"reach", reach}});
-  return ended != kExitOk ? ended : statusOf(counted(services, line.arguments));
+  return ended != kExitOk ? ended : statusOf(countedFor(services, line.arguments));
 }
 
 }  // namespace norvik::command

@@ -7,9 +7,6 @@
 
 namespace norvik::desktop {
 
-// Calls `work` and afterwards `then`.
-using RunInBackground = std::function<void(std::function<void()> work, std::function<void()> then)>;
-
 class BackgroundWork {
  public:
   BackgroundWork();

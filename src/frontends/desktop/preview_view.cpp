@@ -12,7 +12,7 @@ namespace norvik::desktop {
 
 namespace {
 
-constexpr double kLinesHigh = 10;
+constexpr double kPictureLinesHigh = 10;
 constexpr double kPictureRadius = 4;
 
 }  // namespace
@@ -32,7 +32,7 @@ void PreviewView::showSettings(const SampleSettings& settings, const QString& na
 }
 
 QSize PreviewView::sizeHint() const {
-  const double height = std::max<double>(fontMetrics().height() * kLinesHigh, kSampleHeight);
+  const double height = std::max<double>(fontMetrics().height() * kPictureLinesHigh, kSampleHeight);
   return QSizeF(height * kSampleWidth / kSampleHeight, height).toSize();
 }
 

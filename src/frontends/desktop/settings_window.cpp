@@ -43,7 +43,7 @@ constexpr int kTicksBetweenNotes = 12;  // three seconds
 
 // The window's first size, in font sizes, and at most so much of the screen.
 constexpr double kBodiesWide = 68;
-constexpr double kBodiesHigh = 54;
+constexpr double kBodiesHigh = 56;
 constexpr double kMostOfScreen = 0.9;
 
 }  // namespace

@@ -40,6 +40,15 @@ inline NSColor* greyFace() {
 #endif
 }
 
+// The colour of the words in a row of a table.
+inline NSColor* textColorOfRow(bool isSelected) {
+#ifdef GNUSTEP
+  return [NSColor controlTextColor];  // a selected row is only lighter
+#else
+  return isSelected ? [NSColor alternateSelectedControlTextColor] : [NSColor controlTextColor];
+#endif
+}
+
 // How far inside its frame a rounded push button is drawn.
 inline constexpr CGFloat kRoundedInset =
 #ifdef GNUSTEP

@@ -55,7 +55,10 @@ SessionComputer sessionComputer(const ComputerOfSession& computer) {
           waitForTools,
           [](std::chrono::milliseconds time) { waitKeepingInput([] { return false; }, seconds(time)); },
           portInUse,
-          computer.settingsFiles};
+          computer.settingsFiles,
+          [&background = computer.background](std::function<void()> work, std::function<void()> then) {
+            background.run(std::move(work), std::move(then));
+          }};
 }
 
 }  // namespace norvik::prefpane

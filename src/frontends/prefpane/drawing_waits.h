@@ -2,6 +2,7 @@
 #pragma once
 
 #include "src/adapters/services/computer_services.h"
+#include "src/frontends/prefpane/background_work.h"
 #include "src/frontends/prefpane/pane_session.h"
 
 namespace norvik::prefpane {
@@ -28,6 +29,7 @@ struct ComputerOfSession {
   AppKitDrawing& drawing;
   AppKitRunLoop& runLoop;
   std::vector<std::string> settingsFiles;
+  BackgroundWork& background;
 };
 SessionComputer sessionComputer(const ComputerOfSession& computer);
 

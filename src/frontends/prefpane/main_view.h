@@ -1,6 +1,6 @@
-// The pane's main view: messages above, the sidebar at the left, the pages at the right, below them the lock,
-// the number of pending changes and the buttons. Mirrors the model and has no rules of its own. A plain C++
-// header.
+// The pane's main view: messages above, the search field and the sidebar at the left, the pages at the right,
+// below them the lock, the server's state, the number of pending changes and the buttons. Mirrors the model
+// and has no rules of its own. A plain C++ header.
 #pragma once
 
 #include <functional>
@@ -13,6 +13,9 @@
 #include "src/frontends/prefpane/handles.h"
 #include "src/frontends/prefpane/message_area.h"
 #include "src/frontends/prefpane/page_view.h"
+#include "src/frontends/prefpane/reach_line.h"
+#include "src/frontends/prefpane/search_panel.h"
+#include "src/frontends/prefpane/search_ring.h"
 #include "src/frontends/prefpane/sidebar.h"
 #include "src/frontends/prefpane/termination.h"
 #include "src/frontends/shared/change/change_report.h"
@@ -33,6 +36,8 @@ class MainView : public ControlObserver {
   // An NSView.
   void* view() const { return view_.get(); }
   MessageArea& messages() { return *messages_; }
+  ReachLine& reachLine() { return *reachLine_; }
+  SearchPanel& search() { return *search_; }
   // The NSView of a control; null for one that has none.
   void* viewOf(const std::string& outlet) const;
 
@@ -43,6 +48,9 @@ class MainView : public ControlObserver {
   // Opens the page of a control and gives it the keyboard. False if a lock keeps the page closed, and for a
   // control that is on none.
   bool showSetting(const std::string& outlet);
+  // Shows what a search has found: the page, or the setting with a ring around it. What the lock keeps is
+  // said, and shown as soon as the lock is open, unless a person has searched for another meanwhile.
+  void showHit(const SearchHit& hit);
   // Says how many changes are pending, and marks the pages that hold some.
   void showPending(const std::vector<SettingChange>& changes);
 
@@ -61,7 +69,7 @@ class MainView : public ControlObserver {
   void ticked();
 
   // Called when a person asks for the list of pending changes; after each refresh; and when the text of the
-  // server's state is to be drawn at once.
+  // server's state may be another one, and is drawn then.
   std::function<void()> showChanges;
   std::function<void()> refreshed;
   std::function<void()> serverTextChanged;
@@ -71,7 +79,9 @@ class MainView : public ControlObserver {
 
  private:
   void makePages(const PortInUse& portInUse, double width);
-  double makeFrame();
+  double makeFrame(double width);
+  void makeSearch(double width);
+  void showHitBehindLock();
   void placeButtons(double width);
   void makeChangesButton();
   void placePages();
@@ -90,11 +100,15 @@ class MainView : public ControlObserver {
   Handle changes_;
   Handle changesTarget_;
   Handle firstButton_;     // the leftmost of those at the right
-  double below_ = 0;       // the height of the line below
+  double below_ = 0;       // the height of the lines below
   double pageHeight_ = 0;  // of the highest page
   std::unique_ptr<MessageArea> messages_;
+  std::unique_ptr<ReachLine> reachLine_;
+  std::unique_ptr<SearchPanel> search_;
   std::vector<std::unique_ptr<PageView>> pages_;
   std::vector<std::unique_ptr<Binding>> frame_;
+  std::unique_ptr<SearchRing> ring_;     // within a page; null for none
+  std::optional<SearchHit> behindLock_;  // what a person has searched for and the lock hides
   int ticksToRefresh_ = 0;
   std::optional<NoSuddenTermination> pending_;  // while there are pending changes
 };

@@ -7,6 +7,48 @@
 #import "src/frontends/prefpane/plain_views.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/search/search_texts.h"
+
+// The keys that begin a search come here from every view of the pane that has no use for them.
+@interface NVKPaneView : NSView {
+  NVKCall* search_;
+}
+- (void)setSearch:(NVKCall*)search;
+@end
+
+@implementation NVKPaneView
+
+- (void)dealloc {
+  [search_ release];
+  [super dealloc];
+}
+
+- (void)setSearch:(NVKCall*)search {
+  [search_ autorelease];
+  search_ = [search retain];
+}
+
+- (BOOL)isKey:(NSString*)key with:(NSUInteger)modifiers in:(NSEvent*)event {
+  constexpr NSUInteger kAll = NSCommandKeyMask | NSControlKeyMask | NSAlternateKeyMask;
+  return [[event charactersIgnoringModifiers] isEqualToString:key] &&
+         ([event modifierFlags] & kAll) == modifiers;
+}
+
+- (BOOL)performKeyEquivalent:(NSEvent*)event {
+  if (![self isKey:@"f" with:NSCommandKeyMask in:event]) return [super performKeyEquivalent:event];
+  [search_ call];
+  return YES;
+}
+
+- (void)keyDown:(NSEvent*)event {
+  if ([self isKey:@"f" with:NSControlKeyMask in:event] || [self isKey:@"/" with:0 in:event]) {
+    [search_ call];
+  } else {
+    [super keyDown:event];
+  }
+}
+
+@end
 
 namespace norvik::prefpane {
 
@@ -16,6 +58,8 @@ constexpr CGFloat kMargin = 12;
 constexpr CGFloat kPaneWidth = 568;  // the narrowest host has no more
 constexpr CGFloat kHintWidth = 200;  // of the lock; two lines of it are as high as the lock
 constexpr int kHintLines = 2;
+constexpr CGFloat kBetweenLines = 4;  // of the hint and the state under it
+constexpr CGFloat kBelowSearch = 6;
 constexpr int kTicksBetweenRefreshes = 8;  // two seconds
 
 NSView* asView(const Handle& handle) {
@@ -28,14 +72,14 @@ MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
     : pane_(pane),
       interface_(interface),
       sidebar_(pane, interface),
-      view_([[[NSView alloc] initWithFrame:NSZeroRect] autorelease]) {
+      view_([[[NVKPaneView alloc] initWithFrame:NSZeroRect] autorelease]) {
   NSView* sidebar = static_cast<NSView*>(sidebar_.view());
   const CGFloat list = NSWidth([sidebar frame]);
   makePages(portInUse, kPaneWidth - list - 3 * kMargin);
-  below_ = makeFrame() + kMargin;
   const CGFloat width = list + NSWidth([asView(tabs_) frame]) + 3 * kMargin;
-  [sidebar setFrameOrigin:NSMakePoint(kMargin, 0)];
+  below_ = makeFrame(width) + kMargin;
   [asView(tabs_) setFrameOrigin:NSMakePoint(2 * kMargin + list, 0)];
+  makeSearch(list);
   messages_ = std::make_unique<MessageArea>(width - 2 * kMargin);
   messages_->shownChanged = [this] { placePages(); };
   NSView* messages = static_cast<NSView*>(messages_->view());
@@ -43,8 +87,11 @@ MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
   const CGFloat height = below_ + pageHeight_ + kMargin + messages_->height();
   [asView(view_) setFrameSize:NSMakeSize(width, height)];
   for (NSView* part : {sidebar, asView(tabs_), messages}) [asView(view_) addSubview:part];
-  [sidebar setAutoresizingMask:NSViewHeightSizable];
-  [asView(tabs_) setAutoresizingMask:NSViewWidthSizable | NSViewMinYMargin];
+  for (NSView* rows : {sidebar, static_cast<NSView*>(search_->view())})
+    [rows setAutoresizingMask:NSViewHeightSizable];
+  [static_cast<NSView*>(search_->field()) setAutoresizingMask:NSViewMinYMargin];
+  [static_cast<NSView*>(reachLine_->view()) setAutoresizingMask:NSViewWidthSizable];
+  [asView(tabs_) setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
   [messages setAutoresizingMask:NSViewWidthSizable | NSViewMinYMargin];
   placePages();
   placeButtons(width);
@@ -58,18 +105,26 @@ MainView::MainView(NVKServerPrefs& pane, const InterfaceDescription& interface, 
 // pane that it shows.
 void MainView::placePages() {
   NSView* sidebar = static_cast<NSView*>(sidebar_.view());
-  const CGFloat free = messages_->isShown() ? 0 : messages_->height();
-  [sidebar setFrame:NSMakeRect(kMargin, below_, NSWidth([sidebar frame]), pageHeight_ + free)];
-  [asView(tabs_) setFrameOrigin:NSMakePoint(NSMinX([asView(tabs_) frame]), below_ + free)];
+  NSView* field = static_cast<NSView*>(search_->field());
+  const CGFloat message = messages_->isShown() ? messages_->height() : 0;
+  const CGFloat high = std::max<CGFloat>(0, NSHeight([asView(view_) frame]) - kMargin - message - below_);
+  const CGFloat fieldHigh = NSHeight([field frame]);
+  const NSRect list = NSMakeRect(kMargin, below_, NSWidth([sidebar frame]),
+                                 std::max<CGFloat>(0, high - fieldHigh - kBelowSearch));
+  for (NSView* one : {sidebar, static_cast<NSView*>(search_->view())}) [one setFrame:list];
+  [field setFrameOrigin:NSMakePoint(kMargin, below_ + high - fieldHigh)];
+  const NSRect tabs = [asView(tabs_) frame];
+  [asView(tabs_) setFrame:NSMakeRect(NSMinX(tabs), below_, NSWidth(tabs), high)];
   [asView(view_) setNeedsDisplay:YES];
 }
 
 MainView::~MainView() {
   pane_.ib_tview_confView.setObserver(nullptr);
+  [static_cast<NVKPaneView*>(view_.get()) setSearch:nil];
   [static_cast<NSButton*>(changes_.get()) setTarget:nil];
 }
 
-// All pages get the size of the largest.
+// All pages get the width of the widest, and scroll in a host that is too low for them.
 void MainView::makePages(const PortInUse& portInUse, double width) {
   for (const TabDescription& tab : interface_.tabs) {
     pages_.push_back(std::make_unique<PageView>(pane_, interface_, tab, portInUse, width));
@@ -84,9 +139,10 @@ void MainView::makePages(const PortInUse& portInUse, double width) {
   [tabs setTabViewType:NSNoTabsNoBorder];
   for (const auto& page : pages_) {
     NSView* one = static_cast<NSView*>(page->view());
-    [one setFrameSize:whole.size];
-    NVKFlippedView* sheet = [[[NVKFlippedView alloc] initWithFrame:whole] autorelease];
-    [sheet addSubview:one];
+    [one setFrameSize:NSMakeSize(width, NSHeight([one frame]))];
+    NVKPageScroll* sheet = [[[NVKPageScroll alloc] initWithFrame:whole] autorelease];
+    [sheet setAutoresizingMask:NSViewWidthSizable | NSViewHeightSizable];
+    [sheet setDocumentView:one];
     NSTabViewItem* item = [[[NSTabViewItem alloc] initWithIdentifier:@"page"] autorelease];
     [item setView:sheet];
     [tabs addTabViewItem:item];
@@ -94,10 +150,12 @@ void MainView::makePages(const PortInUse& portInUse, double width) {
   tabs_ = Handle(tabs);
 }
 
-// The lock and its hint, from the left, in the order of the description. Returns the height of the line.
-double MainView::makeFrame() {
+// The lock and its hint, from the left, in the order of the description, and under the hint the server's
+// state. Returns the height of both lines.
+double MainView::makeFrame(double width) {
   CGFloat left = kMargin;
-  CGFloat height = 0;
+  CGFloat height = 0, beside = kMargin;
+  NSView* lock = nil;
   for (const ControlDescription& description : interface_.frame) {
     if (description.kind == ControlKind::outlineView || description.kind == ControlKind::tabView) continue;
     frame_.push_back(std::make_unique<Binding>(pane_, *pane_.outlet(description.outlet), description));
@@ -106,17 +164,40 @@ double MainView::makeFrame() {
     if (description.kind == ControlKind::label) {
       [one setFrameSize:NSMakeSize(std::round(kHintWidth * fontScale()), kHintLines * lineHeight())];
     }
-    height = std::max(height, NSHeight([one frame]));
     [one setFrameOrigin:NSMakePoint(left, 0)];
     [asView(view_) addSubview:one];
     left = NSMaxX([one frame]) + kMargin;
+    if (description.kind == ControlKind::lockButton) {
+      lock = one;
+      beside = left;
+    } else {
+      height = std::max(height, NSHeight([one frame]));
+    }
   }
+  reachLine_ = std::make_unique<ReachLine>(width - beside - kMargin);
+  NSView* reach = static_cast<NSView*>(reachLine_->view());
+  [reach setFrameOrigin:NSMakePoint(beside, kMargin)];
+  [asView(view_) addSubview:reach];
+  const CGFloat bottom = NSMaxY([reach frame]) + kBetweenLines;
   for (const auto& binding : frame_) {
     NSView* one = static_cast<NSView*>(binding->view());
-    const CGFloat centred = std::floor((height - NSHeight([one frame])) / 2);
-    [one setFrameOrigin:NSMakePoint(NSMinX([one frame]), kMargin + centred)];
+    const CGFloat from = one == lock ? kMargin : bottom;
+    const CGFloat centred = std::floor((bottom + height - from - NSHeight([one frame])) / 2);
+    [one setFrameOrigin:NSMakePoint(NSMinX([one frame]), from + centred)];
   }
-  return height + kMargin;
+  return bottom + height;
+}
+
+void MainView::makeSearch(double width) {
+  search_ = std::make_unique<SearchPanel>(pane_, interface_, width);
+  search_->chosen = [this](const SearchHit& hit) { showHit(hit); };
+  search_->shownChanged = [this] {
+    [static_cast<NSView*>(sidebar_.view()) setHidden:search_->isSearching()];
+    linkKeyViews();
+  };
+  for (void* one : {search_->field(), search_->view()}) [asView(view_) addSubview:static_cast<NSView*>(one)];
+  const Function begin = [this] { search_->begin(); };
+  [static_cast<NVKPaneView*>(view_.get()) setSearch:[[[NVKCall alloc] initWithCopyOf:&begin] autorelease]];
 }
 
 // The push buttons at the right, in their order.
@@ -215,9 +296,39 @@ bool MainView::showSetting(const std::string& outlet) {
   return true;
 }
 
-// The sidebar, the message, the page, the line below, and again from the beginning.
+void MainView::showHit(const SearchHit& hit) {
+  behindLock_.reset();
+  ring_.reset();
+  if (isLocked(hit, pane_)) {
+    behindLock_ = hit;
+    messages_->show(MessageSubject::outcome, {MessageKind::note, lockedSentence(hit), {}, ""});
+    NSView* lock = static_cast<NSView*>(viewOf(std::string(pane_.ib_button_Auth.name())));
+    [[lock window] makeFirstResponder:lock];
+  } else if (!hit.outlet.empty()) {
+    if (!showSetting(hit.outlet)) return;
+    const PageView& page = *pages_[*pageOf(hit.outlet)];
+    ring_ = std::make_unique<SearchRing>(page.find(hit.outlet)->view(), page.view());
+  } else {
+    for (std::size_t i = 0; i < interface_.tabs.size(); ++i) {
+      const PageName page = pageName(interface_.tabs[i]);
+      if (page.group == hit.page.group && page.title == hit.page.title) sidebar_.choosePage(i);
+    }
+    [[asView(view_) window] makeFirstResponder:static_cast<NSView*>(sidebar_.outline())];
+  }
+}
+
+void MainView::showHitBehindLock() {
+  if (!behindLock_ || isLocked(*behindLock_, pane_)) return;
+  messages_->clear(MessageSubject::outcome);
+  showHit(SearchHit(*behindLock_));
+}
+
+// The search, the sidebar or what was found, the message, the page, the lines below, and again from the
+// beginning.
 void MainView::linkKeyViews() {
-  std::vector<NSView*> loop{static_cast<NSView*>(sidebar_.outline())};
+  std::vector<NSView*> loop{
+      static_cast<NSView*>(search_->field()),
+      static_cast<NSView*>(search_->isSearching() ? search_->results() : sidebar_.outline())};
   const auto add = [&loop](const std::vector<Handle>& views) {
     for (const Handle& one : views) loop.push_back(asView(one));
   };
@@ -228,6 +339,7 @@ void MainView::linkKeyViews() {
     if (binding->description().kind != ControlKind::label)
       loop.push_back(static_cast<NSView*>(binding->view()));
   }
+  loop.push_back(static_cast<NSView*>(reachLine_->button()));
   for (std::size_t i = 0; i < loop.size(); ++i) [loop[i] setNextKeyView:loop[(i + 1) % loop.size()]];
 }
 
@@ -236,7 +348,9 @@ void MainView::takeFocus() {
   NSView* outline = static_cast<NSView*>(sidebar_.outline());
   [window setInitialFirstResponder:outline];
   id now = [window firstResponder];
-  if ([now isKindOfClass:[NSView class]] && [now isDescendantOf:asView(view_)]) return;
+  // The toolkit itself may have chosen the search field, as it is the first.
+  const bool isFirst = !search_->isSearching() && search_->hasKeyboard();
+  if (!isFirst && [now isKindOfClass:[NSView class]] && [now isDescendantOf:asView(view_)]) return;
   [window makeFirstResponder:outline];
 }
 
@@ -274,12 +388,17 @@ void MainView::refresh() {
     page->refreshNotes();
   }
   if (refreshed) refreshed();
+  if (ring_ != nullptr && !ring_->follow()) ring_.reset();
+  showHitBehindLock();
   linkKeyViews();
 }
 
 void MainView::ticked() {
+  if (serverTextChanged) serverTextChanged();
   if (--ticksToRefresh_ <= 0) return refresh();
   if (PageView* page = shownPage()) page->refreshMarks();
+  if (ring_ != nullptr && !ring_->follow()) ring_.reset();
+  showHitBehindLock();
 }
 
 PageView* MainView::shownPage() const {

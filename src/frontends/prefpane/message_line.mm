@@ -46,7 +46,6 @@ constexpr CGFloat kIconSide = 18;
 constexpr CGFloat kSentenceLeft = kIconLeft + kIconSide + 8;
 constexpr CGFloat kBetween = 8;
 constexpr CGFloat kBarHeight = 14;
-constexpr CGFloat kSmall = 11;  // points, of the words on a button
 constexpr std::size_t kLines = 3;
 constexpr std::size_t kButtonsHigh = 2;  // in a column
 
@@ -106,15 +105,9 @@ void MessageLine::removeButtons() {
 void MessageLine::addButton(const std::string& title, const std::string& help,
                             const std::function<void()>& press) {
   NVKCall* target = [[[NVKCall alloc] initWithCopyOf:&press] autorelease];
-  NSButton* button = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
-  [button setTitle:text(title)];
+  NSButton* button = makeSmallButton(text(title), target);
   [button setToolTip:text(help)];
-  [button setFont:[NSFont systemFontOfSize:std::round(kSmall * fontScale())]];
   [button setAutoresizingMask:NSViewMinXMargin];
-  [button setBezelStyle:NSRoundedBezelStyle];
-  [button sizeToFit];
-  [button setTarget:target];
-  [button setAction:@selector(call:)];
   [asView(view_) addSubview:button];
   buttons_.emplace_back(button);
   targets_.emplace_back(target);

@@ -23,7 +23,7 @@ class ModalPanel {
   // A button at the left that leaves the panel open; returned to be enabled and disabled.
   NSButton* addCommand(std::string_view title, const std::function<void()>& press);
   // A button at the right, each further one to the left of those before it, that closes the panel with this
-  // result. Return presses the first one, Escape the one with the result `kEscaped`.
+  // result. Return presses the first one, Escape the one with the result `kEscaped`, which each panel has.
   NSButton* addAnswer(std::string_view title, int result);
   static constexpr int kEscaped = 0;
 

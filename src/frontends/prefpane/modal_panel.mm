@@ -4,6 +4,39 @@
 #import "src/frontends/prefpane/call.h"
 #include "src/frontends/prefpane/text.h"
 
+// Escape is the panel's wherever the keyboard is in it, as a button can have only one key.
+@interface NVKModalWindow : NSPanel {
+  NVKCall* escaped_;
+}
+- (void)setEscaped:(NVKCall*)escaped;
+@end
+
+@implementation NVKModalWindow
+
+- (void)dealloc {
+  [escaped_ release];
+  [super dealloc];
+}
+
+- (void)setEscaped:(NVKCall*)escaped {
+  [escaped_ autorelease];
+  escaped_ = [escaped retain];
+}
+
+- (void)cancelOperation:(id)sender {
+  [escaped_ call];
+}
+
+- (void)sendEvent:(NSEvent*)event {
+  if ([event type] == NSKeyDown && [[event charactersIgnoringModifiers] isEqualToString:@"\033"]) {
+    [self cancelOperation:nil];
+  } else {
+    [super sendEvent:event];
+  }
+}
+
+@end
+
 namespace norvik::prefpane {
 
 namespace {
@@ -13,8 +46,8 @@ constexpr CGFloat kButtonHeight = 26;
 constexpr CGFloat kGap = 8;
 constexpr CGFloat kReturnMark = 24;  // that the toolkit draws on a button which Return presses
 
-NSPanel* asPanel(const Handle& handle) {
-  return static_cast<NSPanel*>(handle.get());
+NVKModalWindow* asPanel(const Handle& handle) {
+  return static_cast<NVKModalWindow*>(handle.get());
 }
 
 }  // namespace
@@ -24,10 +57,12 @@ ModalPanel::ModalPanel(std::string_view title, NSView* contents)
   const NSSize inner = [contents frame].size;
   const NSRect frame =
       NSMakeRect(0, 0, inner.width + 2 * kMargin, inner.height + 3 * kMargin + kButtonHeight);
-  NSPanel* panel = [[[NSPanel alloc] initWithContentRect:frame
-                                               styleMask:NSTitledWindowMask
-                                                 backing:NSBackingStoreBuffered
-                                                   defer:NO] autorelease];
+  NVKModalWindow* panel = [[[NVKModalWindow alloc] initWithContentRect:frame
+                                                             styleMask:NSTitledWindowMask
+                                                               backing:NSBackingStoreBuffered
+                                                                 defer:NO] autorelease];
+  const Function escape = [this] { close(kEscaped); };
+  [panel setEscaped:[[[NVKCall alloc] initWithCopyOf:&escape] autorelease]];
   [panel setReleasedWhenClosed:NO];
   [panel setTitle:text(title)];
   [contents setFrameOrigin:NSMakePoint(kMargin, 2 * kMargin + kButtonHeight)];
@@ -37,6 +72,7 @@ ModalPanel::ModalPanel(std::string_view title, NSView* contents)
 
 ModalPanel::~ModalPanel() {
   for (const Handle& button : buttons_) [static_cast<NSButton*>(button.get()) setTarget:nil];
+  [asPanel(window_) setEscaped:nil];
   [asPanel(window_) orderOut:nil];
 }
 
@@ -67,8 +103,6 @@ NSButton* ModalPanel::addAnswer(std::string_view title, int result) {
   if (!hasDefault_) {
     [button setKeyEquivalent:@"\r"];
     [button setFrameSize:NSMakeSize(NSWidth([button frame]) + kReturnMark, kButtonHeight)];
-  } else if (result == kEscaped) {
-    [button setKeyEquivalent:@"\033"];
   }
   hasDefault_ = true;
   right_ -= NSWidth([button frame]);

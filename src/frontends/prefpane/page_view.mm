@@ -366,11 +366,7 @@ void PageView::refreshMarks() {
 
 void PageView::refreshDot() {
   if (dot_.get() == nullptr) return;
-  const Color color = stateColor(pane_);
-  [static_cast<NVKDot*>(dot_.get()) setColor:[NSColor colorWithCalibratedRed:color.red
-                                                                       green:color.green
-                                                                        blue:color.blue
-                                                                       alpha:color.alpha]];
+  [static_cast<NVKDot*>(dot_.get()) setColor:toolkitColor(stateColor(pane_))];
 }
 
 // A value that Apply would refuse and one that may not work yet differ in icon and colour.

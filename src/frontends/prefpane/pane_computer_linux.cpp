@@ -61,6 +61,7 @@ struct PaneComputer::Parts {
   PaneBundles bundles;
   Platform platform;
   RecordingPlatform recording;
+  BackgroundWork background;  // ends before what it works on
 };
 
 PaneComputer::PaneComputer() : PaneComputer(chosenOptions()) {}
@@ -86,7 +87,8 @@ SessionComputer PaneComputer::forSession() {
                           .panels = parts_->panels,
                           .drawing = parts_->drawing,
                           .runLoop = parts_->runLoop,
-                          .settingsFiles = files});
+                          .settingsFiles = files,
+                          .background = parts_->background});
 }
 
 }  // namespace norvik::prefpane

@@ -47,6 +47,7 @@ struct PaneComputer::Parts {
   PaneBundles bundles;
   Platform platform;
   RecordingPlatform recording;
+  BackgroundWork background;  // ends before what it works on
 };
 
 PaneComputer::PaneComputer() : parts_(std::make_unique<Parts>()) {}
@@ -69,7 +70,8 @@ SessionComputer PaneComputer::forSession() {
                           .panels = parts_->computer.alerts,
                           .drawing = parts_->drawing,
                           .runLoop = parts_->runLoop,
-                          .settingsFiles = files});
+                          .settingsFiles = files,
+                          .background = parts_->background});
 }
 
 }  // namespace norvik::prefpane

@@ -25,7 +25,6 @@ PaneServer::PaneServer(MainView& view, PaneChanges& changes, SettingsChange& cha
   view_.serverTextChanged = [this] { showProgress(); };
   changes_.changed = [this] { lookAtForce(); };
   changes_.takeUp = [this] { takeUpStored(); };
-  lookAtForce();
 }
 
 PaneServer::~PaneServer() {
@@ -63,6 +62,7 @@ void PaneServer::showProgress() {
   } else if (server_.pane.m_serverPid != pid_) {
     again_.start(0);
   }
+  if (stateChanged) stateChanged();
 }
 
 void PaneServer::lookAtForce() {
@@ -77,6 +77,7 @@ void PaneServer::showForce(const ServerInForce& inForce) {
   if (std::exchange(said_, message.sentence) != message.sentence)
     view_.messages().show(MessageSubject::inForce, message);
   if (!message.isEmpty()) again_.start(kLookAgain);
+  if (looked) looked(inForce);
 }
 
 }  // namespace norvik::prefpane

@@ -3,6 +3,7 @@
 // Knows no toolkit.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "src/frontends/prefpane/pane_changes.h"
@@ -13,7 +14,7 @@ namespace norvik::prefpane {
 
 class PaneServer {
  public:
-  // Borrows everything; `server` is copied.
+  // Borrows everything; `server` is copied. Does not look yet.
   PaneServer(MainView& view, PaneChanges& changes, SettingsChange& change, OrderedServer server,
              AlertPanels& panels);
   ~PaneServer();
@@ -23,6 +24,11 @@ class PaneServer {
   // Looks at what is in force, and says where it is not what is stored. Asks the computer; not for every
   // tick.
   void lookAtForce();
+
+  // Called after each look, which an order, a save or a change of the server brings about.
+  std::function<void(const ServerInForce& inForce)> looked;
+  // Called when the text of the server's state has changed.
+  std::function<void()> stateChanged;
 
  private:
   void press(const Control& button);

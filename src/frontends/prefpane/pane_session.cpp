@@ -53,6 +53,7 @@ void PaneSession::beMainPane() {
                                    OrderedServer{pane_, computer_.recording, interface_, computer_.services,
                                                  computer_.waitForTools, computer_.pause},
                                    computer_.panels);
+  reach_ = std::make_unique<PaneReach>(*view_, *server_, pane_, computer_.services, computer_.background);
   files_ = std::make_unique<SettingsWatch>(computer_.settingsFiles, [this] { filesChanged(); });
   termination_ = std::make_unique<TerminationWatch>([this] { hostEnds(); });
   MainView* view = view_.get();
@@ -70,7 +71,9 @@ void PaneSession::willSelect() {
 }
 
 void PaneSession::setSeen(bool seen) {
-  if (mainSession != nullptr) mainSession->view_->messages().setSeen(seen);
+  if (mainSession == nullptr) return;
+  mainSession->view_->messages().setSeen(seen);
+  mainSession->reach_->setSeen(seen);
 }
 
 void PaneSession::didSelect() {

@@ -11,6 +11,7 @@
 
 #include "src/frontends/prefpane/appkit_platform.h"
 #include "src/frontends/prefpane/pane_changes.h"
+#include "src/frontends/prefpane/pane_reach.h"
 #include "src/frontends/prefpane/pane_server.h"
 #include "src/frontends/prefpane/settings_watch.h"
 #include "src/frontends/prefpane/termination.h"
@@ -31,6 +32,7 @@ struct SessionComputer {
   std::function<void(std::chrono::milliseconds time)> pause;
   PortInUse portInUse;
   std::vector<std::string> settingsFiles;  // where they are on the disk; they are watched
+  RunInBackground background;
 };
 
 class PaneSession {
@@ -69,6 +71,7 @@ class PaneSession {
   std::unique_ptr<MainView> view_;
   std::unique_ptr<PaneChanges> changes_;
   std::unique_ptr<PaneServer> server_;
+  std::unique_ptr<PaneReach> reach_;
   std::unique_ptr<SettingsWatch> files_;
   std::unique_ptr<TerminationWatch> termination_;
 };

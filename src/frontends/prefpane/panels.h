@@ -9,6 +9,7 @@
 
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/interface/window_messages.h"
+#include "src/frontends/shared/reach/reach_watch.h"
 
 namespace norvik::prefpane {
 
@@ -30,5 +31,8 @@ ChangesChoice showChanges(const ChangesList& list);
 
 // Which value each setting gets that somebody else has changed too, in the order given; nothing to cancel.
 std::optional<std::vector<Side>> chooseSides(const std::vector<Collision>& collisions);
+
+// The answers to "Can they reach me?", for each service. Looks afresh, and whenever a person asks.
+void showLadder(ReachWatch& watch);
 
 }  // namespace norvik::prefpane

@@ -4,9 +4,14 @@
 #include <cstddef>
 
 #import "src/frontends/prefpane/appkit.h"
+#include "src/server/mac/platform/geometry.h"
 
 // Its origin is the upper left corner, so that a layout runs down the page.
 @interface NVKFlippedView : NSView
+@end
+
+// Scrolls where its height is not enough; its document is always as wide as there is room.
+@interface NVKPageScroll : NSScrollView
 @end
 
 // A filled circle.
@@ -34,7 +39,13 @@ NSString* fitted(NSString* words, NSFont* font, CGFloat width, std::size_t lines
 // A box with a text that scrolls and cannot be edited, in letters of one width; and another text for it.
 NSScrollView* makeTextBox(NSString* words, NSRect frame);
 void setTextOfBox(NSScrollView* box, NSString* words);
-// A button that copies the address in a label's text.
+// A push button with small letters, in the size that it needs. The target, which it does not keep, is sent
+// `call:`.
+NSButton* makeSmallButton(NSString* title, id target);
+// A button that copies the address in a label's text; and what it does with an address.
 NSButton* makeCopyButton(NSString* title, NSTextField* label);
+void copyToPasteboard(NSString* words);
+// A colour of the module.
+NSColor* toolkitColor(const Color& color);
 
 }  // namespace norvik::prefpane

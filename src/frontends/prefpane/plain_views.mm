@@ -14,6 +14,25 @@
 }
 @end
 
+@implementation NVKPageScroll
+- (id)initWithFrame:(NSRect)frame {
+  if ((self = [super initWithFrame:frame]) == nil) return nil;
+  [self setHasVerticalScroller:YES];
+  [self setAutohidesScrollers:YES];
+  [self setDrawsBackground:NO];
+  [[self contentView] setAutoresizesSubviews:NO];
+  return self;
+}
+// The toolkit shows and hides the scroller here.
+- (void)tile {
+  [super tile];
+  NSView* page = [self documentView];
+  const CGFloat width = [self contentSize].width;
+  if (page != nil && NSWidth([page frame]) != width)
+    [page setFrameSize:NSMakeSize(width, NSHeight([page frame]))];
+}
+@end
+
 @implementation NVKDot
 - (void)dealloc {
   [color_ release];
@@ -44,10 +63,7 @@
   NSString* words = [self stringValue];
   norvik::prefpane::atBorder("NVKCopyAddress:", [words] {
     const auto address = norvik::addressIn(norvik::prefpane::utf8(words));
-    if (!address) return;
-    NSPasteboard* board = [NSPasteboard generalPasteboard];
-    [board declareTypes:[NSArray arrayWithObject:NSStringPboardType] owner:nil];
-    [board setString:norvik::prefpane::text(*address) forType:NSStringPboardType];
+    if (address) norvik::prefpane::copyToPasteboard(norvik::prefpane::text(*address));
   });
 }
 @end
@@ -151,6 +167,28 @@ NSScrollView* makeTextBox(NSString* words, NSRect frame) {
 
 void setTextOfBox(NSScrollView* box, NSString* words) {
   [(NSTextView*)[box documentView] setString:words];
+}
+
+NSButton* makeSmallButton(NSString* title, id target) {
+  constexpr CGFloat kSmall = 11;  // points
+  NSButton* made = [[[NSButton alloc] initWithFrame:NSZeroRect] autorelease];
+  [made setTitle:title];
+  [made setFont:[NSFont systemFontOfSize:std::round(kSmall * fontScale())]];
+  [made setBezelStyle:NSRoundedBezelStyle];
+  [made sizeToFit];
+  [made setTarget:target];
+  [made setAction:@selector(call:)];
+  return made;
+}
+
+void copyToPasteboard(NSString* words) {
+  NSPasteboard* board = [NSPasteboard generalPasteboard];
+  [board declareTypes:[NSArray arrayWithObject:NSStringPboardType] owner:nil];
+  [board setString:words forType:NSStringPboardType];
+}
+
+NSColor* toolkitColor(const Color& color) {
+  return [NSColor colorWithCalibratedRed:color.red green:color.green blue:color.blue alpha:color.alpha];
 }
 
 NSButton* makeCopyButton(NSString* title, NSTextField* label) {

@@ -20,26 +20,26 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kPath = "/tmp/norvik.prefs.tmp.server.conf.812";
+constexpr const char* kTemporaryPath = "/tmp/norvik.prefs.tmp.server.conf.812";
 
 // Both ways in which the pane writes there.
 struct TemporaryFilesTest : testing::Test {
   TemporaryFolder folder;
   const RootFolder root{folder.path().native()};
-  const fs::path place = folder.path().native() + kPath;
+  const fs::path place = folder.path().native() + kTemporaryPath;
   PosixFiles files{root};
   LinuxPropertyListFiles lists{root, ""};
 
   TemporaryFilesTest() { fs::create_directory(folder.path() / "tmp"); }
 
   bool writesLines() {
-    const FileRef file = files.fopen(kPath, FileMode::writeBinary);
+    const FileRef file = files.fopen(kTemporaryPath, FileMode::writeBinary);
     if (file == nullptr) return false;
     const bool isWritten = files.fwrite("new\n", 4, file) == 4;
     files.fclose(file);
     return isWritten;
   }
-  bool writesList() { return lists.writeToFile(PropertyList(), kPath); }
+  bool writesList() { return lists.writeToFile(PropertyList(), kTemporaryPath); }
 
   // What `lay` puts at the path stays, and is not written into, through or beside.
   void expectRefused(const std::function<void()>& lay) {

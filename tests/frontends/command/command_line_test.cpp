@@ -180,12 +180,13 @@ TEST(CommandLineTest, AnOptionOfSomeCommandsIsTakenByNoOther) {
   EXPECT_EQ(faultOf({"set", "a=b", "--exact"}), "set takes no --exact.");
 }
 
-TEST(CommandLineTest, OnlySetUnsetImportAndUndoTakeADryRun) {
+TEST(CommandLineTest, OnlyWhatChangesSettingsTakesADryRun) {
+  constexpr std::string_view kPreviewing[] = {"set", "unset", "import", "undo"};
   for (const Command& command : commands()) {
     Line words{"--dry-run", std::string(command.name)};
     const ArgumentDescription& argument = command.argument;
     if (argument.least > 0) words.emplace_back(argument.choices.empty() ? "a=b" : argument.choices[0]);
-    if (std::set<std::string_view>{"set", "unset", "import", "undo"}.contains(command.name)) {
+    if (std::ranges::count(kPreviewing, command.name) > 0) {
       EXPECT_TRUE(parsed(words).dryRun);
     } else {
       EXPECT_EQ(faultOf(words), std::string(command.name) + " takes no --dry-run.");

@@ -7,6 +7,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include "src/frontends/desktop/background_work.h"
 #include "src/frontends/desktop/reach_line.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 #include "tests/support/sandbox.h"

@@ -101,7 +101,8 @@ TEST_F(Letters, OfAnySizeAreNotCut) {
 TEST_F(Letters, OfAnySizeDoNotOverlap) {
   openEverything();
   for (NSInteger i = 0; i < [pages() numberOfTabViewItems]; ++i) {
-    NSArray* views = [[[[[pages() tabViewItemAtIndex:i] view] subviews] objectAtIndex:0] subviews];
+    NSScrollView* sheet = (NSScrollView*)[[pages() tabViewItemAtIndex:i] view];
+    NSArray* views = [[sheet documentView] subviews];
     for (NSUInteger a = 0; a < [views count]; ++a) {
       for (NSUInteger b = a + 1; b < [views count]; ++b) {
         NSControl* one = [views objectAtIndex:a];
@@ -134,6 +135,47 @@ TEST_F(Layout, TheContentsFollowTheWidthOfTheHost) {
   choosePage("Norvik clients");
   EXPECT_EQ(NSWidth([viewOf("ib_admin_label_nvkAddress") frame]), address + 80);
   EXPECT_EQ(NSWidth([static_cast<NSView*>(messages().view()) frame]), message + 80);
+}
+
+// The frames of what lies in the main view itself.
+TEST_F(Layout, NothingOverlapsInAHostOfAnySize) {
+  open();
+  const CGFloat natural = NSHeight([content() frame]);
+  for (const NSSize& size : {NSMakeSize(668, 420), NSMakeSize(568, natural), NSMakeSize(900, 700)}) {
+    for (const bool withMessage : {false, true}) {
+      SCOPED_TRACE(std::to_string(size.width) + (withMessage ? " with a message" : ""));
+      [content() setFrameSize:size];
+      messages().show(MessageSubject::outcome,
+                      withMessage ? WindowMessage{MessageKind::note, "A message.", {}, ""} : WindowMessage());
+      NSArray* views = [content() subviews];
+      for (NSUInteger a = 0; a < [views count]; ++a) {
+        NSView* one = [views objectAtIndex:a];
+        if ([one isHidden]) continue;
+        EXPECT_TRUE(NSContainsRect([content() bounds], [one frame])) << utf8([one description]);
+        for (NSUInteger b = a + 1; b < [views count]; ++b) {
+          NSView* other = [views objectAtIndex:b];
+          if ([other isHidden]) continue;
+          EXPECT_FALSE(NSIntersectsRect([one frame], [other frame]))
+              << utf8([one description]) << " and " << utf8([other description]);
+        }
+      }
+      EXPECT_GT(NSHeight([pages() frame]), 200);
+      NSView* page = [viewOf("ib_user_chkbox_mseSwap") superview];
+      EXPECT_EQ(NSMinY([page convertRect:[page bounds] toView:[page superview]]), 0) << "begins at the top";
+    }
+  }
+}
+
+TEST_F(Layout, APageScrollsWhereTheHostIsTooLowForIt) {
+  openEverything();
+  choosePage("Norvik clients");
+  NSView* last = viewOf("ib_admin_chkbox_nvkPrint");
+  const auto isSeen = [last] { return NSContainsRect([last visibleRect], [last bounds]); };
+  EXPECT_TRUE(isSeen());
+  [content() setFrameSize:NSMakeSize(668, 300)];
+  EXPECT_FALSE(isSeen());
+  session->mainView()->showHit({pageName(interface.tabs[3]), "nvk.printing", "", "ib_admin_chkbox_nvkPrint"});
+  EXPECT_TRUE(isSeen());
 }
 
 TEST_F(Layout, TheDotsOfALongWaitHaveTheirPlace) {

@@ -77,6 +77,13 @@ class SimulatedPane : public testing::Test {
   InterfaceDescription interface = shippedInterface();
   std::vector<std::string> launches;
   std::function<bool(int64_t)> portInUse = [](int64_t port) { return port == 4321; };
+  // Works at once, on this thread.
+  int looks = 0;
+  RunInBackground background = [this](const std::function<void()>& work, const std::function<void()>& then) {
+    ++looks;
+    work();
+    then();
+  };
   std::unique_ptr<PaneSession> session;
   NVKServerPrefs& pane() { return session->pane(); }
   NSWindow* window = nil;

@@ -80,7 +80,8 @@ SessionComputer SimulatedPane::forSession() {
             computer.clock.sleep(static_cast<uint32_t>(time.count()) * 1000);
           },
           portInUse,
-          {}};
+          {},
+          background};
 }
 
 void SimulatedPane::open() {

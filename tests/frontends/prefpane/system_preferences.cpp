@@ -12,12 +12,12 @@ namespace norvik::prefpane {
 
 namespace {
 
-constexpr int kFirstRow = 69;  // pixels from the top of the window to the middle of the first row
+constexpr int kFirstRow = 96;  // pixels from the top of the window to the middle of the first row
 constexpr int kRowHeight = 22;
 constexpr QSize kAlone(592, 414);     // the window while no pane is open
-constexpr QSize kWithPane(592, 548);  // and once the pane is in it
-constexpr QPoint kListEdge(160, 59);  // black, the upper edge of the list of pages
-constexpr QPoint kBoxEdge(160, 537);  // white, the lower edge of the box around the pane
+constexpr QSize kWithPane(592, 572);  // and once the pane is in it
+constexpr QPoint kListEdge(160, 86);  // black, the upper edge of the list of pages
+constexpr QPoint kBoxEdge(160, 561);  // white, the lower edge of the box around the pane
 
 constexpr std::pair<MessageKind, QRgb> kMessageColors[] = {
     {MessageKind::done, 0xff0a4219},

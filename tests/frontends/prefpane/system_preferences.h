@@ -15,8 +15,8 @@ namespace norvik::prefpane {
 // Where things are in the window, in pixels from its upper left corner; from its lower edge if negative.
 inline constexpr QPoint kShowAll(40, 20);
 inline constexpr QPoint kIcon(532, 70);  // of the pane, among the others
-inline constexpr QPoint kLock(40, -41);
-inline constexpr QPoint kApply(540, -41);
+inline constexpr QPoint kLock(40, -54);
+inline constexpr QPoint kApply(540, -67);
 inline constexpr QPoint kBelowMessage(0, 55);  // how far down everything is while there is a message
 inline constexpr QRect kPage(190, 50, 390, 360);
 

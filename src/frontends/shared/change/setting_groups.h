@@ -3,8 +3,10 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "src/frontends/shared/language/language.h"
 #include "src/server/mac/pane/pane.h"
 #include "src/server/mac/stores/settings.h"
 
@@ -22,6 +24,7 @@ struct SettingGroup {
 // The name of the open files limit, which is no setting of the description: in reports, and for
 // SettingsChange::takeOver and takeBack.
 inline constexpr const char* kOpenFilesLimitName = "open files limit";
+inline constexpr std::string_view kOpenFilesLimitLabel = english("Open files limit");
 
 // In the order in which reports name them.
 const std::vector<SettingGroup>& settingGroups();

@@ -10,8 +10,6 @@ namespace norvik {
 
 namespace {
 
-constexpr const char* kLimitLabel = "Open Files Limit";
-
 std::map<const Setting*, int64_t> fieldsOf(const NVKServerPrefs& pane) {
   std::map<const Setting*, int64_t> fields;
   for (const Setting* row : storedRows()) fields.emplace(row, row->baseline(pane));
@@ -271,9 +269,11 @@ void SettingsChange::State::addForeignLimit(const NVKServerPrefs& theirs, Foreig
   const std::string from = limitText(loadedLimit);
   const std::string to = limitText(limit);
   if (isStaged) {
-    foreign.collisions.push_back({kOpenFilesLimitName, kLimitLabel, page, from, to, limitText(ours.launchd)});
+    foreign.collisions.push_back(
+        {kOpenFilesLimitName, translated(kOpenFilesLimitLabel), page, from, to, limitText(ours.launchd)});
   } else {
-    foreign.takenOver.push_back({kOpenFilesLimitName, kLimitLabel, page, outlet, from, to, from, to, ""});
+    foreign.takenOver.push_back(
+        {kOpenFilesLimitName, translated(kOpenFilesLimitLabel), page, outlet, from, to, from, to, ""});
   }
 }
 

@@ -17,7 +17,6 @@ constexpr std::string_view kStillSo = english("Still so");
 constexpr std::string_view kTakenBack = english("Taken back");
 constexpr std::string_view kChangedAgain = english("Changed again");
 constexpr std::string_view kNotHere = english("Not on this computer");
-constexpr std::string_view kLimitLabel = english("Open files limit");
 constexpr std::string_view kThen = english("{1} → {2}");
 
 struct FrontEndName {
@@ -48,7 +47,7 @@ HistoryRow rowFor(const RecordedSetting& setting, std::string now) {
 HistoryRow rowOf(EditedPane& fresh, const InterfaceDescription& interface, const RecordedSetting& setting) {
   if (setting.name == kOpenFilesLimitName) {
     HistoryRow row = rowFor(setting, limitText(wholeLimit(fresh.pane().m_admin_maxFiles.launchd)));
-    row.label = translated(kLimitLabel);
+    row.label = translated(kOpenFilesLimitLabel);
     return row;
   }
   const PaneSetting* known = fresh.find(setting.name);
@@ -97,7 +96,8 @@ std::string whatWords(const HistoryEntry& entry, const InterfaceDescription& int
     if (known.name == settings.front().name)
       return sentence(english("{1} ({2})"), {labelOf(known, interface), known.page.title});
   }
-  return settings.front().name == kOpenFilesLimitName ? translated(kLimitLabel) : settings.front().name;
+  return settings.front().name == kOpenFilesLimitName ? translated(kOpenFilesLimitLabel)
+                                                      : settings.front().name;
 }
 
 }  // namespace norvik
