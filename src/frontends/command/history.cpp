@@ -5,6 +5,7 @@
 
 #include "src/frontends/command/change.h"
 #include "src/frontends/command/command_line.h"
+#include "src/frontends/command/diagnostic.h"
 #include "src/frontends/command/table.h"
 #include "src/frontends/command/wish_change.h"
 #include "src/frontends/shared/change/setting_groups.h"
@@ -42,7 +43,8 @@ Json entryJson(const HistoryEntry& entry, std::size_t number) {
 }
 
 void writeEntry(std::vector<TableRow>& rows, const HistoryEntry& entry, std::size_t number) {
-  TableRow lead{std::to_string(number), entry.time, entry.frontEnd, entry.outcome};
+  TableRow lead{std::to_string(number), printable(entry.time), printable(entry.frontEnd),
+                printable(entry.outcome)};
   std::vector<std::string> lines;
   for (const RecordedSetting& setting : entry.change.settings) {
     lines.push_back(setting.name + "  " + valueText(setting.before) + " -> " + valueText(setting.after));
@@ -50,7 +52,7 @@ void writeEntry(std::vector<TableRow>& rows, const HistoryEntry& entry, std::siz
   if (lines.empty()) lines = entry.change.saved;
   if (lines.empty()) lines.emplace_back();
   for (const std::string& line : lines) {
-    lead.push_back(line);
+    lead.push_back(printable(line));  // the file may hold anything
     rows.push_back(std::exchange(lead, TableRow{"", "", "", ""}));
   }
 }

@@ -42,6 +42,17 @@ TEST_F(HistoryCommand, ShowsWhatWasChangedTheLatestFirst) {
   EXPECT_NE(text.find("image.depth  6 -> 8\n"), std::string::npos) << text;
 }
 
+TEST_F(HistoryCommand, WhatTheFileHoldsDoesNotReachTheTerminalAsItIs) {
+  box.write("/.norvik/state/history.jsonl",
+            R"({"norvikChange":1,"time":"\u001b[2J","frontEnd":"x\ny","user":"u","settings":[)"
+            R"({"name":"a\u0007","old":"\u009b","new":true}],"outcome":"ok","saved":[],"notSaved":[]})");
+  const std::string text = box.run({"history"}).out;
+  EXPECT_EQ(text.find_first_of("\x1b\x07"), std::string::npos) << text;
+  EXPECT_EQ(countOf(text, "\n"), 1) << text;
+  EXPECT_EQ(box.run({"undo"}).err,
+            "norvikctl: a\\x07 is not available on this computer. Nothing was changed.\n");
+}
+
 TEST_F(HistoryCommand, TakesAChangeBack) {
   const std::string port = std::to_string(freePort());
   set({"nvk.port=" + port, "nvk.sound=off"});

@@ -76,6 +76,8 @@ TEST_F(OnScreen, TheTypicalChange) {
   EXPECT_TRUE(greetingOn(nvkPort).isEmpty());
   keys({word("Escape")});
   EXPECT_TRUE(ends());
+  const std::string history = contentOf(path(word(".norvik/state/history.jsonl")).toStdString());
+  EXPECT_NE(history.find("\"frontEnd\":\"window\""), std::string::npos) << history;
 }
 
 TEST_F(OnScreen, TheServerStartsAndStops) {

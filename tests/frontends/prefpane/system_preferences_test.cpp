@@ -146,6 +146,10 @@ TEST_F(Pane, ANotificationSettingReachesTheMenuAgent) {
     return log.open(QIODevice::ReadOnly) &&
            log.readAll().contains("NvkMunuUpdateSettingsNotification: NvkNotificationShowNews=false");
   }));
+  EXPECT_TRUE(eventually([this] {
+    QFile history(path(QStringLiteral(".norvik/state/history.jsonl")));
+    return history.open(QIODevice::ReadOnly) && history.readAll().contains("\"frontEnd\":\"pane\"");
+  }));
 }
 
 // The tick marks are four apart.
