@@ -39,7 +39,7 @@ enum Column {
   kFieldColumn,
   kGapColumn,  // before the value of a slider
   kValueColumn,
-  kBackColumn,  // the button that takes the row's change back
+  kBackColumn,  // the button that takes a change back
   kEndColumn,
   kColumns
 };
@@ -204,8 +204,8 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
     grid_->addWidget(value, at, kValueColumn, Qt::AlignTop);
     row.widgets.push_back(value);
   }
-  const int last = endsWithBack ? kBackColumn : kEndColumn;
-  const int width = isSlider(description) ? 1 : last - kFieldColumn;
+  const int end = endsWithBack ? kBackColumn : kEndColumn;
+  const int width = isSlider(description) ? 1 : end - kFieldColumn;
   if (QLabel* words = caption(description)) {
     if (takesFocus(description.controls[0])) {
       words->setBuddy(row.bindings.front()->widget());
@@ -216,7 +216,7 @@ void Page::addBesideCaption(Row& row, const RowDescription& description, QWidget
                      Qt::AlignRight | (isSlider(description) ? Qt::AlignTop : Qt::AlignVCenter));
     grid_->addWidget(fields, at, kFieldColumn, 1, width);
   } else {
-    grid_->addWidget(fields, at, kCaptionColumn, 1, last - kCaptionColumn);
+    grid_->addWidget(fields, at, kCaptionColumn, 1, end - kCaptionColumn);
   }
 }
 
@@ -293,19 +293,6 @@ void Page::addEnds(Row& row, const ControlDescription& slider) {
   row.ends = ends;
 }
 
-// Of a choice, the box before its buttons has the button: the ways back of both are the same.
-void Page::addBack(Row& row, const RowDescription& description) {
-  std::vector<std::string> settings;
-  for (const ControlDescription& control : description.controls) {
-    if (!control.setting.empty()) settings.push_back(control.setting);
-  }
-  if (settings.empty()) return;
-  const bool hasButton = description.controls.front().kind != ControlKind::radioButton;
-  row.back = new RowBack(std::move(settings), hasButton, this);
-  for (const Binding* binding : row.bindings) row.back->addTo(binding->widget());
-  backs_.push_back(row.back);
-}
-
 void Page::addPreview() {
   auto* content = new QWidget(this);
   QHBoxLayout* line = lineIn(content);
@@ -320,6 +307,19 @@ void Page::showPreview() {
   if (preview_ == nullptr) return;
   preview_->showSettings(previewSettings(pane_, *tab_.preview),
                          text(previewName(pane_, interface_, *tab_.preview)));
+}
+
+// Of a choice, the box before its buttons has the button: the ways back of both are the same.
+void Page::addBack(Row& row, const RowDescription& description) {
+  std::vector<std::string> settings;
+  for (const ControlDescription& control : description.controls) {
+    if (!control.setting.empty()) settings.push_back(control.setting);
+  }
+  if (settings.empty()) return;
+  const bool hasButton = description.controls.front().kind != ControlKind::radioButton;
+  row.back = new RowBack(std::move(settings), hasButton, this);
+  for (const Binding* binding : row.bindings) row.back->addTo(binding->widget());
+  backs_.push_back(row.back);
 }
 
 void Page::follow(Row& row) {

@@ -116,6 +116,28 @@ TEST_F(OnScreen, MenusOpenByKeys) {
   EXPECT_FALSE(swapsButtons());
 }
 
+TEST_F(OnScreen, ATrialOfAKilledProgramIsTakenBackAtTheNextStart) {
+  const int64_t before = storedNvkPort();
+  start();
+  clickLock();
+  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
+        word("Down"), word("alt+p")});
+  const int port = freePort();
+  x({word("type"), QString::number(port)});
+  keys({word("alt+m"), word("Down"), word("Down"), word("Down"), word("Down"), word("Down"),
+        word("Return")});  // Apply on trial
+  ASSERT_TRUE(eventually([&] { return storedNvkPort() == port; }));
+  panel.kill();
+  ASSERT_TRUE(panel.waitForFinished());
+  start();
+  EXPECT_TRUE(eventually([&] { return storedNvkPort() == before; }));
+  EXPECT_TRUE(eventually([this] {
+    keys({word("Escape")});
+    panel.waitForFinished(0);
+    return panel.state() == QProcess::NotRunning;
+  }));
+}
+
 TEST_F(OnScreen, ClosingWithChangesAsksAndAppliesBeforeItEnds) {
   start();
   keys({word("Down"), word("alt+s"), word("alt+F4")});
