@@ -77,6 +77,7 @@ constexpr std::string_view kPaneTexts[] = {
     english("The request for administrator rights was cancelled."),
     english("Nobody could be asked for a password: this session has no authentication agent. Use a terminal, or work as root."),
     english("Administrator rights cannot be asked for: polkit does not answer. Work as root."),
+    english("Administrator rights cannot be asked for: the authorization service does not answer. Work as root."),
 };
 // clang-format on
 
