@@ -21,12 +21,24 @@ QString shown(const QString& marked) {
   return plain;
 }
 
+// Whether a keyboard has a key for it; other letters take several to write.
+bool hasKey(QChar letter) {
+  switch (letter.script()) {
+    case QChar::Script_Han:
+    case QChar::Script_Hiragana:
+    case QChar::Script_Katakana:
+      return false;
+    default:
+      return letter.isLetter();
+  }
+}
+
 QString withMnemonic(const QString& words, QSet<QChar>& taken) {
   for (const bool beginningsOnly : {true, false}) {
     for (qsizetype i = 0; i < words.size(); ++i) {
       const QChar letter = words[i].toLower();
       const bool begins = i == 0 || words[i - 1].isSpace();
-      if (!letter.isLetter() || (beginningsOnly && !begins) || taken.contains(letter)) continue;
+      if (!hasKey(letter) || (beginningsOnly && !begins) || taken.contains(letter)) continue;
       taken.insert(letter);
       return withoutMnemonic(words.left(i)) + kMark + withoutMnemonic(words.mid(i));
     }

@@ -125,6 +125,13 @@ TEST_P(ChangePictures, TheMenuOfARow) {
   menu->close();
 }
 
+TEST_P(ChangePictures, ASearch) {
+  panel.press(Qt::Key_F, Qt::ControlModifier);
+  QTest::keyClicks(panel.widget("searchField"), QStringLiteral("speed"));
+  panel.settle();
+  take(panel.window, QStringLiteral("window-search"));
+}
+
 TEST_P(ChangePictures, AnImport) {
   openEverything();
   const QTemporaryDir folder;
