@@ -1,4 +1,4 @@
-// The role is a property of the widget; an accessible interface of its own tells it.
+// The role is a property of the widget; an accessible interface of its own returns it.
 #include "src/frontends/desktop/accessible_role.h"
 
 #include <QAccessibleWidget>

@@ -46,7 +46,7 @@ class HeaderIcon : public QWidget {
 }  // namespace
 
 Heading::Heading(const QString& words, QWidget* parent) : QLabel(parent) {
-  setAccessibleRole(*this, QAccessible::Heading);  // first: what tells of the words asks for the role
+  setAccessibleRole(*this, QAccessible::Heading);  // first: the event about the words asks for the role
   setTextFormat(Qt::PlainText);
   setText(words);
   QFont bold;

@@ -1,5 +1,5 @@
 // The ways back of one row of a page: the button at its end and the menu that opens at it. Shows what it is
-// told and reports what a person chose; decides nothing.
+// given and reports what a person chose; decides nothing.
 #pragma once
 
 #include <QObject>

@@ -1,4 +1,4 @@
-// The language of the host's user: System Preferences may be told another one than the programs of a
+// The language of the host's user: System Preferences may have another one than the programs of a
 // terminal.
 #pragma once
 

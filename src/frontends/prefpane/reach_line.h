@@ -39,7 +39,7 @@ class ReachLine {
   Handle words_;
   Handle button_;
   Handle target_;
-  Handle resized_;  // told when the width is another one
+  Handle resized_;  // notified when the width is another one
 };
 
 }  // namespace norvik::prefpane

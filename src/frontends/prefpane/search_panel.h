@@ -37,7 +37,7 @@ class SearchPanel {
   std::function<void(const SearchHit& hit)> chosen;
   std::function<void()> shownChanged;
 
-  // What the toolkit asks and tells.
+  // What the toolkit asks and reports.
   void wordsChanged();
   const std::vector<SearchHit>& hits() const { return hits_; }
   // In two lines: what a person reads, and where it is; or that nothing is found.

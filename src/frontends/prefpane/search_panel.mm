@@ -48,7 +48,7 @@ NSFont* placeFont() {
 }
 @end
 
-// What field and list ask and tell. Untyped, as not every compiler can describe a class of C++.
+// What field and list ask and report. Untyped, as not every compiler can describe a class of C++.
 @interface NVKSearchSource : NSObject {
   void* panel_;  // a SearchPanel, borrowed
 }

@@ -1,4 +1,4 @@
-// The history: every change that begins is one line, whoever makes it; and how an entry is taken back.
+// The history: every change that begins is one line, by any front end; and how an entry is taken back.
 #include "src/frontends/shared/history/history.h"
 
 #include "src/frontends/shared/history/reversal.h"

@@ -14,7 +14,7 @@ bool isNamed(const std::vector<std::string>& names, const std::string& name) {
   return std::ranges::find(names, name) != names.end();
 }
 
-// What a person has changed of these settings: the last of them, as a field stands behind its box. A value
+// What a person has changed of these settings: the last of them, as a field comes after its box. A value
 // that differs though nobody edited it has a reason, and nothing to take back.
 const SettingChange* editOf(const std::vector<const PaneSetting*>& together,
                             const std::vector<SettingChange>& pending) {

@@ -37,7 +37,7 @@ HistoryReading readHistory(UserState& state);
 // Adds each change to the history.
 class History : public ChangeRecords {
  public:
-  // Borrows the state. `frontEnd` is the name by which entries tell who made them.
+  // Borrows the state. `frontEnd` is the name of who made them, in the entries.
   History(UserState& state, std::string frontEnd) : state_(state), frontEnd_(std::move(frontEnd)) {}
 
   std::string record(const RecordedChange& change) override;

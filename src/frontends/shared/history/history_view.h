@@ -1,4 +1,4 @@
-// The history as a person reads it: who made a change, what came of it, and how each of its settings stands
+// The history as a person reads it: who made a change, what came of it, and what each of its settings is
 // now. Makes texts; changes nothing.
 #pragma once
 
