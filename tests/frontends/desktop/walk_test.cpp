@@ -3,9 +3,12 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <set>
 
+#include "src/frontends/desktop/reach_dialog.h"
 #include "src/frontends/desktop/reach_line.h"
 #include "tests/frontends/desktop/simulated_panel.h"
 #include "tests/support/sandbox.h"
@@ -47,6 +50,20 @@ class Walk : public SimulatedPanel {
 TEST_F(Walk, ThatTheyCanReachMeIsSeenWithoutAClick) {
   EXPECT_FALSE(pane.authorized());
   EXPECT_NE(panel.window.reachLine().line().indexOf(QStringLiteral("mac.example.com")), -1);
+}
+
+TEST_F(Walk, WhyNotIsOneClickAway) {
+  const Clicks clicks;
+  bool seen = false;
+  QTimer::singleShot(0, [&] {
+    auto* ladder = dynamic_cast<ReachDialog*>(QApplication::activeModalWidget());
+    ASSERT_NE(ladder, nullptr);
+    seen = true;
+    ladder->close();
+  });
+  QTest::mouseClick(&panel.window.reachLine().button(), Qt::LeftButton);
+  EXPECT_TRUE(seen);
+  EXPECT_EQ(clicks.count(), 1U);
 }
 
 TEST_F(Walk, AnotherPortIsInForceAfterFourClicksAndTheNumber) {
