@@ -26,7 +26,7 @@ std::optional<double> numberIn(std::string_view words) {
   return number->value;
 }
 
-std::vector<std::string_view> wordsOf(std::string_view text) {
+std::vector<std::string_view> tokensOf(std::string_view text) {
   std::vector<std::string_view> words;
   for (std::size_t begin = text.find_first_not_of(kSpace); begin != std::string_view::npos;) {
     const std::size_t end = std::min(text.find_first_of(kSpace, begin), text.size());
@@ -91,7 +91,7 @@ class Reader {
 
   bool readRoot(const Attributes& attributes) {
     const auto box = attributes.find("viewBox");
-    const auto words = box != attributes.end() ? wordsOf(box->second) : std::vector<std::string_view>();
+    const auto words = box != attributes.end() ? tokensOf(box->second) : std::vector<std::string_view>();
     if (words.size() != 4 || words[0] != "0" || words[1] != "0" || words[2] != words[3])
       return fail("viewBox is no square from 0 0");
     const auto side = numberIn(words[2]);
@@ -115,7 +115,7 @@ class Reader {
   bool readPath(const Attributes& attributes, LineShape& shape) {
     const auto data = attributes.find("d");
     if (data == attributes.end()) return fail("d is missing");
-    const auto words = wordsOf(data->second);
+    const auto words = tokensOf(data->second);
     for (std::size_t at = 0; at < words.size();) {
       Segment segment;
       std::size_t points = 0;

@@ -6,7 +6,7 @@
 namespace norvik {
 
 std::string valueText(const ControlDescription& slider, int64_t value) {
-  const std::string number = std::to_string(value);
+  std::string number = std::to_string(value);
   if (slider.valueWords.empty()) return number;
   return sentence("{1} of {2}", {number, std::to_string(static_cast<int64_t>(*slider.maximum))});
 }

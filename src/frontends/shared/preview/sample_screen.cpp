@@ -50,7 +50,10 @@ class Canvas {
   int scale() const { return scale_; }
   int width() const { return width_; }
   int height() const { return height_; }
-  Rgb& at(int x, int y) { return pixels_[static_cast<std::size_t>(y * width_ + x)]; }
+  Rgb& at(int x, int y) {
+    return pixels_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+                   static_cast<std::size_t>(x)];
+  }
   const std::vector<Rgb>& pixels() const { return pixels_; }
   std::vector<Rgb>& pixels() { return pixels_; }
 
