@@ -24,7 +24,7 @@ bool isInWord(char c) {
   return std::isalnum(byte) != 0 || byte >= 0x80;
 }
 
-Words wordsOf(std::string_view text) {
+Words foldedWordsOf(std::string_view text) {
   Words words;
   bool isInside = false;
   for (const char c : text) {
@@ -64,7 +64,7 @@ bool isNearly(const std::string& wanted, const std::string& word) {
 
 std::optional<int> rankIn(const std::string& wanted, const RankedText& text) {
   std::optional<int> rank;
-  for (const std::string& word : wordsOf(text.text)) {
+  for (const std::string& word : foldedWordsOf(text.text)) {
     if (word.starts_with(wanted)) return text.rank;
     if (isNearly(wanted, word)) rank = text.rank + 1;
   }
@@ -121,7 +121,7 @@ std::vector<Entry> entriesOf(const InterfaceDescription& interface, const ValueO
 
 std::vector<SearchHit> findSettings(const InterfaceDescription& interface, std::string_view text,
                                     const ValueOf& valueOf) {
-  const Words wanted = wordsOf(text);
+  const Words wanted = foldedWordsOf(text);
   if (wanted.empty()) return {};
   std::vector<std::pair<int, SearchHit>> found;
   for (const Entry& entry : entriesOf(interface, valueOf)) {
