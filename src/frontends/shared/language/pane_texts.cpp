@@ -112,9 +112,9 @@ std::string paneText(std::string_view text) {
 }
 
 std::vector<std::string> paneTitles(std::string_view title) {
-  static const std::vector<std::vector<std::string>> kChangingWords = {{"Start", "Stop"},
-                                                                       {"Adjust", "Reset", "Revert"}};
-  for (const auto& titles : kChangingWords) {
+  static const std::vector<std::vector<std::string>> kChangingTitles = {{"Start", "Stop"},
+                                                                        {"Adjust", "Reset", "Revert"}};
+  for (const auto& titles : kChangingTitles) {
     const auto isShown = [&](const std::string& each) { return each == title || translated(each) == title; };
     if (std::ranges::none_of(titles, isShown)) continue;
     std::vector<std::string> shown;
