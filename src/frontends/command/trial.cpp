@@ -28,8 +28,6 @@ constexpr std::string_view kKeepWord = "keep";
 constexpr std::string_view kRevertWord = "revert";
 // So that a signal is noticed that comes right before the wait.
 constexpr milliseconds kLongestWait{100};
-// While somebody else changes settings.
-constexpr int kMostAttempts = 3;
 
 struct EndRow {
   TrialEnd end;
@@ -77,12 +75,10 @@ class TriedChange {
   // Nobody is asked, as nobody may be there.
   void takeBack(MadeChange& made) {
     made.questions.askNobody();
-    TrialReturn result;
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-      result = takeBackSettings(settings_, made.session.edited(), made.change, context_.computer,
-                                context_.interface, made.decisions);
-      if (result.report.error.code != FailureCode::tryAgain) break;
-    }
+    const TrialReturn result = retriedReturn([&] {
+      return takeBackSettings(settings_, made.session.edited(), made.change, context_.computer,
+                              context_.interface, made.decisions);
+    });
     notes_ = result.notes;
     isLeft_ = !result.isBack;
     if (!isLeft_ && !made.outcome.report.ok())

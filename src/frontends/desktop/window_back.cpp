@@ -103,12 +103,7 @@ std::vector<std::string> WindowBack::pendingOnPage() {
 }
 
 std::vector<Edit> WindowBack::pendingEdits() {
-  std::vector<Edit> edits;
-  for (const SettingChange& change : change_.pending()) {
-    const PaneSetting* setting = edited_.find(change.name);
-    if (setting != nullptr) edits.push_back({change.name, setting->value().value_or(kNoChoice), ""});
-  }
-  return edits;
+  return norvik::pendingEdits(edited_, change_.pending());
 }
 
 // ---- To the defaults

@@ -24,15 +24,6 @@ constexpr std::chrono::milliseconds kSlow{400};
 constexpr MessageSubject kSubjects[] = {MessageSubject::files, MessageSubject::inForce,
                                         MessageSubject::others, MessageSubject::outcome};
 
-// Nothing is saved where a person would have to decide.
-class NobodyDecides : public ChangeDecisions {
- public:
-  std::optional<std::vector<Side>> resolve(const std::vector<Collision>& /*collisions*/) override {
-    return std::nullopt;
-  }
-  DamagedAnswer decideDamaged(const FileFinding& /*file*/) override { return DamagedAnswer::cancel; }
-};
-
 }  // namespace
 
 WindowChanges::WindowChanges(SettingsWindow& window, NVKServerPrefs& pane, SettingsChange& change,

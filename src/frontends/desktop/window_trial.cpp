@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "src/frontends/desktop/more_menu.h"
-#include "src/frontends/shared/trial/trial_return.h"
+#include "src/frontends/shared/trial/left_trial.h"
 #include "src/frontends/shared/trial/trial_texts.h"
 #include "src/server/mac/text/join.h"
 
@@ -14,15 +14,6 @@ namespace norvik::desktop {
 namespace {
 
 constexpr std::chrono::seconds kEachSecond{1};
-// While somebody else changes settings.
-constexpr int kMostReturns = 3;
-
-TrialReturn locked() {
-  TrialReturn back;
-  back.report.error = failure(FailureCode::notAllowed, translated(trial_texts::kNoRights));
-  return back;
-}
-
 }  // namespace
 
 WindowTrial::WindowTrial(const Parts& parts, Countdown::Clock clock)
@@ -134,10 +125,10 @@ void WindowTrial::end(const std::vector<std::string>& sentences) {
 }
 
 // It stays in force, and the next start tries again; a person may before.
-void WindowTrial::leave(MessageKind kind, const std::vector<std::string>& sentences) {
+void WindowTrial::leave(const std::string& why) {
   trials_.leave();
   stopCounting();
-  line().showMessage({kind, joined(sentences, " "), {MessageAction::revert, MessageAction::keep}, {}});
+  line().showMessage({MessageKind::failure, why, {MessageAction::revert, MessageAction::keep}, {}});
   parts_.window.refresh();
 }
 
@@ -160,9 +151,9 @@ bool WindowTrial::unlocked() {
 }
 
 bool WindowTrial::takeBackAndSay(std::string_view words) {
-  const TrialReturn back = unlocked() ? takeBack() : locked();
+  const TrialReturn back = takeBack();
   if (!back.isBack) {
-    leave(MessageKind::failure, {notTakenBack(back.report.error, parts_.state).sentence});
+    leave(notTakenBack(back.report.error, parts_.state).sentence);
     return false;
   }
   std::vector<std::string> sentences{translated(words)};
@@ -172,15 +163,14 @@ bool WindowTrial::takeBackAndSay(std::string_view words) {
   return true;
 }
 
-// What a person edits meanwhile is put aside, as it would be applied too.
+// The lock is opened where that is needed. What a person edits meanwhile is put aside, as it would be applied
+// too.
 TrialReturn WindowTrial::takeBack() {
+  if (!unlocked()) return returnWithoutRights();
   const std::vector<Edit> edits = parts_.edits.pendingEdits();
   parts_.change.takeBackAll();
-  TrialReturn result;
-  for (int attempt = 0; attempt < kMostReturns; ++attempt) {
-    result = parts_.changes.takeBack(trial_, parts_.server.ordered(), parts_.computer);
-    if (result.report.error.code != FailureCode::tryAgain) break;
-  }
+  TrialReturn result = retriedReturn(
+      [this] { return parts_.changes.takeBack(trial_, parts_.server.ordered(), parts_.computer); });
   if (!edits.empty()) parts_.edits.enter(edits);
   return result;
 }
@@ -188,15 +178,13 @@ TrialReturn WindowTrial::takeBack() {
 // ---- A trial that its program did not survive
 
 void WindowTrial::takeBackAbandoned() {
-  if (const std::string damage = trials_.damage(); !damage.empty())
-    return line().showMessage({MessageKind::warning, damage, {}, {}});
-  const auto left = trials_.abandoned();
-  if (!left) return;
-  trial_ = *left;
-  const TrialReturn back = unlocked() ? takeBack() : locked();
-  const auto sentences = sentencesOf(trial_, back, parts_.state);
-  if (back.isBack) return end(sentences);
-  leave(MessageKind::warning, sentences);
+  const WindowMessage message = takeBackLeft(trials_, parts_.state, [this](const Trial& left) {
+    trial_ = left;
+    return takeBack();
+  });
+  if (message.isEmpty()) return;
+  line().showMessage(message);
+  parts_.window.refresh();
 }
 
 // ---- Closing the window

@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <functional>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -58,7 +59,7 @@ class WindowTrial : public QObject {
   void begin();
   void stopCounting();
   void end(const std::vector<std::string>& sentences);
-  void leave(MessageKind kind, const std::vector<std::string>& sentences);
+  void leave(const std::string& why);
   bool unlocked();
   TrialReturn takeBack();
   bool takeBackAndSay(std::string_view sentence);

@@ -49,6 +49,7 @@ SessionComputer sessionComputer(const ComputerOfSession& computer) {
           computer.recording,
           withLocks(computer.services, computer.locks),
           computer.records,
+          computer.state,
           computer.panels,
           computer.drawing,
           computer.runLoop,

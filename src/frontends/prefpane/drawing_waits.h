@@ -24,6 +24,7 @@ struct ComputerOfSession {
   RecordingPlatform& recording;
   ComputerServices services;
   ChangeRecords& records;
+  UserState* state;
   DrawingLocks& locks;  // in place of the services'
   AlertPanels& panels;
   AppKitDrawing& drawing;

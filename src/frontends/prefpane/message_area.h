@@ -13,6 +13,7 @@
 namespace norvik::prefpane {
 
 enum class MessageSubject {
+  trial,    // a change on trial that its program did not survive
   files,    // damaged ones; stays as long as they are
   inForce,  // the server uses other values than the stored ones
   others,   // somebody else has changed the settings

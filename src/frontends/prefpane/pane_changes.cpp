@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "src/frontends/prefpane/panels.h"
+#include "src/frontends/shared/edits/pending_edits.h"
 
 namespace norvik::prefpane {
 
@@ -60,7 +61,8 @@ void PaneChanges::act(MessageSubject subject, MessageAction action) {
       break;
     case MessageAction::keep:
     case MessageAction::revert:
-      break;  // of a trial, which this window does not offer
+      if (onTrial) onTrial(action);
+      break;
     case MessageAction::takeUp:
       if (takeUp) takeUp();
       break;
@@ -179,6 +181,26 @@ void PaneChanges::restoreCopy() {
   if (!file || (needsRights(*file) && !unlocked())) return;
   const ChangeReport report = change_.restore(*file);
   say(report, restoredMessage(report, *file), [this] { restoreCopy(); });
+}
+
+// ---- A trial
+
+TrialReturn PaneChanges::takeBack(const Trial& trial, OrderedServer& server, Platform& computer) {
+  if (needsRights(trial, view_.interface()) && !unlocked()) return returnWithoutRights();
+  EditedPane edited(pane_, view_.interface());
+  const std::vector<Edit> edits = pendingEdits(edited, change_.pending());
+  change_.takeBackAll();
+  NobodyDecides nobody;
+  server.recording.isUnattended = true;
+  TrialReturn result = retriedReturn([&] { return takeBackTrial(trial, server, change_, computer, nobody); });
+  server.recording.isUnattended = false;
+  // An edit that somebody else's change makes impossible is named like what stays.
+  if (const ChangeError lost = makePending(edited, edits, result.notes))
+    result.notes.push_back(lost.sentence);
+  showFindings();
+  if (changed) changed();
+  view_.refresh();
+  return result;
 }
 
 // ---- Leaving

@@ -11,6 +11,7 @@
 #include "src/frontends/prefpane/run_loop_sources.h"
 #include "src/frontends/shared/change/settings_change.h"
 #include "src/frontends/shared/interface/files_message.h"
+#include "src/frontends/shared/trial/trial_return.h"
 
 namespace norvik::prefpane {
 
@@ -30,6 +31,9 @@ class PaneChanges {
   void filesChanged();
   // Opens the lock where it is closed. Whether it is open then; if not, it was said.
   bool unlocked();
+  // Takes a trial back, with the lock open where that is needed. What is pending is put aside meanwhile, and
+  // nobody is asked. `computer` is the one below the recording.
+  TrialReturn takeBack(const Trial& trial, OrderedServer& server, Platform& computer);
   // A call of the host in which the pane may apply by its own question. What came of it is shown when the
   // pane is shown next.
   void leave(const std::function<void()>& call);
@@ -41,6 +45,8 @@ class PaneChanges {
   std::function<void()> changed;
   // Has the server take up what is stored.
   std::function<void()> takeUp;
+  // A person has pressed "Keep" or "Revert" of a trial.
+  std::function<void(MessageAction action)> onTrial;
 
  private:
   void act(MessageSubject subject, MessageAction action);

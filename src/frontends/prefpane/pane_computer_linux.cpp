@@ -83,6 +83,7 @@ SessionComputer PaneComputer::forSession() {
                           .recording = parts_->recording,
                           .services = parts_->computer.services(),
                           .records = parts_->history,
+                          .state = &parts_->computer.userState,
                           .locks = parts_->locks,
                           .panels = parts_->panels,
                           .drawing = parts_->drawing,

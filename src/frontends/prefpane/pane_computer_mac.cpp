@@ -66,6 +66,7 @@ SessionComputer PaneComputer::forSession() {
                           .recording = parts_->recording,
                           .services = parts_->computer.services(),
                           .records = parts_->records,
+                          .state = nullptr,
                           .locks = parts_->locks,
                           .panels = parts_->computer.alerts,
                           .drawing = parts_->drawing,

@@ -25,6 +25,8 @@ class PaneServer {
   // tick.
   void lookAtForce();
 
+  OrderedServer& ordered() { return server_; }
+
   // Called after each look, which an order, a save or a change of the server brings about.
   std::function<void(const ServerInForce& inForce)> looked;
   // Called when the text of the server's state has changed.

@@ -54,6 +54,7 @@ void PaneSession::beMainPane() {
                                                  computer_.waitForTools, computer_.pause},
                                    computer_.panels);
   reach_ = std::make_unique<PaneReach>(*view_, *server_, pane_, computer_.services, computer_.background);
+  trial_ = std::make_unique<PaneTrial>(*view_, *changes_, *server_, computer_.state, computer_.platform);
   files_ = std::make_unique<SettingsWatch>(computer_.settingsFiles, [this] { filesChanged(); });
   termination_ = std::make_unique<TerminationWatch>([this] { hostEnds(); });
   MainView* view = view_.get();
@@ -74,6 +75,7 @@ void PaneSession::setSeen(bool seen) {
   if (mainSession == nullptr) return;
   mainSession->view_->messages().setSeen(seen);
   mainSession->reach_->setSeen(seen);
+  mainSession->trial_->setSeen(seen);
 }
 
 void PaneSession::didSelect() {

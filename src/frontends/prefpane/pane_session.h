@@ -13,6 +13,7 @@
 #include "src/frontends/prefpane/pane_changes.h"
 #include "src/frontends/prefpane/pane_reach.h"
 #include "src/frontends/prefpane/pane_server.h"
+#include "src/frontends/prefpane/pane_trial.h"
 #include "src/frontends/prefpane/settings_watch.h"
 #include "src/frontends/prefpane/termination.h"
 
@@ -24,6 +25,7 @@ struct SessionComputer {
   RecordingPlatform& recording;
   ComputerServices services;
   ChangeRecords& records;
+  UserState* state;  // null where nothing is kept for the user
   AlertPanels& panels;
   AppKitDrawing& drawing;
   AppKitRunLoop& runLoop;
@@ -72,6 +74,7 @@ class PaneSession {
   std::unique_ptr<PaneChanges> changes_;
   std::unique_ptr<PaneServer> server_;
   std::unique_ptr<PaneReach> reach_;
+  std::unique_ptr<PaneTrial> trial_;
   std::unique_ptr<SettingsWatch> files_;
   std::unique_ptr<TerminationWatch> termination_;
 };

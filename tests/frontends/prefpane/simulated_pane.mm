@@ -72,6 +72,7 @@ SessionComputer SimulatedPane::forSession() {
           *recording_,
           services,
           records,
+          &computer.userState,
           panels,
           drawing,
           runLoop,

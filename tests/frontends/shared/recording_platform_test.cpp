@@ -79,5 +79,18 @@ TEST_F(RecordingPlatformTest, WithholdsEveryChangeWhileLookingOrPretending) {
   }
 }
 
+TEST_F(RecordingPlatformTest, ShowsNoPanelWhileItIsUnattended) {
+  RecordingPlatform recording(computer.platform(), computer.alerts, computer.drawing, RecordingMode::real);
+  int answer = NSAlertOtherReturn;
+  recording.answered = [&answer](int given) { answer = given; };
+  const auto ask = [] { return platform().alerts.NSRunAlertPanel("Title", "Words?", "Yes", "No", nullptr); };
+  computer.alerts.addAnswer(NSAlertAlternateReturn);
+  recording.isUnattended = true;
+  EXPECT_EQ(ask(), NSAlertDefaultReturn);
+  EXPECT_EQ(answer, NSAlertDefaultReturn);
+  recording.isUnattended = false;
+  EXPECT_EQ(ask(), NSAlertAlternateReturn) << "the answer was not used up";
+}
+
 }  // namespace
 }  // namespace norvik

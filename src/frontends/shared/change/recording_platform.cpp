@@ -19,19 +19,20 @@ std::string reasonOfFailure() {
 
 class RecordingAlerts : public AlertPanels {
  public:
-  RecordingAlerts(AlertPanels& alerts, const std::function<void(int)>& answered)
-      : alerts_(alerts), answered_(answered) {}
+  RecordingAlerts(AlertPanels& alerts, const RecordingPlatform& owner) : alerts_(alerts), owner_(owner) {}
 
   int NSRunAlertPanel(const char* title, const char* message, const char* defaultButton,
                       const char* alternateButton, const char* otherButton) override {
-    const int answer = alerts_.NSRunAlertPanel(title, message, defaultButton, alternateButton, otherButton);
-    if (answered_) answered_(answer);
+    const int answer = owner_.isUnattended ? NSAlertDefaultReturn
+                                           : alerts_.NSRunAlertPanel(title, message, defaultButton,
+                                                                     alternateButton, otherButton);
+    if (owner_.answered) owner_.answered(answer);
     return answer;
   }
 
  private:
   AlertPanels& alerts_;
-  const std::function<void(int)>& answered_;
+  const RecordingPlatform& owner_;
 };
 
 class RecordingAuthorization : public AuthorizationService {
@@ -248,7 +249,7 @@ class RecordingLog : public SystemLog {
 struct RecordingPlatform::Interfaces {
   Interfaces(Platform& computer, AlertPanels& shown, Drawing& drawing, RecordingMode mode,
              RecordingPlatform& owner)
-      : alerts(shown, owner.answered),
+      : alerts(shown, owner),
         authorization(computer.authorization, mode, owner.effects_),
         files(computer.files, mode, owner.effects_, owner.refused_),
         propertyLists(computer.propertyLists, mode, owner.effects_, owner.refused_),

@@ -70,6 +70,8 @@ class RecordingPlatform {
 
   // Called when a person has answered a panel of the pane, before the pane acts on the answer.
   std::function<void(int answer)> answered;
+  // While it is true, no panel of the pane is shown: each gets its default answer.
+  bool isUnattended = false;
 
  private:
   struct Interfaces;

@@ -50,6 +50,15 @@ std::vector<Edit> defaultsOf(Platform& computer, const InterfaceDescription& int
   return edits;
 }
 
+std::vector<Edit> pendingEdits(EditedPane& edited, const std::vector<SettingChange>& pending) {
+  std::vector<Edit> edits;
+  for (const SettingChange& change : pending) {
+    const PaneSetting* setting = edited.find(change.name);
+    if (setting != nullptr) edits.push_back({change.name, setting->value().value_or(kNoChoice), ""});
+  }
+  return edits;
+}
+
 std::vector<Edit> possibleNow(EditedPane& edited, const std::vector<Edit>& edits) {
   std::vector<Edit> possible;
   for (const Edit& edit : edits) {

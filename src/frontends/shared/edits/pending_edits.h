@@ -16,6 +16,9 @@ namespace norvik {
 // cannot be made, every control holds what it held before, and the error says why. `notes` as in applyEdits.
 ChangeError makePending(EditedPane& edited, const std::vector<Edit>& edits, std::vector<std::string>& notes);
 
+// What is pending, as the edits that enter it again.
+std::vector<Edit> pendingEdits(EditedPane& edited, const std::vector<SettingChange>& pending);
+
 // The edits that give settings their defaults, `defaults` by the settings' names.
 std::vector<Edit> defaultsOf(const std::vector<const PaneSetting*>& settings,
                              const std::map<std::string, int64_t>& defaults);

@@ -11,6 +11,9 @@ namespace norvik {
 
 namespace {
 
+// While somebody else changes settings.
+constexpr int kMostAttempts = 3;
+
 // Nothing is looked at before the tools of the change have ended, whose program may have been killed
 // meanwhile: they keep the lock until then.
 class HeldForChange {
@@ -53,6 +56,22 @@ bool mayEndConnections(const NVKServerPrefs& pane, const std::vector<SettingChan
   });
 }
 
+TrialReturn returnWithoutRights() {
+  return {
+      failed(FailureCode::notAllowed, translated("This needs administrator rights, which were not granted.")),
+      {},
+      false};
+}
+
+TrialReturn retriedReturn(const std::function<TrialReturn()>& takeBack) {
+  TrialReturn result = takeBack();
+  for (int attempt = 1; attempt < kMostAttempts; ++attempt) {
+    if (result.report.error.code != FailureCode::tryAgain) break;
+    result = takeBack();
+  }
+  return result;
+}
+
 TrialReturn takeBackSettings(const std::vector<RecordedSetting>& settings, EditedPane& edited,
                              SettingsChange& change, Platform& computer,
                              const InterfaceDescription& interface, ChangeDecisions& person) {
@@ -68,8 +87,7 @@ TrialReturn takeBackSettings(const std::vector<RecordedSetting>& settings, Edite
   if (!reversal.errors.empty()) {
     result.report.error = reversal.errors.front();
   } else if (needsRights(reversal, edited) && !edited.pane().authorized()) {
-    result.report = failed(FailureCode::notAllowed,
-                           translated("This needs administrator rights, which were not granted."));
+    result.report = returnWithoutRights().report;
   } else {
     result.report.error = applyReversal(edited, reversal, result.notes);
     if (result.report.ok() && !reversal.empty()) result.report = change.apply(person);
@@ -106,9 +124,9 @@ TrialReturn takeBackTrial(const Trial& trial, OrderedServer& server, SettingsCha
 ChangeError notTakenBack(const ChangeError& error, UserState& state) {
   ChangeError result = error;
   result.sentence = sentence("The change on trial could not be taken back: {1}", {error.sentence});
-  result.advice =
-      sentence("It is taken back at the next start of norvikctl or the window. To keep it, remove {1}.",
-               {state.placeOf(kTrialFile)});
+  result.advice = sentence(
+      "It is taken back at the next start of norvikctl, the window or the pane in System Preferences. To keep it, remove {1}.",
+      {state.placeOf(kTrialFile)});
   return result;
 }
 

@@ -2,6 +2,7 @@
 // somebody else has changed since is named and stays.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,21 @@ struct TrialReturn {
   // not be told, which is then the report's error.
   bool isBack = false;
 };
+
+// Who is asked while a trial is taken back, as nobody may be there: nothing is saved where a person would
+// have to decide.
+class NobodyDecides : public ChangeDecisions {
+ public:
+  std::optional<std::vector<Side>> resolve(const std::vector<Collision>& /*collisions*/) override {
+    return std::nullopt;
+  }
+  DamagedAnswer decideDamaged(const FileFinding& /*file*/) override { return DamagedAnswer::cancel; }
+};
+
+// What comes of it where the lock was not opened: it is not taken back.
+TrialReturn returnWithoutRights();
+// Calls `takeBack` again while somebody else changes settings, at most three times in all.
+TrialReturn retriedReturn(const std::function<TrialReturn()>& takeBack);
 
 // Takes the settings back. Nothing else may be pending on the pane, as it would be applied too, and its lock
 // has to be open if a setting of the administrator is among them. Holds the lock for changes from before it

@@ -27,8 +27,6 @@ inline constexpr std::string_view kKept = english("The change on trial is kept."
 inline constexpr std::string_view kReverted = english("The change on trial is taken back.");
 inline constexpr std::string_view kLapsed =
     english("The change on trial is taken back, as the time has passed.");
-inline constexpr std::string_view kNoRights =
-    english("This needs administrator rights, which were not granted.");
 
 // ---- Closing the window meanwhile
 
