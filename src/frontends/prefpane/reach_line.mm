@@ -34,7 +34,7 @@ ReachLine::ReachLine(double width)
   resized_ = Handle([[[NVKCall alloc] initWithCopyOf:&place] autorelease]);
   NSButton* button = makeSmallButton(translatedText(reach_texts::kTitle), static_cast<id>(target_.get()));
   [button setToolTip:translatedText(reach_texts::kHelp)];
-  setAccessibility(button, std::string(reach_texts::kTitle), std::string(reach_texts::kHelp),
+  setAccessibility(button, translated(reach_texts::kTitle), translated(reach_texts::kHelp),
                    NSAccessibilityButtonRole);
   button_ = Handle(button);
   const CGFloat side = std::floor(lineHeight() * 2 / 3);

@@ -157,7 +157,7 @@ NSTextField* madeField(CGFloat width) {
   [field setFrameSize:NSMakeSize(width, std::max(NSHeight([field frame]), lineHeight() + kResultInset))];
   [(NSTextFieldCell*)[field cell] setPlaceholderString:translatedText(search_texts::kSearch)];
   [field setToolTip:translatedText(search_texts::kHelp)];
-  setAccessibility(field, std::string(search_texts::kSearch), std::string(search_texts::kHelp),
+  setAccessibility(field, translated(search_texts::kSearch), translated(search_texts::kHelp),
                    NSAccessibilityTextFieldRole);
   return field;
 }
@@ -178,7 +178,7 @@ NSTableView* madeTable(CGFloat width) {
   NSDictionary* small = [NSDictionary dictionaryWithObject:placeFont() forKey:NSFontAttributeName];
   const CGFloat place = kPlaceLines * std::ceil([@"Ag" sizeWithAttributes:small].height);
   [table setRowHeight:lineHeight() + place + kResultInset];
-  setAccessibility(table, std::string(search_texts::kResults), "", NSAccessibilityTableRole);
+  setAccessibility(table, translated(search_texts::kResults), "", NSAccessibilityTableRole);
   return table;
 }
 

@@ -1,5 +1,9 @@
 // What a screen reader says of the pane's views, on a toolkit that lets views say it, which these categories
 // make of one that does not.
+#include <algorithm>
+#include <cctype>
+#include <cstdlib>
+
 #import "src/frontends/prefpane/appkit.h"
 #include "src/frontends/prefpane/text.h"
 #include "src/frontends/shared/reach/reach_texts.h"
@@ -67,6 +71,25 @@ NSString* roleOf(ControlKind kind) {
 }
 
 class Accessibility : public SimulatedPane {};
+
+// With a catalogue that puts each text in brackets, and in English.
+class SaidWords : public SimulatedPane {};
+
+TEST_F(SaidWords, AreFromTheCatalogue) {
+  openEverything();
+  int looked = 0;
+  NSArray* all = [said() allValues];
+  for (NSUInteger i = 0; i < [all count]; ++i) {
+    const std::string text = utf8([all objectAtIndex:i]);
+    const bool isRole = text.starts_with("AX") || text.starts_with("NSAccessibility");
+    const bool hasWords =
+        std::ranges::any_of(text, [](unsigned char letter) { return std::isalpha(letter) != 0; });
+    if (isRole || !hasWords) continue;
+    ++looked;
+    EXPECT_EQ(text.starts_with('['), std::getenv("NORVIK_CATALOGUE") != nullptr) << text;
+  }
+  EXPECT_GT(looked, 60);
+}
 
 TEST_F(Accessibility, EveryControlHasItsNameItsHelpAndItsRole) {
   open();
