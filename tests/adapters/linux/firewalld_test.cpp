@@ -1,4 +1,4 @@
-// What is made of the answers of firewalld, given by a stand-in on a message bus of the test's own.
+// How the answers of firewalld are read. A stand-in gives them, on a message bus of the test's own.
 #include "src/adapters/linux/firewalld.h"
 
 #include <gtest/gtest.h>

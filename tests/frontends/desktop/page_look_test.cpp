@@ -188,12 +188,7 @@ TEST_F(PageLook, ThePreviewIsAPictureAndNoStopForTheKeyboard) {
 
 class ReachCardTest : public PageLook {
  protected:
-  void SetUp() override {
-    desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
-    desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
-    desktop.computer.fileSystem.put("/etc/norvik/svr.cfg", norvik::serverConfiguration(4500, 3389));
-    panel.change.takeOver();
-  }
+  void SetUp() override { connectToNetwork(4500); }
   QStringList shown(const char* name) {
     QStringList words;
     for (const auto* label : panel.window.reachCard().findChildren<QLabel*>(QString::fromUtf8(name))) {
@@ -309,7 +304,7 @@ TEST_P(ThemedLook, EveryIconCanBeSeen) {
   onPages([this](const TabDescription&, const Page&) { expectVisibleIcons(9); });
 }
 
-// A group is told from the window around it; in high contrast by a line.
+// A group looks different from the window around it; in high contrast by a line.
 TEST_P(ThemedLook, TheGroupsCanBeSeen) {
   openEverything();
   panel.choosePage("user", "Mouse");

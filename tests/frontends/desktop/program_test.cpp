@@ -38,6 +38,13 @@ class OnScreen : public Program {
        word("click"), word("1")});
   }
 
+  // With the lock's button just clicked: over the ladder's button, Help, More and the search to the sidebar,
+  // down to the page of the Norvik clients, and into its field.
+  void enterPortField() {
+    keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
+          word("Down"), word("alt+p")});
+  }
+
   bool swapsButtons() { return boolValue(listIn(kAgentFile).find("SwapMouseButtons")); }
   PropertyList serverList() { return listIn(kServerFile); }
   int64_t storedNvkPort() { return integerValue(serverList().find("NVKService")->find("PortNumber")); }
@@ -66,9 +73,7 @@ TEST_F(OnScreen, TheTypicalChange) {
   startServer();
   start();
   clickLock();
-  // From the lock over the ladder's button, Help, More and the search to the sidebar.
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
-        word("Down"), word("alt+p")});
+  enterPortField();
   const int port = freePort();
   x({word("type"), QString::number(port)});
   keys({word("alt+a")});
@@ -120,8 +125,7 @@ TEST_F(OnScreen, ATrialOfAKilledProgramIsTakenBackAtTheNextStart) {
   const int64_t before = storedNvkPort();
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
-        word("Down"), word("alt+p")});
+  enterPortField();
   const int port = freePort();
   x({word("type"), QString::number(port)});
   keys({word("alt+m"), word("Down"), word("Down"), word("Down"), word("Down"), word("Down"),
@@ -164,8 +168,7 @@ TEST_F(OnScreen, ClosingCanBeCancelledAndDiscarded) {
 TEST_F(OnScreen, ARefusedPortIsNotSaved) {
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
-        word("Down"), word("alt+p")});
+  enterPortField();
   x({word("type"), word("70000")});
   keys({word("Return"), word("Down")});  // the field has the focus, so the page stays
   EXPECT_EQ(storedNvkPort(), nvkPort);
@@ -183,8 +186,7 @@ TEST_F(OnScreen, ARefusedPortIsNotSaved) {
 TEST_F(OnScreen, WhatOthersSaveIsNotOverwritten) {
   start();
   clickLock();
-  keys({word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Tab"), word("Down"), word("Down"),
-        word("Down"), word("alt+p")});
+  enterPortField();
   const int mine = freePort();
   x({word("type"), QString::number(mine)});
   saveElsewhere(nvkPort, 4711);

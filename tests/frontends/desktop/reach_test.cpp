@@ -17,12 +17,7 @@ namespace {
 
 class ReachTest : public SimulatedPanel {
  protected:
-  void SetUp() override {
-    desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
-    desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
-    desktop.computer.fileSystem.put("/etc/norvik/svr.cfg", norvik::serverConfiguration(4500, 3389));
-    panel.change.takeOver();
-  }
+  void SetUp() override { connectToNetwork(4500); }
   void runServer() {
     desktop.computer.service.setDaemon(77);
     panel.tick();

@@ -5,6 +5,7 @@
 
 #include "tests/frontends/desktop/panel.h"
 #include "tests/frontends/desktop/simulated_desktop.h"
+#include "tests/support/sandbox.h"
 
 namespace norvik::desktop {
 
@@ -21,6 +22,14 @@ class SimulatedPanel : public testing::Test {
     desktop.computer.service.setDaemon(77);
     panel.unlock();
     panel.tick();
+  }
+
+  // An address and a name that others can use, and this port stored for the Norvik clients.
+  void connectToNetwork(int nvkPort) {
+    desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
+    desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
+    desktop.computer.fileSystem.put("/etc/norvik/svr.cfg", norvik::serverConfiguration(nvkPort, 3389));
+    panel.change.takeOver();
   }
 
   SimulatedDesktop desktop;

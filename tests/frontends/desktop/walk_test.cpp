@@ -36,10 +36,7 @@ class Clicks : public QObject {
 class Walk : public SimulatedPanel {
  protected:
   void SetUp() override {
-    desktop.computer.host.setAddresses({"127.0.0.1", "192.0.2.7"});
-    desktop.computer.network.setName("mac.example.com", {"192.0.2.7"});
-    desktop.computer.fileSystem.put("/etc/norvik/svr.cfg", norvik::serverConfiguration(4073, 3389));
-    panel.change.takeOver();
+    connectToNetwork(4073);
     desktop.computer.service.setDaemon(77);
     panel.tick();
     panel.server->lookAtForce();

@@ -128,7 +128,7 @@ TEST_F(ShippedInterface, PutsTickMarksOnWholeNumbersAndOnTheDefault) {
   }
 }
 
-// They stand after a number and a comma.
+// They are shown after a number and a comma.
 TEST_F(ShippedInterface, SaysInSmallLettersWhatTheNumbersOfASliderMean) {
   for (const ControlDescription* found : interface_.controls()) {
     if (found->kind != slider) continue;

@@ -257,7 +257,7 @@ void loseDetail(Canvas& canvas, int quality) {
   }
 }
 
-// Each value as the nearest of those that so many bits can tell apart, black and white among them.
+// Rounds each value to the nearest one that so many bits can hold; black and white stay as they are.
 std::array<uint8_t, 256> levelsOf(int depth) {
   const int most = (1 << depth) - 1;
   std::array<uint8_t, 256> levels{};

@@ -24,7 +24,7 @@ struct SamplePicture {
   std::vector<uint8_t> bytes;
 };
 
-// The size at scale 1, which stands for one pixel a point.
+// The size at scale 1, where a point is one pixel.
 inline constexpr int kSampleWidth = 320;
 inline constexpr int kSampleHeight = 144;
 

@@ -22,7 +22,7 @@ class ReachWatch {
   // not look yet.
   ReachWatch(const NVKServerPrefs& pane, const InterfaceDescription& interface, ComputerServices services,
              RunInBackground background);
-  // What is under way asks the network nothing more, and is not told.
+  // A look that is under way asks the network nothing more and reports nothing.
   ~ReachWatch();
   ReachWatch(const ReachWatch&) = delete;
   ReachWatch& operator=(const ReachWatch&) = delete;

@@ -1,4 +1,4 @@
-// The file as an object of JSON; a lock that goes with the program tells whether it lives.
+// Writes the trial as a JSON object. A lock that ends with the program shows whether it still runs.
 #include "src/frontends/shared/trial/trial.h"
 
 #include <utility>

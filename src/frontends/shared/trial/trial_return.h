@@ -23,7 +23,7 @@ struct TrialReturn {
   std::vector<std::string> notes;  // a sentence for each setting that stays
 
   // Whether nothing is left to be taken back: the files hold the values of before, even if the server could
-  // not be told, which is then the report's error.
+  // not be notified, which is then the report's error.
   bool isBack = false;
 };
 
@@ -58,7 +58,7 @@ bool needsRights(const Trial& trial, const InterfaceDescription& interface);
 TrialReturn takeBackTrial(const Trial& trial, OrderedServer& server, SettingsChange& change,
                           Platform& computer, ChangeDecisions& person);
 
-// What a person is told about a trial that another program had left, and what came of it: first the sentence
+// What a person reads about a trial that another program had left, and what came of it: first the sentence
 // that says it, then what stays, then what to do where it is still in force. `state` says where its file is.
 std::vector<std::string> sentencesOf(const Trial& trial, const TrialReturn& back, UserState& state);
 // Why it is still in force, and what happens next.
